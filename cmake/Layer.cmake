@@ -1,0 +1,35 @@
+# SPDX-License-Identifier: MIT
+# A folder under src/ is a layer and one static library of the folder's name. What a layer may include is what it links;
+# the test "layers" holds every #include against the list in tests/layers.cmake.
+
+add_library(ostrel_options INTERFACE)
+target_include_directories(ostrel_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(ostrel_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor)
+target_compile_definitions(ostrel_options INTERFACE
+    QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_FOREACH OSTREL_VERSION="${PROJECT_VERSION}")
+if(OSTREL_WERROR)
+    target_compile_options(ostrel_options INTERFACE -Werror)
+endif()
+if(OSTREL_SANITIZE)
+    target_compile_options(ostrel_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
+        -fno-omit-frame-pointer)
+    target_link_options(ostrel_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# ostrel_layer(name SOURCES ... LINKS ...)
+function(ostrel_layer name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${arg_SOURCES})
+    target_link_libraries(${name} PUBLIC ostrel_options ${arg_LINKS})
+endfunction()
+
+# ostrel_test(name SOURCES ... LINKS ...): one GoogleTest program, run without a display, each case a CTest test.
+function(ostrel_test name)
+    include(GoogleTest)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE ostrel_options ${arg_LINKS} GTest::gmock)
+    gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
+        PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC" TIMEOUT 120)
+endfunction()

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// What the acquisition needs of the window and the menus above it.
+
+/// The click routines of the record commands. Run whole each time, whether or not their menu items are enabled.
+class RecordCommands {
+public:
+    virtual ~RecordCommands() = default;
+    virtual void mnuStart_Click() = 0;
+    virtual void mnuStop_Click() = 0;
+};
+
+/// The click routines that the lost-link dialog and the port search run.
+class LinkCommands {
+public:
+    virtual ~LinkCommands() = default;
+    virtual void mnuComPort_Click() = 0;
+    virtual void mnuExit_Click() = 0;
+};
+
+/// The moments at which commands of the window change their state.
+enum class Moment { LinkLost, SyncFound, Record, Stop };
+
+/// The main window as the acquisition sees it.
+class AcquisitionWindow {
+public:
+    virtual ~AcquisitionWindow() = default;
+
+    /// Enables, disables and presses menu items, toolbar buttons and the recorder's scroll bar as the moment asks.
+    virtual void commandsAt(Moment moment) = 0;
+    /// Green while the instrument's stream is recognised, black otherwise.
+    virtual void setReceiveLed(bool on) = 0;
+    /// Brings the recorder's time axis and drawing up to the newest sample.
+    virtual void UpdateLiveView() = 0;
+    /// Sets the recorder's scroll bar to the end of the data. Raises overflow (6) for a run beyond 16-bit minutes.
+    virtual void recorderToEnd() = 0;
+    /// Gives the keyboard focus to the chart in front.
+    virtual void focusChart() = 0;
+    /// Shows the dialog that reports a lost link, until the operator answers it.
+    virtual void showNoData() = 0;
+};

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "base/Numbers.h"
+
+#include "base/RunTimeError.h"
+
+#include <QLocale>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+template <typename Whole>
+Whole rounded(double value) {
+    // nearbyint rounds a half to the even neighbour in the processor's default mode, which nothing here changes.
+    const double whole = std::nearbyint(value);
+    if (!(whole >= std::numeric_limits<Whole>::min() && whole <= std::numeric_limits<Whole>::max()))
+        throw RunTimeError(RunTimeError::Overflow);
+    return static_cast<Whole>(whole);
+}
+
+QLocale ungroupedLocale() {
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    return locale;
+}
+
+} // namespace
+
+qint16 rounded16(double value) { return rounded<qint16>(value); }
+
+qint32 rounded32(double value) { return rounded<qint32>(value); }
+
+QString fixedNumber(double value, int decimals) { return ungroupedLocale().toString(value, 'f', decimals); }
+
+QString generalNumber(double value) { return ungroupedLocale().toString(value, 'g', 15); }
+
+QString generalNumber(float value) { return ungroupedLocale().toString(static_cast<double>(value), 'g', 7); }
+
+QString leadingBlankNumber(int value) {
+    const QString digits = QString::number(value);
+    return value < 0 ? digits : QLatin1Char(' ') + digits;
+}
+
+double numberFrom(const QString &text) {
+    bool good = false;
+    const double value = ungroupedLocale().toDouble(text.trimmed(), &good);
+    if (!good)
+        throw RunTimeError(RunTimeError::TypeMismatch);
+    return value;
+}
+
+QChar decimalSeparator() { return generalNumber(1.3).at(1); }
+
+QString generalDate(const QDateTime &when) {
+    const QLocale locale;
+    // The long time form has the seconds, but also the time zone, which has no place here.
+    QString timeForm = locale.timeFormat(QLocale::LongFormat);
+    timeForm.remove(QLatin1Char('t'));
+    return locale.toString(when.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
+           locale.toString(when.time(), timeForm.trimmed());
+}

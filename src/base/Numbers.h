@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QChar>
+#include <QDateTime>
+#include <QString>
+
+/// How numbers, dates and texts turn into each other. Texts follow the user's locale, without group separators.
+
+/// To the nearest whole number, a half to the even neighbour. Raises overflow (6) outside the type or for not-a-number.
+qint16 rounded16(double value);
+qint32 rounded32(double value);
+
+/// The "0.000" (3 decimals) and "0.0" (1 decimal) of the screen.
+QString fixedNumber(double value, int decimals);
+
+/// As short as the value allows: up to 15 digits, no trailing zeros ("10", "2.5").
+QString generalNumber(double value);
+
+/// The same for a single: up to 7 digits.
+QString generalNumber(float value);
+
+/// A whole number with the leading blank that stands for its missing minus sign (" 150", "-3").
+QString leadingBlankNumber(int value);
+
+/// The number that a text holds, blanks around it allowed. Raises type mismatch (13) for anything else.
+double numberFrom(const QString &text);
+
+/// The locale's decimal separator: the second character of 1.3 as text.
+QChar decimalSeparator();
+
+/// Date and time to the second in the locale's short form, as logs and method texts bear it.
+QString generalDate(const QDateTime &when);

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+#include <exception>
+
+/// A failure of the platform or of checked arithmetic: a number that decides how it is met, and a line of text that is
+/// told to the operator.
+class RunTimeError : public std::exception {
+public:
+    enum Number : int {
+        InvalidProcedureCall = 5,
+        Overflow = 6,
+        OutOfMemory = 7,
+        SubscriptOutOfRange = 9,
+        TypeMismatch = 13,
+        FileNotFound = 53,
+        FileAlreadyExists = 58,
+        DiskFull = 61,
+        PermissionDenied = 70,
+        PathFileAccess = 75,
+        PathNotFound = 76,
+        InvalidPortNumber = 8002,
+        PortAlreadyOpen = 8005,
+        DialogCancelled = 32755,
+    };
+
+    /// With the number's own description.
+    explicit RunTimeError(int number);
+    RunTimeError(int number, const QString &description);
+
+    int number() const { return number_; }
+    const QString &description() const { return description_; }
+    const char *what() const noexcept override { return utf8_.constData(); }
+
+    /// One line of text for any number; empty for 0. A number without a text of its own gets a general one.
+    static QString describe(int number);
+
+    /// The error that stands for a failed call of the operating system (`errno`), `what` naming the file or device.
+    static RunTimeError fromErrno(int error, const QString &what);
+
+private:
+    int number_;
+    QString description_;
+    QByteArray utf8_;
+};

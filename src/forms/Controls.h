@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+
+#include <functional>
+
+/// Qt's controls, made to fire as the rules of the program ask: a handler runs at once, from within the setter or the
+/// operator's action, and a setter called by the program counts as much as the operator's hand.
+
+/// What a key filter answers to a key that must have no effect.
+inline constexpr int keyRefused = 0;
+
+/// Keys go to `KeyPress` before the control sees them: it gets the character's code (8 backspace, 13 Enter) and answers
+/// the code that takes effect, keyRefused for none. Keys that bear no character (arrows, Home, Delete) and shortcuts
+/// (Ctrl+C, Ctrl+V) never go there.
+using KeyFilter = std::function<int(int KeyAscii)>;
+
+/// An entry that a key filter may inspect.
+class EntryText {
+public:
+    virtual ~EntryText() = default;
+    virtual QString Text() const = 0;
+    virtual QString SelText() const = 0;
+    virtual int SelStart() const = 0;
+    virtual void selectWhole() = 0;
+};
+
+/// A text box.
+class TextEntry : public QLineEdit, public EntryText {
+    Q_OBJECT
+public:
+    explicit TextEntry(QWidget *parent = nullptr);
+
+    std::function<void()> Change;   ///< the text was typed or written; also when the same text is written again
+    std::function<void()> GotFocus;
+    KeyFilter KeyPress;
+
+    QString Text() const override { return text(); }
+    void setText(const QString &text); ///< runs Change
+    QString SelText() const override { return selectedText(); }
+    int SelStart() const override;
+    void selectWhole() override { selectAll(); }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+};
+
+/// A combo box whose entry takes typed values as well as those of its list.
+class ComboEntry : public QComboBox, public EntryText {
+    Q_OBJECT
+public:
+    explicit ComboEntry(QWidget *parent = nullptr);
+
+    std::function<void()> Click;  ///< an item was picked, by hand or by setListIndex; also the one already shown
+    std::function<void()> Change; ///< the text was typed or written by setText; a pick does not run it
+    KeyFilter KeyPress;
+
+    QString Text() const override { return currentText(); }
+    void setText(const QString &text); ///< leaves the list alone; runs Change
+    void setListIndex(int index);      ///< runs Click
+    void addItemQuietly(const QString &text); ///< picks nothing
+    QString SelText() const override;
+    int SelStart() const override;
+    void selectWhole() override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+};
+
+/// One of a group of option buttons (those of one parent).
+class OptionButton : public QRadioButton {
+    Q_OBJECT
+public:
+    explicit OptionButton(QWidget *parent = nullptr);
+
+    std::function<void()> Click; ///< runs when the option becomes the chosen one, by hand or by setValue
+
+    bool Value() const { return isChecked(); }
+    void setValue(bool on);
+};
+
+class CommandButton : public QPushButton {
+    Q_OBJECT
+public:
+    explicit CommandButton(QWidget *parent = nullptr);
+
+    std::function<void()> Click;
+};
+
+/// A horizontal scroll bar over whole numbers of 16 bits. Max may lie below Min and is kept as it was set.
+class ScrollEntry : public QScrollBar {
+    Q_OBJECT
+    Q_PROPERTY(int Max READ Max WRITE setMax)
+    Q_PROPERTY(int Value READ Value WRITE setValue)
+public:
+    explicit ScrollEntry(QWidget *parent = nullptr);
+
+    std::function<void()> Change;   ///< the value is another one, by hand or by the program
+    std::function<void()> Scroll;   ///< while the thumb is being dragged
+    std::function<void()> GotFocus;
+
+    int Max() const { return max_; }
+    void setMax(int max); ///< raises overflow (6) outside 16 bits
+    int Value() const;
+    void setValue(int value); ///< held within the range; raises overflow (6) outside 16 bits
+    int LargeChange() const { return pageStep(); }
+    void setLargeChange(int minutes) { setPageStep(minutes); }
+    int SmallChange() const { return singleStep(); }
+    void setSmallChange(int minutes) { setSingleStep(minutes); }
+
+protected:
+    void focusInEvent(QFocusEvent *event) override;
+
+private:
+    int max_ = 0;
+    int value_ = 0;
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+
+enum class BoxIcon : int { None = 0, Critical = 16, Question = 32, Exclamation = 48, Information = 64 };
+enum class BoxButtons { Ok, YesNoCancel, YesNo };
+enum class BoxAnswer { Ok, Cancel, Yes, No };
+enum class MousePointer : int { Default = 0, Hourglass = 11 };
+
+struct MessageBox {
+    QString text;
+    BoxIcon icon = BoxIcon::None;
+    QString caption; ///< empty: the application's title
+    BoxButtons buttons = BoxButtons::Ok;
+    int defaultButton = 1; ///< counted from 1
+};
+
+/// What the program says to the operator outside its windows.
+class Prompts {
+public:
+    virtual ~Prompts() = default;
+
+    /// Modal; events go on being dispatched until the operator answers. Closing the box counts as Cancel, or No, or Ok.
+    virtual BoxAnswer show(const MessageBox &box) = 0;
+    virtual void beep() = 0;
+    virtual void setMousePointer(MousePointer pointer) = 0;
+};

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QtGlobal>
+
+#include <functional>
+
+/// The receiving end of a serial port: 9600 baud, 8 data bits, no parity, 1 stop bit, raw, no handshaking, exclusive.
+class SerialControl {
+public:
+    /// What CommEvent answers: a receive event, the line's faults, the buffer's overflow.
+    enum Event : int {
+        Receive = 2,
+        Break = 1001,
+        Framing = 1004,
+        Overrun = 1006,
+        ReceiveBufferOverflow = 1008,
+        Parity = 1009,
+    };
+
+    virtual ~SerialControl() = default;
+
+    /// The number of the port, 1 to 10. Takes effect at the next opening.
+    virtual qint16 CommPort() const = 0;
+    virtual void setCommPort(qint16 number) = 0;
+
+    /// Stays true when the device vanishes; the control then opens the device again by itself when it comes back.
+    virtual bool PortOpen() const = 0;
+    /// Raises 8002 when the computer has no such port, 8005 when another program holds it or it may not be opened,
+    /// another number when the device fails.
+    virtual void setPortOpen(bool open) = 0;
+
+    /// Bytes that the input buffer takes; what comes beyond is lost with event 1008.
+    virtual void setInBufferSize(int bytes) = 0;
+    /// A receive event is raised at each arrival of bytes that leaves this many or more waiting.
+    virtual void setRThreshold(int bytes) = 0;
+    /// Bytes that wait in the input buffer.
+    virtual int InBufferCount() const = 0;
+    /// Takes all that waits out of the input buffer.
+    virtual QByteArray Input() = 0;
+
+    /// What the event being raised is; see Event.
+    virtual int CommEvent() const = 0;
+    /// Raised for every event of the line, on the user-interface thread.
+    std::function<void()> OnComm;
+};

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/Values.h"
+#include "chart/ChartContract.h"
+#include "forms/Controls.h"
+
+#include <array>
+
+/// The controls of the main window, cut by who works with them. The window owns them all.
+
+using Charts = std::array<ViewedChart *, chartInstances>;
+
+/// The two value axes; index 0 is UV, 1 conductivity.
+struct AxisControls {
+    std::array<ComboEntry *, 2> cmbYAxis{};
+    std::array<TextEntry *, 2> txtYAxisMin{};
+    std::array<CommandButton *, 2> cmdSet{};
+};
+
+/// The time axis and the bar under each tab's chart.
+struct TimeControls {
+    std::array<OptionButton *, 2> optTimeAxis{}; ///< "Full View", "Window:"
+    TextEntry *txtChartTime = nullptr;
+    CommandButton *cmdSetTime = nullptr;
+    std::array<ScrollEntry *, tabCount> ScrollChart{};
+};

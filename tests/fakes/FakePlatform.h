@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/RunTimeError.h"
+#include "platform/Clock.h"
+#include "platform/Process.h"
+#include "platform/Prompts.h"
+#include "platform/SerialControl.h"
+#include "platform/SettingsStore.h"
+#include "platform/Timer.h"
+
+#include <QStringList>
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <vector>
+
+/// A desktop of the test's own: time stands still until it is advanced, boxes answer what was laid ready.
+
+class FakeTimer;
+
+/// The clock, and what drives the timers made on it.
+class FakeClock : public Clock {
+public:
+    QDateTime now() const override { return start_.addMSecs(elapsed_.count()); }
+
+    /// Fires what falls due, in the order of time.
+    void advance(std::chrono::milliseconds time);
+    std::chrono::milliseconds elapsed() const { return elapsed_; }
+
+private:
+    friend class FakeTimer;
+    QDateTime start_{QDate(2026, 3, 14), QTime(9, 26, 53)};
+    std::chrono::milliseconds elapsed_{0};
+    std::vector<FakeTimer *> timers_;
+};
+
+class FakeTimer : public Timer {
+public:
+    FakeTimer(FakeClock &clock, int interval, bool on = false) : clock_(clock), interval_(interval) {
+        clock_.timers_.push_back(this);
+        FakeTimer::setEnabled(on);
+    }
+    ~FakeTimer() override { std::erase(clock_.timers_, this); }
+    FakeTimer(const FakeTimer &) = delete;
+    FakeTimer &operator=(const FakeTimer &) = delete;
+
+    bool Enabled() const override { return on_; }
+    void setEnabled(bool on) override {
+        if (on && !on_)
+            due_ = clock_.elapsed() + std::chrono::milliseconds(interval_);
+        on_ = on;
+    }
+    int Interval() const override { return interval_; }
+    /// Runs the tick now, as code that calls the handler directly would.
+    void tick() {
+        if (Tick)
+            Tick();
+    }
+
+private:
+    friend class FakeClock;
+    FakeClock &clock_;
+    int interval_;
+    bool on_ = false;
+    std::chrono::milliseconds due_{0};
+};
+
+inline void FakeClock::advance(std::chrono::milliseconds time) {
+    const auto end = elapsed_ + time;
+    for (;;) {
+        FakeTimer *next = nullptr;
+        for (FakeTimer *timer : timers_) {
+            if (timer->on_ && timer->due_ <= end && (next == nullptr || timer->due_ < next->due_))
+                next = timer;
+        }
+        if (next == nullptr)
+            break;
+        elapsed_ = next->due_;
+        next->due_ += std::chrono::milliseconds(next->interval_);
+        next->tick();
+    }
+    elapsed_ = end;
+}
+
+/// A port whose other end is the test. Ports in `failing` raise their number when opened.
+class FakeSerialControl : public SerialControl {
+public:
+    qint16 CommPort() const override { return port_; }
+    void setCommPort(qint16 number) override { port_ = number; }
+    bool PortOpen() const override { return open_; }
+    void setPortOpen(bool open) override {
+        if (open) {
+            opened.push_back(port_);
+            if (const auto found = failing.find(port_); found != failing.end())
+                throw RunTimeError(found->second);
+        }
+        open_ = open;
+    }
+    void setInBufferSize(int bytes) override { inBufferSize = bytes; }
+    void setRThreshold(int bytes) override { threshold_ = bytes; }
+    int InBufferCount() const override { return pretendedCount >= 0 ? pretendedCount : int(buffer_.size()); }
+    QByteArray Input() override { return std::exchange(buffer_, {}); }
+    int CommEvent() const override { return event_; }
+
+    /// Bytes come in; the receive event follows when enough wait.
+    void arrive(const QByteArray &bytes) {
+        buffer_ += bytes;
+        if (buffer_.size() >= threshold_)
+            raise(Receive);
+    }
+    void raise(int event) {
+        event_ = event;
+        if (OnComm)
+            OnComm();
+    }
+
+    std::map<int, int> failing; ///< port number to error number
+    std::vector<int> opened;    ///< ports that an opening was tried on
+    int inBufferSize = 0;
+    int pretendedCount = -1; ///< what InBufferCount answers when not negative
+
+private:
+    qint16 port_ = 1;
+    bool open_ = false;
+    int threshold_ = 1;
+    int event_ = 0;
+    QByteArray buffer_;
+};
+
+class FakeSettingsStore : public SettingsStore {
+public:
+    QString GetSetting(const QString &section, const QString &key, const QString &fallback) const override {
+        failIfBroken();
+        const auto found = rows.find({section, key});
+        return found == rows.end() ? fallback : found->second;
+    }
+    void SaveSetting(const QString &section, const QString &key, const QString &value) override {
+        failIfBroken();
+        rows[{section, key}] = value;
+        written << key;
+    }
+    void DeleteSetting(const QString &section, const QString &key) override {
+        failIfBroken();
+        if (rows.erase({section, key}) == 0)
+            throw RunTimeError(RunTimeError::InvalidProcedureCall);
+    }
+    void DeleteSection(const QString &section) override {
+        failIfBroken();
+        std::erase_if(rows, [&](const auto &row) { return row.first.first == section; });
+    }
+    std::vector<SettingRow> GetAllSettings(const QString &section) const override {
+        failIfBroken();
+        std::vector<SettingRow> found;
+        for (const auto &[place, value] : rows) {
+            if (place.first == section)
+                found.push_back({place.second, value});
+        }
+        return found;
+    }
+
+    std::map<std::pair<QString, QString>, QString> rows;
+    QStringList written; ///< keys in the order of their writing
+    int broken = 0;      ///< the error number that every operation raises when not 0
+
+private:
+    void failIfBroken() const {
+        if (broken != 0)
+            throw RunTimeError(broken);
+    }
+};
+
+class FakePrompts : public Prompts {
+public:
+    BoxAnswer show(const MessageBox &box) override {
+        shown.push_back(box);
+        if (whileShown)
+            whileShown(box);
+        if (answers.empty())
+            return box.buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::No;
+        const BoxAnswer answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    void beep() override { ++beeps; }
+    void setMousePointer(MousePointer to) override { pointer = to; }
+
+    std::vector<MessageBox> shown;
+    std::deque<BoxAnswer> answers; ///< laid ready for the boxes to come
+    std::function<void(const MessageBox &)> whileShown;
+    int beeps = 0;
+    MousePointer pointer = MousePointer::Default;
+};
+
+class FakeProcess : public Process {
+public:
+    QString commandLine() const override { return line; }
+    void end() override { ended = true; }
+
+    QString line;
+    bool ended = false;
+};
