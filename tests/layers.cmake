@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
+cmake_minimum_required(VERSION 3.25)
 
 # Holds every #include of a file of ours against the layers: no arrow points up.
-cmake_minimum_required(VERSION 3.25)
 
 set(may_base)
 set(may_files)

@@ -21,7 +21,7 @@ Whole rounded(double value) {
 
 QLocale ungroupedLocale() {
     QLocale locale;
-    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    locale.setNumberOptions(QLocale::OmitGroupSeparator | QLocale::RejectGroupSeparator);
     return locale;
 }
 
@@ -45,7 +45,7 @@ QString leadingBlankNumber(int value) {
 double numberFrom(const QString &text) {
     bool good = false;
     const double value = ungroupedLocale().toDouble(text.trimmed(), &good);
-    if (!good)
+    if (!good || !std::isfinite(value))
         throw RunTimeError(RunTimeError::TypeMismatch);
     return value;
 }

@@ -60,7 +60,7 @@ TEST(Numbers, generalNumbersAreAsShortAsTheyCanBe) {
 }
 
 TEST(Numbers, textThatIsNoNumberIsATypeMismatch) {
-    for (const char *text : {"", "-", ".", "ten", "1e"})
+    for (const char *text : {"", "-", ".", "ten", "1e", "nan", "inf", "1,000"})
         EXPECT_EQ(errorOf([&] { numberFrom(text); }), RunTimeError::TypeMismatch) << text;
 }
 
