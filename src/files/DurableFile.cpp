@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "files/DurableFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <utility>
+
+namespace {
+
+constexpr int longestLinkChain = 40;
+constexpr mode_t allPermissions = 07777;
+
+/// What a chain of symbolic links ends in, whether it exists or not.
+QString behindLinks(const QString &path) {
+    QString target = path;
+    for (int hops = 0; hops < longestLinkChain && QFileInfo(target).isSymLink(); ++hops)
+        target = QFileInfo(target).symLinkTarget();
+    return target;
+}
+
+/// A name that no other copy of the program uses at this moment; what an earlier, killed one left may bear it.
+QByteArray temporaryName() {
+    static std::atomic<unsigned> counter = 0;
+    return ".ostrel-" + QByteArray::number(::getpid()) + '-' + QByteArray::number(counter++) + ".tmp";
+}
+
+} // namespace
+
+DurableFile::DurableFile(const QString &path, FileOperations &operations) : operations_(operations) {
+    const QString target = behindLinks(path);
+    path_ = QFile::encodeName(target);
+    folder_ = path_.left(path_.lastIndexOf('/') + 1);
+    if (folder_.isEmpty())
+        folder_ = "./";
+    if (replaceable())
+        openNeighbour();
+}
+
+DurableFile::~DurableFile() {
+    if (fd_ >= 0)
+        failWith(ECANCELED);
+}
+
+bool DurableFile::replaceable() {
+    struct stat old {};
+    if (::stat(path_.constData(), &old) != 0) {
+        if (errno != ENOENT)
+            failWith(errno);
+    } else if (!S_ISREG(old.st_mode)) {
+        failWith(S_ISDIR(old.st_mode) ? EISDIR : ENOTSUP);
+    } else if (::access(path_.constData(), W_OK) != 0) {
+        failWith(errno);
+    } else {
+        mode_ = static_cast<int>(old.st_mode & allPermissions);
+    }
+    return !error_;
+}
+
+void DurableFile::openNeighbour() {
+    const mode_t mode = mode_ >= 0 ? S_IRUSR | S_IWUSR : S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+    do {
+        neighbour_ = folder_ + temporaryName();
+        fd_ = operations_.open(neighbour_.constData(), O_WRONLY | O_CREAT | O_EXCL, mode);
+    } while (fd_ < 0 && errno == EEXIST);
+    if (fd_ < 0)
+        failWith(errno);
+    else if (mode_ >= 0 && operations_.chmod(fd_, static_cast<mode_t>(mode_)) != 0)
+        failWith(errno);
+}
+
+bool DurableFile::write(QByteArrayView data) {
+    if (!error_ && !writeAll(operations_, fd_, data.data(), static_cast<std::size_t>(data.size())))
+        failWith(errno);
+    return !error_;
+}
+
+std::error_code DurableFile::commit() {
+    if (!error_ && operations_.sync(fd_) != 0)
+        failWith(errno);
+    if (!error_)
+        closeNeighbour();
+    if (!error_ && operations_.rename(neighbour_.constData(), path_.constData()) != 0)
+        failWith(errno);
+    if (!error_)
+        syncFolder();
+    return error_;
+}
+
+/// The neighbour goes with the first failure, while there is one.
+void DurableFile::failWith(int error) {
+    error_ = {error, std::generic_category()};
+    if (const int fd = std::exchange(fd_, -1); fd >= 0)
+        operations_.close(fd);
+    if (!neighbour_.isEmpty())
+        operations_.remove(neighbour_.constData());
+}
+
+void DurableFile::closeNeighbour() {
+    if (operations_.close(std::exchange(fd_, -1)) != 0)
+        failWith(errno);
+}
+
+/// From here on the new file stands under its name; a failure tells only that a power cut may still bring the old one
+/// back.
+void DurableFile::syncFolder() {
+    neighbour_.clear();
+    const int folder = operations_.open(folder_.constData(), O_RDONLY | O_DIRECTORY, 0);
+    if (folder < 0)
+        return failWith(errno);
+    // Some file systems cannot flush a folder and need not.
+    if (operations_.sync(folder) != 0 && errno != EINVAL)
+        failWith(errno);
+    operations_.close(folder);
+}
+
+std::error_code replaceFile(const QString &path, QByteArrayView content, FileOperations &operations) {
+    DurableFile file(path, operations);
+    file.write(content);
+    return file.commit();
+}

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "files/FileOperations.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+#include <system_error>
+
+/// Replaces a file, or makes it: what is written gathers in a nameless neighbour, and commit() moves it into place once
+/// the disk has all of it. Whatever fails, and wherever a power cut strikes, the old file or the new one stands whole.
+///
+/// The new file keeps the permissions of the old one, and a symbolic link goes on pointing to it. A file that the user
+/// may not write is refused, although its folder would allow the exchange; so is anything but a plain file.
+/// Errors are those of the operating system (errno).
+class DurableFile {
+public:
+    explicit DurableFile(const QString &path, FileOperations &operations = FileOperations::system());
+    /// Without a commit the old file stands and the neighbour goes.
+    ~DurableFile();
+    DurableFile(const DurableFile &) = delete;
+    DurableFile &operator=(const DurableFile &) = delete;
+
+    /// One call of the operating system each: hand over large pieces. After a failure nothing more is written, and the
+    /// failure comes back from commit() too. False when there was one.
+    bool write(QByteArrayView data);
+    /// Ends the writing. No error means: the new file is on the disk, under its name.
+    std::error_code commit();
+
+private:
+    void openNeighbour();
+    bool replaceable();
+    void failWith(int error);
+    void closeNeighbour();
+    void syncFolder();
+
+    FileOperations &operations_;
+    QByteArray path_;   ///< the file itself, no link
+    QByteArray folder_; ///< with a trailing separator
+    QByteArray neighbour_;
+    int fd_ = -1;
+    int mode_ = -1; ///< permissions of the old file, -1 for none
+    std::error_code error_;
+};
+
+/// Replaces a file by `content` at one go.
+std::error_code replaceFile(const QString &path, QByteArrayView content,
+                            FileOperations &operations = FileOperations::system());
