@@ -16,9 +16,28 @@
 inline constexpr int keyRefused = 0;
 
 /// Keys go to `KeyPress` before the control sees them: it gets the character's code (8 backspace, 13 Enter) and answers
-/// the code that takes effect, keyRefused for none. Keys that bear no character (arrows, Home, Delete) and shortcuts
-/// (Ctrl+C, Ctrl+V) never go there.
+/// it again to let the key through, keyRefused to swallow it. Keys that bear no character (arrows, Home, Delete) and
+/// shortcuts (Ctrl+C, Ctrl+V) never go there.
 using KeyFilter = std::function<int(int KeyAscii)>;
+
+/// The line that is typed into. It takes Ctrl+C for copying only while something is selected, and none of the control
+/// keys of a command line: all others are the menus' shortcuts.
+class EntryLine : public QLineEdit {
+    Q_OBJECT
+public:
+    using QLineEdit::QLineEdit;
+
+    KeyFilter KeyPress;
+
+    /// Where the selection begins; the caret's place when nothing is selected.
+    int SelStart() const { return hasSelectedText() ? selectionStart() : cursorPosition(); }
+
+protected:
+    bool event(QEvent *event) override;
+
+private:
+    bool refuses(const QString &typed) const;
+};
 
 /// An entry that a key filter may inspect.
 class EntryText {
@@ -31,23 +50,21 @@ public:
 };
 
 /// A text box.
-class TextEntry : public QLineEdit, public EntryText {
+class TextEntry : public EntryLine, public EntryText {
     Q_OBJECT
 public:
     explicit TextEntry(QWidget *parent = nullptr);
 
     std::function<void()> Change;   ///< the text was typed or written; also when the same text is written again
-    std::function<void()> GotFocus;
-    KeyFilter KeyPress;
+    std::function<void()> GotFocus; ///< the focus came from another control of the window
 
     QString Text() const override { return text(); }
     void setText(const QString &text); ///< runs Change
     QString SelText() const override { return selectedText(); }
-    int SelStart() const override;
+    int SelStart() const override { return EntryLine::SelStart(); }
     void selectWhole() override { selectAll(); }
 
 protected:
-    void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
 };
 
@@ -62,18 +79,21 @@ public:
     KeyFilter KeyPress;
 
     QString Text() const override { return currentText(); }
-    void setText(const QString &text); ///< leaves the list alone; runs Change
-    void setListIndex(int index);      ///< runs Click
+    void setText(const QString &text);        ///< leaves the list alone; runs Change
+    void setListIndex(int index);             ///< runs Click
     void addItemQuietly(const QString &text); ///< picks nothing
-    QString SelText() const override;
-    int SelStart() const override;
-    void selectWhole() override;
+    QString SelText() const override { return line_->selectedText(); }
+    int SelStart() const override { return line_->SelStart(); }
+    void selectWhole() override { line_->selectAll(); }
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    EntryLine *line_;
 };
 
-/// One of a group of option buttons (those of one parent).
+/// One of a group of option buttons (those of one parent). An option is taken back only by choosing another.
 class OptionButton : public QRadioButton {
     Q_OBJECT
 public:
@@ -85,15 +105,19 @@ public:
     void setValue(bool on);
 };
 
+/// A button that Enter presses too while it has the focus.
 class CommandButton : public QPushButton {
     Q_OBJECT
 public:
     explicit CommandButton(QWidget *parent = nullptr);
 
     std::function<void()> Click;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
 };
 
-/// A horizontal scroll bar over whole numbers of 16 bits. Max may lie below Min and is kept as it was set.
+/// A horizontal scroll bar over whole numbers of 16 bits from 0 to Max. A Max below 0 is kept: the bar then runs down.
 class ScrollEntry : public QScrollBar {
     Q_OBJECT
     Q_PROPERTY(int Max READ Max WRITE setMax)
@@ -101,13 +125,13 @@ class ScrollEntry : public QScrollBar {
 public:
     explicit ScrollEntry(QWidget *parent = nullptr);
 
-    std::function<void()> Change;   ///< the value is another one, by hand or by the program
-    std::function<void()> Scroll;   ///< while the thumb is being dragged
-    std::function<void()> GotFocus;
+    std::function<void()> Change;   ///< the value is another one, by hand or by the program; not before a drag ends
+    std::function<void()> Scroll;   ///< the thumb moved while it is being dragged; Value follows it
+    std::function<void()> GotFocus; ///< the bar was clicked
 
     int Max() const { return max_; }
     void setMax(int max); ///< raises overflow (6) outside 16 bits
-    int Value() const;
+    int Value() const { return sliderPosition(); }
     void setValue(int value); ///< held within the range; raises overflow (6) outside 16 bits
     int LargeChange() const { return pageStep(); }
     void setLargeChange(int minutes) { setPageStep(minutes); }
@@ -118,6 +142,8 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
 
 private:
+    template <typename Setter>
+    void changing(Setter &&set);
+
     int max_ = 0;
-    int value_ = 0;
 };

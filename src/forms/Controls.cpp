@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+#include "forms/Controls.h"
+
+#include "base/Int16.h"
+
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int backspaceCode = 8;
+constexpr int enterCode = 13;
+
+template <typename Handler>
+void run(const Handler &handler) {
+    if (handler)
+        handler();
+}
+
+/// The code that a key bears for a key filter, 0 for a key without a character and for shortcuts.
+int characterCode(const QKeyEvent &key) {
+    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
+        return enterCode;
+    const bool shortcut = key.modifiers().testFlag(Qt::ControlModifier) && !key.modifiers().testFlag(Qt::AltModifier);
+    if (shortcut)
+        return 0;
+    if (key.key() == Qt::Key_Backspace)
+        return backspaceCode;
+    const QString text = key.text();
+    return !text.isEmpty() && text[0] >= QLatin1Char(' ') && key.key() != Qt::Key_Delete ? text[0].unicode() : 0;
+}
+
+bool letterWithControl(const QKeyEvent &key) {
+    return key.modifiers() == Qt::ControlModifier && key.key() >= Qt::Key_A && key.key() <= Qt::Key_Z;
+}
+
+/// What an entry keeps from the menus.
+bool editingKey(const QKeyEvent &key, bool somethingSelected) {
+    if (key.matches(QKeySequence::Copy))
+        return somethingSelected;
+    return key.matches(QKeySequence::Cut) || key.matches(QKeySequence::Paste) || key.matches(QKeySequence::Undo) ||
+           key.matches(QKeySequence::Redo) || key.matches(QKeySequence::SelectAll);
+}
+
+/// The operator moved to the control; a box or a menu that closes over it does not count.
+bool cameFromAnotherControl(const QFocusEvent &event) {
+    return event.reason() != Qt::ActiveWindowFocusReason && event.reason() != Qt::PopupFocusReason &&
+           event.reason() != Qt::MenuBarFocusReason;
+}
+
+} // namespace
+
+bool EntryLine::refuses(const QString &typed) const {
+    return std::any_of(typed.begin(), typed.end(), [this](QChar c) { return KeyPress(c.unicode()) == keyRefused; });
+}
+
+bool EntryLine::event(QEvent *event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto &key = static_cast<const QKeyEvent &>(*event);
+        if (letterWithControl(key) && !editingKey(key, hasSelectedText())) {
+            event->ignore();
+            return true;
+        }
+    }
+    if (KeyPress && event->type() == QEvent::KeyPress) {
+        const int code = characterCode(static_cast<const QKeyEvent &>(*event));
+        if (code != 0 && KeyPress(code) == keyRefused) {
+            event->accept();
+            return true;
+        }
+    }
+    // An input method hands over ready characters in place of keys.
+    if (KeyPress && event->type() == QEvent::InputMethod &&
+        refuses(static_cast<const QInputMethodEvent &>(*event).commitString())) {
+        event->accept();
+        return true;
+    }
+    return QLineEdit::event(event);
+}
+
+TextEntry::TextEntry(QWidget *parent) : EntryLine(parent) {
+    connect(this, &QLineEdit::textChanged, this, [this] { run(Change); });
+}
+
+void TextEntry::setText(const QString &text) {
+    {
+        const QSignalBlocker quiet(this);
+        QLineEdit::setText(text);
+    }
+    run(Change);
+}
+
+void TextEntry::focusInEvent(QFocusEvent *event) {
+    QLineEdit::focusInEvent(event);
+    if (cameFromAnotherControl(*event))
+        run(GotFocus);
+}
+
+ComboEntry::ComboEntry(QWidget *parent) : QComboBox(parent), line_(new EntryLine(this)) {
+    setLineEdit(line_);
+    setInsertPolicy(NoInsert);
+    setCompleter(nullptr);
+    setFocusPolicy(Qt::StrongFocus);
+    // Qt takes a typed value that stands in the list for a pick once the entry is left. Here it stays typed.
+    disconnect(line_, &QLineEdit::editingFinished, this, nullptr);
+    line_->KeyPress = [this](int KeyAscii) { return KeyPress ? KeyPress(KeyAscii) : KeyAscii; };
+    connect(this, &QComboBox::activated, this, [this] { run(Click); });
+    connect(line_, &QLineEdit::textEdited, this, [this] { run(Change); });
+}
+
+void ComboEntry::setText(const QString &text) {
+    {
+        const QSignalBlocker quiet(this);
+        const QSignalBlocker quietLine(line_);
+        setEditText(text);
+    }
+    run(Change);
+}
+
+void ComboEntry::setListIndex(int index) {
+    {
+        const QSignalBlocker quiet(this);
+        setCurrentIndex(index);
+    }
+    run(Click);
+}
+
+void ComboEntry::addItemQuietly(const QString &text) {
+    const QSignalBlocker quiet(this);
+    const int picked = currentIndex();
+    const QString shown = currentText();
+    addItem(text);
+    setCurrentIndex(picked);
+    setEditText(shown);
+}
+
+void ComboEntry::wheelEvent(QWheelEvent *event) {
+    // A wheel that merely passes over the entry must not change an axis.
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
+}
+
+OptionButton::OptionButton(QWidget *parent) : QRadioButton(parent) {
+    connect(this, &QRadioButton::toggled, this, [this](bool on) {
+        if (on)
+            run(Click);
+    });
+}
+
+void OptionButton::setValue(bool on) {
+    const bool before = isChecked();
+    {
+        const QSignalBlocker quiet(this);
+        setChecked(on);
+    }
+    if (isChecked() && !before)
+        run(Click);
+}
+
+CommandButton::CommandButton(QWidget *parent) : QPushButton(parent) {
+    setAutoDefault(false);
+    connect(this, &QPushButton::clicked, this, [this] { run(Click); });
+}
+
+void CommandButton::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QPushButton::keyPressEvent(event);
+}
+
+ScrollEntry::ScrollEntry(QWidget *parent) : QScrollBar(Qt::Horizontal, parent) {
+    // Only a click brings the focus here, which is then passed on: a stop for the Tab key would be a trap.
+    setFocusPolicy(Qt::ClickFocus);
+    setTracking(false);
+    QScrollBar::setRange(0, 0);
+    connect(this, &QScrollBar::valueChanged, this, [this] { run(Change); });
+    connect(this, &QScrollBar::sliderMoved, this, [this] { run(Scroll); });
+}
+
+template <typename Setter>
+void ScrollEntry::changing(Setter &&set) {
+    const int before = Value();
+    {
+        const QSignalBlocker quiet(this);
+        set();
+    }
+    if (Value() != before)
+        run(Change);
+}
+
+void ScrollEntry::setMax(int max) {
+    max_ = Int16(max);
+    changing([&] {
+        setInvertedAppearance(max < 0);
+        QScrollBar::setRange(std::min(0, max), std::max(0, max));
+    });
+}
+
+void ScrollEntry::setValue(int value) {
+    changing([held = Int16(value), this] { QScrollBar::setValue(held); });
+}
+
+void ScrollEntry::focusInEvent(QFocusEvent *event) {
+    QScrollBar::focusInEvent(event);
+    if (cameFromAnotherControl(*event))
+        run(GotFocus);
+}
