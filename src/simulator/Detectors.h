@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <random>
+#include <vector>
+
+/// What one detector shows without peaks and gradient.
+struct Baseline {
+    double level = 0;
+    double driftPerMinute = 0;
+    double noise = 0; ///< root mean square
+};
+
+/// A peak in UV, each flank half a Gaussian.
+struct Peak {
+    double time;   ///< of its top, seconds of flow from now
+    double height; ///< AU
+    double width;  ///< seconds, at half the height
+    double tail;   ///< trailing half of the width over the leading half
+};
+
+/// What the pumps do: a hold keeps the composition, a pause stops everything.
+enum class Flow { Running, Held, Stopped };
+
+/// One time's measurement, as the instrument sends it.
+struct SamplePair {
+    float uv;   ///< AU
+    float cond; ///< mS/cm
+};
+
+/// The instrument's two detectors behind a column. The same seed gives the same noise.
+class Detectors {
+public:
+    explicit Detectors(unsigned seed) : random_(seed) {}
+
+    Baseline uv;
+    Baseline cond;
+
+    void addPeak(const Peak &peak);
+    /// Takes conductivity from one level to another; a new gradient or level ends the one under way.
+    void startGradient(double from, double to, double seconds);
+    void setConductivity(double level);
+
+    /// Lets one sample time pass.
+    void advance(Flow flow);
+    SamplePair measure();
+
+    unsigned char randomByte();
+
+private:
+    double noise(double rms);
+
+    std::mt19937 random_;
+    std::normal_distribution<double> normal_;
+    std::vector<Peak> peaks_; // their times count down to the top and on
+    double gradientStep_ = 0;
+    double gradientEnd_ = 0;
+    int gradientSteps_ = 0;
+};

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+
+/// The instrument's blocks as they stand on the line. A letter is one of StreamFormat::BlockType.
+
+/// "C", "D", "U" or "V" with its value.
+QByteArray sampleBlock(char letter, float value);
+
+/// "E", "H", "P" or "R" with its parameter.
+QByteArray parameterBlock(char letter, quint8 parameter);
+
+/// "F"; its four bytes mean nothing to the recorder.
+QByteArray statusBlock();
+
+/// "M" with the text, one byte a character, and its closing sync byte. The text must be free of sync bytes.
+QByteArray methodBlock(const QByteArray &text);
+
+/// A block of the letter that breaks off half-way, "M" before its closing sync byte.
+QByteArray brokenBlock(char letter);
+
+/// Whether there are blocks of this letter.
+bool isBlockLetter(char letter);

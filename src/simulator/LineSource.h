@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+
+#include <optional>
+
+/// What happens on the line within one sample time, a fifth of a second.
+struct LineTick {
+    bool plugged = true; ///< false: the plug is out, and nothing can be sent
+    QByteArray bytes;
+};
+
+/// Where the line's bytes come from.
+class LineSource {
+public:
+    virtual ~LineSource() = default;
+
+    /// The next sample time, or nothing at the end.
+    virtual std::optional<LineTick> next() = 0;
+};

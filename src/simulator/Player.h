@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "simulator/Detectors.h"
+#include "simulator/LineSource.h"
+#include "simulator/RunScript.h"
+#include "simulator/TruthRecord.h"
+
+/// Plays a script as an instrument of either kind would send it. News stands before the sample pair at which it comes.
+/// What takes longer on the line than a sample time delays the blocks behind it.
+class Player : public LineSource {
+public:
+    struct Settings {
+        InstrumentKind kind = InstrumentKind::Status;
+        bool loops = false; ///< begin anew after the last statement
+        unsigned seed = 1;
+        TruthRecord *truth = nullptr; ///< the caller's
+    };
+
+    Player(RunScript script, const Settings &settings);
+
+    std::optional<LineTick> next() override;
+
+private:
+    enum class Line { Sending, Silent, Unplugged };
+
+    void performSteps();
+    void perform(const Step &step);
+    void performOther(const Step &step);
+    void sendNews(Action action);
+    void spend(const Step &step, Line line);
+    void sendPair();
+    void sendGarbage(int count);
+
+    RunScript script_;
+    Settings settings_;
+    Detectors detectors_;
+    size_t position_ = 0;
+    int ticksLeft_ = 0;
+    int ticksPlayed_ = 0;
+    int pairsSent_ = 0;
+    Line state_ = Line::Sending;
+    Flow flow_ = Flow::Running;
+    char uvLetter_;
+    QByteArray line_; // what waits to be sent
+};

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "simulator/RunScript.h"
+
+#include "acquisition/StreamFormat.h"
+#include "simulator/StatementForms.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+std::vector<ScriptWord> wordsOf(const QString &line) {
+    static const QRegularExpression word{"\\S+"};
+    std::vector<ScriptWord> words;
+    for (auto found = word.globalMatch(line.section('#', 0, 0)); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        words.push_back({match.captured(), int(match.capturedStart()) + 1});
+    }
+    return words;
+}
+
+/// Reads line by line what a run consists of.
+class ScriptReader {
+public:
+    RunScript read(const QString &text);
+
+private:
+    void readLine(const QString &line);
+    void readMethodLine(const QString &line, int bar);
+    void readStep(const std::vector<ScriptWord> &words);
+    void setKind(InstrumentKind kind);
+    void closeLoop();
+    [[noreturn]] void fail(int column, const QString &message) const { throw ScriptError{line_, column, message}; }
+
+    RunScript script_;
+    int line_ = 0;
+    bool methodHasText_ = false;
+};
+
+RunScript ScriptReader::read(const QString &text) {
+    for (const QString &line : text.split('\n')) {
+        ++line_;
+        readLine(line);
+    }
+    return script_;
+}
+
+void ScriptReader::readLine(const QString &line) {
+    const QString trimmed = line.trimmed();
+    if (trimmed.startsWith('|'))
+        readMethodLine(line, int(line.indexOf('|')));
+    else if (const std::vector<ScriptWord> words = wordsOf(line); !words.empty())
+        readStep(words);
+}
+
+void ScriptReader::readMethodLine(const QString &line, int bar) {
+    if (script_.steps.empty() || script_.steps.back().action != Action::Method)
+        fail(bar + 1, "a line of text can only follow \"method\"");
+    QString text = line.mid(bar + 1);
+    if (text.startsWith(' '))
+        text.remove(0, 1);
+    if (text.endsWith('\r'))
+        text.chop(1);
+    for (const QChar character : text) {
+        if (character.unicode() > 0xFF || character.unicode() == StreamFormat::SyncByte)
+            fail(bar + 1, "a method cannot hold the character \"" + QString{character} + '"');
+    }
+    QByteArray &method = script_.steps.back().bytes;
+    method += (methodHasText_ ? "\r\n" : "") + text.toLatin1();
+    methodHasText_ = true;
+}
+
+void ScriptReader::readStep(const std::vector<ScriptWord> &words) {
+    if (script_.loops)
+        fail(words.front().column, "nothing can follow \"loop\"");
+    Step step = readStatement(words, line_);
+    QStringList statement;
+    for (const ScriptWord &word : words)
+        statement += word.text;
+    step.statement = statement.join(' ');
+    methodHasText_ = false;
+    switch (step.action) {
+    case Action::KindStatus:
+        return setKind(InstrumentKind::Status);
+    case Action::KindLetters:
+        return setKind(InstrumentKind::Letters);
+    case Action::Loop:
+        return closeLoop();
+    default:
+        script_.steps.push_back(std::move(step));
+    }
+}
+
+void ScriptReader::setKind(InstrumentKind kind) {
+    if (script_.kind || !script_.steps.empty())
+        fail(1, "\"kind\" must be the first statement");
+    script_.kind = kind;
+}
+
+void ScriptReader::closeLoop() {
+    const auto takesTime = [](const Step &step) {
+        const bool timed =
+            step.action == Action::Wait || step.action == Action::Silence || step.action == Action::Unplug;
+        return timed && step.seconds >= 1.0 / StreamFormat::samplesPerSecond;
+    };
+    if (std::ranges::none_of(script_.steps, takesTime))
+        fail(1, "a loop needs a \"wait\"");
+    script_.loops = true;
+}
+
+} // namespace
+
+RunScript parseRunScript(const QString &text) { return ScriptReader{}.read(text); }

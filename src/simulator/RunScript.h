@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+/// How an instrument tells its state: by blocks of its own, or by the letters of its UV blocks.
+enum class InstrumentKind { Status, Letters };
+
+// clang-format off
+enum class Action {
+    KindStatus, KindLetters, Loop,
+    Wait, Silence, Unplug,
+    Uv, Cond, NoiseUv, NoiseCond, DriftUv, DriftCond, Peak, Gradient,
+    Start, Event, LabelM, Hold, Continue, Pause, Resume, End, PenOn, PenOff, Method,
+    Garbage, Half, Bad, Unknown, Raw,
+};
+// clang-format on
+
+/// One statement of a script; which fields count is told by its action's form.
+struct Step {
+    Action action = Action::Wait;
+    double seconds = 0;
+    double from = 0;
+    double value = 0;
+    double width = 0;
+    double tail = 1;
+    int count = 0;
+    char letter = 0;
+    QByteArray bytes;  ///< a method's text, or bytes as they are
+    QString statement; ///< as written, single blanks between its words
+};
+
+/// What an instrument does, from its first sample to its last.
+struct RunScript {
+    std::optional<InstrumentKind> kind;
+    std::vector<Step> steps;
+    bool loops = false;
+};
+
+/// A script that cannot be understood: where, from 1, and why.
+struct ScriptError {
+    int line;
+    int column;
+    QString message;
+};
+
+/// Throws ScriptError at the first mistake.
+RunScript parseRunScript(const QString &text);

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "simulator/RunScript.h"
+
+#include <QStringList>
+
+/// What the command line asks for.
+struct SimulatorOptions {
+    QString script; ///< file of the run to play; empty for the demonstration
+    QString replay; ///< captured stream to send in place of a run, or empty
+    QString record;
+    QString truth;
+    QString link;
+    std::optional<InstrumentKind> kind; ///< over the script's own
+    double speed = 1;
+    unsigned seed = 1;
+    bool once = false;
+};
+
+/// An answer that ends the program before it plays: help, or a mistake on the command line.
+struct EarlyEnd {
+    int exitCode;
+    QString text;
+};
+
+/// `arguments` begin with the program's name. Throws EarlyEnd.
+SimulatorOptions readOptions(const QStringList &arguments);

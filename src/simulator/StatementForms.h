@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "simulator/RunScript.h"
+
+#include <QStringList>
+
+/// A word of a statement and the column it begins in, from 1.
+struct ScriptWord {
+    QString text;
+    int column;
+};
+
+/// Every form a statement can have, as help shows it: words in capitals stand for a value, brackets for what may be
+/// left out.
+QStringList statementForms();
+
+/// The step that the words of a line say; `line` is for the ScriptError that it throws otherwise.
+Step readStatement(const std::vector<ScriptWord> &words, int line);

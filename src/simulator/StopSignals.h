@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QSocketNotifier>
+
+#include <functional>
+
+/// Turns the signals that ask the program to end (interrupt, terminate, hang-up) into a call from the event loop.
+/// Must be made before any other thread starts.
+class StopSignals {
+public:
+    explicit StopSignals(std::function<void()> stop);
+    ~StopSignals();
+    StopSignals(const StopSignals &) = delete;
+    StopSignals &operator=(const StopSignals &) = delete;
+
+private:
+    int file_;
+    QSocketNotifier notifier_;
+};

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "simulator/Detectors.h"
+#include "simulator/RunScript.h"
+
+#include <QIODevice>
+
+/// What the instrument meant, in order: a tab-separated row for each sample pair and for each piece of news or fault.
+class TruthRecord {
+public:
+    /// Writes the heading. The device stays the caller's and must outlive the record.
+    explicit TruthRecord(QIODevice &device);
+
+    /// `seconds` from the start of the program's play; values also as the bits that were sent.
+    void addSample(double seconds, int number, char letter, const SamplePair &pair);
+    /// The statement as the script has it, a method with its text behind it.
+    void addNews(double seconds, const Step &step);
+
+private:
+    void write(double seconds, const QByteArray &row);
+
+    QIODevice &device_;
+};

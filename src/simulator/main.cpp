@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "base/RunTimeError.h"
+#include "simulator/Player.h"
+#include "simulator/Replay.h"
+#include "simulator/SimulatorOptions.h"
+#include "simulator/StopSignals.h"
+#include "simulator/Transmitter.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+enum ExitCode : int { Good = 0, Failed = 1, Misused = 2 };
+
+void print(std::FILE *stream, const QString &text) {
+    std::fputs(text.toLocal8Bit().constData(), stream);
+    std::fflush(stream);
+}
+
+[[noreturn]] void failOn(const QFile &file) {
+    throw RunTimeError(RunTimeError::PathFileAccess, file.fileName() + ": " + file.errorString());
+}
+
+QByteArray contentOf(const QString &path) {
+    QFile file{path};
+    if (!file.open(QIODevice::ReadOnly))
+        failOn(file);
+    return file.readAll();
+}
+
+/// An output file, if one was asked for. Unbuffered, so that it is whole however the program ends.
+std::unique_ptr<QFile> outputFile(const QString &path) {
+    if (path.isEmpty())
+        return nullptr;
+    auto file = std::make_unique<QFile>(path);
+    if (!file->open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        failOn(*file);
+    return file;
+}
+
+RunScript readScript(const QString &path) {
+    try {
+        return parseRunScript(QString::fromUtf8(contentOf(path)));
+    } catch (const ScriptError &error) {
+        throw EarlyEnd{Misused,
+                       QString{"%1:%2:%3: %4\n"}.arg(path).arg(error.line).arg(error.column).arg(error.message)};
+    }
+}
+
+std::unique_ptr<LineSource> makeSource(const SimulatorOptions &options, TruthRecord *truth) {
+    if (!options.replay.isEmpty())
+        return std::make_unique<Replay>(contentOf(options.replay));
+    const RunScript script = readScript(options.script.isEmpty() ? ":/simulator/demo.velquin" : options.script);
+    const InstrumentKind kind = options.kind.value_or(script.kind.value_or(InstrumentKind::Status));
+    return std::make_unique<Player>(script, Player::Settings{kind, script.loops && !options.once, options.seed, truth});
+}
+
+int play(const SimulatorOptions &options) {
+    const std::unique_ptr<QFile> truthFile = outputFile(options.truth);
+    const std::unique_ptr<QFile> recordFile = outputFile(options.record);
+    std::optional<TruthRecord> truth;
+    if (truthFile)
+        truth.emplace(*truthFile);
+    const std::unique_ptr<LineSource> source = makeSource(options, truth ? &*truth : nullptr);
+
+    Transmitter transmitter{*source, {options.link, options.speed, recordFile.get()}};
+    transmitter.plugged = [](const QString &path) { print(stdout, path + '\n'); };
+    transmitter.finished = [] { QCoreApplication::exit(Good); };
+    transmitter.failed = [](const RunTimeError &error) {
+        print(stderr, "velquin-sim: " + error.description() + '\n');
+        QCoreApplication::exit(Failed);
+    };
+    const StopSignals signals_{[] { QCoreApplication::exit(Good); }};
+    transmitter.start();
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[]) {
+    const QCoreApplication application{argc, argv};
+    try {
+        return play(readOptions(QCoreApplication::arguments()));
+    } catch (const EarlyEnd &end) {
+        print(end.exitCode == Good ? stdout : stderr, end.text);
+        return end.exitCode;
+    } catch (const RunTimeError &error) {
+        print(stderr, "velquin-sim: " + error.description() + '\n');
+        return Failed;
+    }
+}
