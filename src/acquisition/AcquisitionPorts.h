@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// What the acquisition needs of the window and the menus above it.
+class PortSetup;
+
+/// What the acquisition needs of the windows and the menus above it.
 
 /// The click routines of the record commands. Run whole each time, whether or not their menu items are enabled.
 class RecordCommands {
@@ -39,4 +41,14 @@ public:
     virtual void focusChart() = 0;
     /// Shows the dialog that reports a lost link, until the operator answers it.
     virtual void showNoData() = 0;
+};
+
+/// The form frmSetup.
+class SetupDialog {
+public:
+    virtual ~SetupDialog() = default;
+
+    /// Shows a setup that is loaded, modally, until it answers OK well or the operator cancels; without `mayCancel`
+    /// only the first ends it.
+    virtual void show(PortSetup &setup, bool mayCancel) = 0;
 };

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/Values.h"
+#include "platform/Prompts.h"
+#include "platform/SerialControl.h"
+#include "platform/Timer.h"
+
+#include <array>
+
+/// Which of the ports COM 1 to COM 10 can be chosen; the index is the port's number less 1.
+struct PortChoices {
+    std::array<bool, 10> enabled{};
+
+    /// False also for a number that no button has.
+    bool has(int port) const { return port >= 1 && port <= int(enabled.size()) && enabled[port - 1]; }
+};
+
+/// What stands behind the form frmSetup: the probe of the ports, the port that is picked, the change to it.
+class PortSetup {
+public:
+    /// `ComPort` is the link itself; `CommTmp` only tries ports, so that the link stays untouched.
+    PortSetup(SerialControl &ComPort, SerialControl &CommTmp, Timer &TimerCheckComData, Options &options,
+              LinkState &link, Prompts &prompts);
+
+    /// Begins a showing of the form: all ports are probed anew and the present one is picked.
+    void load();
+    /// Takes away each choice whose port is missing or held by another program. With `UseComPort` the link's own
+    /// control is tried on all ports and is left at the last one.
+    void FindFreeComPorts(bool UseComPort);
+
+    const PortChoices &choices() const { return choices_; }
+    /// The port that is shown as picked. A stored number outside 1 to 10 shows none.
+    int SelectedComPort() const { return SelectedComPort_; }
+    void optCom_Click(int Index) { SelectedComPort_ = Index + 1; }
+
+    /// Changes the link to the picked port. True: hide the form. False: the operator was told that the port does not
+    /// open, the old one is back, and the form stays.
+    bool ok();
+
+private:
+    void probe(SerialControl &control, int port);
+
+    SerialControl &ComPort_;
+    SerialControl &CommTmp_;
+    Timer &TimerCheckComData_;
+    Options &options_;
+    LinkState &link_;
+    Prompts &prompts_;
+    PortChoices choices_;
+    Int16 SelectedComPort_;
+};

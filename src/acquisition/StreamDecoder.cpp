@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/StreamDecoder.h"
+
+#include "acquisition/StreamFormat.h"
+#include "base/Numbers.h"
+
+#include <bit>
+
+using namespace StreamFormat;
+
+namespace {
+
+enum StreamError : qint32 { LostSync = -10, UnknownParameter = -11, UnknownType = -12, FirstSyncNotFound = -13 };
+
+constexpr int untilMethodEnd = -1;
+
+} // namespace
+
+/// How a block is recognised as whole, and who decodes it.
+struct StreamDecoder::BlockRule {
+    std::uint8_t letter;
+    int bytesAsked; ///< bytes that must wait behind the type byte
+    void (*decode)(StreamDecoder &decoder);
+};
+
+// "F" is complete with one byte behind the letter, though the block has four: the count may run below zero and catches
+// up by itself.
+// clang-format off
+constexpr StreamDecoder::BlockRule StreamDecoder::blockRules[] = {
+    // letter         asked            decoder
+    {CondSample,      4,               [](StreamDecoder &d) { d.HandelCondData(); }},
+    {CondSampleD,     4,               [](StreamDecoder &d) { d.HandelCondData(); }},
+    {EventBlock,      1,               [](StreamDecoder &d) { d.HandelEventData(); }},
+    {FBlock,          1,               [](StreamDecoder &d) { d.HandelFBlockData(); }},
+    {HoldBlock,       1,               [](StreamDecoder &d) { d.HandelHoldData(); }},
+    {MethodBlock,     untilMethodEnd,  [](StreamDecoder &d) { d.HandelMethodData(); }},
+    {PenStatusBlock,  1,               [](StreamDecoder &d) { d.HandelPenStatusData(0); }},
+    {RunStatusBlock,  1,               [](StreamDecoder &d) { d.HandelRunStatusData(); }},
+    {UvSample,        4,               [](StreamDecoder &d) { d.HandelUvData(UvSample); }},
+    {UvSampleInRun,   4,               [](StreamDecoder &d) { d.HandelUvData(UvSampleInRun); }},
+};
+// clang-format on
+
+const StreamDecoder::BlockRule *StreamDecoder::ruleFor(std::uint8_t type) {
+    for (const BlockRule &rule : blockRules) {
+        if (rule.letter == type)
+            return &rule;
+    }
+    return nullptr;
+}
+
+StreamDecoder::StreamDecoder(ReceiveRing &ring, LinkState &link, RunState &run, RunNews &news, SampleIntake &intake,
+                             DecoderTimers timers, AcquisitionWindow &window, RecordCommands &commands,
+                             ErrorRoute &errors, const Options &options)
+    : ring_(ring), link_(link), run_(run), news_(news), intake_(intake), timers_(timers), window_(window),
+      commands_(commands), errors_(errors), options_(options) {}
+
+void StreamDecoder::TimerProcess_Timer() {
+    if (ring_.ByteCount() > 2)
+        ProcessComData();
+}
+
+void StreamDecoder::ProcessComData() {
+    link_.DataBusy = true;
+    timers_.TimerProcess.setEnabled(false);
+    ring_.rebase();
+    if (!link_.FirstSyncFound)
+        FindFirstSync();
+    else
+        decodeWholeBlocks();
+    link_.DataBusy = false;
+    timers_.TimerProcess.setEnabled(true);
+    if (run_.Recording)
+        window_.UpdateLiveView();
+}
+
+// An error of a decoder clears FirstSyncFound but does not end the pass: the blocks behind it are still good.
+void StreamDecoder::decodeWholeBlocks() {
+    for (bool complete = true; complete;) {
+        complete = PeekDataBlock();
+        if (complete) {
+            ring_.TakeByte();
+            ruleFor(ring_.TakeByte())->decode(*this);
+        }
+        ring_.rebase();
+    }
+}
+
+bool StreamDecoder::PeekDataBlock() {
+    if (ring_.LookByteCount() < 3)
+        return false;
+    if (const auto sync = ring_.GetLastBytes(); sync != SyncByte) {
+        refuse("Sub PeekDataBlock; Sync Byte Expected; Actual Byte Received:", sync, ReceiveRing::AroundLook, LostSync);
+        return false;
+    }
+    const auto type = ring_.GetLastBytes();
+    const BlockRule *rule = ruleFor(type);
+    if (rule == nullptr) {
+        refuse("Sub PeekDataBlock; Data Type Byte Expected; Actual Byte Received:", type, ReceiveRing::AroundLook,
+               UnknownType);
+        return false;
+    }
+    return rule->bytesAsked == untilMethodEnd ? peekMethodEnd() : ring_.LookByteCount() >= rule->bytesAsked;
+}
+
+bool StreamDecoder::peekMethodEnd() {
+    while (ring_.LookByteCount() > 0) {
+        if (ring_.GetLastBytes() == SyncByte)
+            return true;
+    }
+    return false;
+}
+
+void StreamDecoder::FindFirstSync() {
+    while (ring_.LookByteCount() >= 7) {
+        const int discarded = bytesToDiscard();
+        if (discarded == 0) {
+            syncFound();
+            return;
+        }
+        for (int i = 0; i < discarded; ++i)
+            ring_.TakeByte();
+    }
+    errors_.HandelError(FirstSyncNotFound);
+}
+
+/// Peeks for a UV block with a sync byte behind it, which stays in the ring; answers 0 for one, otherwise the number of
+/// bytes looked at.
+int StreamDecoder::bytesToDiscard() {
+    if (ring_.GetLastBytes() != SyncByte)
+        return 1;
+    if (const auto type = ring_.GetLastBytes(); type != UvSample && type != UvSampleInRun)
+        return 2;
+    for (int i = 0; i < 4; ++i)
+        ring_.GetLastBytes();
+    return ring_.GetLastBytes() == SyncByte ? 0 : 7;
+}
+
+void StreamDecoder::syncFound() {
+    run_.ChartRunActive = false;
+    window_.setReceiveLed(true);
+    timers_.TimerCheckComData.setEnabled(true);
+    timers_.TimerSaveLog.setEnabled(options_.DataLogging);
+    if (options_.DataLogging)
+        run_.LogEventNumber = run_.ChartEventNumber;
+    window_.commandsAt(Moment::SyncFound);
+    link_.FirstSyncFound = true;
+}
+
+void StreamDecoder::HandelCondData() {
+    StoreSampleBytes();
+    run_.CondValue = SampleBytes_;
+    intake_.AddChartSample();
+    intake_.AddLogSample();
+}
+
+void StreamDecoder::HandelUvData(std::uint8_t type) {
+    StoreSampleBytes();
+    news_.takeUvLetter(type);
+    run_.UvValue = SampleBytes_;
+}
+
+void StreamDecoder::HandelFBlockData() {
+    for (int i = 0; i < 4; ++i)
+        ring_.TakeByte();
+    link_.StatusBlocksSeen = true;
+}
+
+void StreamDecoder::HandelEventData() {
+    const auto event = ring_.TakeByte();
+    if (!news_.takeEvent(event))
+        parameterError("Sub HandelEventData; Event Byte Expected; Actual Byte Received:", event);
+}
+
+void StreamDecoder::HandelHoldData() {
+    const auto hold = ring_.TakeByte();
+    if (!news_.takeHold(hold))
+        parameterError("Sub HandelHoldData; Hold Byte Expected; Actual Byte Received:", hold);
+}
+
+void StreamDecoder::HandelPenStatusData(int skip) {
+    const auto pen = ring_.TakeByte();
+    if (skip != 0)
+        return;
+    link_.StatusBlocksSeen = true;
+    if (pen == PenOff)
+        commands_.mnuStop_Click();
+    else if (pen == PenOn)
+        commands_.mnuStart_Click();
+    else
+        parameterError("Sub HandelPenStatusData; Pen Byte Expected; Actual Byte Received:", pen);
+}
+
+void StreamDecoder::HandelRunStatusData() {
+    const auto status = ring_.TakeByte();
+    link_.StatusBlocksSeen = true;
+    if (!news_.takeRunStatus(status))
+        parameterError("Sub HandelRunStatusData; Run Byte Expected; Actual Byte Received:", status);
+}
+
+void StreamDecoder::HandelMethodData() {
+    QString text;
+    do {
+        const auto byte = ring_.TakeByte();
+        if (byte == SyncByte)
+            break;
+        text += QLatin1Char(static_cast<char>(byte));
+    } while (ring_.ByteCount() != 0);
+    intake_.takeMethod(text);
+}
+
+void StreamDecoder::StoreSampleBytes() {
+    std::uint32_t bits = 0;
+    for (int i = 0; i < 4; ++i)
+        bits = bits << 8 | ring_.TakeByte();
+    SampleBytes_ = std::bit_cast<float>(bits);
+}
+
+void StreamDecoder::parameterError(const char *text, std::uint8_t byte) {
+    refuse(text, byte, ReceiveRing::AroundTake, UnknownParameter);
+}
+
+void StreamDecoder::refuse(const char *text, std::uint8_t byte, ReceiveRing::Which which, qint32 ErrorCode) {
+    link_.DebugText = QLatin1String(text) + leadingBlankNumber(byte);
+    ring_.AddDebugBytes(which, link_.DebugText);
+    errors_.HandelError(ErrorCode);
+}
