@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "driver/Probe.h"
+#include "driver/Profile.h"
+#include "driver/RunningProgram.h"
+
+#include <optional>
+#include <vector>
+
+/// The recorder as shipped beside a simulated instrument, in a profile of its own and without a display. COM 1 is the
+/// instrument's line, and there is no other port.
+class LiveOstrel {
+public:
+    struct Sample {
+        float uv;
+        float cond;
+        bool operator==(const Sample &) const = default;
+    };
+
+    /// The instrument plays `script`; the recorder is up as far as the question for the system's name.
+    explicit LiveOstrel(const QByteArray &script);
+
+    Probe &operator*() { return *probe_; }
+    Probe *operator->() { return &*probe_; }
+    RunningProgram &recorder() { return *recorder_; }
+
+    bool isUp(const QString &window);
+    bool isLinked() { return probe_->colour("ShapeReciveLed") == "#00ff00"; }
+    bool isEnabled(const QString &object) { return probe_->get(object, "enabled").toBool(); }
+    /// Answers the question for the system's name.
+    void nameSystem();
+
+    /// The texts of a chart's marks in the order of their times, between blanks.
+    QString marks(int chart);
+    std::vector<Sample> samples(int chart);
+    /// What the instrument meant so far: the rows of its truth, split at the tabs.
+    std::vector<QStringList> truth() const;
+
+private:
+    void startInstrument(const QByteArray &script);
+    void startRecorder();
+
+    Profile profile_;
+    std::optional<RunningProgram> instrument_;
+    std::optional<RunningProgram> recorder_;
+    std::optional<Probe> probe_;
+};

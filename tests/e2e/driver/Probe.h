@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QLocalSocket>
+
+/// Questions to a running program into which the probe was put. Whatever cannot be answered, or is not answered within
+/// ten seconds, throws std::runtime_error.
+class Probe {
+public:
+    /// Waits until the program listens at the socket.
+    explicit Probe(const QString &socket);
+
+    QJsonValue get(const QString &object, const QString &property);
+    QJsonValue call(const QString &object, const QString &method, const QJsonArray &arguments = {});
+    QString colour(const QString &widget); ///< of its middle, #rrggbb
+    QJsonArray windows();                  ///< that are shown: name, title, text, modal, active
+    QJsonArray names();
+    void grab(const QString &widget, const QString &pictureFile);
+
+    // As an operator; what comes of it shows a little later.
+    void trigger(const QString &action);
+    void click(const QString &widget);
+    void answer(const QString &button);
+    void key(const QString &sequence);
+    void type(const QString &widget, const QString &text);
+    void pick(const QString &combo, int index);
+    void quit();
+
+    QJsonValue ask(const QJsonObject &question);
+
+private:
+    QLocalSocket socket_;
+};

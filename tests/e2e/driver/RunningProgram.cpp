@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#include "RunningProgram.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QThread>
+#include <sys/prctl.h>
+
+#include <csignal>
+#include <ctime>
+#include <stdexcept>
+
+bool within(std::chrono::milliseconds time, const std::function<bool()> &holds) {
+    QElapsedTimer waiting;
+    waiting.start();
+    while (!holds()) {
+        if (waiting.hasExpired(time.count()))
+            return false;
+        QThread::msleep(20);
+    }
+    return true;
+}
+
+RunningProgram::RunningProgram(const QString &program, const QStringList &arguments,
+                               const QProcessEnvironment &environment, const QString &output) {
+    process_.setProcessEnvironment(environment);
+    process_.setProcessChannelMode(QProcess::MergedChannels);
+    process_.setStandardOutputFile(output, QIODevice::Append);
+    process_.setStandardInputFile(QProcess::nullDevice());
+    process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    process_.start(program, arguments);
+    if (!process_.waitForStarted())
+        throw std::runtime_error((program + ": " + process_.errorString()).toStdString());
+}
+
+RunningProgram::~RunningProgram() {
+    process_.kill();
+    process_.waitForFinished();
+}
+
+bool RunningProgram::runs() {
+    process_.waitForFinished(0);
+    return process_.state() == QProcess::Running;
+}
+
+bool RunningProgram::isStopped() const { return procFile("stat").section(')', -1).trimmed().startsWith('T'); }
+
+int RunningProgram::exitCode() const {
+    return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+}
+
+double RunningProgram::processorSeconds() const {
+    clockid_t clock;
+    timespec time{};
+    if (clock_getcpuclockid(static_cast<pid_t>(pid()), &clock) != 0 || clock_gettime(clock, &time) != 0)
+        throw std::runtime_error("the program's processor time cannot be read");
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+double RunningProgram::privateMebibytes() const {
+    double kibibytes = 0;
+    for (const QString &line : procFile("smaps_rollup").split('\n')) {
+        if (line.startsWith("Private_"))
+            kibibytes += line.simplified().section(' ', 1, 1).toDouble();
+    }
+    return kibibytes / 1024;
+}
+
+QString RunningProgram::procFile(const char *name) const {
+    QFile file{QString{"/proc/%1/%2"}.arg(pid()).arg(QLatin1String(name))};
+    if (!file.open(QIODevice::ReadOnly))
+        throw std::runtime_error("the program has ended");
+    return QString::fromLatin1(file.readAll());
+}
