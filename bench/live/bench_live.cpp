@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "driver/LiveOstrel.h"
+
+#include <QThread>
+#include <benchmark/benchmark.h>
+
+#include <stdexcept>
+
+using namespace std::chrono_literals;
+
+/// Processor time of an hour's recording, taken from a minute of it at the instrument's own pace: three writes of the
+/// running log are in it.
+namespace {
+
+constexpr double minutes = 1;
+
+double perHour(const RunningProgram &program) {
+    const double before = program.processorSeconds();
+    QThread::sleep(static_cast<unsigned long>(60 * minutes));
+    return (program.processorSeconds() - before) * 60 / minutes;
+}
+
+void ours(benchmark::State &state) {
+    for (auto _ : state) {
+        LiveOstrel live{"uv 0.1\nnoise uv 0.001\ncond 20\nnoise cond 0.1\nstart\nwait 1h\n"};
+        live.nameSystem();
+        if (!within(20s, [&] { return live->get("mnuStop", "enabled").toBool(); }))
+            throw std::runtime_error("the recorder does not record");
+        QThread::sleep(5);
+        state.SetIterationTime(perHour(live.recorder()));
+    }
+}
+
+void stripTimer(benchmark::State &state) {
+    for (auto _ : state) {
+        const Profile profile;
+        RunningProgram strip{STRIP_TIMER_PROGRAM, {}, profile.environment({}), profile.file("output")};
+        QThread::sleep(5);
+        state.SetIterationTime(perHour(strip));
+    }
+}
+
+// A minute of the hour is long enough: no repetitions.
+BENCHMARK(ours)->Name("LiveHour/ours")->UseManualTime()->Iterations(1)->Repetitions(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(stripTimer)
+    ->Name("LiveHour/strip")
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Repetitions(1)
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+BENCHMARK_MAIN();

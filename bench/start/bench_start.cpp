@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "driver/Profile.h"
+#include "driver/RunningProgram.h"
+
+#include <QFile>
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+
+#include <cstdlib>
+#include <stdexcept>
+
+using namespace std::chrono_literals;
+
+/// Processor time and memory of a program at the first painting of a window. Both programs run without a display, in
+/// the same way; the recorder's line is a pseudo-terminal on which nothing comes.
+namespace {
+
+class SilentLine {
+public:
+    explicit SilentLine(const QString &link) : master_(posix_openpt(O_RDWR | O_NOCTTY)) {
+        const bool made = master_ >= 0 && grantpt(master_) == 0 && unlockpt(master_) == 0;
+        if (!made || !QFile::link(QString::fromLocal8Bit(ptsname(master_)), link))
+            throw std::runtime_error("no pseudo-terminal");
+    }
+    ~SilentLine() { ::close(master_); }
+
+private:
+    int master_;
+};
+
+void firstPaint(benchmark::State &state, const char *program, const char *window) {
+    double mebibytes = 0;
+    for (auto _ : state) {
+        const Profile profile;
+        const SilentLine line{profile.file("instrument")};
+        QProcessEnvironment environment = profile.environment("firstpaint");
+        environment.insert("FIRST_PAINT_OF", window);
+        RunningProgram running{program, {}, environment, profile.file("output")};
+        if (!within(30s, [&] { return running.isStopped(); }))
+            throw std::runtime_error("the program paints nothing");
+        state.SetIterationTime(running.processorSeconds());
+        mebibytes = running.privateMebibytes();
+    }
+    state.counters["MiB"] = mebibytes;
+}
+
+// clang-format off
+BENCHMARK_CAPTURE(firstPaint, start, OSTREL_PROGRAM, "")               ->Name("FirstPaint/ours/start") ->UseManualTime()->Iterations(3);
+BENCHMARK_CAPTURE(firstPaint, window, OSTREL_PROGRAM, "frmMain")       ->Name("FirstPaint/ours/window")->UseManualTime()->Iterations(3);
+BENCHMARK_CAPTURE(firstPaint, empty_window, EMPTY_WINDOW_PROGRAM, "")  ->Name("FirstPaint/empty_window")->UseManualTime()->Iterations(3);
+// clang-format on
+
+} // namespace
+
+BENCHMARK_MAIN();
