@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/ErrorRoute.h"
+#include "base/Values.h"
+#include "documents/DocumentPorts.h"
+#include "platform/Clock.h"
+#include "platform/Prompts.h"
+#include "platform/SerialControl.h"
+
+/// The one error route: a message box, an entry of the error log, or nothing, by the number alone.
+///
+/// An entry is two lines ended by CR LF: date and time, then the message with the decoder's DebugText directly behind
+/// it. The log file is opened and closed for each entry; a failure to write it flies on to the caller.
+class ErrorReporter : public ErrorRoute {
+public:
+    struct Reads {
+        const CurrentError &error;      ///< quoted by the box about the settings
+        const SerialControl &ComPort;   ///< asked for the fullness of its buffer
+        const Clock &clock;
+    };
+
+    ErrorReporter(LinkState &link, Prompts &prompts, StopCommands &commands, Reads reads, QString logFile);
+
+    void HandelError(qint32 ErrorCode) override;
+    void WriteErrorLog(const QString &message);
+
+private:
+    LinkState &link_;
+    Prompts &prompts_;
+    StopCommands &commands_;
+    Reads reads_;
+    QString logFile_;
+};

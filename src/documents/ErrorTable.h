@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Prompts.h"
+
+#include <QtGlobal>
+
+/// How each number of the error route is told. A number in none of the tables is logged with its description.
+namespace ErrorTable {
+
+/// Told in a message box with an Ok button; `text` may hold descriptionPlace.
+struct BoxRow {
+    qint32 code;
+    BoxIcon icon;
+    const char *caption; ///< empty: the application's title
+    const char *text;
+};
+
+/// Told by a beep and an entry of the error log.
+struct LogRow {
+    qint32 code;
+    bool endsSync; ///< the decoder must search for synchronisation anew
+    const char *text;
+};
+
+/// Stands in a box's text for the description of the run-time error at hand.
+inline constexpr char descriptionPlace[] = "%1";
+
+/// The box of a number, the log entry of a number; nullptr for none.
+const BoxRow *boxFor(qint32 code);
+const LogRow *logFor(qint32 code);
+/// The number has no reaction at all.
+bool isSilent(qint32 code);
+
+inline constexpr qint32 clearToSendChanged = 3; ///< the only place where the fullness of the input buffer is looked at
+inline constexpr int fullBuffer = 32000;        ///< bytes beyond which the buffer counts as full
+inline constexpr char bufferFullText[] = "ERROR - Communication buffer full.";
+
+inline constexpr qint32 outOfMemory = -15; ///< ends recording and logging once the operator has read its box
+
+} // namespace ErrorTable

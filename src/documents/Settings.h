@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/ErrorRoute.h"
+#include "base/Values.h"
+#include "platform/SettingsStore.h"
+
+/// The options in the settings store, section "Options".
+class Settings {
+public:
+    Settings(Options &options, CurrentError &error, SettingsStore &store, ErrorRoute &errors);
+
+    /// A key that is missing takes its default. A text that cannot be converted, or a store that fails, is told to the
+    /// operator, and all options take their defaults. No value is checked for its range.
+    void ReadSettings();
+    void SetDefaultSettings();
+    /// A failure of the store flies on as a RunTimeError.
+    void SaveSettings();
+
+private:
+    Options &options_;
+    CurrentError &error_;
+    SettingsStore &store_;
+    ErrorRoute &errors_;
+};

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "documents/ErrorReporter.h"
+
+#include "base/Numbers.h"
+#include "base/Steps.h"
+#include "fakes/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+class FakeStopCommands : public StopCommands {
+public:
+    void mnuStop_Click() override { ran << "mnuStop"; }
+    void mnuLogOff_Click() override { ran << "mnuLogOff"; }
+    QStringList ran;
+};
+
+class ErrorReporterTest : public testing::Test {
+protected:
+    QString log() const {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+    /// The entry that the log must hold for one message.
+    QString entry(const QString &message) const { return generalDate(clock.now()) + "\r\n" + message + "\r\n"; }
+
+    QTemporaryDir folder;
+    QString path = folder.filePath("ChartErr.log");
+    LinkState link;
+    CurrentError error;
+    FakePrompts prompts;
+    FakeStopCommands commands;
+    FakeSerialControl ComPort;
+    FakeClock clock;
+    ErrorReporter reporter{link, prompts, commands, {error, ComPort, clock}, path};
+};
+
+TEST_F(ErrorReporterTest, aDecodingErrorIsLoggedWithItsDumpAndEndsTheSync) {
+    link.FirstSyncFound = true;
+    link.DebugText = "Sub PeekDataBlock; 7\r\n 1 2 3";
+    reporter.HandelError(-10);
+    EXPECT_FALSE(link.FirstSyncFound);
+    EXPECT_EQ(prompts.beeps, 1);
+    EXPECT_EQ(log(), entry("ERROR - Lost Sync.Sub PeekDataBlock; 7\r\n 1 2 3"));
+
+    // The text of an earlier failure stands behind every later entry.
+    link.DebugText = "old";
+    reporter.HandelError(1001);
+    EXPECT_TRUE(log().endsWith(entry("ERROR - Break signal received.old")));
+}
+
+TEST_F(ErrorReporterTest, outOfMemoryStopsEverythingOnceItsBoxIsRead) {
+    prompts.whileShown = [this](const MessageBox &) { EXPECT_TRUE(commands.ran.isEmpty()); };
+    reporter.HandelError(-15);
+    ASSERT_EQ(prompts.shown.size(), 1U);
+    EXPECT_EQ(prompts.shown[0].caption, "");
+    EXPECT_EQ(commands.ran, (QStringList{"mnuStop", "mnuLogOff"}));
+    EXPECT_EQ(log(), "");
+}
+
+TEST_F(ErrorReporterTest, theSettingsBoxQuotesTheErrorAtHand) {
+    error.description = "Type mismatch";
+    reporter.HandelError(-20);
+    EXPECT_EQ(prompts.shown.at(0).text, "Cannot load configuration file.\rType mismatch\rUsing default values.");
+    EXPECT_EQ(prompts.shown.at(0).icon, BoxIcon::Exclamation);
+}
+
+TEST_F(ErrorReporterTest, numbersWithoutAnEntryAreLoggedByTheirDescription) {
+    QString expected;
+    for (const int code : {-26, -23, -9, 0, 2, 8, 53, 1005, 8002}) {
+        reporter.HandelError(code);
+        expected += entry(RunTimeError::describe(code));
+    }
+    EXPECT_EQ(log(), expected);
+    EXPECT_TRUE(prompts.shown.empty());
+}
+
+TEST_F(ErrorReporterTest, lineChangesAndCharacterErrorsAreSilent) {
+    for (const int code : {1, 4, 5, 6, 7, 1004, 1009})
+        reporter.HandelError(code);
+    ComPort.pretendedCount = 32000;
+    reporter.HandelError(3);
+    EXPECT_EQ(prompts.beeps, 0);
+    EXPECT_EQ(log(), "");
+
+    ComPort.pretendedCount = 32001;
+    reporter.HandelError(3);
+    EXPECT_EQ(log(), entry("ERROR - Communication buffer full."));
+}
+
+TEST_F(ErrorReporterTest, aLogThatCannotBeWrittenFliesOn) {
+    const ErrorReporter::Reads reads{error, ComPort, clock};
+    ErrorReporter broken(link, prompts, commands, reads, folder.filePath("missing/ChartErr.log"));
+    EXPECT_NE(errorNumberOf([&] { broken.HandelError(-13); }), 0);
+    EXPECT_EQ(prompts.beeps, 1);
+}
+
+} // namespace

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "documents/Settings.h"
+
+#include "base/Steps.h"
+#include "fakes/FakeErrorRoute.h"
+#include "fakes/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class SettingsTest : public testing::Test {
+protected:
+    void put(const QString &key, const QString &value) { store.rows[{"Options", key}] = value; }
+    void expectDefaults() const {
+        EXPECT_EQ(options.ComPortNumber, 1);
+        EXPECT_TRUE(options.DataLogging);
+        EXPECT_EQ(options.DataFileSizeHours, 24);
+    }
+
+    Options options{5, false, 7};
+    CurrentError error;
+    FakeSettingsStore store;
+    FakeErrorRoute errors;
+    Settings settings{options, error, store, errors};
+};
+
+TEST_F(SettingsTest, anEmptyStoreIsNoFailure) {
+    settings.ReadSettings();
+    expectDefaults();
+    EXPECT_TRUE(errors.codes.empty());
+}
+
+TEST_F(SettingsTest, whatIsSavedIsReadBack) {
+    put("DataLogging", "0");
+    put("ComPortNumber", "3");
+    settings.ReadSettings();
+    EXPECT_EQ(options.ComPortNumber, 3);
+    EXPECT_FALSE(options.DataLogging);
+
+    options.DataFileSizeHours = 0.5;
+    settings.SaveSettings();
+    EXPECT_EQ(store.written, (QStringList{"ComPortNumber", "DataLogging", "DataFileSizeHours"}));
+    EXPECT_EQ(store.GetSetting("Options", "DataLogging", ""), "False");
+    EXPECT_EQ(store.GetSetting("Options", "DataFileSizeHours", ""), "0.5");
+}
+
+TEST_F(SettingsTest, oneBadTextGivesAllOptionsTheirDefaults) {
+    const std::pair<const char *, const char *> bad[] = {
+        {"ComPortNumber", "COM3"}, {"ComPortNumber", "40000"}, {"DataLogging", "Yes"}, {"DataFileSizeHours", "a day"}};
+    for (const auto &[key, value] : bad) {
+        store.rows.clear();
+        errors.codes.clear();
+        put("ComPortNumber", "7");
+        put(key, value);
+        settings.ReadSettings();
+        expectDefaults();
+        EXPECT_EQ(errors.codes, std::vector<qint32>{-20}) << key << '=' << value;
+        EXPECT_EQ(store.rows.at({"Options", key}), value);
+    }
+    EXPECT_EQ(error.number, RunTimeError::TypeMismatch);
+}
+
+TEST_F(SettingsTest, aStoreThatFailsGivesTheDefaultsWhenReadAndFliesOnWhenWritten) {
+    store.broken = RunTimeError::DiskFull;
+    settings.ReadSettings();
+    expectDefaults();
+    EXPECT_EQ(errors.codes, std::vector<qint32>{-20});
+    EXPECT_EQ(errorNumberOf([this] { settings.SaveSettings(); }), RunTimeError::DiskFull);
+}
+
+} // namespace
