@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#include "view/ChartTabs.h"
+
+#include "base/Numbers.h"
+
+#include <QSignalBlocker>
+
+#include <utility>
+
+ChartTabs::ChartTabs(TabStates &tabs, const Charts &charts, QTabBar &TabChart, const TimeControls &controls,
+                     TimeAxis &time, CommandStates &commands, std::function<void(int)> bringToFront)
+    : tabs_(tabs), charts_(charts), TabChart_(TabChart), controls_(controls), time_(time), commands_(commands),
+      bringToFront_(std::move(bringToFront)) {}
+
+void ChartTabs::attach() {
+    QObject::connect(&TabChart_, &QTabBar::currentChanged, &TabChart_, [this] { TabChart_Click(); });
+}
+
+void ChartTabs::select(int tab) {
+    {
+        const QSignalBlocker quiet(TabChart_);
+        TabChart_.setCurrentIndex(tab);
+    }
+    TabChart_Click();
+}
+
+void ChartTabs::TabChart_Click() {
+    const int tab = TabChart_.currentIndex();
+    if (tab >= tabs_.ChartCount) {
+        select(tabs_.CurrentChart);
+        return;
+    }
+    tabs_.CurrentChart = tab;
+    commands_.tabInFront(TabChart_.tabText(tab));
+    bringToFront_(tab);
+    charts_[tab]->Redraw();
+
+    // What stands in the window entry now is applied when the time mode changes to a window.
+    controls_.txtChartTime->setText(tabs_.Zoomed[tab] ? generalNumber(tabs_.ChartViews[tab].TimeSpan)
+                                                      : generalNumber(tabs_.WindowMinutes[tab]));
+    controls_.optTimeAxis[tabs_.FullView[tab] ? 0 : 1]->setValue(true);
+    if (controls_.optTimeAxis[1]->Value())
+        time_.EnableScrollBar();
+    time_.ShowAxisState();
+}

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/AcquisitionPorts.h"
+#include "base/Values.h"
+#include "view/MainControls.h"
+
+#include <QAction>
+#include <QString>
+
+#include <functional>
+
+/// Which commands are available in which state. Menu items and toolbar buttons are actions, found by their names.
+class CommandStates {
+public:
+    using Actions = std::function<QAction *(const QString &name)>;
+
+    CommandStates(const RunState &run, const TabStates &tabs, const TimeControls &time, Actions actions);
+
+    /// The moments at which the link or the recording changes. Those of the recording reach the commands on the chart
+    /// only while the recorder is in front.
+    void commandsAt(Moment moment);
+    /// Another tab has come to the front; `caption` is that of its head.
+    void tabInFront(const QString &caption);
+
+    /// Enables the one log command that changes something.
+    void setLogMenus(bool DataLogging);
+    /// Presses the one of the two log buttons that tells the state.
+    void pressLogButton(bool DataLogging);
+
+private:
+    void applyTabRows();
+    void applyRecordRow(Moment moment);
+    void atRecordOrStop(Moment moment);
+    /// Presses a button of a group, which releases the others; runs no command.
+    void press(const char *button) { actions_(QLatin1String(button))->setChecked(true); }
+    void enable(const char *command, bool on) { actions_(QLatin1String(command))->setEnabled(on); }
+
+    const RunState &run_;
+    const TabStates &tabs_;
+    TimeControls time_;
+    Actions actions_;
+};

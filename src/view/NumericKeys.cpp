@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "view/NumericKeys.h"
+
+#include "base/Numbers.h"
+#include "base/Steps.h"
+
+namespace {
+
+constexpr int backspace = 8;
+
+/// At most one of its kind: a new one only takes the place of one that is selected.
+bool hasRoomFor(QChar sign, const EntryText &Control) {
+    return !Control.Text().contains(sign) || Control.SelText().contains(sign);
+}
+
+} // namespace
+
+int NumericKeys::FilterNumericKey(int KeyAscii, const EntryText &Control, bool AllowPoint, bool AllowMinus) const {
+    if (isWanted(KeyAscii, Control, AllowPoint, AllowMinus))
+        return KeyAscii;
+    prompts_.beep();
+    return keyRefused;
+}
+
+bool NumericKeys::isWanted(int KeyAscii, const EntryText &Control, bool AllowPoint, bool AllowMinus) const {
+    const QChar ch(static_cast<char16_t>(KeyAscii));
+    if (KeyAscii == backspace || (ch >= u'0' && ch <= u'9'))
+        return true;
+    if (ch == DecimalPoint_)
+        return AllowPoint && hasRoomFor(ch, Control);
+    if (ch == u'-')
+        return AllowMinus && Control.SelStart() == 0 && hasRoomFor(ch, Control);
+    return false;
+}
+
+double entryValue(const EntryText &Control) {
+    double value = 0;
+    skippingErrors([&] { value = numberFrom(Control.Text()); });
+    return value;
+}

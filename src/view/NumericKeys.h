@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "forms/Controls.h"
+#include "platform/Prompts.h"
+
+#include <QChar>
+
+/// What may be typed into the numeric entries of the window.
+class NumericKeys {
+public:
+    /// `DecimalPoint` is looked at with each key, since the locale's separator is found only when the window is set up.
+    NumericKeys(const QChar &DecimalPoint, Prompts &prompts) : DecimalPoint_(DecimalPoint), prompts_(prompts) {}
+
+    /// The key itself, or keyRefused and a beep.
+    int FilterNumericKey(int KeyAscii, const EntryText &Control, bool AllowPoint, bool AllowMinus) const;
+
+    /// All keys of an entry that takes a number with a decimal point: Enter runs `apply` and selects the whole entry.
+    template <typename Apply>
+    int entryKey(int KeyAscii, EntryText &Control, bool AllowMinus, Apply &&apply) const {
+        if (KeyAscii != enter)
+            return FilterNumericKey(KeyAscii, Control, true, AllowMinus);
+        apply();
+        Control.selectWhole();
+        return keyRefused;
+    }
+
+private:
+    static constexpr int enter = 13;
+
+    bool isWanted(int KeyAscii, const EntryText &Control, bool AllowPoint, bool AllowMinus) const;
+
+    const QChar &DecimalPoint_;
+    Prompts &prompts_;
+};
+
+/// The number in an entry; 0 when its text holds none.
+double entryValue(const EntryText &Control);
