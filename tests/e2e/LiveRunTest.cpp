@@ -8,8 +8,6 @@ using testing::ElementsAreArray;
 
 namespace {
 
-void PrintTo(const LiveOstrel::Sample &sample, std::ostream *out) { *out << sample.uv << " AU, " << sample.cond; }
-
 struct Instrument {
     const char *kind;
     const char *script;

@@ -6,6 +6,7 @@
 #include "driver/RunningProgram.h"
 
 #include <optional>
+#include <ostream>
 #include <vector>
 
 /// The recorder as shipped beside a simulated instrument, in a profile of its own and without a display. COM 1 is the
@@ -16,6 +17,9 @@ public:
         float uv;
         float cond;
         bool operator==(const Sample &) const = default;
+        friend std::ostream &operator<<(std::ostream &out, const Sample &sample) {
+            return out << sample.uv << " AU, " << sample.cond << " mS/cm";
+        }
     };
 
     /// The instrument plays `script`; the recorder is up as far as the question for the system's name.
