@@ -4,7 +4,7 @@
 #include <QString>
 
 enum class BoxIcon : int { None = 0, Critical = 16, Question = 32, Exclamation = 48, Information = 64 };
-enum class BoxButtons { Ok, YesNoCancel, YesNo };
+enum class BoxButtons { Ok, YesNoCancel, YesNo, OkCancel };
 enum class BoxAnswer { Ok, Cancel, Yes, No };
 enum class MousePointer : int { Default = 0, Hourglass = 11 };
 

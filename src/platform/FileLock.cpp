@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "platform/FileLock.h"
+
+#include "base/RunTimeError.h"
+
+#include <QFile>
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <cerrno>
+
+FileLock::FileLock(const QString &path)
+    : path_(path), file_(::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+    if (!file_)
+        throw RunTimeError::fromErrno(errno, path);
+}
+
+bool FileLock::tryExclusive() {
+    if (::flock(file_.get(), LOCK_EX | LOCK_NB) == 0)
+        return true;
+    if (errno != EWOULDBLOCK)
+        throw RunTimeError::fromErrno(errno, path_);
+    return false;
+}
+
+void FileLock::exclusive() { wait(LOCK_EX); }
+
+void FileLock::shared() { wait(LOCK_SH); }
+
+void FileLock::wait(int operation) {
+    while (::flock(file_.get(), operation) != 0) {
+        if (errno != EINTR)
+            throw RunTimeError::fromErrno(errno, path_);
+    }
+}

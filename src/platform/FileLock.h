@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Descriptor.h"
+
+#include <QString>
+
+/// An advisory lock that all copies of the program honour, on a file that only serves for it. The kernel drops the lock
+/// when the object or its process goes, however it goes.
+class FileLock {
+public:
+    /// Makes the file when it is missing; a failure is a RunTimeError.
+    explicit FileLock(const QString &path);
+
+    /// False when another copy holds the lock in any way.
+    bool tryExclusive();
+    /// These wait for their turn, and give up what was held.
+    void exclusive();
+    void shared();
+
+private:
+    void wait(int operation);
+
+    QString path_;
+    Descriptor file_;
+};

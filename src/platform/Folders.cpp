@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "platform/Folders.h"
+
+#include "base/RunTimeError.h"
+
+#include <QFile>
+#include <QStandardPaths>
+
+#include <filesystem>
+
+Folders::Folders()
+    : appPath_(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/ostrel")) {
+    makePath(appPath_);
+}
+
+QString Folders::settingsFile() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/ostrel/Ostrel MS.ini");
+}
+
+void makePath(const QString &folder) {
+    std::error_code error;
+    std::filesystem::create_directories(QFile::encodeName(folder).toStdString(), error);
+    if (error)
+        throw RunTimeError::fromErrno(error.value(), folder);
+}

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Prompts.h"
+
+/// Boxes named "MsgBox" over the window in front. Needs a QApplication.
+class QtPrompts : public Prompts {
+public:
+    BoxAnswer show(const MessageBox &box) override;
+    void beep() override;
+    void setMousePointer(MousePointer pointer) override;
+
+private:
+    MousePointer pointer_ = MousePointer::Default;
+};

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Timer.h"
+
+#include <QPointer>
+#include <QTimer>
+
+/// A timer on Qt's own, coarse one: ticks may gather with others, up to a twentieth of the interval away.
+class QtTimer : public Timer {
+public:
+    /// The QTimer becomes a child of `parent`, which may go first, and bears `name` as its object name.
+    QtTimer(QObject *parent, const QString &name, int interval, bool on = false);
+    ~QtTimer() override;
+    QtTimer(const QtTimer &) = delete;
+    QtTimer &operator=(const QtTimer &) = delete;
+
+    bool Enabled() const override;
+    void setEnabled(bool on) override;
+    int Interval() const override { return interval_; }
+
+private:
+    int interval_;
+    QPointer<QTimer> timer_;
+};

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "base/RunTimeError.h"
+#include "base/Steps.h"
+#include "platform/Folders.h"
+#include "platform/InstanceLock.h"
+#include "platform/QtPrompts.h"
+#include "platform/QtTimer.h"
+#include "platform/TextFile.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace {
+
+TEST(QtTimerTest, enablingARunningTimerLeavesItsCountdownAlone) {
+    QObject window;
+    int ticks = 0;
+    QtTimer timer(&window, "TimerProcess", 200);
+    timer.Tick = [&] { ++ticks; };
+    EXPECT_NE(window.findChild<QTimer *>("TimerProcess"), nullptr);
+    timer.setEnabled(true);
+    QTest::qWait(120);
+    timer.setEnabled(true);
+    QTest::qWait(120);
+    EXPECT_EQ(ticks, 1);
+    timer.setEnabled(false);
+    timer.setEnabled(true);
+    QTest::qWait(120);
+    EXPECT_EQ(ticks, 1);
+}
+
+/// Answers the box that comes up next, and keeps what it showed.
+class QtPromptsTest : public testing::Test {
+protected:
+    BoxAnswer show(const MessageBox &box, const std::function<void(QMessageBox &)> &act) {
+        QTimer::singleShot(0, &owner, [&] {
+            auto *window = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            ASSERT_NE(window, nullptr);
+            EXPECT_EQ(window->objectName(), "MsgBox");
+            text = window->text();
+            caption = window->windowTitle();
+            act(*window);
+        });
+        return prompts.show(box);
+    }
+    static void pressDefault(QMessageBox &window) { window.defaultButton()->click(); }
+    static void closeBox(QMessageBox &window) { window.close(); }
+
+    QObject owner;
+    QtPrompts prompts;
+    QString text;
+    QString caption;
+};
+
+TEST_F(QtPromptsTest, aBoxShowsItsTextAsItStands) {
+    EXPECT_EQ(show({"a <b>\rb\r\nc", BoxIcon::None, ""}, pressDefault), BoxAnswer::Ok);
+    EXPECT_EQ(text, "a <b>\nb\nc");
+    EXPECT_EQ(caption, "Ostrel MS");
+}
+
+TEST_F(QtPromptsTest, defaultButtonsCountFromTheLeftAndClosingIsTheLast) {
+    const auto box = [](BoxButtons buttons, int defaultButton) {
+        return MessageBox{"?", BoxIcon::Question, "Data is not saved", buttons, defaultButton};
+    };
+    EXPECT_EQ(show(box(BoxButtons::YesNo, 2), pressDefault), BoxAnswer::No);
+    EXPECT_EQ(caption, "Data is not saved");
+    EXPECT_EQ(show(box(BoxButtons::YesNoCancel, 1), pressDefault), BoxAnswer::Yes);
+    EXPECT_EQ(show(box(BoxButtons::YesNoCancel, 1), closeBox), BoxAnswer::Cancel);
+    EXPECT_EQ(show(box(BoxButtons::OkCancel, 2), pressDefault), BoxAnswer::Cancel);
+    EXPECT_EQ(show(box(BoxButtons::Ok, 1), closeBox), BoxAnswer::Ok);
+}
+
+TEST_F(QtPromptsTest, theMousePointerGoesBackHoweverOftenItWasSet) {
+    prompts.setMousePointer(MousePointer::Hourglass);
+    prompts.setMousePointer(MousePointer::Hourglass);
+    ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    prompts.setMousePointer(MousePointer::Default);
+    prompts.setMousePointer(MousePointer::Default);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST(InstanceLockTest, aCopyIsSeenAsLongAsAnyOtherRuns) {
+    const QTemporaryDir folder;
+    std::optional<InstanceLock> first(folder.path());
+    EXPECT_FALSE(first->PrevInstance());
+    std::optional<InstanceLock> second(folder.path());
+    EXPECT_TRUE(second->PrevInstance());
+    first.reset();
+    EXPECT_TRUE(second->PrevInstance());
+    EXPECT_TRUE(InstanceLock(folder.path()).PrevInstance());
+    second.reset();
+    EXPECT_FALSE(InstanceLock(folder.path()).PrevInstance());
+}
+
+TEST(TextFileTest, entriesAddUpAndAFullDiskIsTold) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("ChartErr.log");
+    TextFile::append(path, "eins\r\n");
+    TextFile::append(path, "zwölf\r\n");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "eins\r\nzwölf\r\n");
+    EXPECT_EQ(errorNumberOf([] { TextFile::append("/dev/full", "x"); }), RunTimeError::DiskFull);
+    EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.path() + "/none/x", "x"); }), RunTimeError::PathNotFound);
+}
+
+TEST(FoldersTest, theProgramsFolderIsMade) {
+    const QTemporaryDir home;
+    qputenv("XDG_DATA_HOME", QFile::encodeName(home.filePath("a/b")));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.filePath("c")));
+    EXPECT_EQ(Folders().appPath(), home.filePath("a/b/ostrel"));
+    EXPECT_TRUE(QDir(home.filePath("a/b/ostrel")).exists());
+    EXPECT_EQ(Folders::settingsFile(), home.filePath("c/ostrel/Ostrel MS.ini"));
+    qputenv("XDG_DATA_HOME", "/dev/null");
+    EXPECT_NE(errorNumberOf([] { Folders(); }), 0);
+}
+
+} // namespace
