@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/AcquisitionPorts.h"
+#include "view/CommandStates.h"
+#include "view/LiveView.h"
+
+#include <functional>
+
+/// How the operator answered the dialog that reports a lost link; closing it counts as Ok.
+enum class NoDataAnswer { Ok, Setup, Exit };
+
+/// What the window itself does for the acquisition.
+struct WindowActs {
+    std::function<void(bool on)> setReceiveLed;
+    std::function<void()> focusChart;
+    std::function<NoDataAnswer()> askNoData; ///< shows the dialog until it is answered and gone
+};
+
+/// The main window as the acquisition sees it.
+class WindowPorts : public AcquisitionWindow {
+public:
+    WindowPorts(CommandStates &states, LiveView &live, LinkCommands &commands, WindowActs window);
+
+    void commandsAt(Moment moment) override { states_.commandsAt(moment); }
+    void setReceiveLed(bool on) override { window_.setReceiveLed(on); }
+    void UpdateLiveView() override { live_.UpdateLiveView(); }
+    void recorderToEnd() override { live_.recorderToEnd(); }
+    void focusChart() override { window_.focusChart(); }
+    void showNoData() override;
+
+private:
+    CommandStates &states_;
+    LiveView &live_;
+    LinkCommands &commands_;
+    WindowActs window_;
+};

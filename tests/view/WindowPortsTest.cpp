@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "view/WindowPorts.h"
+
+#include "acquisition/RecordingSession.h"
+#include "view/ViewFixture.h"
+
+namespace {
+
+/// A recording session that drives the view, as in the program.
+class WindowPortsTest : public ViewTest {
+protected:
+    WindowPortsTest() {
+        commands.bind("mnuComPort", [this] { told << "setup"; });
+        commands.bind("mnuExit", [this] { told << "exit"; });
+        told.clear();
+    }
+
+    NoDataAnswer answer = NoDataAnswer::Ok;
+    bool ledOn = true;
+    FakeClock clock;
+    FakeTimer TimerCheckComData{clock, 5000};
+    FakeTimer TimerSaveLog{clock, 20000};
+    Commands commands{tabs};
+    WindowPorts ports{states,
+                      live,
+                      commands,
+                      {[this](bool on) { ledOn = on; }, [this] { ++chartFocused; },
+                       [this] {
+                           told << "no data";
+                           return answer;
+                       }}};
+    RecordingSession session{run, values.link, tabs, TimerCheckComData, TimerSaveLog, ports};
+};
+
+TEST_F(WindowPortsTest, SessionOverAShortRunEndsWithTheBarBelowItsBeginning) {
+    session.mnuStart_Click();
+    EXPECT_TRUE(on("mnuStop") && !on("mnuSaveData"));
+    EXPECT_GT(chartFocused, 0);
+    give(0, 3);
+    session.mnuStop_Click();
+    EXPECT_EQ(bar().Max(), -6);
+    EXPECT_TRUE(on("mnuStart") && on("mnuSaveData"));
+}
+
+TEST_F(WindowPortsTest, LostLinkEndsTheSessionAndRunsWhatTheOperatorAnswers) {
+    session.mnuStart_Click();
+    answer = NoDataAnswer::Setup;
+    session.TimerCheckComData_Timer();
+    EXPECT_FALSE(run.Recording || ledOn || on("mnuStart") || on("cmdStop"));
+    answer = NoDataAnswer::Exit;
+    session.TimerCheckComData_Timer();
+    EXPECT_EQ(told.join(", "), "no data, setup, no data, exit");
+}
+
+} // namespace
