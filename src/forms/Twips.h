@@ -12,9 +12,11 @@ inline constexpr float perPixel = 15;
 
 inline int toPixels(float twips) { return static_cast<int>(std::lrint(twips / perPixel)); }
 inline float fromPixels(int pixels) { return static_cast<float>(pixels) * perPixel; }
+/// Edge by edge, so that neighbours meet.
 inline QRect toPixels(const QRectF &twips) {
-    return {toPixels(static_cast<float>(twips.x())), toPixels(static_cast<float>(twips.y())),
-            toPixels(static_cast<float>(twips.width())), toPixels(static_cast<float>(twips.height()))};
+    const auto pixel = [](qreal edge) { return toPixels(static_cast<float>(edge)); };
+    return {QPoint(pixel(twips.left()), pixel(twips.top())),
+            QPoint(pixel(twips.right()) - 1, pixel(twips.bottom()) - 1)};
 }
 
 } // namespace Twips

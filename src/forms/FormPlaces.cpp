@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include "forms/FormPlaces.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr qreal leastGap = 30; // between neighbours of a row, where the form leaves as much
+
+bool inOneRow(const QRectF &one, const QRectF &other) {
+    return one.top() < other.bottom() && other.top() < one.bottom();
+}
+
+void growHeights(std::vector<FormPlace> &places) {
+    qreal factor = 1;
+    for (const FormPlace &place : places) {
+        if (place.at.height() > 0)
+            factor = std::max(factor, place.needs.height() / place.at.height());
+    }
+    for (FormPlace &place : places)
+        place.at = {place.at.x(), place.at.y() * factor, place.at.width(), place.at.height() * factor};
+}
+
+/// The children of `parent` from left to right.
+std::vector<int> childrenOf(int parent, const std::vector<FormPlace> &places) {
+    std::vector<int> children;
+    for (int i = 0; i < int(places.size()); ++i) {
+        if (places[i].parent == parent)
+            children.push_back(i);
+    }
+    std::stable_sort(children.begin(), children.end(),
+                     [&](int one, int other) { return places[one].at.left() < places[other].at.left(); });
+    return children;
+}
+
+/// How far left `after` may stand beside `before`. A form may draw a label's box into its neighbour; then only the
+/// label's text counts.
+qreal leastLeft(const FormPlace &before, const QRectF &drawnBefore, const QRectF &drawnAfter) {
+    const qreal gap = drawnAfter.left() - drawnBefore.right();
+    return gap < 0 ? before.at.left() + before.needs.width() : before.at.right() + std::min(gap, leastGap);
+}
+
+/// Answers the right edge of what `parent` holds.
+qreal growWidths(int parent, std::vector<FormPlace> &places) {
+    const std::vector<FormPlace> drawn = places;
+    const std::vector<int> children = childrenOf(parent, places);
+    qreal rightEdge = 0;
+    for (auto child = children.begin(); child != children.end(); ++child) {
+        QRectF &at = places[*child].at;
+        at.setWidth(std::max({at.width(), places[*child].needs.width(), growWidths(*child, places)}));
+        for (auto before = children.begin(); before != child; ++before) {
+            const QRectF &drawnBefore = drawn[*before].at;
+            if (inOneRow(drawnBefore, drawn[*child].at))
+                at.moveLeft(std::max(at.left(), leastLeft(places[*before], drawnBefore, drawn[*child].at)));
+        }
+        rightEdge = std::max(rightEdge, at.right());
+    }
+    return rightEdge;
+}
+
+} // namespace
+
+void makeRoom(std::vector<FormPlace> &places) {
+    growHeights(places);
+    growWidths(-1, places);
+}

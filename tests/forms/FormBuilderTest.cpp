@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "forms/FormBuilder.h"
+
+#include "forms/FormPlaces.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A panel that holds "Window:" [entry] "Minutes" in one row and a button above, drawn for a text height of 200 twips.
+class MakeRoom : public testing::Test {
+protected:
+    enum { Panel, Option, Entry, Units, Button };
+    std::vector<FormPlace> places{
+        {-1, {50, 0, 2000, 1000}, {}},
+        {Panel, {100, 600, 900, 300}, {900, 200}},
+        {Panel, {1000, 600, 500, 300}, {400, 200}},
+        {Panel, {1520, 600, 400, 300}, {300, 200}},
+        {Panel, {1400, 100, 500, 400}, {300, 200}},
+    };
+};
+
+TEST_F(MakeRoom, LeavesPlacesThatSuffice) {
+    const auto drawn = places;
+    makeRoom(places);
+    for (std::size_t i = 0; i < places.size(); ++i)
+        EXPECT_EQ(places[i].at, drawn[i].at);
+}
+
+TEST_F(MakeRoom, AWideControlPushesItsRowAndOnlyItsRow) {
+    places[Option].needs.setWidth(1000);
+    makeRoom(places);
+    EXPECT_EQ(places[Entry].at.left(), 1100);
+    EXPECT_EQ(places[Units].at.left(), 1620);
+    EXPECT_EQ(places[Button].at.left(), 1400);
+    EXPECT_EQ(places[Panel].at.width(), 2020);
+}
+
+TEST_F(MakeRoom, ALabelDrawnIntoItsNeighbourCountsByItsText) {
+    places[Option].at.setWidth(950);
+    makeRoom(places);
+    EXPECT_EQ(places[Entry].at.left(), 1000);
+}
+
+TEST_F(MakeRoom, HeightsGrowTogether) {
+    places[Entry].needs.setHeight(600);
+    makeRoom(places);
+    EXPECT_EQ(places[Panel].at.height(), 2000);
+    EXPECT_EQ(places[Button].at.top(), 200);
+    EXPECT_EQ(places[Units].at.top(), places[Entry].at.top());
+}
+
+// clang-format off
+constexpr ControlRow rows[] = {
+    {"frmAxis",    Kind::Frame, "Axis",  "",         0,   0, 3000, 1500, Ink::Blue},
+    {"cmdSet(0)",  Kind::Button, "Set",  "frmAxis", 30, 300,  600,  400},
+    {"txtMin(0)",  Kind::Text,  "-0.2",  "frmAxis", 30, 800,  900,  315, Ink::Plain, "Minimum"},
+    {"cmdOk",      Kind::Button, "&OK",  "",       120, 2000,   0,    0},
+};
+// clang-format on
+
+TEST(FormBuilderTest, MakesNamedControlsInTheirPlaces) {
+    QWidget form;
+    FormBuilder builder(form);
+    builder.build(rows);
+    auto *entry = builder.control<TextEntry>(arrayName("txtMin", 0));
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(entry->parentWidget()->objectName(), "frmAxis");
+    EXPECT_EQ(entry->text(), "-0.2");
+    EXPECT_EQ(entry->accessibleName(), "Minimum");
+    EXPECT_EQ(builder.control<CommandButton>("cmdSet(0)")->pos(), QPoint(2, 20));
+    EXPECT_EQ(builder.control<CommandButton>("cmdOk")->size(), builder.control<CommandButton>("cmdOk")->sizeHint());
+}
+
+TEST(FormBuilderTest, InkIsLegibleOnLightAndDark) {
+    QWidget form;
+    FormBuilder(form).build(rows);
+    const auto *entry = form.findChild<TextEntry *>("txtMin(0)");
+    for (const QColor ground : {QColor(Qt::white), QColor(32, 32, 32)}) {
+        form.setPalette(QPalette(ground));
+        const QColor ink = entry->palette().color(QPalette::Text);
+        EXPECT_GT(ink.blue(), ink.red());
+        EXPECT_GT(std::abs(qGray(ink.rgb()) - qGray(ground.rgb())), 100);
+    }
+}
+
+} // namespace
