@@ -46,7 +46,6 @@ need() {
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || fail "There is no sudo here. As root: apt-get install ${packages[*]}"
         as_root=(sudo env DEBIAN_FRONTEND=noninteractive)
-        sudo -v || fail "Without sudo, as root: apt-get install ${packages[*]}"
     fi
     quietly apt-update.log "Is the network up, and does /etc/apt name Debian's packages?" \
         "${as_root[@]}" apt-get -o DPkg::Lock::Timeout=300 update
