@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/AcquisitionRig.h"
+#include "acquisition/StreamScript.h"
+#include "base/Steps.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
+
+/// An instrument on the line whose stream has been recognised; nothing is recorded yet and logging is on.
+class LinkedTest : public testing::Test, protected AcquisitionRig {
+protected:
+    void SetUp() override {
+        play(".");
+        tick();
+    }
+
+    void feed(const QByteArray &bytes) {
+        ComPort.arrive(bytes);
+        tick();
+    }
+    void play(const QString &script) { feed(stream(script)); }
+    void tick() { clock.advance(std::chrono::milliseconds(700)); }
+
+    QString marks() const { return chart.labels(); }
+    QString logMarks() const { return log.labels(); }
+};

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/PortSearch.h"
+
+#include "acquisition/LinkedTest.h"
+
+namespace {
+
+constexpr int Missing = RunTimeError::InvalidPortNumber;
+constexpr int Busy = RunTimeError::PortAlreadyOpen;
+
+} // namespace
+
+/// A computer whose ports 1 to 3 exist; the dialog is an operator who acts as told.
+class PortSearchTest : public testing::Test, protected SetupDialog, protected LinkCommands {
+protected:
+    PortSearchTest() {
+        for (int port = 4; port <= 10; ++port)
+            set(port, Missing);
+    }
+    void set(int port, int error) { ComPort.failing[port] = CommTmp.failing[port] = error; }
+
+    void show(PortSetup &shown, bool mayCancel) override {
+        showings
+            << QStringLiteral("picked %1%2").arg(shown.SelectedComPort()).arg(QLatin1String(mayCancel ? "" : " must"));
+        if (operatorActs)
+            operatorActs();
+    }
+    void mnuComPort_Click() override { search.mnuComPort_Click(); }
+    void mnuExit_Click() override { ++exits; }
+
+    std::function<void()> pick(int port) {
+        return [this, port] {
+            setup.optCom_Click(port - 1);
+            EXPECT_TRUE(setup.ok());
+        };
+    }
+
+    FakeClock clock;
+    FakeTimer TimerCheckComData{clock, 5000};
+    FakeSerialControl ComPort;
+    FakeSerialControl CommTmp;
+    FakePrompts prompts;
+    FakeErrorRoute errors;
+    Options options;
+    LinkState link;
+    Identity identity;
+    QStringList showings;
+    std::function<void()> operatorActs;
+    int exits = 0;
+    PortSetup setup{ComPort, CommTmp, TimerCheckComData, options, link, prompts};
+    PortSearch search{setup, ComPort, TimerCheckComData, options, identity, *this, prompts, *this, errors};
+};
+
+TEST_F(PortSearchTest, TheFirstCopyTakesTheStoredPort) {
+    options.ComPortNumber = 3;
+    EXPECT_TRUE(search.chooseAtStart());
+    EXPECT_TRUE(showings.empty() && !ComPort.PortOpen() && !CommTmp.PortOpen());
+    search.openAtStart();
+    EXPECT_TRUE(ComPort.PortOpen() && ComPort.CommPort() == 3 && ComPort.inBufferSize == 32000);
+}
+
+TEST_F(PortSearchTest, OnlyPortsThatAreMissingOrHeldAreTakenAway) {
+    set(2, RunTimeError::PathFileAccess);
+    set(3, Busy);
+    setup.load();
+    EXPECT_EQ(setup.choices().enabled, (std::array<bool, 10>{true, true}));
+}
+
+TEST_F(PortSearchTest, AHeldStoredPortIsLeftToTheOperator) {
+    set(1, Busy);
+    operatorActs = [&] {
+        EXPECT_FALSE(setup.choices().has(1));
+        EXPECT_EQ(options.ComPortNumber, 2); // the first free one, though the stored one is shown
+        EXPECT_FALSE(setup.ok());
+        EXPECT_EQ(options.ComPortNumber, 2);
+        pick(3)();
+    };
+    EXPECT_TRUE(search.chooseAtStart());
+    EXPECT_EQ(showings.join(','), "picked 1 must");
+    EXPECT_EQ(prompts.shown.at(0).text, "Cannot open the selected communication port\r" + RunTimeError::describe(Busy));
+    EXPECT_FALSE(TimerCheckComData.Enabled() || ComPort.PortOpen());
+    EXPECT_TRUE(ComPort.CommPort() == 3 && options.ComPortNumber == 3);
+}
+
+TEST_F(PortSearchTest, ALaterCopyAlwaysAsks) {
+    identity.PrevInstance = true;
+    operatorActs = pick(2);
+    EXPECT_TRUE(search.chooseAtStart());
+    EXPECT_EQ(showings.size(), 1);
+}
+
+TEST_F(PortSearchTest, AStoredNumberThatNoPortHasIsAsked) {
+    options.ComPortNumber = 11;
+    operatorActs = pick(1);
+    EXPECT_TRUE(search.chooseAtStart());
+    EXPECT_EQ(showings.size(), 1);
+}
+
+TEST_F(PortSearchTest, WithoutAFreePortTheProgramExits) {
+    for (int port = 1; port <= 3; ++port)
+        set(port, Busy);
+    EXPECT_FALSE(search.chooseAtStart());
+    EXPECT_EQ(exits, 1);
+    EXPECT_TRUE(prompts.shown.at(0).text.startsWith("All available COM ports"));
+}
+
+TEST_F(PortSearchTest, AFailedOpeningIsToldAndAMissingPortAsked) {
+    ComPort.setCommPort(2);
+    set(2, Busy);
+    search.openAtStart();
+    EXPECT_TRUE(showings.empty());
+    set(2, Missing);
+    search.openAtStart();
+    EXPECT_EQ(showings.size(), 1);
+    EXPECT_EQ(errors.codes, (std::vector<qint32>{Busy, Missing}));
+}
+
+TEST_F(PortSearchTest, AChangeThatFailsBringsTheOldPortBack) {
+    search.openAtStart();
+    link.StatusBlocksSeen = true;
+    operatorActs = [&] {
+        mnuComPort_Click(); // by way of the lost-link dialog
+        setup.optCom_Click(1);
+        set(2, Busy);
+        EXPECT_FALSE(setup.ok());
+        EXPECT_TRUE(ComPort.PortOpen() && ComPort.CommPort() == 1 && options.ComPortNumber == 1);
+        set(2, 0);
+        ComPort.failing.erase(2);
+        EXPECT_TRUE(setup.ok());
+    };
+    mnuComPort_Click();
+    EXPECT_EQ(showings.join(','), "picked 1");
+    EXPECT_TRUE(ComPort.PortOpen() && ComPort.CommPort() == 2 && TimerCheckComData.Enabled());
+    EXPECT_FALSE(link.StatusBlocksSeen);
+    EXPECT_EQ(prompts.shown.size(), 1);
+}

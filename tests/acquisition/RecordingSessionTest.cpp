@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/LinkedTest.h"
+
+using namespace std::chrono_literals;
+
+class RecordingSessionTest : public LinkedTest {};
+
+TEST_F(RecordingSessionTest, RecordAndStopRunWholeEachTime) {
+    tabs.ChartSaved[0] = true;
+    play("P1 E2 . P1");
+    EXPECT_EQ(run.ChartEventNumber, 0);
+    EXPECT_FALSE(tabs.ChartSaved[0]);
+    play("P0 P0");
+    EXPECT_EQ(window.told.mid(2).join(' '), "Record Record Stop Stop");
+}
+
+TEST_F(RecordingSessionTest, AnEndBeyondTheBarLeavesTheSessionOn) {
+    mnuStart_Click();
+    window.endError = RunTimeError::Overflow;
+    EXPECT_EQ(errorNumberOf([&] { mnuStop_Click(); }), RunTimeError::Overflow);
+    EXPECT_TRUE(run.Recording);
+    EXPECT_EQ(window.told.back(), "Record");
+}
+
+TEST_F(RecordingSessionTest, ALostLinkIsToldWithin10Seconds) {
+    play("R1 . E8");
+    window.told.clear();
+    clock.advance(4s);
+    EXPECT_EQ(window.noDataShown, 0);
+    clock.advance(6s);
+    EXPECT_EQ(window.noDataShown, 1);
+    EXPECT_EQ(window.told.join(' '), "black Stop LinkLost");
+    EXPECT_FALSE(run.Recording || link.FirstSyncFound || link.DataBusy);
+    EXPECT_FALSE(TimerCheckComData.Enabled() || TimerSaveLog.Enabled());
+    EXPECT_TRUE(run.ChartLabelType == Label::None && run.LogLabelType == Label::M);
+
+    clock.advance(60s);
+    EXPECT_EQ(window.noDataShown, 1);
+    play(".");
+    EXPECT_TRUE(window.led && TimerCheckComData.Enabled() && TimerSaveLog.Enabled());
+}
+
+TEST_F(RecordingSessionTest, AnyEventOfThePortHoldsOffTheAlarm) {
+    for (int i = 0; i < 10; ++i) {
+        clock.advance(4s);
+        ComPort.raise(SerialControl::Break);
+    }
+    EXPECT_EQ(window.noDataShown, 0);
+}
+
+TEST_F(RecordingSessionTest, ALinkLostAgainUnderTheDialogBringsNoSecondOne) {
+    window.whileNoData = [this] {
+        play(".");
+        EXPECT_TRUE(window.led);
+        clock.advance(11s);
+        EXPECT_FALSE(window.led);
+    };
+    clock.advance(11s);
+    EXPECT_EQ(window.noDataShown, 1);
+
+    window.whileNoData = {};
+    play(".");
+    clock.advance(11s);
+    EXPECT_EQ(window.noDataShown, 2);
+}

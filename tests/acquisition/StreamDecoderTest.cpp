@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/LinkedTest.h"
+
+#include <bit>
+#include <limits>
+#include <random>
+
+namespace {
+
+QByteArray bytes(std::initializer_list<int> values) {
+    QByteArray all;
+    for (const int value : values)
+        all += static_cast<char>(value);
+    return all;
+}
+
+} // namespace
+
+class StreamDecoderTest : public LinkedTest {
+protected:
+    /// As if the error route had seen a decoding error.
+    void loseSync() { link.FirstSyncFound = false; }
+
+    /// The code that the last error told, and where its text begins.
+    QString lastError() const {
+        return QString::number(errors.codes.back()) + QLatin1Char(' ') +
+               link.DebugText.section(QLatin1String("\r\n"), 0, 0);
+    }
+};
+
+TEST_F(StreamDecoderTest, AFoundStreamOpensTheCommands) {
+    EXPECT_EQ(window.told.join(' '), "green SyncFound");
+    EXPECT_TRUE(link.FirstSyncFound && TimerCheckComData.Enabled() && TimerSaveLog.Enabled());
+    EXPECT_EQ(log.samples.size(), 1); // the block that showed the way is the first to be decoded
+}
+
+TEST_F(StreamDecoderTest, ASearchThrowsAwayWhatIsNoStream) {
+    loseSync();
+    // 3 single bytes, then 2 for a letter that starts no search, then 7 for a letter without a sync behind it.
+    feed(bytes({1, 2, 3, 0x96, 'C', 0x96, 'U', 5, 5, 5, 5, 5}) + stream("."));
+    EXPECT_TRUE(link.FirstSyncFound);
+    EXPECT_EQ(ring.ByteCount(), 12);
+    EXPECT_TRUE(errors.codes.empty());
+}
+
+TEST_F(StreamDecoderTest, ASearchInTooFewBytesIsToldAtOnce) {
+    loseSync();
+    feed(bytes({0x96, 'U'}));
+    EXPECT_TRUE(errors.codes.empty());
+    feed(bytes({0}));
+    EXPECT_EQ(errors.codes, std::vector<qint32>{-13});
+    EXPECT_EQ(ring.ByteCount(), 3);
+}
+
+TEST_F(StreamDecoderTest, RefusesABlockWithoutConsumingIt) {
+    feed(bytes({7, 8, 9}));
+    EXPECT_EQ(lastError(), "-10 Sub PeekDataBlock; Sync Byte Expected; Actual Byte Received: 7");
+    EXPECT_EQ(link.DebugText.section("\r\n", 1).count(' '), 32);
+    EXPECT_EQ(ring.ByteCount(), 3);
+}
+
+TEST_F(StreamDecoderTest, RefusesAnUnknownLetter) {
+    feed(bytes({0x96, 'G', 9}));
+    EXPECT_EQ(lastError(), "-12 Sub PeekDataBlock; Data Type Byte Expected; Actual Byte Received: 71");
+    EXPECT_EQ(ring.ByteCount(), 3);
+}
+
+TEST_F(StreamDecoderTest, AWrongParameterDoesNotEndThePass) {
+    const QString texts[] = {"E5 Sub HandelEventData; Event", "H0 Sub HandelHoldData; Hold",
+                             "P2 Sub HandelPenStatusData; Pen", "R4 Sub HandelRunStatusData; Run"};
+    for (const QString &text : texts) {
+        const auto before = log.samples.size();
+        play(text.section(' ', 0, 0) + " .");
+        EXPECT_EQ(lastError(), "-11 " + text.section(' ', 1) + " Byte Expected; Actual Byte Received: " + text.at(1));
+        EXPECT_EQ(log.samples.size(), before + 1);
+        link.FirstSyncFound = true;
+    }
+    EXPECT_TRUE(link.StatusBlocksSeen); // also by a value that turned out to be wrong
+}
+
+TEST_F(StreamDecoderTest, AnUnfinishedBlockWaits) {
+    for (const QByteArray &whole : {stream("."), stream("Mlong"), stream("R1"), stream("M")}) {
+        const auto last = whole.right(1);
+        feed(whole.chopped(1));
+        tick();
+        EXPECT_GT(ring.ByteCount(), 0);
+        feed(last);
+        EXPECT_EQ(ring.ByteCount(), 0);
+    }
+    EXPECT_EQ(log.samples.size(), 2);
+    EXPECT_EQ(log.methods.size(), 2);
+    EXPECT_TRUE(errors.codes.empty());
+}
+
+TEST_F(StreamDecoderTest, AnFBlockRunsAheadOfItsBytes) {
+    feed(bytes({0x96, 'F', 1}));
+    EXPECT_EQ(ring.ByteCount(), -3);
+    EXPECT_TRUE(link.StatusBlocksSeen);
+    feed(bytes({2, 3, 4}) + stream("."));
+    EXPECT_EQ(log.samples.size(), 2);
+}
+
+TEST_F(StreamDecoderTest, TakesValuesAsSentHighByteFirst) {
+    const float odd = std::bit_cast<float>(0x7FA00001U); // a signalling not-a-number
+    feed(bytes({0x96, 'V', 0x3F, 0x80, 0, 0}) + sampleBlock('D', -2.5F));
+    EXPECT_EQ(log.samples.back().uv, 1.0F);
+    EXPECT_EQ(log.samples.back().cond, -2.5F);
+    feed(sampleBlock('C', odd));
+    EXPECT_EQ(log.samples.back().uv, 1.0F); // the UV value of before
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(log.samples.back().cond), 0x7FA00001U);
+}
+
+TEST_F(StreamDecoderTest, DrawsOncePerPassWhileRecording) {
+    play("P1 . . .");
+    EXPECT_EQ(window.liveUpdates, 1);
+    play("P0 .");
+    EXPECT_EQ(window.liveUpdates, 1);
+}
+
+TEST_F(StreamDecoderTest, ManyBytesOfNoiseAreSurvived) {
+    std::mt19937 random(4711);
+    for (int sent = 0; sent < 200'000; sent += 250) {
+        QByteArray noise(250, Qt::Uninitialized);
+        for (char &byte : noise)
+            byte = random() % 4 == 0 ? "\x96UVCDEFHMPR"[random() % 11] : static_cast<char>(random());
+        feed(noise);
+        ASSERT_LT(ring.TakeIndex(), ReceiveRing::size);
+    }
+    EXPECT_LT(log.samples.size(), 200'000 / 6);
+}

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/AcquisitionRig.h"
+#include "base/Steps.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <stdexcept>
+
+/// Plays arbitrary bytes as a scenario: each step's first byte says what happens on the line, on the clock or at the
+/// operator's hand, the bytes behind it are what it needs. Whatever they are, the ring and the charts must hold
+/// together; a scenario that breaks them throws std::logic_error.
+class StreamScenario {
+public:
+    explicit StreamScenario(std::span<const std::uint8_t> bytes) : rest_(bytes) {
+        rig_.ComPort.setRThreshold(50);
+        rig_.whileOutOfMemory = [this] { playUnderDialog(); };
+        rig_.window.whileNoData = [this] { playUnderDialog(); };
+    }
+
+    /// A run-time error ends the scenario, as it ends the program.
+    void play() {
+        trapped(
+            [this] {
+                while (!rest_.empty()) {
+                    step();
+                    check();
+                    require(!rig_.link.DataBusy && rig_.TimerProcess.Enabled());
+                }
+            },
+            [](const RunTimeError &error) { require(error.number() == RunTimeError::Overflow); });
+        check();
+    }
+
+private:
+    enum Act : std::uint8_t { Arrive, ArriveToo, Tick, LinkLost, Fault, Burst, Operator, Chart, acts };
+
+    void step() {
+        using namespace std::chrono_literals;
+        switch (take() % acts) {
+        case Arrive:
+        case ArriveToo:
+            arrive(takeBytes(take()));
+            break;
+        case Tick:
+            rig_.clock.advance(700ms);
+            break;
+        case LinkLost:
+            rig_.clock.advance(10s);
+            break;
+        case Fault:
+            rig_.ComPort.raise(1001 + take() % 10);
+            break;
+        case Burst: {
+            const int times = take() * 16;
+            const QByteArray bytes = takeBytes(16);
+            arrive(bytes.repeated(times));
+            break;
+        }
+        case Operator:
+            take() % 2 == 0 ? rig_.mnuStart_Click() : rig_.mnuStop_Click();
+            break;
+        case Chart: {
+            const int how = take();
+            rig_.chart.status = how & 1;
+            rig_.log.status = how >> 1 & 1;
+            rig_.options.DataLogging = (how & 4) == 0;
+            break;
+        }
+        }
+    }
+
+    /// Events go on under a dialog until the operator answers it.
+    void playUnderDialog() {
+        if (depth_ == 3)
+            return;
+        ++depth_;
+        for (int steps = take() % 8; steps > 0 && !rest_.empty(); --steps) {
+            step();
+            check();
+        }
+        --depth_;
+    }
+
+    void arrive(const QByteArray &bytes) {
+        arrived_ += bytes.size();
+        rig_.ComPort.arrive(bytes);
+    }
+
+    void check() const {
+        for (const int index : {rig_.ring.PutIndex(), rig_.ring.TakeIndex(), rig_.ring.LookIndex()})
+            require(index >= 0 && index < ReceiveRing::size);
+        require(rig_.ring.ByteCount() >= -3); // an "F" block runs up to three bytes ahead
+        for (const FakeChart *chart : {&rig_.chart, &rig_.log}) {
+            require(qsizetype(chart->samples.size()) * 6 <= arrived_ + 3);
+            require(qsizetype(chart->marks.size() + chart->methods.size()) * 3 <= arrived_ + 3);
+        }
+        require(rig_.log.samples.size() <= std::size_t(rig_.run.LogSampleCount));
+    }
+
+    static void require(bool holds) {
+        if (!holds)
+            throw std::logic_error("the stream broke the acquisition");
+    }
+
+    std::uint8_t take() {
+        if (rest_.empty())
+            return 0;
+        const std::uint8_t byte = rest_.front();
+        rest_ = rest_.subspan(1);
+        return byte;
+    }
+    QByteArray takeBytes(std::size_t count) {
+        const auto taken = rest_.first(std::min(count, rest_.size()));
+        rest_ = rest_.subspan(taken.size());
+        return {reinterpret_cast<const char *>(taken.data()), qsizetype(taken.size())};
+    }
+
+    AcquisitionRig rig_;
+    std::span<const std::uint8_t> rest_;
+    qsizetype arrived_ = 0;
+    int depth_ = 0;
+};
