@@ -12,8 +12,8 @@ class LiveChart {
 public:
     virtual ~LiveChart() = default;
 
-    /// Puts a sample pair (AU, mS/cm) behind the last one, 1/300 minute on; the first stands at 0. Draws nothing. The values are kept bit for
-    /// bit, not-a-number and infinities too. Non-zero exactly when the chart cannot take more.
+    /// Puts a sample pair (AU, mS/cm) behind the last one, 1/300 minute on; the first stands at 0. Draws nothing. The
+    /// values are kept bit for bit, not-a-number and infinities too. Non-zero exactly when the chart cannot take more.
     virtual qint16 AddSample(float UV, float Conductivity) = 0;
     /// A mark on the time axis at `Time` minutes. Color is 0xBBGGRR; a negative Height points the other way.
     virtual qint16 AddEventMark(const QString &Label, qint32 Color, qint16 Height, float Time) = 0;

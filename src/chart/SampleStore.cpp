@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "chart/SampleStore.h"
+
+#include <algorithm>
+
+void SampleStore::append(std::span<const SamplePair> samples) {
+    for (const SamplePair &sample : samples)
+        append(sample);
+}
+
+void SampleStore::clear() {
+    chunks_.clear();
+    last_ = nullptr;
+    size_ = 0;
+}
+
+void SampleStore::addChunk() {
+    chunks_.push_back(std::unique_ptr<Chunk>(new Chunk));
+    last_ = chunks_.back().get();
+}
+
+void SampleStore::closeBoxes(int place) {
+    const SamplePair *samples = &last_->samples[place - (fanOut - 1)];
+    Extent box;
+    for (int i = 0; i < fanOut; ++i)
+        box.join(samples[i]);
+    int number = place / fanOut;
+    last_->boxes[number] = box;
+    for (int level = 1; level < levels && number % fanOut == fanOut - 1; ++level, number /= fanOut) {
+        const Extent *below = &last_->boxes[Chunk::levelStart[level - 1] + number - (fanOut - 1)];
+        Extent joined = below[0];
+        for (int i = 1; i < fanOut; ++i)
+            joined.join(below[i]);
+        last_->boxes[Chunk::levelStart[level] + number / fanOut] = joined;
+    }
+}
+
+std::span<const SamplePair> SampleStore::stretchFrom(qint64 index) const {
+    const qint64 chunk = index / chunkSize;
+    const qint64 end = std::min(size_, (chunk + 1) * chunkSize);
+    return {&chunks_[chunk]->samples[index % chunkSize], static_cast<std::size_t>(end - index)};
+}
+
+Extent SampleStore::extent(qint64 from, qint64 to) const {
+    Extent extent;
+    while (from < to) {
+        const qint64 chunk = from / chunkSize;
+        const qint64 start = chunk * chunkSize;
+        const qint64 end = std::min(to, start + chunkSize);
+        joinRange(*chunks_[chunk], static_cast<int>(from - start), static_cast<int>(end - start), extent);
+        from = end;
+    }
+    return extent;
+}
+
+void SampleStore::joinRange(const Chunk &chunk, int from, int to, Extent &extent) {
+    while (from < to && from % fanOut != 0)
+        extent.join(chunk.samples[from++]);
+    while (from < to && to % fanOut != 0)
+        extent.join(chunk.samples[--to]);
+    for (int level = 0; level < levels && from < to; ++level) {
+        const Extent *boxes = &chunk.boxes[Chunk::levelStart[level]];
+        from /= fanOut;
+        to /= fanOut;
+        while (from < to && (from % fanOut != 0 || level == levels - 1))
+            extent.join(boxes[from++]);
+        while (from < to && to % fanOut != 0)
+            extent.join(boxes[--to]);
+    }
+}

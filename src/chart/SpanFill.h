@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRgb>
+
+#include <array>
+
+/// The plot without traces: the colour of each column, and of each row that has a grid line (0 for the others).
+struct PlotGround {
+    const QRgb *columns;
+    const QRgb *rows;
+
+    QRgb at(int column, int row) const { return rows[row] != 0 ? rows[row] : columns[column]; }
+};
+
+/// The rows, from `tops` to before `bottoms`, that a trace covers wholly in each of sixteen neighbouring columns.
+struct BlockSpans {
+    std::array<int, 16> tops;
+    std::array<int, 16> bottoms;
+    QRgb colour;
+};
+
+/// Sixteen columns of the plot; `pixels` is their upper left one, `ground` starts at the first of them.
+struct PixelBlock {
+    QRgb *pixels;
+    qptrdiff stride; ///< pixels from a row to the next
+    PlotGround ground;
+};
+
+/// Writes the block's rows from `top` to before `bottom`, each pixel once: the ground, `lower` above it and `upper`
+/// above both. Row by row, so that a line of the cache is fetched once for sixteen columns.
+void fillRows(const PixelBlock &block, const BlockSpans &lower, const BlockSpans &upper, int top, int bottom);
+
+/// To be called before a stretch of our own arithmetic when Qt has painted before: it leaves the upper halves of the
+/// processor's wide registers in use, and that slows all narrower instructions down several times.
+void releaseWideRegisters();

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/PlotLayout.h"
+#include "chart/TraceColumns.h"
+
+#include <QPolygonF>
+
+#include <vector>
+
+/// A trace as polylines, one for each stretch without a gap: every sample while they are few, at most two points for
+/// each of `perPixel` columns to a pixel when they are many.
+std::vector<QPolygonF> tracePath(Trace trace, const SampleStore &samples, const PlotLayout &layout, double perPixel);

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/SpanFill.h"
+#include "chart/TraceColumns.h"
+
+#include <QImage>
+#include <QRect>
+
+#include <array>
+#include <vector>
+
+/// Draws the two traces straight into the pixels of an image, antialiased, UV over conductivity. It remembers for each
+/// column where its ink lies and erases nothing else.
+class TraceRaster {
+public:
+    /// The plot's place in the image, pixels. The plot must show its bare ground; `setGround` comes first.
+    void setPlot(const QRect &plot, QRgb uvColour, QRgb condColour);
+    /// The colours of the plot's columns and rows as in PlotGround. A column whose colour changes is written anew as a
+    /// whole with the next drawing.
+    void setGround(std::vector<QRgb> columns, std::vector<QRgb> rows);
+    void paintGround(QImage &image) const;
+
+    /// Erases the columns from `first` to before `end` and draws what `traces` says.
+    void draw(QImage &image, const TraceColumns &traces, int first, int end);
+
+private:
+    struct Rows {
+        int top = 0;
+        int bottom = 0;
+        bool empty() const { return top >= bottom; }
+        bool holds(int row) const { return row >= top && row < bottom; }
+    };
+    /// What a trace covers in a column: somehow, and wholly.
+    struct Column {
+        Rows ink;
+        Rows full;
+    };
+
+    QRgb *pixelsOf(QImage &image) const;
+    void drawColumn(QRgb *plot, const TraceColumns &traces, int column);
+    void drawBlock(QRgb *plot, const TraceColumns &traces, int first);
+    Column measure(const TraceColumns &traces, Trace trace, int column) const;
+    void blendEdges(QRgb *plot, const TraceColumns &traces, Trace trace, int column) const;
+    void blendRows(QRgb *plot, const TraceColumns &traces, Trace trace, int column, Rows rows) const;
+    void fill(QRgb *plot, int column, Rows rows, QRgb colour) const;
+    void restore(QRgb *plot, int column, Rows rows) const;
+    PlotGround ground() const { return {columnColours_.data(), rowColours_.data()}; }
+
+    QRect plot_;
+    qptrdiff stride_ = 0;
+    std::vector<QRgb> columnColours_;
+    std::vector<QRgb> rowColours_;
+    std::array<QRgb, traceCount> colours_{};
+    std::array<std::vector<Column>, traceCount> drawn_;
+};
