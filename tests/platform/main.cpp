@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include <QApplication>
-
 #include <gtest/gtest.h>
 
 int main(int argc, char **argv) {

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/SerialControl.h"
+#include "platform/SerialDevice.h"
+
+#include <QObject>
+#include <QSerialPort>
+#include <QTimer>
+
+#include <functional>
+#include <optional>
+
+/// A serial port on QSerialPort. Wakes the program only when a whole receive event has come in: the terminal itself
+/// counts to RThreshold.
+class QtSerialControl : public QObject, public SerialControl {
+    Q_OBJECT
+
+public:
+    /// The path of the device that stands for a port's number; empty for none.
+    using DeviceOfPort = std::function<QString(int)>;
+    /// What the line's faults are counted by.
+    using Counting = std::function<std::optional<LineCounters>(const SerialDevice &)>;
+
+    /// `name` becomes the object name.
+    QtSerialControl(QObject *parent, const QString &name, DeviceOfPort deviceOfPort,
+                    Counting counting = &SerialDevice::counters);
+
+    qint16 CommPort() const override { return port_; }
+    void setCommPort(qint16 number) override { port_ = number; }
+    bool PortOpen() const override { return open_; }
+    /// Opening an open port leaves it alone.
+    void setPortOpen(bool open) override;
+    void setInBufferSize(int bytes) override { inBufferSize_ = bytes; }
+    void setRThreshold(int bytes) override;
+    int InBufferCount() const override;
+    QByteArray Input() override;
+    int CommEvent() const override { return event_; }
+
+private:
+    void openDevice();
+    void closeDevice();
+    void onLineError(QSerialPort::SerialPortError error);
+    void lookForDevice();
+    void receive();
+    bool keep(const QByteArray &bytes);
+    void tellFaults();
+    void raise(int event);
+    void countInDevice();
+
+    DeviceOfPort deviceOfPort_;
+    Counting counting_;
+    qint16 port_ = 1;
+    int inBufferSize_ = 32000;
+    int threshold_ = 1;
+    int event_ = 0;
+
+    bool open_ = false;
+    QString path_;                       ///< of the open port
+    std::optional<SerialDevice> device_; ///< none while the port is closed or its device has vanished
+    QSerialPort line_;
+    QTimer lookForDevice_; ///< on while the device has vanished
+    QTimer tellFaults_;    ///< on while the device counts its faults
+    std::optional<LineCounters> told_;
+
+    QByteArray input_;
+    bool overflowing_ = false; ///< bytes are being lost, and that has been told
+};

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "platform/SerialDevice.h"
+
+#include "base/RunTimeError.h"
+
+#include <QFile>
+#include <fcntl.h>
+#include <linux/serial.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+
+namespace {
+
+constexpr int longestCount = 255;
+
+RunTimeError openError(int error, const QString &path) {
+    switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+    case ENODEV:
+    case ENXIO:
+    case EIO: // a port of the kernel's list that has no chip
+        return RunTimeError(RunTimeError::InvalidPortNumber);
+    case EACCES:
+    case EPERM:
+    case EBUSY:
+    case EWOULDBLOCK:
+        return RunTimeError(RunTimeError::PortAlreadyOpen);
+    default:
+        return RunTimeError::fromErrno(error, path);
+    }
+}
+
+} // namespace
+
+SerialDevice::SerialDevice(const QString &path)
+    : device_(::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {
+    termios settings{};
+    if (!device_ || ::tcgetattr(device_.get(), &settings) != 0 || ::flock(device_.get(), LOCK_EX | LOCK_NB) != 0)
+        throw openError(errno, path);
+}
+
+void SerialDevice::excludeOthers() { ::ioctl(device_.get(), TIOCEXCL); }
+
+void SerialDevice::reportAt(int bytes) {
+    const int count = std::clamp(bytes, 1, longestCount);
+    termios settings{};
+    if (count == reportAt_ || ::tcgetattr(device_.get(), &settings) != 0)
+        return;
+    settings.c_cc[VMIN] = static_cast<cc_t>(count);
+    settings.c_cc[VTIME] = 0; // with a time limit the terminal would report the first byte
+    if (::tcsetattr(device_.get(), TCSANOW, &settings) == 0)
+        reportAt_ = count;
+}
+
+int SerialDevice::waiting() const {
+    int count = 0;
+    return ::ioctl(device_.get(), FIONREAD, &count) == 0 ? count : 0;
+}
+
+QByteArray SerialDevice::takeWaiting() {
+    std::array<char, 4096> piece;
+    QByteArray bytes;
+    ssize_t count = 0;
+    while ((count = ::read(device_.get(), piece.data(), piece.size())) > 0)
+        bytes.append(piece.data(), static_cast<qsizetype>(count));
+    return bytes;
+}
+
+std::optional<LineCounters> SerialDevice::counters() const {
+    serial_icounter_struct counted{};
+    if (::ioctl(device_.get(), TIOCGICOUNT, &counted) != 0)
+        return std::nullopt;
+    return LineCounters{counted.brk, counted.frame, counted.overrun, counted.buf_overrun, counted.parity};
+}

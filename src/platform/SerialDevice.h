@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Descriptor.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+/// What a serial line has suffered since the computer started.
+struct LineCounters {
+    int breaks = 0;
+    int framing = 0;
+    int overrun = 0; ///< the chip was not read in time
+    int lost = 0;    ///< the kernel's buffer was not read in time
+    int parity = 0;
+};
+
+/// The terminal device of a serial port beneath QSerialPort: claimed for one program, and asked and told what
+/// QSerialPort has no words for.
+class SerialDevice {
+public:
+    /// Claims the device before anything of it is touched. Raises 8002 when there is none, 8005 when another program
+    /// holds it or it may not be opened, another number for what is no terminal.
+    explicit SerialDevice(const QString &path);
+
+    /// Others can no longer open the device, whether they honour locks or not; only root still can.
+    void excludeOthers();
+
+    /// From now on the device reports bytes only once this many wait, as far as terminals count (255).
+    void reportAt(int bytes);
+    /// Bytes that wait in the kernel.
+    int waiting() const;
+    QByteArray takeWaiting();
+
+    /// None for a device that does not count, such as a pseudo-terminal.
+    std::optional<LineCounters> counters() const;
+
+private:
+    Descriptor device_;
+    int reportAt_ = -1; ///< -1: not set by us yet
+};

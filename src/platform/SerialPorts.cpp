@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#include "platform/SerialPorts.h"
+
+#include "platform/NaturalOrder.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int portCount = 10;
+
+bool isOnBoard(const QString &name) { return name.startsWith(QLatin1String("ttyS")); }
+
+/// The kernel lists more on-board ports than there are; those without a chip have type 0.
+bool hasChip(const QString &folder) {
+    QFile type(folder + QStringLiteral("/type"));
+    return !type.open(QIODevice::ReadOnly) || type.readAll().trimmed() != "0";
+}
+
+} // namespace
+
+SerialPorts::SerialPorts(const SettingsStore &store, QString ttyFolder)
+    : store_(store), ttyFolder_(std::move(ttyFolder)) {}
+
+QString SerialPorts::device(int number) const {
+    if (number < 1 || number > portCount)
+        return {};
+    const QString named = store_.GetSetting(QStringLiteral("Ports"), QString::number(number), QString());
+    return named.isEmpty() ? installed().value(number - 1) : named;
+}
+
+QStringList SerialPorts::installed() const {
+    QStringList names = QDir(ttyFolder_)
+                            .entryList({QStringLiteral("ttyS*"), QStringLiteral("ttyUSB*"), QStringLiteral("ttyACM*")},
+                                       QDir::Dirs | QDir::NoDotAndDotDot | QDir::CaseSensitive);
+    names.removeIf([this](const QString &name) {
+        const QString folder = ttyFolder_ + QLatin1Char('/') + name;
+        return !QFile::exists(folder + QStringLiteral("/device")) || (isOnBoard(name) && !hasChip(folder));
+    });
+    std::sort(names.begin(), names.end(), [](const QString &left, const QString &right) {
+        return isOnBoard(left) != isOnBoard(right) ? isOnBoard(left) : naturallyLess(left, right);
+    });
+    for (QString &name : names)
+        name.prepend(QStringLiteral("/dev/"));
+    return names;
+}

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+#include "platform/QtSerialControl.h"
+
+#include "base/RunTimeError.h"
+#include "base/Steps.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <map>
+
+namespace {
+
+/// The instrument's end of a pseudo-terminal.
+class Instrument {
+public:
+    Instrument() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
+        ::grantpt(master_.get());
+        ::unlockpt(master_.get());
+    }
+    QString path() const { return QString::fromLocal8Bit(::ptsname(master_.get())); }
+    bool send(const QByteArray &bytes) const {
+        return ::write(master_.get(), bytes.constData(), std::size_t(bytes.size())) == bytes.size();
+    }
+    termios settings() const {
+        termios now{};
+        ::tcgetattr(master_.get(), &now);
+        return now;
+    }
+    bool isExclusive() const {
+        int exclusive = 0;
+        const Descriptor other(::open(path().toLocal8Bit().constData(), O_RDONLY | O_NOCTTY));
+        return other ? ::ioctl(other.get(), TIOCGEXCL, &exclusive) == 0 && exclusive != 0 : errno == EBUSY;
+    }
+    void unplug() { master_.reset(); }
+
+private:
+    Descriptor master_;
+};
+
+class QtSerialControlTest : public testing::Test {
+protected:
+    QtSerialControlTest() {
+        ComPort.OnComm = [this] {
+            events.push_back(ComPort.CommEvent());
+            if (taking)
+                input += ComPort.Input();
+        };
+    }
+
+    QString device(int number) const { return devices.count(number) > 0 ? devices.at(number) : QString(); }
+    int open(QtSerialControl &control, qint16 number = 1) {
+        control.setCommPort(number);
+        return errorNumberOf([&] { control.setPortOpen(true); });
+    }
+    void plugIn(const Instrument &plugged) {
+        QFile::remove(link);
+        QFile::link(plugged.path(), link);
+    }
+    /// Long enough for all that was sent to arrive.
+    static void settle() { QTest::qWait(60); }
+    std::vector<int> eventsAfter(const QByteArray &bytes) {
+        events.clear();
+        EXPECT_TRUE(instrument.send(bytes));
+        settle();
+        return events;
+    }
+
+    QTemporaryDir folder;
+    QString link = folder.filePath("instrument");
+    Instrument instrument;
+    std::map<int, QString> devices{{1, instrument.path()}, {2, link}};
+    std::optional<LineCounters> counters;
+    QtSerialControl ComPort{nullptr, "ComPort", [this](int number) { return device(number); },
+                            [this](const SerialDevice &) { return counters; }};
+    QtSerialControl CommTmp{nullptr, "CommTmp", [this](int number) { return device(number); }};
+    std::vector<int> events;
+    QByteArray input;
+    bool taking = true; ///< the handler takes what waits
+};
+
+using Events = std::vector<int>;
+
+TEST_F(QtSerialControlTest, theTerminalCountsToTheThreshold) {
+    ComPort.setRThreshold(50);
+    ASSERT_EQ(open(ComPort), 0);
+    EXPECT_EQ(eventsAfter(QByteArray(30, 'a')), Events{});
+    EXPECT_EQ(ComPort.InBufferCount(), 30);
+    EXPECT_EQ(eventsAfter(QByteArray(19, 'b')), Events{});
+    EXPECT_EQ(eventsAfter("\x96\r\n"), Events{SerialControl::Receive});
+    EXPECT_EQ(input, QByteArray(30, 'a') + QByteArray(19, 'b') + "\x96\r\n");
+
+    eventsAfter("rest");
+    EXPECT_EQ(ComPort.Input(), "rest");
+    EXPECT_EQ(ComPort.InBufferCount(), 0);
+
+    // 20 bytes at a time, as a line that hands over each of its small pieces.
+    events.clear();
+    for (int piece = 0; piece < 25; ++piece) {
+        instrument.send(QByteArray(20, 'c'));
+        QTest::qWait(3);
+    }
+    settle();
+    EXPECT_LE(events.size(), 10U);
+    EXPECT_GE(events.size(), 5U);
+}
+
+TEST_F(QtSerialControlTest, whatIsNotTakenRaisesAnEventAtEachArrival) {
+    taking = false;
+    ComPort.setRThreshold(50);
+    ASSERT_EQ(open(ComPort), 0);
+    EXPECT_EQ(eventsAfter(QByteArray(60, 'a')).size(), 1U);
+    EXPECT_EQ(eventsAfter("b").size(), 1U);
+    EXPECT_EQ(ComPort.Input(), QByteArray(60, 'a') + "b");
+    EXPECT_EQ(eventsAfter("c"), Events{});
+}
+
+TEST_F(QtSerialControlTest, bytesBeyondTheBufferAreLostWithOneEventABurst) {
+    taking = false;
+    ComPort.setInBufferSize(100);
+    ComPort.setRThreshold(50);
+    ASSERT_EQ(open(ComPort), 0);
+    eventsAfter(QByteArray(90, 'a'));
+    EXPECT_EQ(eventsAfter(QByteArray(20, 'b')), (Events{SerialControl::ReceiveBufferOverflow, SerialControl::Receive}));
+    EXPECT_EQ(eventsAfter("c"), Events{SerialControl::Receive});
+    EXPECT_EQ(ComPort.InBufferCount(), 100);
+    EXPECT_EQ(ComPort.Input(), QByteArray(90, 'a') + QByteArray(10, 'b'));
+    eventsAfter(QByteArray(90, 'a'));
+    EXPECT_EQ(eventsAfter(QByteArray(20, 'b')).front(), SerialControl::ReceiveBufferOverflow);
+}
+
+TEST_F(QtSerialControlTest, theLineIsRawAndItsPastIsNotHeard) {
+    instrument.send("stale\n");
+    ASSERT_EQ(open(ComPort), 0);
+    EXPECT_EQ(ComPort.InBufferCount(), 0);
+    const termios now = instrument.settings();
+    EXPECT_EQ(::cfgetispeed(&now), speed_t(B9600));
+    EXPECT_EQ(now.c_cflag & (CSIZE | PARENB | CSTOPB | CRTSCTS), tcflag_t(CS8));
+    EXPECT_EQ(now.c_lflag & (ICANON | ECHO | ISIG), 0U);
+    EXPECT_EQ(now.c_iflag & (IXON | IXOFF | ICRNL), 0U);
+    ComPort.setPortOpen(false);
+    EXPECT_EQ(eventsAfter("unheard"), Events{});
+}
+
+TEST_F(QtSerialControlTest, aPortIsHeldByOneAlone) {
+    plugIn(instrument);
+    ASSERT_EQ(open(ComPort), 0);
+    EXPECT_TRUE(instrument.isExclusive());
+    EXPECT_EQ(open(CommTmp), RunTimeError::PortAlreadyOpen);
+    EXPECT_EQ(open(CommTmp, 2), RunTimeError::PortAlreadyOpen);
+    EXPECT_FALSE(CommTmp.PortOpen());
+    EXPECT_TRUE(instrument.isExclusive());
+    EXPECT_EQ(eventsAfter("x"), Events{SerialControl::Receive});
+    ComPort.setPortOpen(false);
+    EXPECT_EQ(open(CommTmp, 2), 0);
+}
+
+TEST_F(QtSerialControlTest, aMissingPortIsInvalidAndAPlainFileAnotherError) {
+    devices[4] = "/dev/ttyNone";
+    devices[5] = "/dev/null";
+    EXPECT_EQ(open(ComPort, 3), RunTimeError::InvalidPortNumber);
+    EXPECT_EQ(open(ComPort, 4), RunTimeError::InvalidPortNumber);
+    EXPECT_EQ(open(ComPort, 5), RunTimeError::PathFileAccess);
+    EXPECT_FALSE(ComPort.PortOpen());
+}
+
+TEST_F(QtSerialControlTest, anUnpluggedDeviceIsSilentAndIsTakenUpAgain) {
+    plugIn(instrument);
+    ComPort.setRThreshold(3);
+    ASSERT_EQ(open(ComPort, 2), 0);
+    ComPort.setCommPort(1); // only from the next opening on
+    instrument.unplug();
+    settle();
+    EXPECT_TRUE(ComPort.PortOpen());
+    EXPECT_EQ(events, Events{});
+    EXPECT_EQ(ComPort.Input(), "");
+
+    const Instrument back;
+    plugIn(back);
+    QTest::qWait(1300);
+    back.send("abc");
+    settle();
+    EXPECT_EQ(events, Events{SerialControl::Receive});
+    EXPECT_EQ(input, "abc");
+    EXPECT_EQ(open(CommTmp, 2), RunTimeError::PortAlreadyOpen);
+    const termios now = back.settings();
+    EXPECT_EQ(::cfgetispeed(&now), speed_t(B9600));
+}
+
+TEST_F(QtSerialControlTest, aVanishedPortCanBeClosedAndStaysClosed) {
+    plugIn(instrument);
+    ASSERT_EQ(open(ComPort, 2), 0);
+    instrument.unplug();
+    settle();
+    ComPort.setPortOpen(false);
+    EXPECT_FALSE(ComPort.PortOpen());
+    const Instrument back;
+    plugIn(back);
+    QTest::qWait(1300);
+    EXPECT_EQ(open(CommTmp, 2), 0);
+}
+
+TEST_F(QtSerialControlTest, countedFaultsBecomeEvents) {
+    taking = false;
+    counters = LineCounters{7, 7, 7, 7, 7};
+    ASSERT_EQ(open(ComPort), 0);
+    EXPECT_EQ(eventsAfter("x"), Events{SerialControl::Receive});
+    counters = LineCounters{8, 9, 8, 8, 8};
+    EXPECT_EQ(eventsAfter("x"), (Events{1001, 1004, 1006, 1008, 1009, SerialControl::Receive}));
+    counters->breaks = 9; // a break without bytes is found by the slow look
+    events.clear();
+    QTest::qWait(2300);
+    EXPECT_EQ(events, Events{SerialControl::Break});
+}
+
+} // namespace
