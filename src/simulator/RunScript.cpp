@@ -57,14 +57,13 @@ void ScriptReader::readLine(const QString &line) {
 void ScriptReader::readMethodLine(const QString &line, int bar) {
     if (script_.steps.empty() || script_.steps.back().action != Action::Method)
         fail(bar + 1, "a line of text can only follow \"method\"");
-    QString text = line.mid(bar + 1);
-    if (text.startsWith(' '))
-        text.remove(0, 1);
-    if (text.endsWith('\r'))
-        text.chop(1);
-    for (const QChar character : text) {
-        if (character.unicode() > 0xFF || character.unicode() == StreamFormat::SyncByte)
-            fail(bar + 1, "a method cannot hold the character \"" + QString{character} + '"');
+    const int start = bar + (line.mid(bar + 1, 1) == " " ? 2 : 1);
+    const QString text = line.mid(start, line.size() - start - (line.endsWith('\r') ? 1 : 0));
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const char16_t code = text[at].unicode();
+        if (code > 0xFF || code == StreamFormat::SyncByte)
+            fail(start + int(at) + 1,
+                 "a method cannot hold U+" + QString::number(code, 16).toUpper().rightJustified(4, '0'));
     }
     QByteArray &method = script_.steps.back().bytes;
     method += (methodHasText_ ? "\r\n" : "") + text.toLatin1();

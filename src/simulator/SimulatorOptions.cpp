@@ -63,6 +63,10 @@ InstrumentKind readKind(const QString &text) {
 }
 
 void refuseContradictions(const QCommandLineParser &parser) {
+    for (const char *path : {"link", "replay", "record", "truth"}) {
+        if (parser.isSet(path) && parser.value(path).isEmpty())
+            refuse(QString{"--%1 needs a path"}.arg(QLatin1String(path)));
+    }
     if (parser.positionalArguments().size() > 1)
         refuse("only one script can be played");
     const bool ofRun = parser.isSet("truth") || parser.isSet("kind") || !parser.positionalArguments().isEmpty();

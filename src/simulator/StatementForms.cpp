@@ -54,36 +54,49 @@ bool readNumber(const QString &word, double &number) {
     return good && std::isfinite(number);
 }
 
-bool readWhole(const QString &word, int from, int to, int &number) {
+bool readPositive(const QString &word, double &number) { return readNumber(word, number) && number > 0; }
+
+bool readSize(const QString &word, double &number) { return readNumber(word, number) && number >= 0; }
+
+/// What a faulty detector sends is a level too.
+bool readLevel(const QString &word, double &level) {
+    bool good = false;
+    level = word.toDouble(&good);
+    return good;
+}
+
+bool readTime(const QString &word, double &seconds) {
+    const double unit = word.endsWith('s') ? 1 : word.endsWith('m') ? 60 : word.endsWith('h') ? 3600 : 0;
+    const bool good = unit > 0 && readSize(word.chopped(1), seconds);
+    seconds *= unit;
+    return good && seconds <= 100 * 3600.0;
+}
+
+bool readLasting(const QString &word, double &seconds) { return readTime(word, seconds) && seconds > 0; }
+
+template <int from, int to>
+bool readWhole(const QString &word, int &number) {
     bool good = false;
     number = word.toInt(&good);
     return good && number >= from && number <= to;
 }
 
-bool readTime(const QString &word, double &seconds) {
-    const double unit = word.endsWith('s') ? 1 : word.endsWith('m') ? 60 : word.endsWith('h') ? 3600 : 0;
-    if (unit == 0 || !readNumber(word.chopped(1), seconds))
-        return false;
-    seconds *= unit;
-    return seconds >= 0 && seconds <= 100 * 3600.0;
+bool readCharacter(const QString &word, char &letter) {
+    letter = word.size() == 1 ? word[0].toLatin1() : '\0';
+    return letter > ' ';
 }
 
-bool readLevel(const QString &word, Step &step) {
+bool readBlockLetter(const QString &word, char &letter) { return readCharacter(word, letter) && isBlockLetter(letter); }
+
+bool readHex(const QString &word, QByteArray &bytes) {
     bool good = false;
-    step.value = word.toDouble(&good);
-    return good;
+    bytes += char(word.toUInt(&good, 16));
+    return good && word.size() == 2;
 }
 
-bool readLetter(const QString &word, Step &step) {
-    step.letter = word.size() == 1 ? word[0].toLatin1() : '\0';
-    return step.letter > ' ';
-}
-
-bool readHex(const QString &word, Step &step) {
-    bool good = false;
-    const int byte = word.toInt(&good, 16);
-    step.bytes += char(byte);
-    return good && word.size() <= 2;
+template <auto field, auto read>
+bool into(const QString &word, Step &step) {
+    return read(word, step.*field);
 }
 
 struct Placeholder {
@@ -94,18 +107,18 @@ struct Placeholder {
 
 // clang-format off
 constexpr Placeholder placeholders[] = {
-    {"TIME",      "a time such as 0.4s, 90s or 2m",            [](const QString &w, Step &s) { return readTime(w, s.seconds); }},
-    {"WIDTH",     "a time above 0",                            [](const QString &w, Step &s) { return readTime(w, s.width) && s.width > 0; }},
-    {"LEVEL",     "a number, nan or inf",                      readLevel},
-    {"SIZE",      "a number not below 0",                      [](const QString &w, Step &s) { return readNumber(w, s.value) && s.value >= 0; }},
-    {"NUMBER",    "a number",                                  [](const QString &w, Step &s) { return readNumber(w, s.value); }},
-    {"FROM",      "a number",                                  [](const QString &w, Step &s) { return readNumber(w, s.from); }},
-    {"TAIL",      "a number above 0",                          [](const QString &w, Step &s) { return readNumber(w, s.tail) && s.tail > 0; }},
-    {"COUNT",     "a number of bytes, 1 to 1000000",           [](const QString &w, Step &s) { return readWhole(w, 1, 1000000, s.count); }},
-    {"PARAMETER", "a byte, 0 to 255",                          [](const QString &w, Step &s) { return readWhole(w, 0, 255, s.count); }},
-    {"BLOCK",     "a letter of a block, one of C D E F H M P R U V", [](const QString &w, Step &s) { return readLetter(w, s) && isBlockLetter(s.letter); }},
-    {"LETTER",    "one character",                             readLetter},
-    {"HEX...",    "a byte in hexadecimal",                     readHex},
+    {"TIME",      "a time such as 0.4s, 90s or 2m",     into<&Step::seconds, readTime>},
+    {"WIDTH",     "a time above 0",                     into<&Step::width, readLasting>},
+    {"LEVEL",     "a number, nan or inf",               into<&Step::value, readLevel>},
+    {"SIZE",      "a number not below 0",               into<&Step::value, readSize>},
+    {"NUMBER",    "a number",                           into<&Step::value, readNumber>},
+    {"FROM",      "a number",                           into<&Step::from, readNumber>},
+    {"TAIL",      "a number above 0",                   into<&Step::tail, readPositive>},
+    {"COUNT",     "a number of bytes, 1 to 1000000",    into<&Step::count, readWhole<1, 1000000>>},
+    {"PARAMETER", "a byte, 0 to 255",                   into<&Step::count, readWhole<0, 255>>},
+    {"BLOCK",     "the letter of a block",              into<&Step::letter, readBlockLetter>},
+    {"LETTER",    "one character",                      into<&Step::letter, readCharacter>},
+    {"HEX...",    "a byte of two hexadecimal digits",   into<&Step::bytes, readHex>},
 };
 // clang-format on
 
@@ -122,29 +135,47 @@ struct Match {
     QString expected; ///< next; empty after a whole statement
 };
 
+bool accepts(const QString &part, const QString &word, Step &step) {
+    const Placeholder *value = placeholderNamed(part);
+    return value ? value->read(word, step) : word == part;
+}
+
+QString expectationOf(const QString &part) {
+    const Placeholder *value = placeholderNamed(part);
+    return value ? QString::fromLatin1(value->expected) : '"' + part + '"';
+}
+
 Match matchForm(const StatementForm &row, const std::vector<ScriptWord> &words) {
+    const QString form = QString::fromLatin1(row.form);
+    const qsizetype optionalPart = form.contains('[') ? form.section('[', 0, 0).count(' ') : -1;
+    const QStringList parts = QString{form}.remove('[').remove(']').split(' ');
     Match match;
     match.step.action = row.action;
-    QStringList parts = QString::fromLatin1(row.form).split(' ');
-    for (; !parts.isEmpty(); parts.removeFirst()) {
-        QString part = parts.first();
-        const bool atEnd = match.wordsTaken == words.size();
-        if (atEnd && (part.startsWith('[') || (part.endsWith("...") && !match.step.bytes.isEmpty())))
-            return match;
-        part.remove('[').remove(']');
-        const Placeholder *value = placeholderNamed(part);
-        if (atEnd ||
-            !(value ? value->read(words[match.wordsTaken].text, match.step) : words[match.wordsTaken].text == part)) {
-            match.expected = value ? QString::fromLatin1(value->expected) : '"' + part + '"';
-            return match;
-        }
+    qsizetype at = 0;
+    while (at < parts.size() && match.wordsTaken < words.size()) {
+        if (!accepts(parts[at], words[match.wordsTaken].text, match.step))
+            break;
         ++match.wordsTaken;
-        if (part.endsWith("..."))
-            parts.prepend(part);
+        const bool repeats = parts[at].endsWith("...") && match.wordsTaken < words.size();
+        at += repeats ? 0 : 1;
     }
-    if (match.wordsTaken < words.size())
+    if (at < parts.size() && !(at == optionalPart && match.wordsTaken == words.size()))
+        match.expected = expectationOf(parts[at]);
+    else if (match.wordsTaken < words.size())
         match.expected = "the end of the line";
     return match;
+}
+
+/// What is wrong with the word of this index, or with the line's end behind the last.
+ScriptError mistake(const std::vector<ScriptWord> &words, size_t index, const QStringList &expected, int line) {
+    if (index == words.size()) {
+        const int end = words.back().column + int(words.back().text.size());
+        return {line, end, QString{"the line ends where %1 is expected"}.arg(expected.join(" or "))};
+    }
+    const auto &[text, column] = words[index];
+    if (index == 0)
+        return {line, column, QString{"no statement begins with \"%1\""}.arg(text)};
+    return {line, column, QString{"\"%1\" stands where %2 is expected"}.arg(text, expected.join(" or "))};
 }
 
 } // namespace
@@ -170,11 +201,5 @@ Step readStatement(const std::vector<ScriptWord> &words, int line) {
             farthest = std::move(match);
         }
     }
-    const bool atEnd = farthest.wordsTaken == words.size();
-    const int column = atEnd ? words.back().column + int(words.back().text.size()) : words[farthest.wordsTaken].column;
-    const QString found =
-        atEnd ? QString{"the line ends"} : QString{"\"%1\" stands"}.arg(words[farthest.wordsTaken].text);
-    if (farthest.wordsTaken == 0)
-        throw ScriptError{line, column, QString{"no statement begins with \"%1\""}.arg(words.front().text)};
-    throw ScriptError{line, column, QString{"%1 where %2 is expected"}.arg(found, expected.join(" or "))};
+    throw mistake(words, farthest.wordsTaken, expected, line);
 }

@@ -52,6 +52,6 @@ qint64 Transmitter::dueTime() const {
 
 void Transmitter::send(const QByteArray &bytes) {
     const QByteArray taken = bytes.first(port_->send(bytes));
-    if (settings_.record && settings_.record->write(taken) != taken.size())
-        throw RunTimeError(RunTimeError::PathFileAccess, settings_.record->errorString());
+    if (settings_.record)
+        settings_.record(taken);
 }

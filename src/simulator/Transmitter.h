@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "simulator/ByteSink.h"
 #include "simulator/LineSource.h"
 #include "simulator/PseudoTerminal.h"
 
 #include <QElapsedTimer>
-#include <QIODevice>
 #include <QTimer>
 
 #include <functional>
@@ -17,9 +17,9 @@ class RunTimeError;
 class Transmitter {
 public:
     struct Settings {
-        QString link;                ///< symbolic link to the port, or empty
-        double speed = 1;            ///< times as fast as the instrument
-        QIODevice *record = nullptr; ///< the caller's; gets every byte that the line took
+        QString link;     ///< symbolic link to the port, or empty
+        double speed = 1; ///< times as fast as the instrument
+        ByteSink record;  ///< gets every byte that the line took; may be empty
     };
 
     std::function<void(const QString &path)> plugged; ///< a port is there, also the new one after an unplugging

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "simulator/TruthRecord.h"
 
-#include "base/RunTimeError.h"
-
 #include <bit>
+#include <utility>
 
 namespace {
 
@@ -18,15 +17,10 @@ QByteArray onOneLine(const QByteArray &text) {
         .replace('\t', "\\t");
 }
 
-void writeWhole(QIODevice &device, const QByteArray &bytes) {
-    if (device.write(bytes) != bytes.size())
-        throw RunTimeError(RunTimeError::PathFileAccess, device.errorString());
-}
-
 } // namespace
 
-TruthRecord::TruthRecord(QIODevice &device) : device_(device) {
-    writeWhole(device_, "seconds\twhat\tnumber\tletter\tuv bits\tcond bits\tuv\tcond\n");
+TruthRecord::TruthRecord(ByteSink sink) : sink_(std::move(sink)) {
+    sink_("seconds\twhat\tnumber\tletter\tuv bits\tcond bits\tuv\tcond\n");
 }
 
 void TruthRecord::addSample(double seconds, int number, char letter, const SamplePair &pair) {
@@ -41,5 +35,5 @@ void TruthRecord::addNews(double seconds, const Step &step) {
 }
 
 void TruthRecord::write(double seconds, const QByteArray &row) {
-    writeWhole(device_, QByteArray::number(seconds, 'f', 1) + '\t' + row + '\n');
+    sink_(QByteArray::number(seconds, 'f', 1) + '\t' + row + '\n');
 }

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "simulator/ByteSink.h"
 #include "simulator/Detectors.h"
 #include "simulator/RunScript.h"
-
-#include <QIODevice>
 
 /// What the instrument meant, in order: a tab-separated row for each sample pair and for each piece of news or fault.
 class TruthRecord {
 public:
-    /// Writes the heading. The device stays the caller's and must outlive the record.
-    explicit TruthRecord(QIODevice &device);
+    /// Writes the heading.
+    explicit TruthRecord(ByteSink sink);
 
     /// `seconds` from the start of the program's play; values also as the bits that were sent.
     void addSample(double seconds, int number, char letter, const SamplePair &pair);
@@ -20,5 +19,5 @@ public:
 private:
     void write(double seconds, const QByteArray &row);
 
-    QIODevice &device_;
+    ByteSink sink_;
 };

@@ -32,14 +32,17 @@ QByteArray contentOf(const QString &path) {
     return file.readAll();
 }
 
-/// An output file, if one was asked for. Unbuffered, so that it is whole however the program ends.
-std::unique_ptr<QFile> outputFile(const QString &path) {
+/// Into a file, if one was asked for. Unbuffered, so that the file is whole however the program ends.
+ByteSink recordIn(const QString &path) {
     if (path.isEmpty())
-        return nullptr;
-    auto file = std::make_unique<QFile>(path);
+        return {};
+    auto file = std::make_shared<QFile>(path);
     if (!file->open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         failOn(*file);
-    return file;
+    return [file](const QByteArray &bytes) {
+        if (file->write(bytes) != bytes.size())
+            failOn(*file);
+    };
 }
 
 RunScript readScript(const QString &path) {
@@ -60,14 +63,12 @@ std::unique_ptr<LineSource> makeSource(const SimulatorOptions &options, TruthRec
 }
 
 int play(const SimulatorOptions &options) {
-    const std::unique_ptr<QFile> truthFile = outputFile(options.truth);
-    const std::unique_ptr<QFile> recordFile = outputFile(options.record);
     std::optional<TruthRecord> truth;
-    if (truthFile)
-        truth.emplace(*truthFile);
+    if (const ByteSink sink = recordIn(options.truth))
+        truth.emplace(sink);
     const std::unique_ptr<LineSource> source = makeSource(options, truth ? &*truth : nullptr);
 
-    Transmitter transmitter{*source, {options.link, options.speed, recordFile.get()}};
+    Transmitter transmitter{*source, {options.link, options.speed, recordIn(options.record)}};
     transmitter.plugged = [](const QString &path) { print(stdout, path + '\n'); };
     transmitter.finished = [] { QCoreApplication::exit(Good); };
     transmitter.failed = [](const RunTimeError &error) {

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+
+#include <functional>
+
+/// Where a record of the play goes, for instance into a file. Raises a run-time error when it cannot take all.
+using ByteSink = std::function<void(const QByteArray &bytes)>;

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "simulator/RunScript.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string mistakeIn(const QString &text) {
+    try {
+        parseRunScript(text);
+    } catch (const ScriptError &error) {
+        return QString{"%1:%2: %3"}.arg(error.line).arg(error.column).arg(error.message).toStdString();
+    }
+    return "none";
+}
+
+Step onlyStep(const QString &text) { return parseRunScript(text).steps.at(0); }
+
+TEST(RunScript, readsStatementsWithTimesAndWhatMayBeLeftOut) {
+    EXPECT_EQ(onlyStep("  wait 1.5m  # a comment").seconds, 90);
+    EXPECT_EQ(onlyStep("wait 1h").seconds, 3600);
+    const Step peak = onlyStep("peak  at 90s height 0.8 width 20s tail 1.3");
+    EXPECT_EQ(peak.seconds, 90);
+    EXPECT_EQ(peak.value, 0.8);
+    EXPECT_EQ(peak.width, 20);
+    EXPECT_EQ(peak.tail, 1.3);
+    EXPECT_EQ(peak.statement, "peak at 90s height 0.8 width 20s tail 1.3");
+    EXPECT_EQ(onlyStep("peak at 90s height 0.8 width 20s").tail, 1);
+    EXPECT_EQ(onlyStep("raw 96 55 0A").bytes, QByteArray("\x96\x55\x0A"));
+    EXPECT_EQ(onlyStep("raw 00").bytes, QByteArray(1, '\0'));
+}
+
+TEST(RunScript, aMethodIsTheLinesBehindItsBars) {
+    EXPECT_EQ(onlyStep("method\n| Line 1 # no comment\n|\n  |   indented\r\n").bytes,
+              "Line 1 # no comment\r\n\r\n  indented");
+    EXPECT_EQ(onlyStep("method").bytes, "");
+    const RunScript two = parseRunScript("method\n| a\nmethod\n| b");
+    EXPECT_EQ(two.steps.at(1).bytes, "b");
+}
+
+TEST(RunScript, kindAndLoopAreOfTheWholeRun) {
+    const RunScript script = parseRunScript("# a run\nkind letters\nwait 1s\nloop\n\n# its end");
+    EXPECT_EQ(script.kind, InstrumentKind::Letters);
+    EXPECT_TRUE(script.loops);
+    EXPECT_EQ(script.steps.size(), 1);
+    EXPECT_FALSE(parseRunScript("").loops);
+}
+
+TEST(RunScript, saysWhereAMistakeStandsAndWhatIsExpected) {
+    EXPECT_EQ(mistakeIn("start\n\n  stop"), "3:3: no statement begins with \"stop\"");
+    EXPECT_EQ(mistakeIn("wait 3"), "1:6: \"3\" stands where a time such as 0.4s, 90s or 2m is expected");
+    EXPECT_EQ(mistakeIn("wait"), "1:5: the line ends where a time such as 0.4s, 90s or 2m is expected");
+    EXPECT_EQ(mistakeIn("noise vu 1"), "1:7: \"vu\" stands where \"uv\" or \"cond\" is expected");
+    EXPECT_EQ(mistakeIn("uv 1 2"), "1:6: \"2\" stands where the end of the line is expected");
+    EXPECT_EQ(mistakeIn("peak at 1s height 1 width 1s tail"), "1:34: the line ends where a number above 0 is expected");
+    EXPECT_EQ(mistakeIn("peak at 1s height nan width 1s"), "1:19: \"nan\" stands where a number is expected");
+    EXPECT_EQ(mistakeIn("half X"), "1:6: \"X\" stands where the letter of a block is expected");
+    EXPECT_EQ(mistakeIn("raw"), "1:4: the line ends where a byte of two hexadecimal digits is expected");
+    EXPECT_EQ(mistakeIn("| text"), "1:1: a line of text can only follow \"method\"");
+}
+
+TEST(RunScript, refusesWhatCannotBePlayed) {
+    EXPECT_EQ(mistakeIn("start\nkind letters"), "2:1: \"kind\" must be the first statement");
+    EXPECT_EQ(mistakeIn("start\nwait 0.05s\nloop"), "3:1: a loop needs a \"wait\"");
+    EXPECT_EQ(mistakeIn("wait 1s\nloop\nend"), "3:1: nothing can follow \"loop\"");
+    EXPECT_EQ(mistakeIn(QString{"method\n| a"} + QChar{0x96}),
+              QString{"2:4: a method cannot hold U+0096"}.toStdString());
+    EXPECT_EQ(mistakeIn(QString{"method\n| 5 "} + QChar{0x20AC}),
+              QString{"2:5: a method cannot hold U+20AC"}.toStdString());
+}
+
+} // namespace
