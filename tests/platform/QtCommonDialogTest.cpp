@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "platform/QtCommonDialog.h"
+
+#include "base/RunTimeError.h"
+#include "base/Steps.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace {
+
+class QtCommonDialogTest : public testing::Test {
+protected:
+    QtCommonDialogTest() {
+        ComDlg.Filter = "Quillchart Log(*.chl)|*.chl|All Files(*.*)|*.*";
+        ComDlg.DefaultExt = "chl";
+        ComDlg.FileName = folder.filePath("Default");
+    }
+    /// Does something to the dialog once it is up.
+    void whenUp(const std::function<void(QFileDialog &)> &act) {
+        QTimer::singleShot(0, &owner, [act] {
+            auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            EXPECT_EQ(dialog->objectName(), "ComDlg");
+            act(*dialog);
+        });
+    }
+    static void enter(QFileDialog &dialog, const QString &name) {
+        auto *edit = dialog.findChild<QLineEdit *>("fileNameEdit");
+        if (!name.isEmpty())
+            edit->setText(name);
+        QTest::keyClick(edit, Qt::Key_Return);
+    }
+    /// Enters a name, which is met by a box; presses one of its buttons, then leaves the dialog.
+    void enterAndAnswer(QFileDialog &dialog, const QString &name, QMessageBox::StandardButton button) {
+        QTimer::singleShot(0, &owner, [this, button] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            ++boxes;
+            box->button(button)->click();
+        });
+        enter(dialog, name);
+        if (dialog.isVisible())
+            dialog.reject();
+    }
+
+    QTemporaryDir folder;
+    QObject owner;
+    QtCommonDialog ComDlg;
+    int boxes = 0;
+};
+
+TEST_F(QtCommonDialogTest, theNameOfferedGetsTheDefaultExtension) {
+    whenUp([](QFileDialog &dialog) {
+        auto *types = dialog.findChild<QComboBox *>("fileTypeCombo");
+        EXPECT_EQ(types->itemText(0), "Quillchart Log(*.chl)");
+        EXPECT_EQ(types->itemText(1), "All Files(*.*)");
+        enter(dialog, "");
+    });
+    ComDlg.ShowSave();
+    EXPECT_EQ(ComDlg.FileName, folder.filePath("Default.chl"));
+    EXPECT_EQ(ComDlg.FileTitle, "Default.chl");
+
+    // The next bare name is offered in the same folder; an extension of its own stays.
+    ComDlg.FileName = "";
+    whenUp([](QFileDialog &dialog) { enter(dialog, "run.2.txt"); });
+    ComDlg.ShowSave();
+    EXPECT_EQ(ComDlg.FileName, folder.filePath("run.2.txt"));
+}
+
+TEST_F(QtCommonDialogTest, aCancelLeavesNoNameAndRaisesWhenAsked) {
+    whenUp([](QFileDialog &dialog) { dialog.reject(); });
+    ComDlg.ShowOpen();
+    EXPECT_EQ(ComDlg.FileName, "");
+    ComDlg.CancelError = true;
+    whenUp([](QFileDialog &dialog) { dialog.reject(); });
+    EXPECT_EQ(errorNumberOf([this] { ComDlg.ShowSave(); }), RunTimeError::DialogCancelled);
+}
+
+TEST_F(QtCommonDialogTest, overwritingAsksAndAMissingFolderIsRefused) {
+    const QString existing = folder.filePath("Default.chl");
+    QFile file(existing);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ComDlg.Flags = 2054;
+    whenUp([this](QFileDialog &dialog) { enterAndAnswer(dialog, "Default", QMessageBox::No); });
+    ComDlg.ShowSave();
+    EXPECT_EQ(ComDlg.FileName, "");
+    ComDlg.FileName = existing;
+    whenUp([this](QFileDialog &dialog) { enterAndAnswer(dialog, "", QMessageBox::Yes); });
+    ComDlg.ShowSave();
+    EXPECT_EQ(ComDlg.FileName, existing);
+    ComDlg.FileName = "";
+    whenUp([this](QFileDialog &dialog) { enterAndAnswer(dialog, folder.filePath("none/x"), QMessageBox::Ok); });
+    ComDlg.ShowSave();
+    EXPECT_EQ(ComDlg.FileName, "");
+    EXPECT_EQ(boxes, 3);
+
+    ComDlg.Flags = 0;
+    ComDlg.FileName = existing;
+    whenUp([](QFileDialog &dialog) { enter(dialog, ""); });
+    ComDlg.ShowSave();
+    EXPECT_EQ(ComDlg.FileName, existing);
+}
+
+} // namespace
