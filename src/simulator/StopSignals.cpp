@@ -13,6 +13,8 @@ int openSignals() {
     sigemptyset(&asked);
     for (const int number : {SIGINT, SIGTERM, SIGHUP})
         sigaddset(&asked, number);
+    // Whoever read the path from our output may be gone when there is a new one to tell.
+    std::signal(SIGPIPE, SIG_IGN);
     sigprocmask(SIG_BLOCK, &asked, nullptr);
     return ::signalfd(-1, &asked, SFD_CLOEXEC | SFD_NONBLOCK);
 }

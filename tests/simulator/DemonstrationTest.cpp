@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Played.h"
 
+#include <QDirIterator>
 #include <QFile>
 #include <gmock/gmock.h>
 
@@ -8,13 +9,15 @@
 
 namespace {
 
+QString textOf(const QString &path) {
+    QFile file{path};
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return QString::fromUtf8(file.readAll());
+}
+
 class Demonstration : public testing::TestWithParam<InstrumentKind> {
 protected:
-    static QString script() {
-        QFile file{":/simulator/demo.velquin"};
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return QString::fromUtf8(file.readAll());
-    }
+    static QString script() { return textOf(":/simulator/demo.velquin"); }
 
     Played run{script(), {.kind = GetParam()}};
 };
@@ -46,5 +49,10 @@ TEST_P(Demonstration, showsAllThatAnInstrumentCanTell) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EitherKind, Demonstration, testing::Values(InstrumentKind::Status, InstrumentKind::Letters));
+
+TEST(SampleRuns, canAllBePlayed) {
+    for (QDirIterator runs{RUNS_FOLDER, {"*.velquin"}}; runs.hasNext();)
+        EXPECT_FALSE(Played{textOf(runs.next())}.ticks.empty());
+}
 
 } // namespace
