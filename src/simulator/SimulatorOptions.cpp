@@ -28,9 +28,9 @@ void describe(QCommandLineParser &parser) {
         {"replay", "Send a captured stream, 60 bytes a second, in place of a run.", "file"},
         {"record", "Write every byte sent to <file>.", "file"},
         {"truth", "Write what the instrument meant, sample by sample, to <file>.", "file"},
+        {{"h", "help"}, "Show this help."},
+        {{"v", "version"}, "Show the version."},
     });
-    parser.addHelpOption();
-    parser.addVersionOption();
 }
 
 QString help(const QCommandLineParser &parser) {
