@@ -23,7 +23,6 @@ double perHour(const RunningProgram &program) {
 void ours(benchmark::State &state) {
     for (auto _ : state) {
         LiveOstrel live{"uv 0.1\nnoise uv 0.001\ncond 20\nnoise cond 0.1\nstart\nwait 1h\n"};
-        live.nameSystem();
         if (!within(20s, [&] { return live->get("mnuStop", "enabled").toBool(); }))
             throw std::runtime_error("the recorder does not record");
         QThread::sleep(5);

@@ -50,7 +50,6 @@ const Instrument instruments[] = {
 TEST_P(WholeRun, IsRecordedAsTheInstrumentMeantIt) {
     LiveOstrel live{GetParam().script};
     EXPECT_FALSE(live.isEnabled("mnuStop"));
-    live.nameSystem();
     EXPECT_TRUE(within(10s, [&] { return live.isLinked(); }));
     EXPECT_TRUE(within(10s, [&] { return live.isEnabled("mnuStop"); }));
     EXPECT_TRUE(within(20s, [&] { return live.marks(0).endsWith('E') && !live.isEnabled("mnuStop"); }));
@@ -67,10 +66,9 @@ class LostLink : public testing::TestWithParam<const char *> {};
 
 TEST_P(LostLink, StopsTheRecordingIsToldAndComesBack) {
     LiveOstrel live{QByteArray{"wait 8s\n"} + GetParam() + " 15s\nwait 10m\n"};
-    live.nameSystem();
     ASSERT_TRUE(within(10s, [&] { return live.isEnabled("mnuStart"); }));
     live->trigger("mnuStart");
-    ASSERT_TRUE(within(5s, [&] { return live->call("Chart(0)", "SampleCount").toInt() > 0; }));
+    ASSERT_TRUE(within(5s, [&] { return live->get("Chart(0)", "SampleCount").toInt() > 0; }));
 
     EXPECT_TRUE(within(20s, [&] { return live.isUp("frmNoData"); }));
     EXPECT_FALSE(live.isLinked());

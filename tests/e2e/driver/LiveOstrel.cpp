@@ -11,8 +11,8 @@ using namespace std::chrono_literals;
 LiveOstrel::LiveOstrel(const QByteArray &script) {
     startInstrument(script);
     startRecorder();
-    if (!within(20s, [&] { return isUp("frmLogName"); }))
-        throw std::runtime_error("the recorder does not ask for the system's name");
+    if (!within(20s, [&] { return isUp("frmMain"); }))
+        throw std::runtime_error("the recorder does not show its window");
 }
 
 void LiveOstrel::startInstrument(const QByteArray &script) {
@@ -36,12 +36,6 @@ bool LiveOstrel::isUp(const QString &window) {
     return std::ranges::any_of(probe_->windows(), [&](const QJsonValue &shown) { return shown["name"] == window; });
 }
 
-void LiveOstrel::nameSystem() {
-    probe_->answer("OK");
-    if (!within(5s, [&] { return !isUp("frmLogName"); }))
-        throw std::runtime_error("the question for the system's name stays");
-}
-
 QString LiveOstrel::marks(int chart) {
     QStringList labels;
     for (const QJsonValue mark : probe_->call(QString{"Chart(%1)"}.arg(chart), "marks").toArray())
@@ -52,7 +46,7 @@ QString LiveOstrel::marks(int chart) {
 std::vector<LiveOstrel::Sample> LiveOstrel::samples(int chart) {
     const QString name = QString{"Chart(%1)"}.arg(chart);
     std::vector<Sample> samples;
-    for (const QJsonValue pair : probe_->call(name, "samples", {0, probe_->call(name, "SampleCount")}).toArray())
+    for (const QJsonValue pair : probe_->call(name, "samples", {0, probe_->get(name, "SampleCount")}).toArray())
         samples.push_back({static_cast<float>(pair[0].toDouble()), static_cast<float>(pair[1].toDouble())});
     return samples;
 }

@@ -22,7 +22,7 @@ public:
         }
     };
 
-    /// The instrument plays `script`; the recorder is up as far as the question for the system's name.
+    /// The instrument plays `script`; the recorder has shown its window.
     explicit LiveOstrel(const QByteArray &script);
 
     Probe &operator*() { return *probe_; }
@@ -32,8 +32,6 @@ public:
     bool isUp(const QString &window);
     bool isLinked() { return probe_->colour("ShapeReciveLed") == "#00ff00"; }
     bool isEnabled(const QString &object) { return probe_->get(object, "enabled").toBool(); }
-    /// Answers the question for the system's name.
-    void nameSystem();
 
     /// The texts of a chart's marks in the order of their times, between blanks.
     QString marks(int chart);
