@@ -11,7 +11,7 @@ enum class MousePointer : int { Default = 0, Hourglass = 11 };
 struct MessageBox {
     QString text;
     BoxIcon icon = BoxIcon::None;
-    QString caption; ///< empty: the application's title
+    QString caption{}; ///< empty: the application's title
     BoxButtons buttons = BoxButtons::Ok;
     int defaultButton = 1; ///< counted from 1
 };

@@ -34,6 +34,13 @@ void Commands::run(const QString &control) const {
         found->second();
 }
 
+void Commands::click(const QString &control) const {
+    if (control.startsWith(QLatin1String("cmd")))
+        Toolsbar_ButtonClick(control);
+    else
+        run(control);
+}
+
 void Commands::Toolsbar_ButtonClick(const QString &Key) const {
     for (const ButtonRow &button : buttons) {
         if (Key == QLatin1String(button.key))

@@ -40,6 +40,7 @@ bool InitMainWindow(const MainWindowSetUp &on) {
     tabs.ChartSaved[recorderChart] = true;
     on.bringToFront(recorderChart);
     on.time.txtChartTime->setEnabled(false);
+    on.time.cmdSetTime->setEnabled(false); // its entry was written before there was a window to compare it with
 
     if (!on.choosePort())
         return false;

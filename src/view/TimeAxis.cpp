@@ -5,11 +5,13 @@
 #include "base/Steps.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace {
 
 constexpr double smallestWindow = 0.1;
+constexpr double largestWindow = std::numeric_limits<float>::max(); // the chart's axis is a single
 constexpr float emptyFullView = 10.0F;
 
 /// The whole minute that an axis over a run of this length ends on.
@@ -83,7 +85,7 @@ void TimeAxis::ShowAxisState() {
 void TimeAxis::cmdSetTime_Click() {
     const double minutes = entryValue(*controls_.txtChartTime);
     ChartViewState &view = tabs_.currentView();
-    if (minutes < smallestWindow) {
+    if (minutes < smallestWindow || minutes > largestWindow) {
         controls_.txtChartTime->setText(fixedNumber(view.TimeSpan, 1));
         prompts_.beep();
         return;

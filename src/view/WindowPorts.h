@@ -2,13 +2,11 @@
 #pragma once
 
 #include "acquisition/AcquisitionPorts.h"
+#include "acquisition/frmNoData.h"
 #include "view/CommandStates.h"
 #include "view/LiveView.h"
 
 #include <functional>
-
-/// How the operator answered the dialog that reports a lost link; closing it counts as Ok.
-enum class NoDataAnswer { Ok, Setup, Exit };
 
 /// What the window itself does for the acquisition.
 struct WindowActs {

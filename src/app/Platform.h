@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Process.h"
+#include "platform/Prompts.h"
+#include "platform/SerialControl.h"
+#include "platform/SettingsStore.h"
+#include "platform/Timer.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+/// The desktop that the program runs on. The program owns none of it.
+struct Platform {
+    const Clock &clock;
+    SerialControl &ComPort; ///< the link
+    SerialControl &CommTmp; ///< tries ports
+    SettingsStore &store;
+    Prompts &prompts;
+    Process &process;
+    /// A timer by its name, with its interval in milliseconds and whether it is on from the start.
+    std::function<std::unique_ptr<Timer>(QObject *owner, const QString &name, int interval, bool on)> makeTimer;
+    QString errorLog; ///< path of ChartErr.log
+    bool PrevInstance = false;
+};

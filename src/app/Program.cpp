@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include "app/Program.h"
+
+#include "chart/Quillchart.h"
+#include "view/InitMainWindow.h"
+
+namespace {
+
+MainTimers makeTimers(const Platform &on, QObject &owner) {
+    const auto make = [&](const char *name, int interval, bool enabled) {
+        return on.makeTimer(&owner, QLatin1String(name), interval, enabled);
+    };
+    // clang-format off
+    return {make("TimerProcess",             700, true),
+            make("TimerCheckComData",       5000, false),
+            make("TimerStopWaitForMethod", 15000, false),
+            make("TimerSaveLog",           20000, false)};
+    // clang-format on
+}
+
+} // namespace
+
+Program::Program(const Platform &on)
+    : platform_(on), commands_(values_.tabs), timers_(makeTimers(on, window_)),
+      errors_(values_.link, on.prompts, commands_, {values_.error, on.ComPort, on.clock}, on.errorLog),
+      settings_(values_.options, values_.error, on.store, errors_),
+
+      keys_(values_.DecimalPoint, on.prompts),
+      axes_(values_.tabs, window_.charts(), window_.axis(), *window_.time().txtChartTime, keys_, on.prompts),
+      time_(values_.tabs, values_.run, window_.charts(), window_.time(), axes_, keys_, on.prompts,
+            [this] { window_.focusChart(); }),
+      live_(values_.tabs, *window_.charts()[recorderChart], window_.time()),
+      states_(values_.run, values_.tabs, window_.time(), [this](const QString &name) { return window_.action(name); }),
+      tabs_(values_.tabs, window_.charts(), window_.TabChart(), window_.time(), time_, states_,
+            [this](int chart) { window_.bringToFront(chart); }),
+      ports_(states_, live_, commands_, windowActs()),
+
+      receiver_(on.ComPort, ring_, values_.link, *timers_.Process, errors_), news_(values_.run, values_.link),
+      intake_(values_.run, *window_.charts()[recorderChart], *window_.charts()[logChart], *timers_.StopWaitForMethod,
+              commands_, errors_, values_.options, on.clock),
+      decoder_(ring_, values_.link, values_.run, news_, intake_,
+               {*timers_.Process, *timers_.CheckComData, *timers_.SaveLog}, ports_, commands_, errors_,
+               values_.options),
+      session_(values_.run, values_.link, values_.tabs, *timers_.CheckComData, *timers_.SaveLog, ports_),
+
+      setupForm_(window_),
+      setup_(on.ComPort, on.CommTmp, *timers_.CheckComData, values_.options, values_.link, on.prompts),
+      search_(setup_, on.ComPort, *timers_.CheckComData, values_.options, values_.identity, setupForm_, on.prompts,
+              commands_, errors_) {
+    values_.identity.PrevInstance = on.PrevInstance;
+    bindEvents();
+    bindCommands();
+}
+
+WindowActs Program::windowActs() {
+    return {.setReceiveLed = [this](bool on) { window_.setLed(on); },
+            .focusChart = [this] { window_.focusChart(); },
+            .askNoData = [this] { return frmNoData(&window_).ask(); }};
+}
+
+void Program::bindEvents() {
+    platform_.ComPort.setRThreshold(50);
+    platform_.ComPort.OnComm = [this] { receiver_.ComPort_OnComm(); };
+    timers_.Process->Tick = [this] { decoder_.TimerProcess_Timer(); };
+    timers_.CheckComData->Tick = [this] { session_.TimerCheckComData_Timer(); };
+    timers_.StopWaitForMethod->Tick = [this] { intake_.TimerStopWaitForMethod_Timer(); };
+
+    axes_.attach();
+    time_.attach();
+    tabs_.attach();
+    for (int i = 0; i < chartInstances; ++i) {
+        const Quillchart &chart = window_.chart(i);
+        QObject::connect(&chart, &Quillchart::Zoomed, &window_,
+                         [this](qint16, float from, float to, float uvMin, float uvMax, float condMin, float condMax) {
+                             time_.Chart_Zoomed(from, to, uvMin, uvMax, condMin, condMax);
+                         });
+        QObject::connect(&chart, &Quillchart::Unzoomed, &window_, [this] { time_.Chart_Unzoomed(); });
+        QObject::connect(&chart, &Quillchart::ChartError, &window_,
+                         [this](qint16, qint16 ErrorCode) { errors_.HandelError(ErrorCode); });
+    }
+    window_.clicked = [this](const QString &control) { commands_.click(control); };
+    window_.QueryUnload = [this] {
+        unload();
+        return true;
+    };
+}
+
+void Program::bindCommands() {
+    commands_.bind(QStringLiteral("mnuStart"), [this] { session_.mnuStart_Click(); });
+    commands_.bind(QStringLiteral("mnuStop"), [this] { session_.mnuStop_Click(); });
+    commands_.bind(QStringLiteral("mnuComPort"), [this] { search_.mnuComPort_Click(); });
+    commands_.bind(QStringLiteral("mnuExit"), [this] { unload(); });
+}
+
+bool Program::start() {
+    if (!loadWindow())
+        return false;
+    window_.show();
+    states_.pressLogButton(values_.options.DataLogging);
+    timers_.CheckComData->setEnabled(true);
+    return true;
+}
+
+bool Program::loadWindow() {
+    return InitMainWindow({.values = values_,
+                           .charts = window_.charts(),
+                           .time = window_.time(),
+                           .axes = axes_,
+                           .commands = states_,
+                           .setCaption = [this](const QString &caption) { window_.setWindowTitle(caption); },
+                           .ReadSettings = [this] { settings_.ReadSettings(); },
+                           .resize = [this](float width, float height) { window_.setOuterSize(width, height); },
+                           .bringToFront = [this](int chart) { window_.bringToFront(chart); },
+                           .choosePort = [this] { return search_.chooseAtStart(); },
+                           .ComDataLost = [this] { session_.ComDataLost(); },
+                           .openPort = [this] { search_.openAtStart(); }});
+}
+
+void Program::unload() { platform_.process.end(); }

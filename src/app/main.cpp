@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "app/Application.h"
+#include "app/Program.h"
+#include "base/RunTimeError.h"
+#include "platform/Folders.h"
+#include "platform/InstanceLock.h"
+#include "platform/QtProcess.h"
+#include "platform/QtPrompts.h"
+#include "platform/QtSerialControl.h"
+#include "platform/QtSettingsStore.h"
+#include "platform/QtTimer.h"
+#include "platform/SerialPorts.h"
+
+namespace {
+
+/// Runs the recorder on the real desktop until its window is closed.
+int run(Prompts &prompts, Process &process) {
+    const Folders folders;
+    const InstanceLock lock(folders.appPath());
+    const SystemClock clock;
+    QtSettingsStore store(Folders::settingsFile());
+    const SerialPorts ports(store);
+    const auto deviceOfPort = [&ports](int number) { return ports.device(number); };
+    QtSerialControl ComPort(nullptr, QStringLiteral("ComPort"), deviceOfPort);
+    QtSerialControl CommTmp(nullptr, QStringLiteral("CommTmp"), deviceOfPort);
+
+    Program program({clock, ComPort, CommTmp, store, prompts, process,
+                     [](QObject *owner, const QString &name, int interval, bool on) {
+                         return std::make_unique<QtTimer>(owner, name, interval, on);
+                     },
+                     folders.errorLog(), lock.PrevInstance()});
+    program.start();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    Application application(argc, argv);
+    QtPrompts prompts;
+    QtProcess process;
+    application.lastNet = [&](const RunTimeError &error) {
+        prompts.show({QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.description()),
+                      BoxIcon::Critical});
+        process.end();
+    };
+    try {
+        return run(prompts, process);
+    } catch (const RunTimeError &error) {
+        application.lastNet(error);
+    }
+}
