@@ -20,8 +20,7 @@ void DataReceiver::ReceiveComData() {
     TimerProcess_.setEnabled(false);
     link_.DataBusy = true;
     const QByteArray received = ComPort_.Input();
-    for (const char byte : received)
-        ring_.put(static_cast<std::uint8_t>(byte));
+    ring_.put({reinterpret_cast<const std::uint8_t *>(received.data()), std::size_t(received.size())});
     TimerProcess_.setEnabled(true);
     link_.DataBusy = false;
 }

@@ -3,12 +3,24 @@
 
 #include "base/Numbers.h"
 
+#include <algorithm>
+
+void ReceiveRing::put(std::span<const std::uint8_t> bytes) {
+    while (!bytes.empty()) {
+        const auto piece = bytes.first(std::min(bytes.size(), std::size_t(size - PutIndex_)));
+        std::copy(piece.begin(), piece.end(), ReceiveBuffer_.begin() + PutIndex_);
+        PutIndex_ = wrapped(PutIndex_ + int(piece.size()));
+        ByteCount_ += int(piece.size());
+        bytes = bytes.subspan(piece.size());
+    }
+}
+
 void ReceiveRing::AddDebugBytes(Which which, QString &DebugText) const {
     constexpr int behind = 33;
     constexpr int shown = 32;
     DebugText += QStringLiteral("\r\n");
     const int position = which == AroundTake ? TakeIndex_ : LookIndex_;
-    const int start = (position - behind + size) % size;
+    const int start = wrapped(position - behind + size);
     for (int i = 0; i < shown; ++i)
-        DebugText += leadingBlankNumber(ReceiveBuffer_[(start + i) % size]);
+        DebugText += leadingBlankNumber(ReceiveBuffer_[wrapped(start + i)]);
 }

@@ -4,9 +4,12 @@
 #include "base/Int16.h"
 
 #include <QString>
+#include <QtEndian>
 
 #include <array>
 #include <cstdint>
+#include <cstring>
+#include <span>
 
 /// The bytes between the serial port and the decoder, with two read positions: the take position consumes, the look
 /// position only peeks. Neither the writing nor the reading side tests how full the ring is: bytes beyond 10000
@@ -18,21 +21,33 @@ public:
     /// Where AddDebugBytes takes its bytes from.
     enum Which : int { AroundTake = -1, AroundLook = 0 };
 
-    void put(std::uint8_t byte) {
-        ReceiveBuffer_[PutIndex_] = byte;
-        PutIndex_ = next(PutIndex_);
-        ++ByteCount_;
-    }
+    void put(std::span<const std::uint8_t> bytes);
     std::uint8_t TakeByte() {
         const std::uint8_t byte = ReceiveBuffer_[TakeIndex_];
-        TakeIndex_ = next(TakeIndex_);
-        --ByteCount_;
+        discard(1);
         return byte;
+    }
+    /// Four bytes as a number, the first one its highest byte.
+    std::uint32_t TakeWord() {
+        std::array<std::uint8_t, 4> bytes;
+        if (TakeIndex_ + 4 <= size) {
+            std::memcpy(bytes.data(), &ReceiveBuffer_[TakeIndex_], 4);
+            discard(4);
+        } else {
+            for (std::uint8_t &byte : bytes)
+                byte = TakeByte();
+        }
+        return qFromBigEndian<std::uint32_t>(bytes.data());
+    }
+    /// As so many TakeBytes, with nobody looking at the bytes.
+    void discard(int count) {
+        TakeIndex_ = wrapped(TakeIndex_ + count);
+        ByteCount_ -= count;
     }
     /// Peeks one byte. Means something only between a rebase and the next TakeByte.
     std::uint8_t GetLastBytes() {
         const std::uint8_t byte = ReceiveBuffer_[LookIndex_];
-        LookIndex_ = next(LookIndex_);
+        LookIndex_ = wrapped(LookIndex_ + 1);
         --LookByteCount_;
         return byte;
     }
@@ -54,12 +69,12 @@ public:
     int LookByteCount() const { return LookByteCount_; }
 
 private:
-    static int next(int index) { return index + 1 == size ? 0 : index + 1; }
+    static int wrapped(int index) { return index < size ? index : index - size; }
 
     std::array<std::uint8_t, size> ReceiveBuffer_{};
-    Int16 PutIndex_;
-    Int16 TakeIndex_;
-    Int16 LookIndex_;
+    int PutIndex_ = 0;
+    int TakeIndex_ = 0;
+    int LookIndex_ = 0;
     Int16 ByteCount_;
     Int16 LookByteCount_;
 };

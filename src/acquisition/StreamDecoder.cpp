@@ -4,6 +4,7 @@
 #include "acquisition/StreamFormat.h"
 #include "base/Numbers.h"
 
+#include <array>
 #include <bit>
 
 using namespace StreamFormat;
@@ -41,12 +42,14 @@ constexpr StreamDecoder::BlockRule StreamDecoder::blockRules[] = {
 };
 // clang-format on
 
-const StreamDecoder::BlockRule *StreamDecoder::ruleFor(std::uint8_t type) {
-    for (const BlockRule &rule : blockRules) {
-        if (rule.letter == type)
-            return &rule;
-    }
-    return nullptr;
+inline const StreamDecoder::BlockRule *StreamDecoder::ruleFor(std::uint8_t type) {
+    static constexpr auto rules = [] {
+        std::array<const BlockRule *, 256> byLetter{};
+        for (const BlockRule &rule : blockRules)
+            byLetter[rule.letter] = &rule;
+        return byLetter;
+    }();
+    return rules[type];
 }
 
 StreamDecoder::StreamDecoder(ReceiveRing &ring, LinkState &link, RunState &run, RunNews &news, SampleIntake &intake,
@@ -76,31 +79,31 @@ void StreamDecoder::ProcessComData() {
 
 // An error of a decoder clears FirstSyncFound but does not end the pass: the blocks behind it are still good.
 void StreamDecoder::decodeWholeBlocks() {
-    for (bool complete = true; complete;) {
-        complete = PeekDataBlock();
-        if (complete) {
-            ring_.TakeByte();
-            ruleFor(ring_.TakeByte())->decode(*this);
-        }
+    while (const BlockRule *rule = PeekDataBlock()) {
+        ring_.discard(2);
+        rule->decode(*this);
         ring_.rebase();
     }
+    ring_.rebase();
 }
 
-bool StreamDecoder::PeekDataBlock() {
+const StreamDecoder::BlockRule *StreamDecoder::PeekDataBlock() {
     if (ring_.LookByteCount() < 3)
-        return false;
+        return nullptr;
     if (const auto sync = ring_.GetLastBytes(); sync != SyncByte) {
         refuse("Sub PeekDataBlock; Sync Byte Expected; Actual Byte Received:", sync, ReceiveRing::AroundLook, LostSync);
-        return false;
+        return nullptr;
     }
     const auto type = ring_.GetLastBytes();
     const BlockRule *rule = ruleFor(type);
     if (rule == nullptr) {
         refuse("Sub PeekDataBlock; Data Type Byte Expected; Actual Byte Received:", type, ReceiveRing::AroundLook,
                UnknownType);
-        return false;
+        return nullptr;
     }
-    return rule->bytesAsked == untilMethodEnd ? peekMethodEnd() : ring_.LookByteCount() >= rule->bytesAsked;
+    const bool complete =
+        rule->bytesAsked == untilMethodEnd ? peekMethodEnd() : ring_.LookByteCount() >= rule->bytesAsked;
+    return complete ? rule : nullptr;
 }
 
 bool StreamDecoder::peekMethodEnd() {
@@ -118,8 +121,7 @@ void StreamDecoder::FindFirstSync() {
             syncFound();
             return;
         }
-        for (int i = 0; i < discarded; ++i)
-            ring_.TakeByte();
+        ring_.discard(discarded);
     }
     errors_.HandelError(FirstSyncNotFound);
 }
@@ -161,8 +163,7 @@ void StreamDecoder::HandelUvData(std::uint8_t type) {
 }
 
 void StreamDecoder::HandelFBlockData() {
-    for (int i = 0; i < 4; ++i)
-        ring_.TakeByte();
+    ring_.discard(4);
     link_.StatusBlocksSeen = true;
 }
 
@@ -209,12 +210,7 @@ void StreamDecoder::HandelMethodData() {
     intake_.takeMethod(text);
 }
 
-void StreamDecoder::StoreSampleBytes() {
-    std::uint32_t bits = 0;
-    for (int i = 0; i < 4; ++i)
-        bits = bits << 8 | ring_.TakeByte();
-    SampleBytes_ = std::bit_cast<float>(bits);
-}
+void StreamDecoder::StoreSampleBytes() { SampleBytes_ = std::bit_cast<float>(ring_.TakeWord()); }
 
 void StreamDecoder::parameterError(const char *text, std::uint8_t byte) {
     refuse(text, byte, ReceiveRing::AroundTake, UnknownParameter);

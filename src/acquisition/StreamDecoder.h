@@ -38,7 +38,9 @@ private:
     static const BlockRule *ruleFor(std::uint8_t type);
 
     void decodeWholeBlocks();
-    bool PeekDataBlock();
+    /// Looks at what stands at the take position, consuming nothing: the rule of a whole block, or null. Reports what
+    /// is no block at all.
+    const BlockRule *PeekDataBlock();
     bool peekMethodEnd();
     void FindFirstSync();
     int bytesToDiscard();

@@ -4,8 +4,10 @@
 namespace {
 
 void putMany(ReceiveRing &ring, int count) {
+    std::vector<std::uint8_t> bytes(count);
     for (int i = 0; i < count; ++i)
-        ring.put(static_cast<std::uint8_t>(i % 251));
+        bytes[i] = static_cast<std::uint8_t>(i % 251);
+    ring.put(bytes);
 }
 
 /// The dump of a ring whose take position stands at `position` and whose cells hold their number modulo 251.
@@ -39,10 +41,20 @@ TEST(ReceiveRing, AnEmptyRingGivesStaleBytesAndCountsBelowZero) {
     EXPECT_EQ(ring.LookIndex(), 2);
 }
 
+TEST(ReceiveRing, ReadsAWordAcrossItsEnd) {
+    ReceiveRing ring;
+    putMany(ring, ReceiveRing::size - 2);
+    ring.discard(ReceiveRing::size - 2);
+    ring.put(std::array<std::uint8_t, 4>{1, 2, 3, 4});
+    EXPECT_EQ(ring.TakeWord(), 0x01020304U);
+    EXPECT_EQ(ring.TakeIndex(), 2);
+    EXPECT_EQ(ring.ByteCount(), 0);
+}
+
 TEST(ReceiveRing, ACountBeyond16BitsIsAnOverflow) {
     ReceiveRing ring;
     putMany(ring, 32767);
-    EXPECT_EQ(errorNumberOf([&] { ring.put(0); }), RunTimeError::Overflow);
+    EXPECT_EQ(errorNumberOf([&] { putMany(ring, 1); }), RunTimeError::Overflow);
     EXPECT_EQ(ring.ByteCount(), 32767);
 }
 
