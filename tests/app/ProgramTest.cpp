@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: MIT
+#include "app/Program.h"
+
+#include "acquisition/StreamScript.h"
+#include "chart/Quillchart.h"
+#include "fakes/FakePlatform.h"
+#include "forms/Shapes.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// The whole program on a desktop of the test's own; the operator's hands are QTest's.
+class ProgramTest : public testing::Test {
+protected:
+    void start() {
+        program = std::make_unique<Program>(
+            Platform{clock, ComPort, CommTmp, store, prompts, process,
+                     [this](QObject *, const QString &name, int interval, bool on) {
+                         auto timer = std::make_unique<FakeTimer>(clock, interval, on);
+                         timers[name] = timer.get();
+                         return timer;
+                     },
+                     folder.filePath("ChartErr.log"), prevInstance});
+        started = program->start();
+    }
+
+    template <typename Control>
+    Control *find(const QString &name) {
+        for (QWidget *top : QApplication::topLevelWidgets()) {
+            if (top->objectName() == name)
+                return qobject_cast<Control *>(top);
+            if (auto *found = top->findChild<Control *>(name))
+                return found;
+        }
+        return nullptr;
+    }
+    bool enabled(const QString &action) { return find<QAction>(action)->isEnabled(); }
+    bool pressed(const QString &action) { return find<QAction>(action)->isChecked(); }
+    bool led() { return find<Led>("ShapeReciveLed")->FillColor() == QColor(0, 255, 0); }
+    Quillchart &chart(int i) { return *find<Quillchart>(QStringLiteral("Chart(%1)").arg(i)); }
+    QString marks() {
+        QStringList labels;
+        for (const QVariant &mark : chart(0).marks())
+            labels << mark.toMap()["Label"].toString();
+        return labels.join(' ');
+    }
+
+    /// The line brings these blocks, and the decoder's tick comes.
+    void play(const QString &script) {
+        ComPort.arrive(stream(script));
+        ComPort.raise(SerialControl::Receive);
+        clock.advance(700ms);
+    }
+    /// Synchronises: the first pass finds the stream, the next decodes it.
+    void link() {
+        play("u u");
+        clock.advance(700ms);
+    }
+    /// What the operator does once a modal dialog stands.
+    void meanwhile(std::function<void()> act) { QTimer::singleShot(0, qApp, std::move(act)); }
+
+    QTemporaryDir folder;
+    FakeClock clock;
+    FakeSerialControl ComPort;
+    FakeSerialControl CommTmp;
+    FakeSettingsStore store;
+    FakePrompts prompts;
+    FakeProcess process;
+    std::map<QString, FakeTimer *> timers;
+    bool prevInstance = false;
+    bool started = false;
+    std::unique_ptr<Program> program;
+};
+
+TEST_F(ProgramTest, startsWithoutALinkAndComesToLifeWithTheStream) {
+    start();
+    EXPECT_TRUE(started);
+    EXPECT_TRUE(ComPort.PortOpen());
+    EXPECT_EQ(find<QWidget>("frmMain")->windowTitle(), "Ostrel MS - Velquin System: Default");
+    EXPECT_FALSE(led());
+    EXPECT_FALSE(enabled("mnuStart"));
+    EXPECT_TRUE(timers["TimerCheckComData"]->Enabled());
+    EXPECT_FALSE(find<QWidget>("cmdSetTime")->isEnabled());
+
+    link();
+    EXPECT_TRUE(led());
+    EXPECT_TRUE(enabled("mnuStart") && enabled("cmdRecord") && enabled("cmdStop"));
+    EXPECT_FALSE(enabled("mnuStop"));
+}
+
+TEST_F(ProgramTest, aRunOfTheInstrumentIsRecordedWithItsMarks) {
+    start();
+    link();
+    play("R1 . . E2 . R3 . R1 . R2 . . R1 . R0 .");
+    EXPECT_EQ(marks(), "S 1 H C P E");
+    EXPECT_EQ(chart(0).SampleCount(), 8); // one pair came while the run was paused
+    EXPECT_GT(chart(5).SampleCount(), chart(0).SampleCount());
+    EXPECT_TRUE(pressed("cmdStop"));
+    EXPECT_TRUE(enabled("mnuComPort"));
+}
+
+TEST_F(ProgramTest, theOperatorRecordsWithTheToolbar) {
+    start();
+    link();
+    find<QAction>("cmdRecord")->trigger();
+    EXPECT_FALSE(enabled("mnuSaveData"));
+    EXPECT_FALSE(enabled("mnuComPort"));
+    play(". . .");
+    find<QAction>("cmdStop")->trigger();
+    EXPECT_EQ(chart(0).SampleCount(), 3);
+    EXPECT_EQ(find<ScrollEntry>("ScrollChart(0)")->Max(), -9); // a run shorter than the window
+    EXPECT_TRUE(enabled("mnuSaveData"));
+}
+
+TEST_F(ProgramTest, aSilentLineStopsTheSessionAndIsToldOnce) {
+    start();
+    link();
+    find<QAction>("mnuStart")->trigger();
+    meanwhile([this] {
+        EXPECT_FALSE(led());
+        EXPECT_FALSE(enabled("cmdRecord"));
+        QTest::mouseClick(find<QWidget>("cmdOk"), Qt::LeftButton);
+    });
+    clock.advance(10s);
+    EXPECT_FALSE(enabled("mnuStop"));
+
+    link();
+    EXPECT_TRUE(led());
+    EXPECT_FALSE(pressed("cmdRecord"));
+}
+
+TEST_F(ProgramTest, aZoomIsTakenOverByTheWindowAndLeftAgain) {
+    start();
+    link();
+    find<QAction>("mnuStart")->trigger();
+    play(". . . . . . . . . .");
+    find<QAction>("mnuStop")->trigger();
+    QApplication::processEvents(); // the chart is drawn
+
+    QTest::mousePress(&chart(0), Qt::LeftButton, {}, chart(0).rect().center() - QPoint(60, 30));
+    QTest::mouseMove(&chart(0), chart(0).rect().center());
+    QTest::mouseRelease(&chart(0), Qt::LeftButton, {}, chart(0).rect().center() + QPoint(60, 30));
+    EXPECT_TRUE(chart(0).zoomed());
+    EXPECT_TRUE(find<OptionButton>("optTimeAxis(1)")->Value());
+    EXPECT_NE(find<ComboEntry>("cmbYAxis(0)")->Text(), "2.000");
+
+    QTest::keyClick(&chart(0), Qt::Key_Escape);
+    EXPECT_FALSE(chart(0).zoomed());
+    EXPECT_TRUE(find<OptionButton>("optTimeAxis(0)")->Value());
+    EXPECT_EQ(find<ComboEntry>("cmbYAxis(0)")->Text(), "2.000");
+}
+
+TEST_F(ProgramTest, aFullScaleIsTypedAndAppliedWithEnter) {
+    start();
+    auto *cmbYAxis = find<ComboEntry>("cmbYAxis(0)");
+    cmbYAxis->selectWhole();
+    QTest::keyClicks(cmbYAxis->lineEdit(), "1.5x");
+    EXPECT_EQ(prompts.beeps, 1);
+    EXPECT_TRUE(find<QWidget>("cmdSet(0)")->isEnabled());
+    QTest::keyClick(cmbYAxis->lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(cmbYAxis->Text(), "1.500");
+    EXPECT_EQ(chart(0).UvAxisMax(), 1.5F);
+    EXPECT_FALSE(find<QWidget>("cmdSet(0)")->isEnabled());
+}
+
+TEST_F(ProgramTest, withoutAFreePortItSaysSoAndEnds) {
+    for (int port = 1; port <= 10; ++port)
+        ComPort.failing[port] = CommTmp.failing[port] = RunTimeError::PortAlreadyOpen;
+    start();
+    EXPECT_FALSE(started);
+    EXPECT_TRUE(process.ended);
+    EXPECT_EQ(prompts.shown.at(0).text, "All available COM ports are already in use.  "
+                                        "Please free one COM port before restarting Ostrel MS.");
+}
+
+TEST_F(ProgramTest, aSecondCopyAsksForItsPort) {
+    prevInstance = true;
+    ComPort.failing[1] = CommTmp.failing[1] = RunTimeError::PortAlreadyOpen;
+    meanwhile([this] {
+        EXPECT_FALSE(find<QWidget>("optCom(0)")->isEnabled());
+        EXPECT_FALSE(find<QWidget>("cmdCancel")->isEnabled());
+        QTest::mouseClick(find<QWidget>("optCom(3)"), Qt::LeftButton);
+        QTest::mouseClick(find<QWidget>("cmdOk"), Qt::LeftButton);
+    });
+    start();
+    EXPECT_TRUE(started);
+    EXPECT_EQ(ComPort.CommPort(), 4);
+    EXPECT_TRUE(ComPort.PortOpen());
+}
+
+TEST_F(ProgramTest, closingTheWindowEndsTheProgram) {
+    start();
+    find<QWidget>("frmMain")->close();
+    EXPECT_TRUE(process.ended);
+}
+
+} // namespace
