@@ -6,7 +6,6 @@
 
 #include <QStyle>
 #include <QStyleOptionComboBox>
-#include <QStyleOptionFrame>
 
 #include <algorithm>
 
@@ -46,8 +45,24 @@ QWidget *makeControl(const ControlRow &row, QWidget *parent) {
         return captioned<OptionButton>(row, parent);
     case Kind::Button:
         return captioned<CommandButton>(row, parent);
+    case Kind::HiddenButton: {
+        QWidget *button = captioned<CommandButton>(row, parent);
+        button->hide();
+        return button;
+    }
     }
     return nullptr;
+}
+
+/// What a combo box puts around the text of its entry: its frame, its arrow and the margins of the line within.
+int aroundComboText(const QWidget &combo) {
+    constexpr int lineMargins = 4;
+    QStyleOptionComboBox box;
+    box.initFrom(&combo);
+    box.editable = true;
+    box.rect = QRect(0, 0, 100, 30);
+    const QRect line = combo.style()->subControlRect(QStyle::CC_ComboBox, &box, QStyle::SC_ComboBoxEditField, &combo);
+    return box.rect.width() - line.width() + lineMargins;
 }
 
 /// The least size in pixels at which nothing of the control's text is cut.
@@ -63,14 +78,14 @@ QSize leastSize(const ControlRow &row, const QWidget &control) {
     case Kind::Text:
         return text + entryMargins;
     case Kind::Combo:
-        return text + entryMargins +
-               QSize(control.style()->pixelMetric(QStyle::PM_MenuButtonIndicator, nullptr, &control), 0);
+        return {text.width() + aroundComboText(control), text.height() + entryMargins.height()};
     case Kind::Option:
         return {control.sizeHint().width(), text.height()};
     case Kind::Button:
         return text + QSize(16, 8);
     case Kind::Led:
     case Kind::Picture:
+    case Kind::HiddenButton:
         break;
     }
     return {};

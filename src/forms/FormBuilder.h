@@ -8,7 +8,8 @@
 
 #include <span>
 
-enum class Kind { Frame, Label, Led, Picture, Text, Combo, Option, Button };
+/// A HiddenButton is there for scripts alone: no operator sees it, and it takes no room.
+enum class Kind { Frame, Label, Led, Picture, Text, Combo, Option, Button, HiddenButton };
 
 /// One control of a form. Places are twips within the parent, "" being the form itself; a parent's row comes first. A
 /// control of width 0 is as large as its text asks.

@@ -3,6 +3,7 @@
 
 #include "acquisition/AcquisitionPorts.h"
 #include "acquisition/frmNoData.h"
+#include "acquisition/frmNoData.h"
 #include "view/CommandStates.h"
 #include "view/LiveView.h"
 

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+#include "view/frmMain.h"
+
+#include "chart/Quillchart.h"
+#include "forms/FormBuilder.h"
+#include "forms/Twips.h"
+#include "view/MainLayout.h"
+#include "view/MainWindowTables.h"
+
+#include <QCloseEvent>
+#include <QLayout>
+#include <QMenuBar>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace {
+
+using MainWindowTables::ButtonRow;
+using MainWindowTables::ButtonStyle;
+
+constexpr float designToolbarHeight = 630;
+constexpr float designScrollHeight = 255;
+constexpr int pictureSize = 20;
+constexpr int buttonMargin = 5; // on both sides of a button's text; all buttons fit the least width of the window
+constexpr int placeholderWidth = 8;
+const QColor ledOn(0x00, 0xff, 0x00);
+const QColor ledOff(Qt::black);
+
+QSizeF inTwips(const QSize &pixels) { return {Twips::fromPixels(pixels.width()), Twips::fromPixels(pixels.height())}; }
+
+QWidget *placeholder() {
+    auto *gap = new QWidget;
+    gap->setFixedWidth(placeholderWidth);
+    return gap;
+}
+
+} // namespace
+
+// The pictures lie in a library, which a program takes in only as far as it is called. Stands outside of any namespace.
+static void loadPictures() { Q_INIT_RESOURCE(pictures); }
+
+frmMain::frmMain()
+    : inner_(new QWidget), Toolsbar_(new QToolBar(inner_)), page_(new QFrame(inner_)), TabChart_(new QTabBar(inner_)) {
+    loadPictures();
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg")));
+    setCentralWidget(inner_);
+    buildMenus();
+    buildToolbar();
+    buildTabs();
+    buildPanels();
+    bringToFront(recorderChart);
+    holdLeastSize();
+}
+
+QAction *frmMain::addAction(QAction *action, const QString &name) {
+    action->setObjectName(name);
+    actions_.insert(name, action);
+    connect(action, &QAction::triggered, this, [this, name] { press(name); });
+    return action;
+}
+
+void frmMain::press(const QString &control) const {
+    if (clicked)
+        clicked(control);
+}
+
+void frmMain::buildMenus() {
+    for (const MainWindowTables::Menu &menu : MainWindowTables::menus()) {
+        QMenu *list = menuBar()->addMenu(QLatin1String(menu.caption));
+        list->menuAction()->setObjectName(QLatin1String(menu.name));
+        for (const MainWindowTables::MenuRow &row : menu.items) {
+            if (row.caption == std::string_view("-")) {
+                list->addSeparator()->setObjectName(QLatin1String(row.name));
+                continue;
+            }
+            QAction *item = addAction(list->addAction(QLatin1String(row.caption)), QLatin1String(row.name));
+            item->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
+            item->setEnabled(row.enabled);
+        }
+    }
+}
+
+void frmMain::buildToolbar() {
+    Toolsbar_->setObjectName(QStringLiteral("Toolsbar"));
+    Toolsbar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    Toolsbar_->setIconSize({pictureSize, pictureSize});
+    Toolsbar_->layout()->setContentsMargins({});
+    QActionGroup *group = nullptr;
+    for (const ButtonRow &row : MainWindowTables::buttons()) {
+        // Neighbours of the group style release each other.
+        if (row.style != ButtonStyle::Group)
+            group = nullptr;
+        else if (group == nullptr)
+            group = new QActionGroup(Toolsbar_);
+
+        if (row.style == ButtonStyle::Separator) {
+            Toolsbar_->addSeparator();
+        } else if (row.style == ButtonStyle::Placeholder) {
+            Toolsbar_->addWidget(placeholder());
+        } else {
+            const QIcon picture(QStringLiteral(":/pictures/%1.svg").arg(QLatin1String(row.image)));
+            QAction *button =
+                addAction(Toolsbar_->addAction(picture, QLatin1String(row.caption)), QLatin1String(row.key));
+            button->setToolTip(QLatin1String(row.toolTip));
+            button->setCheckable(row.style != ButtonStyle::Plain);
+            button->setActionGroup(group);
+            button->setChecked(row.pressed);
+            Toolsbar_->widgetForAction(button)->setFixedWidth(
+                Toolsbar_->fontMetrics().horizontalAdvance(button->text()) + 2 * buttonMargin);
+        }
+    }
+}
+
+void frmMain::buildTabs() {
+    page_->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    TabChart_->setObjectName(QStringLiteral("TabChart"));
+    TabChart_->setExpanding(false);
+    TabChart_->setDrawBase(false);
+    for (int tab = 0; tab < tabCount; ++tab)
+        TabChart_->addTab(tab == recorderChart ? tr("Chart Recorder") : tr("(empty)"));
+    TabChart_->setTabData(recorderChart, QStringLiteral("tabRecorder"));
+
+    for (int i = 0; i < chartInstances; ++i) {
+        quillcharts_[i] = new Quillchart(static_cast<qint16>(i), inner_);
+        quillcharts_[i]->setObjectName(arrayName("Chart", i));
+        quillcharts_[i]->hide();
+        charts_[i] = quillcharts_[i];
+    }
+    for (int tab = 0; tab < tabCount; ++tab) {
+        time_.ScrollChart[tab] = new ScrollEntry(inner_);
+        time_.ScrollChart[tab]->setObjectName(arrayName("ScrollChart", tab));
+        time_.ScrollChart[tab]->setEnabled(false);
+    }
+}
+
+void frmMain::buildPanels() {
+    FormBuilder builder(*inner_);
+    builder.build(MainWindowTables::axisControls());
+    builder.build(MainWindowTables::ledControls());
+    FrameScaleAxis_ = builder.control<Frame>(QStringLiteral("FrameScaleAxis"));
+    frameLeds_ = builder.control<Frame>(QStringLiteral("frameLeds"));
+    ShapeReciveLed_ = builder.control<Led>(QStringLiteral("ShapeReciveLed"));
+
+    for (int i = 0; i < 2; ++i) {
+        axis_.cmbYAxis[i] = builder.control<ComboEntry>(arrayName("cmbYAxis", i));
+        axis_.txtYAxisMin[i] = builder.control<TextEntry>(arrayName("txtYAxisMin", i));
+        axis_.cmdSet[i] = builder.control<CommandButton>(arrayName("cmdSet", i));
+        axis_.cmdSet[i]->setEnabled(false);
+        time_.optTimeAxis[i] = builder.control<OptionButton>(arrayName("optTimeAxis", i));
+    }
+    time_.optTimeAxis[0]->setValue(true);
+    time_.txtChartTime = builder.control<TextEntry>(QStringLiteral("txtChartTime"));
+    time_.txtChartTime->setMaxLength(MainWindowTables::longestChartTime);
+    time_.cmdSetTime = builder.control<CommandButton>(QStringLiteral("cmdSetTime"));
+    time_.cmdSetTime->setEnabled(false);
+    builder.control<CommandButton>(QStringLiteral("cmdRegistry"))->Click = [this] {
+        press(QStringLiteral("cmdRegistry"));
+    };
+}
+
+void frmMain::setLed(bool on) {
+    ShapeReciveLed_->setFillColor(on ? ledOn : ledOff);
+    ShapeReciveLed_->setAccessibleDescription(on ? tr("On") : tr("Off"));
+}
+
+void frmMain::bringToFront(int chart) {
+    front_ = chart;
+    for (int i = 0; i < tabCount; ++i) {
+        quillcharts_[i]->setVisible(i == chart);
+        time_.ScrollChart[i]->setVisible(i == chart);
+    }
+}
+
+void frmMain::focusChart() { quillcharts_[front_]->setFocus(); }
+
+void frmMain::setOuterSize(float Width, float Height) {
+    resize(QSize(Twips::toPixels(Width), Twips::toPixels(Height)) - frameExtent());
+}
+
+void frmMain::holdLeastSize() {
+    const QSizeF outer = MainLayout::leastOuterSize(inTwips(FrameScaleAxis_->size()));
+    const QSize least = Twips::toPixels(QRectF(QPointF(), outer)).size() - frameExtent();
+    setMinimumSize(least.expandedTo({Toolsbar_->sizeHint().width(), 0}));
+}
+
+void frmMain::ArrangeMainWindow() {
+    const int toolbarHeight = std::max(Twips::toPixels(designToolbarHeight), Toolsbar_->sizeHint().height());
+    // The head of the tab in front lies over the page's edge.
+    const int tabHeight = TabChart_->sizeHint().height();
+    const int overlap = style()->pixelMetric(QStyle::PM_TabBarBaseOverlap, nullptr, TabChart_);
+    const MainLayout::Places places = MainLayout::arrange({.inner = inTwips(inner_->size()),
+                                                           .toolbarHeight = Twips::fromPixels(toolbarHeight),
+                                                           .tabHeadHeight = Twips::fromPixels(tabHeight - overlap),
+                                                           .scrollHeight = designScrollHeight,
+                                                           .axisPanels = inTwips(FrameScaleAxis_->size()),
+                                                           .leds = inTwips(frameLeds_->size())});
+    Toolsbar_->setGeometry(0, 0, inner_->width(), toolbarHeight);
+    FrameScaleAxis_->setGeometry(Twips::toPixels(places.FrameScaleAxis));
+    page_->setGeometry(Twips::toPixels(places.page));
+    TabChart_->setGeometry(Twips::toPixels(places.tabHeads).adjusted(0, 0, 0, overlap));
+    for (int i = 0; i < tabCount; ++i) {
+        quillcharts_[i]->setGeometry(Twips::toPixels(places.Chart));
+        time_.ScrollChart[i]->setGeometry(Twips::toPixels(places.ScrollChart));
+    }
+    charts_[front_]->Redraw();
+    frameLeds_->setGeometry(Twips::toPixels(places.frameLeds));
+}
+
+bool frmMain::event(QEvent *event) {
+    const bool handled = QMainWindow::event(event);
+    // The menus may come to stand in another number of rows, and a desktop may change its fonts.
+    if (event->type() == QEvent::LayoutRequest)
+        ArrangeMainWindow();
+    return handled;
+}
+
+void frmMain::resizeEvent(QResizeEvent *event) {
+    QMainWindow::resizeEvent(event);
+    ArrangeMainWindow();
+}
+
+void frmMain::showEvent(QShowEvent *event) {
+    QMainWindow::showEvent(event);
+    if (std::exchange(shownBefore_, true))
+        return;
+    QTimer::singleShot(0, this, [this] {
+        holdLeastSize();
+        if (FirstShown)
+            FirstShown();
+    });
+}
+
+void frmMain::closeEvent(QCloseEvent *event) { event->setAccepted(!QueryUnload || QueryUnload()); }

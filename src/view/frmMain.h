@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "view/MainControls.h"
+
+#include <QActionGroup>
+#include <QFrame>
+#include <QMainWindow>
+#include <QMap>
+#include <QTabBar>
+#include <QToolBar>
+
+class Frame;
+class Led;
+class Quillchart;
+
+/// The one working window of the program. It builds its controls from tables, owns them and lays them out; what they do
+/// is the business of others, who are told of each act of the operator.
+class frmMain : public QMainWindow {
+    Q_OBJECT
+public:
+    frmMain();
+
+    /// A menu item or a toolbar button, by its name. `setChecked` presses a button without running its command.
+    QAction *action(const QString &name) const { return actions_.value(name); }
+
+    const Charts &charts() const { return charts_; }
+    Quillchart &chart(int index) const { return *quillcharts_[index]; }
+    const AxisControls &axis() const { return axis_; }
+    const TimeControls &time() const { return time_; }
+    QTabBar &TabChart() const { return *TabChart_; }
+
+    /// A menu item or a button was clicked, with its name; a check button's state is already that after the click.
+    std::function<void(const QString &control)> clicked;
+    /// Once, when the window has come up for the first time.
+    std::function<void()> FirstShown;
+    /// The window is about to close; false keeps it.
+    std::function<bool()> QueryUnload;
+
+    void setLed(bool on);
+    /// Shows one of the five charts with its bar in place of the others.
+    void bringToFront(int chart);
+    void focusChart();
+    /// The outer size in twips, held to the least that the panels need.
+    void setOuterSize(float Width, float Height);
+
+protected:
+    bool event(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void buildMenus();
+    void buildToolbar();
+    void buildTabs();
+    void buildPanels();
+    QAction *addAction(QAction *action, const QString &name);
+    void press(const QString &control) const;
+    QSize frameExtent() const { return frameGeometry().size() - size(); }
+    void holdLeastSize();
+    void ArrangeMainWindow();
+
+    QWidget *inner_;
+    QToolBar *Toolsbar_;
+    QFrame *page_;
+    QTabBar *TabChart_;
+    Frame *FrameScaleAxis_ = nullptr;
+    Frame *frameLeds_ = nullptr;
+    Led *ShapeReciveLed_ = nullptr;
+    QMap<QString, QAction *> actions_;
+    std::array<Quillchart *, chartInstances> quillcharts_{};
+    Charts charts_{};
+    AxisControls axis_;
+    TimeControls time_;
+    int front_ = recorderChart;
+    bool shownBefore_ = false;
+};

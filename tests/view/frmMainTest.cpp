@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+#include "view/frmMain.h"
+
+#include "chart/Quillchart.h"
+#include "forms/FormBuilder.h"
+#include "view/MainWindowTables.h"
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace {
+
+class frmMainTest : public testing::Test {
+protected:
+    frmMainTest() {
+        window.clicked = [this](const QString &control) {
+            told << control + (window.action(control)->isChecked() ? "+" : "");
+        };
+    }
+    void show() {
+        window.show();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    }
+    void clickButton(const char *key) {
+        auto *toolbar = window.findChild<QToolBar *>("Toolsbar");
+        QTest::mouseClick(toolbar->widgetForAction(window.action(key)), Qt::LeftButton);
+    }
+    QStringList take() { return std::exchange(told, {}); }
+
+    QStringList told;
+    frmMain window;
+};
+
+TEST_F(frmMainTest, NoNameStandsTwice) {
+    std::set<QString> names;
+    for (const QObject *object :
+         window.findChildren<QObject *>(QRegularExpression("^(Chart|Scroll|Frame|frame|cmb|lbl|"
+                                                           "cmd|txt|opt|mnu|Tab|Tools|Img|Shape)")))
+        EXPECT_TRUE(names.insert(object->objectName()).second) << object->objectName().toStdString();
+    EXPECT_TRUE(names.contains("Chart(6)") && names.contains("mnuSpace9") && names.contains("ScrollChart(4)"));
+}
+
+TEST_F(frmMainTest, ShortcutsAndAccessKeysAreUnique) {
+    std::set<QString> shortcuts;
+    for (const QAction *top : window.menuBar()->actions()) {
+        std::set<QString> accessKeys;
+        for (const QAction *item : top->menu()->actions()) {
+            if (item->isSeparator())
+                continue;
+            EXPECT_TRUE(accessKeys.insert(QKeySequence::mnemonic(item->text()).toString()).second);
+            if (!item->shortcut().isEmpty()) {
+                EXPECT_TRUE(shortcuts.insert(item->shortcut().toString()).second);
+            }
+        }
+    }
+    EXPECT_EQ(shortcuts.size(), 9U);
+}
+
+TEST_F(frmMainTest, EveryButtonHasAPictureOfItsOwnInAllLooks) {
+    std::set<qint64> pictures;
+    for (const auto &row : MainWindowTables::buttons()) {
+        if (row.key[0] == '\0')
+            continue;
+        const QIcon icon = window.action(row.key)->icon();
+        const QImage normal = icon.pixmap(32).toImage();
+        ASSERT_EQ(normal.size(), QSize(32, 32)) << row.key;
+        EXPECT_NE(normal, icon.pixmap(32, QIcon::Disabled).toImage()) << row.key;
+        pictures.insert(qint64(qHashBits(normal.constBits(), size_t(normal.sizeInBytes()))));
+    }
+    EXPECT_EQ(pictures.size(), 10U);
+}
+
+TEST_F(frmMainTest, ButtonsReportTheirKeyAndTheGroupAlsoWhenAlreadyDown) {
+    show();
+    for (const char *key : {"cmdStop", "cmdRecord", "cmdMethod", "cmdMethod", "cmdOpen"})
+        clickButton(key);
+    EXPECT_EQ(take(), QStringList({"cmdStop+", "cmdRecord+", "cmdMethod+", "cmdMethod", "cmdOpen"}));
+    EXPECT_FALSE(window.action("cmdStop")->isChecked());
+}
+
+TEST_F(frmMainTest, PressingByProgramRunsNothing) {
+    window.action("cmdRecord")->setChecked(true);
+    window.action("cmdNotes")->setChecked(true);
+    EXPECT_FALSE(window.action("cmdStop")->isChecked());
+    EXPECT_TRUE(window.action("cmdLogOn")->isChecked());
+    EXPECT_EQ(take(), QStringList());
+}
+
+TEST_F(frmMainTest, ShortcutsReachEnabledItemsOnly) {
+    show();
+    QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+    QTest::keyClick(&window, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(take(), QStringList("mnuSaveData"));
+}
+
+TEST_F(frmMainTest, OnlyTheFrontPairIsSeen) {
+    show();
+    window.bringToFront(2);
+    for (int i = 0; i < chartInstances; ++i)
+        EXPECT_EQ(window.chart(i).isVisible(), i == 2) << i;
+    EXPECT_TRUE(window.time().ScrollChart[2]->isVisible());
+    EXPECT_FALSE(window.time().ScrollChart[0]->isVisible());
+}
+
+TEST_F(frmMainTest, TheWindowSnapsBackToTheRoomThatThePanelsNeed) {
+    show();
+    window.setOuterSize(3000, 2000);
+    EXPECT_GE(window.frameGeometry().width() * 15, 7850 - 15);
+    EXPECT_GE(window.frameGeometry().height() * 15, 5000 - 15);
+    const auto *panels = window.findChild<QWidget *>("FrameScaleAxis");
+    EXPECT_EQ(panels->geometry().bottom(), panels->parentWidget()->rect().bottom());
+}
+
+TEST_F(frmMainTest, NoTextIsCut) {
+    show();
+    for (const QLabel *label : window.findChildren<QLabel *>(QRegularExpression("^lbl")))
+        EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text())) << qPrintable(label->text());
+    for (const OptionButton *option : window.time().optTimeAxis)
+        EXPECT_GE(option->width(), option->sizeHint().width());
+    EXPECT_LE(window.time().optTimeAxis[1]->geometry().right(), window.time().txtChartTime->geometry().left());
+}
+
+TEST_F(frmMainTest, TellsTheFirstShowingOnceAndAsksBeforeItCloses) {
+    int shown = 0;
+    bool mayClose = false;
+    window.FirstShown = [&] { ++shown; };
+    window.QueryUnload = [&] { return mayClose; };
+    show();
+    window.hide();
+    show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(shown, 1);
+    EXPECT_FALSE(window.close());
+    mayClose = true;
+    EXPECT_TRUE(window.close());
+}
+
+} // namespace
