@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr qreal leastGap = 30; // between neighbours of a row, where the form leaves as much
+constexpr qreal leastGap = 20; // between neighbours of a row and to the container's edge, where the form leaves as much
 
 bool inOneRow(const QRectF &one, const QRectF &other) {
     return one.top() < other.bottom() && other.top() < one.bottom();
@@ -37,14 +37,15 @@ std::vector<int> childrenOf(int parent, const std::vector<FormPlace> &places) {
 /// label's text counts.
 qreal leastLeft(const FormPlace &before, const QRectF &drawnBefore, const QRectF &drawnAfter) {
     const qreal gap = drawnAfter.left() - drawnBefore.right();
-    return gap < 0 ? before.at.left() + before.needs.width() : before.at.right() + std::min(gap, leastGap);
+    return gap < 0 ? before.at.left() + before.needs.width() + leastGap : before.at.right() + std::min(gap, leastGap);
 }
 
-/// Answers the right edge of what `parent` holds.
+/// Answers the width that `parent` needs for what it holds.
 qreal growWidths(int parent, std::vector<FormPlace> &places) {
     const std::vector<FormPlace> drawn = places;
     const std::vector<int> children = childrenOf(parent, places);
-    qreal rightEdge = 0;
+    const qreal drawnWidth = parent < 0 ? 0 : drawn[parent].at.width();
+    qreal needed = 0;
     for (auto child = children.begin(); child != children.end(); ++child) {
         QRectF &at = places[*child].at;
         at.setWidth(std::max({at.width(), places[*child].needs.width(), growWidths(*child, places)}));
@@ -53,9 +54,10 @@ qreal growWidths(int parent, std::vector<FormPlace> &places) {
             if (inOneRow(drawnBefore, drawn[*child].at))
                 at.moveLeft(std::max(at.left(), leastLeft(places[*before], drawnBefore, drawn[*child].at)));
         }
-        rightEdge = std::max(rightEdge, at.right());
+        const qreal margin = std::clamp(drawnWidth - drawn[*child].at.right(), 0.0, leastGap);
+        needed = std::max(needed, at.right() + margin);
     }
-    return rightEdge;
+    return needed;
 }
 
 } // namespace

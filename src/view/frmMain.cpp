@@ -176,6 +176,7 @@ void frmMain::bringToFront(int chart) {
 void frmMain::focusChart() { quillcharts_[front_]->setFocus(); }
 
 void frmMain::setOuterSize(float Width, float Height) {
+    holdLeastSize();
     resize(QSize(Twips::toPixels(Width), Twips::toPixels(Height)) - frameExtent());
 }
 
@@ -197,7 +198,7 @@ void frmMain::ArrangeMainWindow() {
                                                            .axisPanels = inTwips(FrameScaleAxis_->size()),
                                                            .leds = inTwips(frameLeds_->size())});
     Toolsbar_->setGeometry(0, 0, inner_->width(), toolbarHeight);
-    FrameScaleAxis_->setGeometry(Twips::toPixels(places.FrameScaleAxis));
+    FrameScaleAxis_->move(Twips::toPixels(places.FrameScaleAxis).topLeft());
     page_->setGeometry(Twips::toPixels(places.page));
     TabChart_->setGeometry(Twips::toPixels(places.tabHeads).adjusted(0, 0, 0, overlap));
     for (int i = 0; i < tabCount; ++i) {
@@ -205,7 +206,7 @@ void frmMain::ArrangeMainWindow() {
         time_.ScrollChart[i]->setGeometry(Twips::toPixels(places.ScrollChart));
     }
     charts_[front_]->Redraw();
-    frameLeds_->setGeometry(Twips::toPixels(places.frameLeds));
+    frameLeds_->move(Twips::toPixels(places.frameLeds).topLeft());
 }
 
 bool frmMain::event(QEvent *event) {
@@ -218,6 +219,7 @@ bool frmMain::event(QEvent *event) {
 
 void frmMain::resizeEvent(QResizeEvent *event) {
     QMainWindow::resizeEvent(event);
+    holdLeastSize(); // the desktop's frame is known only once it stands around the window
     ArrangeMainWindow();
 }
 
@@ -226,7 +228,6 @@ void frmMain::showEvent(QShowEvent *event) {
     if (std::exchange(shownBefore_, true))
         return;
     QTimer::singleShot(0, this, [this] {
-        holdLeastSize();
         if (FirstShown)
             FirstShown();
     });

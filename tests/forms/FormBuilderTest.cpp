@@ -34,11 +34,12 @@ TEST_F(MakeRoom, AWideControlPushesItsRowAndOnlyItsRow) {
     EXPECT_EQ(places[Entry].at.left(), 1100);
     EXPECT_EQ(places[Units].at.left(), 1620);
     EXPECT_EQ(places[Button].at.left(), 1400);
-    EXPECT_EQ(places[Panel].at.width(), 2020);
+    EXPECT_EQ(places[Panel].at.width(), 2040);
 }
 
 TEST_F(MakeRoom, ALabelDrawnIntoItsNeighbourCountsByItsText) {
     places[Option].at.setWidth(950);
+    places[Option].needs.setWidth(880);
     makeRoom(places);
     EXPECT_EQ(places[Entry].at.left(), 1000);
 }

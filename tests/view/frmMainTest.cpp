@@ -110,10 +110,15 @@ TEST_F(frmMainTest, OnlyTheFrontPairIsSeen) {
 TEST_F(frmMainTest, TheWindowSnapsBackToTheRoomThatThePanelsNeed) {
     show();
     window.setOuterSize(3000, 2000);
-    EXPECT_GE(window.frameGeometry().width() * 15, 7850 - 15);
-    EXPECT_GE(window.frameGeometry().height() * 15, 5000 - 15);
     const auto *panels = window.findChild<QWidget *>("FrameScaleAxis");
+    EXPECT_NEAR(window.frameGeometry().width() * 15, std::max(7850, panels->width() * 15 + 100), 15);
+    EXPECT_NEAR(window.frameGeometry().height() * 15, 5000, 15);
     EXPECT_EQ(panels->geometry().bottom(), panels->parentWidget()->rect().bottom());
+
+    const QSize asDrawn = panels->size();
+    for (float width = 9000; width < 9100; width += 15)
+        window.setOuterSize(width, 6000);
+    EXPECT_EQ(panels->size(), asDrawn);
 }
 
 TEST_F(frmMainTest, NoTextIsCut) {
