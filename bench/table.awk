@@ -31,6 +31,6 @@ FILENAME == ARGV[1] { figure[$1, $2] = $3; next }
     row($1, shown(ours, $2), other, other == "" ? "" : shown(theirs, $2), relation, $3 " " $4, met ? "met" : "MISSED")
 }
 END {
-    if (missing != "") print "\nNot measured in this run:" missing
+    if (missing != "" && filter == "") print "\nNot measured in this run:" missing
     if (missed) print "\n" missed " missed"
 }

@@ -22,7 +22,7 @@ double perHour(const RunningProgram &program) {
 
 void ours(benchmark::State &state) {
     for (auto _ : state) {
-        LiveOstrel live{"uv 0.1\nnoise uv 0.001\ncond 20\nnoise cond 0.1\nstart\nwait 1h\n"};
+        LiveOstrel live{"uv 0.1\nnoise uv 0.001\ncond 20\nnoise cond 0.1\nwait 5s\nstart\nwait 1h\n"};
         if (!within(20s, [&] { return live->get("mnuStop", "enabled").toBool(); }))
             throw std::runtime_error("the recorder does not record");
         QThread::sleep(5);

@@ -39,15 +39,15 @@ void firstPaint(benchmark::State &state, const char *program, const char *window
         if (!within(30s, [&] { return running.isStopped(); }))
             throw std::runtime_error("the program paints nothing");
         state.SetIterationTime(running.processorSeconds());
-        mebibytes = running.privateMebibytes();
+        mebibytes = running.residentMebibytes();
     }
     state.counters["MiB"] = mebibytes;
 }
 
 // clang-format off
-BENCHMARK_CAPTURE(firstPaint, start, OSTREL_PROGRAM, "")               ->Name("FirstPaint/ours/start") ->UseManualTime()->Iterations(3);
-BENCHMARK_CAPTURE(firstPaint, window, OSTREL_PROGRAM, "frmMain")       ->Name("FirstPaint/ours/window")->UseManualTime()->Iterations(3);
-BENCHMARK_CAPTURE(firstPaint, empty_window, EMPTY_WINDOW_PROGRAM, "")  ->Name("FirstPaint/empty_window")->UseManualTime()->Iterations(3);
+BENCHMARK_CAPTURE(firstPaint, start, OSTREL_PROGRAM, "")               ->Name("FirstPaint/ours/start") ->UseManualTime()->Iterations(5);
+BENCHMARK_CAPTURE(firstPaint, window, OSTREL_PROGRAM, "frmMain")       ->Name("FirstPaint/ours/window")->UseManualTime()->Iterations(5);
+BENCHMARK_CAPTURE(firstPaint, empty_window, EMPTY_WINDOW_PROGRAM, "")  ->Name("FirstPaint/empty_window")->UseManualTime()->Iterations(5);
 // clang-format on
 
 } // namespace

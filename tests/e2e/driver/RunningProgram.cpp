@@ -57,13 +57,9 @@ double RunningProgram::processorSeconds() const {
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-double RunningProgram::privateMebibytes() const {
-    double kibibytes = 0;
-    for (const QString &line : procFile("smaps_rollup").split('\n')) {
-        if (line.startsWith("Private_"))
-            kibibytes += line.simplified().section(' ', 1, 1).toDouble();
-    }
-    return kibibytes / 1024;
+double RunningProgram::residentMebibytes() const {
+    const QString rss = procFile("smaps_rollup").section("Rss:", 1).section("kB", 0, 0);
+    return rss.toDouble() / 1024;
 }
 
 QString RunningProgram::procFile(const char *name) const {

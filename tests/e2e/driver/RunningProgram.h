@@ -27,8 +27,8 @@ public:
     int exitCode() const;
     /// Processor time so far, all threads and the kernel's share included.
     double processorSeconds() const;
-    /// Memory that nobody shares with it.
-    double privateMebibytes() const;
+    /// Memory in use now, shared libraries included: what it shares depends on who else runs.
+    double residentMebibytes() const;
 
 private:
     QString procFile(const char *name) const;
