@@ -22,7 +22,10 @@ void ChartImage::draw(const ChartData &data, const ChartView &view) {
     if (isNull() || moved) {
         const bool frameStays = !isNull() && onlyTimeMoved(view_, view);
         view_ = view;
-        layout_ = PlotLayout::of(view.size, view.pixelRatio, view.axes, view.font, view.title);
+        if (frameStays)
+            layout_.setTimeAxis(view.axes.timeMin, view.axes.timeMax);
+        else
+            layout_ = PlotLayout::of(view.size, view.pixelRatio, view.axes, view.font, view.title);
         const QRect plot = layout_.devicePlot();
         columns_.setPlot(view.axes, plot.width(), plot.height(), penRadius * static_cast<float>(view.pixelRatio));
         if (frameStays)
@@ -44,8 +47,8 @@ void ChartImage::drawNew(const ChartData &data) {
         return;
     const auto [first, end] = columns_.columnsOfNews(drawnSamples_, data.samples.size());
     if (first < end) {
-        columns_.reduce(data.samples, first, end);
-        raster_.draw(image_, columns_, first, end);
+        const auto [firstChanged, endChanged] = columns_.reduce(data.samples, first, end);
+        raster_.draw(image_, columns_, firstChanged, endChanged);
     }
     drawnSamples_ = data.samples.size();
 }

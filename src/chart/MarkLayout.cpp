@@ -11,7 +11,8 @@
 namespace {
 
 constexpr int mostLinesUp = 4;
-constexpr double fullHeightFrom = 240; // pixels of plot; in a lower one the marks shrink with it
+constexpr double shareForMoving = 0.18; // of the plot's height; higher up no label moves
+constexpr double fullHeightFrom = 240;  // pixels of plot; in a lower one the marks shrink with it
 
 /// The numbers of the marks to draw, from left to right.
 std::vector<std::size_t> tallestOfEachPixel(const std::vector<EventMark> &marks, const PlotLayout &layout) {
@@ -63,11 +64,12 @@ public:
     void place(PlacedMark &mark) {
         const double width = std::ceil(metrics_.horizontalAdvance(mark.label)) + 4;
         const QRectF plot = layout_.plot;
-        if (mark.label.isEmpty() || width > plot.width())
+        if (!layout_.labelled || mark.label.isEmpty() || width > plot.width())
             return;
         const double x = std::clamp(mark.bar.center().x() - width / 2, plot.left() + 1, plot.right() - width);
         const double start = std::min(mark.bar.top(), plot.bottom()) - 1;
-        for (int up = 0; up <= mostLinesUp; ++up) {
+        const int mostUp = std::min(mostLinesUp, static_cast<int>(plot.height() * shareForMoving / line_));
+        for (int up = 0; up <= mostUp; ++up) {
             const QRectF box(x, start - (up + 1) * line_, width, line_);
             if (box.top() < plot.top())
                 return;

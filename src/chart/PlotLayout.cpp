@@ -25,11 +25,12 @@ int partsOf(const TickSteps &steps) {
     return std::lround(digit) == 2 ? 4 : 5;
 }
 
+/// The longest label has the most digits, and so stands at an end of the axis.
 double widest(const TickSteps &steps, const QFontMetricsF &metrics) {
-    double width = 0;
-    for (std::int64_t number = steps.first; number <= steps.last; ++number)
-        width = std::max(width, metrics.horizontalAdvance(labelOf(steps, number)));
-    return width;
+    if (steps.last < steps.first)
+        return 0;
+    return std::max(metrics.horizontalAdvance(labelOf(steps, steps.first)),
+                    metrics.horizontalAdvance(labelOf(steps, steps.last)));
 }
 
 /// Builds a layout in the order in which one thing takes its room from the next.
@@ -46,6 +47,23 @@ public:
                 return placeParts(shown, title);
         }
         placeParts(Shown::PlotOnly, title);
+    }
+
+    void placeTimeTicks(bool labels) {
+        layout_.time = Scale(layout_.axes.timeMin, layout_.axes.timeMax, layout_.plot.left(), layout_.plot.right());
+        layout_.timeTicks.clear();
+        const TickSteps steps = timeSteps();
+        for (std::int64_t number = steps.first; number <= steps.last; ++number) {
+            Tick tick{layout_.snapped(layout_.time.place(steps.value(number))), true, {}, {}};
+            if (labels) {
+                const QString label = labelOf(steps, number);
+                const double width = std::ceil(metrics_.horizontalAdvance(label));
+                tick.box = QRectF(tick.place - width / 2, layout_.timeLabelTop, width, line_);
+                tick.label = fits(tick.box) ? label : QString();
+            }
+            layout_.timeTicks.push_back(tick);
+        }
+        addMinorTicks(layout_.timeTicks, layout_.time, steps);
     }
 
 private:
@@ -76,11 +94,11 @@ private:
         const QRectF plot = layout_.plot;
         layout_.uv = Scale(layout_.axes.uvMin, layout_.axes.uvMax, plot.bottom(), plot.top());
         layout_.cond = Scale(layout_.axes.condMin, layout_.axes.condMax, plot.bottom(), plot.top());
-        layout_.time = Scale(layout_.axes.timeMin, layout_.axes.timeMax, plot.left(), plot.right());
         layout_.timeLabelTop = plot.bottom() + labelDistance();
         const bool labels = shown != Shown::PlotOnly;
         placeValueTicks(layout_.uvTicks, layout_.uv, valueSteps_[0], labels, false);
         placeValueTicks(layout_.condTicks, layout_.cond, valueSteps_[1], labels, true);
+        layout_.labelled = labels;
         placeTimeTicks(labels);
         if (hasTitle(shown, title)) {
             layout_.titleBox = QRectF(gap_, 0, layout_.size.width() - 2 * gap_, plot.top());
@@ -112,29 +130,19 @@ private:
         addMinorTicks(ticks, scale, steps);
     }
 
-    void placeTimeTicks(bool labels) {
+    TickSteps timeSteps() const {
         const double perPixel = 1 / std::max(1e-12, layout_.time.factor());
-        double room = line_ * 4.5;
-        TickSteps steps = TickSteps::between(layout_.axes.timeMin, layout_.axes.timeMax, room * perPixel);
+        const auto stepsFor = [&](double room) {
+            return TickSteps::between(layout_.axes.timeMin, layout_.axes.timeMax, room * perPixel);
+        };
         // Finer steps need longer labels, so the room is found by trying.
-        for (double needed = 0; steps.last >= steps.first; room = needed) {
-            needed = widest(steps, metrics_) + line_;
-            if (needed <= steps.step / perPixel)
-                break;
-            const double wider = std::max(needed, room * 1.5) * perPixel;
-            steps = TickSteps::between(layout_.axes.timeMin, layout_.axes.timeMax, wider);
+        double room = line_ * 4.5;
+        TickSteps steps = stepsFor(room);
+        while (steps.last >= steps.first && widest(steps, metrics_) + line_ > steps.step / perPixel) {
+            room = std::max(room * 1.5, widest(steps, metrics_) + line_);
+            steps = stepsFor(room);
         }
-        for (std::int64_t number = steps.first; number <= steps.last; ++number) {
-            Tick tick{layout_.snapped(layout_.time.place(steps.value(number))), true, {}, {}};
-            if (labels) {
-                const QString label = labelOf(steps, number);
-                const double width = std::ceil(metrics_.horizontalAdvance(label));
-                tick.box = QRectF(tick.place - width / 2, layout_.timeLabelTop, width, line_);
-                tick.label = fits(tick.box) ? label : QString();
-            }
-            layout_.timeTicks.push_back(tick);
-        }
-        addMinorTicks(layout_.timeTicks, layout_.time, steps);
+        return steps;
     }
 
     void addMinorTicks(std::vector<Tick> &ticks, const Scale &scale, const TickSteps &steps) const {
@@ -192,6 +200,12 @@ PlotLayout PlotLayout::of(const QSizeF &size, double pixelRatio, const AxisValue
     layout.titleFont.setWeight(QFont::DemiBold);
     Builder(layout).build(title);
     return layout;
+}
+
+void PlotLayout::setTimeAxis(float from, float to) {
+    axes.timeMin = from;
+    axes.timeMax = to;
+    Builder(*this).placeTimeTicks(labelled);
 }
 
 QRect PlotLayout::devicePlot() const {

@@ -32,6 +32,7 @@ struct PlotLayout {
     std::vector<Tick> uvTicks;
     std::vector<Tick> condTicks;
     std::vector<Tick> timeTicks;
+    bool labelled = true;    ///< there was room for the ticks' labels
     double timeLabelTop = 0; ///< from here down only the time axis has anything
 
     QString title;   ///< shortened to its box
@@ -43,6 +44,9 @@ struct PlotLayout {
     /// The font counts with its size in pixels, so that a layout is the same on every device.
     static PlotLayout of(const QSizeF &size, double pixelRatio, const AxisValues &axes, const QFont &font,
                          const QString &title);
+
+    /// Only another stretch of time; all else stays where it is.
+    void setTimeAxis(float from, float to);
 
     /// The plot in device pixels.
     QRect devicePlot() const;

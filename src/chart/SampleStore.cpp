@@ -2,6 +2,38 @@
 #include "chart/SampleStore.h"
 
 #include <algorithm>
+#include <cstring>
+
+namespace {
+
+/// Two pairs at a time and without a look at each sample, unless one of them is not finite.
+Extent extentOf(const SamplePair *samples, int count) {
+    const auto pairs = [samples](int i) {
+        Lanes both;
+        std::memcpy(&both, samples + i, sizeof both);
+        return both;
+    };
+    Lanes least = pairs(0);
+    Lanes greatest = least;
+    Lanes gaps{}; // not-a-number where any sample is not finite
+    for (int i = 0; i < count; i += 2) {
+        const Lanes both = pairs(i);
+        least = both < least ? both : least;
+        greatest = both > greatest ? both : greatest;
+        gaps += both - both;
+    }
+    Extent extent;
+    if (gaps[0] + gaps[1] + gaps[2] + gaps[3] == 0) {
+        extent.join(Extent{Lanes{least[0], least[1], -greatest[0], -greatest[1]}});
+        extent.join(Extent{Lanes{least[2], least[3], -greatest[2], -greatest[3]}});
+    } else {
+        for (int i = 0; i < count; ++i)
+            extent.join(samples[i]);
+    }
+    return extent;
+}
+
+} // namespace
 
 void SampleStore::append(std::span<const SamplePair> samples) {
     for (const SamplePair &sample : samples)
@@ -20,12 +52,8 @@ void SampleStore::addChunk() {
 }
 
 void SampleStore::closeBoxes(int place) {
-    const SamplePair *samples = &last_->samples[place - (fanOut - 1)];
-    Extent box;
-    for (int i = 0; i < fanOut; ++i)
-        box.join(samples[i]);
     int number = place / fanOut;
-    last_->boxes[number] = box;
+    last_->boxes[number] = extentOf(&last_->samples[place - (fanOut - 1)], fanOut);
     for (int level = 1; level < levels && number % fanOut == fanOut - 1; ++level, number /= fanOut) {
         const Extent *below = &last_->boxes[Chunk::levelStart[level - 1] + number - (fanOut - 1)];
         Extent joined = below[0];

@@ -49,12 +49,12 @@ public:
 
     /// Out of memory leaves the store as it was and raises std::bad_alloc.
     void append(SamplePair sample) {
-        const int place = static_cast<int>(size_ % chunkSize);
+        const int place = static_cast<int>(size_ & (chunkSize - 1));
         if (place == 0)
             addChunk();
         last_->samples[place] = sample;
         ++size_;
-        if (place % fanOut == fanOut - 1)
+        if ((place & (fanOut - 1)) == fanOut - 1)
             closeBoxes(place);
     }
     void append(std::span<const SamplePair> samples);

@@ -2,24 +2,11 @@
 #include "chart/SpanFill.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
-using Four = int __attribute__((vector_size(16)));
-
-Four load(const void *from) {
-    Four four;
-    std::memcpy(&four, from, sizeof four);
-    return four;
-}
-
-void store(QRgb *to, Four four) { std::memcpy(to, &four, sizeof four); }
-
-Four all(QRgb colour) {
-    const int value = static_cast<int>(colour);
-    return Four{value, value, value, value};
-}
+using Eight = int __attribute__((vector_size(32)));
+using EightAnywhere = int __attribute__((vector_size(32), aligned(4), may_alias));
 
 /// The rows that the trace covers in every column, and in any.
 struct Reach {
@@ -41,33 +28,55 @@ struct Reach {
     int anyBottom = 0;
 };
 
+/// Eight columns of a block.
+struct Octet {
+    [[gnu::always_inline]] Octet(const PixelBlock &block, const BlockSpans &lower, const BlockSpans &upper, int first)
+        : lowerTops(at(&lower.tops[first])), lowerBottoms(at(&lower.bottoms[first])), upperTops(at(&upper.tops[first])),
+          upperBottoms(at(&upper.bottoms[first])), ground(at(block.ground.columns + first)) {}
+
+    [[gnu::always_inline]] static const EightAnywhere &at(const void *place) {
+        return *static_cast<const EightAnywhere *>(place);
+    }
+    [[gnu::always_inline]] void addTraces(int row, const Eight &lower, const Eight &upper, Eight &pixels) const {
+        pixels = (lowerTops <= row) & (lowerBottoms > row) ? lower : pixels;
+        pixels = (upperTops <= row) & (upperBottoms > row) ? upper : pixels;
+    }
+
+    Eight lowerTops, lowerBottoms, upperTops, upperBottoms, ground;
+};
+
 } // namespace
 
+#if defined(__x86_64__)
+#define OSTREL_WIDEST __attribute__((target_clones("avx2", "default"))) // taken by what the processor has
+#else
+#define OSTREL_WIDEST
+#endif
+
+OSTREL_WIDEST
 void fillRows(const PixelBlock &block, const BlockSpans &lower, const BlockSpans &upper, int top, int bottom) {
     const Reach lowerReach(lower);
     const Reach upperReach(upper);
-    const Four lowerColour = all(lower.colour);
-    const Four upperColour = all(upper.colour);
+    const Octet left(block, lower, upper, 0);
+    const Octet right(block, lower, upper, 8);
+    const Eight lowerColour = Eight{} + static_cast<int>(lower.colour);
+    const Eight upperColour = Eight{} + static_cast<int>(upper.colour);
+    auto *pixels = reinterpret_cast<EightAnywhere *>(block.pixels + top * block.stride);
     for (int row = top; row < bottom; ++row) {
-        QRgb *pixels = block.pixels + row * block.stride;
-        if (upperReach.everywhere(row)) {
-            for (int i = 0; i < 16; i += 4)
-                store(pixels + i, upperColour);
-            continue;
-        }
-        const bool gridLine = block.ground.rows[row] != 0;
-        const Four rowColour = all(block.ground.rows[row]);
-        const bool anyTrace = lowerReach.somewhere(row) || upperReach.somewhere(row);
-        for (int i = 0; i < 16; i += 4) {
-            Four four = gridLine ? rowColour : load(block.ground.columns + i);
-            if (anyTrace) {
-                const Four inLower = (load(&lower.tops[i]) <= row) & (load(&lower.bottoms[i]) > row);
-                const Four inUpper = (load(&upper.tops[i]) <= row) & (load(&upper.bottoms[i]) > row);
-                four = (inLower & lowerColour) | (~inLower & four);
-                four = (inUpper & upperColour) | (~inUpper & four);
+        Eight first = upperColour;
+        Eight second = upperColour;
+        if (!upperReach.everywhere(row)) {
+            const int grid = static_cast<int>(block.ground.rows[row]);
+            first = grid != 0 ? Eight{} + grid : left.ground;
+            second = grid != 0 ? Eight{} + grid : right.ground;
+            if (lowerReach.somewhere(row) || upperReach.somewhere(row)) {
+                left.addTraces(row, lowerColour, upperColour, first);
+                right.addTraces(row, lowerColour, upperColour, second);
             }
-            store(pixels + i, four);
         }
+        pixels[0] = first;
+        pixels[1] = second;
+        pixels = reinterpret_cast<EightAnywhere *>(reinterpret_cast<QRgb *>(pixels) + block.stride);
     }
 }
 

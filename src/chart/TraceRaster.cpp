@@ -8,27 +8,54 @@ namespace {
 
 constexpr int blockWidth = 16;
 
-QRgb blended(QRgb below, QRgb above, float coverage) {
-    const auto share = static_cast<quint32>(coverage * 256.0F + 0.5F);
-    const quint32 rest = 256 - share;
-    const quint32 redBlue = ((below & 0xff00ffU) * rest + (above & 0xff00ffU) * share) >> 8;
-    const quint32 green = ((below & 0x00ff00U) * rest + (above & 0x00ff00U) * share) >> 8;
-    return 0xff000000U | (redBlue & 0xff00ffU) | (green & 0x00ff00U);
+// A block of rows at the ends of a trace is blended four pixels at a time; shorter full stretches join their ends.
+constexpr int atOnce = 4;
+
+using Pixels = quint32 __attribute__((vector_size(16)));
+using Halves = quint16 __attribute__((vector_size(16)));
+
+/// Two colour parts, each in sixteen bits; a share counts from 0 to 256.
+Halves mixed(Pixels below, Pixels above, Halves share) {
+    return (Halves(below) * (256 - share) + Halves(above) * share) >> 8;
+}
+
+Pixels blended(Pixels below, QRgb above, Lanes coverage) {
+    const auto whole = Pixels(__builtin_convertvector(coverage * 256.0F + 0.5F, Pixels));
+    const auto share = Halves(whole | whole << 16);
+    const Pixels colour = Pixels{above, above, above, above};
+    constexpr quint32 parts = 0x00ff00ff;
+    const Halves redBlue = mixed(below & parts, colour & parts, share);
+    const Halves alphaGreen = mixed(below >> 8 & parts, colour >> 8 & parts, share);
+    return Pixels(redBlue) | Pixels(alphaGreen) << 8;
 }
 
 Lanes least(Lanes a, Lanes b) { return a < b ? a : b; }
 Lanes greatest(Lanes a, Lanes b) { return a > b ? a : b; }
 Lanes all(float value) { return Lanes{value, value, value, value}; }
 
-/// How much of a row's pixel the strips of a column cover, 0 to 1.
-float coverage(const float *tops, const float *bottoms, int strips, float row) {
-    if (strips == 1)
-        return std::clamp(std::min(bottoms[0], row + 1) - std::max(tops[0], row), 0.0F, 1.0F);
-    const Lanes top{tops[0], tops[1], tops[2], tops[3]};
-    const Lanes bottom{bottoms[0], bottoms[1], bottoms[2], bottoms[3]};
-    const Lanes covered = greatest(least(bottom, all(row + 1)) - greatest(top, all(row)), all(0));
-    return (covered[0] + covered[1] + covered[2] + covered[3]) * 0.25F;
-}
+/// One trace's part of a column, and how much of a row it covers.
+struct ColumnEdges {
+    ColumnEdges(const Strip *strips, int stripCount, Trace trace) : count(stripCount) {
+        for (int i = 0; i < count; ++i) {
+            tops[i] = strips[i].top(trace);
+            bottoms[i] = strips[i].bottom(trace);
+        }
+    }
+    /// From 0 to 1, for four rows from `row` on.
+    Lanes coverage(int row) const {
+        const auto start = static_cast<float>(row);
+        const Lanes above{start, start + 1, start + 2, start + 3};
+        const Lanes below = above + 1;
+        Lanes covered{};
+        for (int i = 0; i < count; ++i)
+            covered += greatest(least(below, all(bottoms[i])) - greatest(above, all(tops[i])), all(0));
+        return covered * all(count == 1 ? 1.0F : 1.0F / TraceColumns::finest);
+    }
+
+    int count;
+    std::array<float, TraceColumns::finest> tops;
+    std::array<float, TraceColumns::finest> bottoms;
+};
 
 } // namespace
 
@@ -77,36 +104,38 @@ void TraceRaster::draw(QImage &image, const TraceColumns &traces, int first, int
         drawBlock(plot, traces, std::min(column, end - blockWidth));
 }
 
-TraceRaster::Column TraceRaster::measure(const TraceColumns &traces, Trace trace, int column) const {
-    const float *tops = traces.tops(trace, column);
-    const float *bottoms = traces.bottoms(trace, column);
+void TraceRaster::measure(const TraceColumns &traces, int column) {
+    // Tops, then negated bottoms, as in a Strip: the outermost of all strips bound the ink, the innermost what is full.
+    const Strip *strips = traces.column(column);
     const auto height = static_cast<float>(plot_.height());
-    float inkTop = height, fullTop = 0, inkBottom = 0, fullBottom = height;
-    for (int i = 0; i < traces.strips(); ++i) {
-        const float top = std::clamp(tops[i], 0.0F, height);
-        const float bottom = std::clamp(bottoms[i], 0.0F, height);
-        inkTop = std::min(inkTop, top);
-        fullTop = std::max(fullTop, top);
-        inkBottom = std::max(inkBottom, bottom);
-        fullBottom = std::min(fullBottom, bottom);
+    const Lanes low{0, 0, -height, -height};
+    const Lanes high{height, height, 0, 0};
+    Lanes outer = least(greatest(strips[0].lanes, low), high);
+    Lanes inner = outer;
+    for (int i = 1; i < traces.strips(); ++i) {
+        const Lanes strip = least(greatest(strips[i].lanes, low), high);
+        outer = least(outer, strip);
+        inner = greatest(inner, strip);
     }
-    if (inkTop >= inkBottom)
-        return {};
     const auto floored = [](float value) { return static_cast<int>(value); }; // none is negative
     const auto ceiled = [](float value) { return static_cast<int>(value) + (value > std::trunc(value)); };
-    Column measured{{floored(inkTop), ceiled(inkBottom)}, {ceiled(fullTop), floored(fullBottom)}};
-    if (measured.full.empty())
-        measured.full = {measured.ink.bottom, measured.ink.bottom};
-    return measured;
+    for (const auto trace : {UvTrace, CondTrace}) {
+        Column &drawn = drawn_[trace][column];
+        drawn.ink = {floored(outer[trace]), ceiled(-outer[traceCount + trace])};
+        drawn.full = {ceiled(inner[trace]), floored(-inner[traceCount + trace])};
+        if (drawn.full.bottom - drawn.full.top < atOnce)
+            drawn.full = {drawn.ink.bottom, drawn.ink.bottom};
+    }
 }
 
 void TraceRaster::drawColumn(QRgb *plot, const TraceColumns &traces, int column) {
-    for (auto &drawn : drawn_)
-        restore(plot, column, drawn[column].ink);
-    for (const auto trace : {CondTrace, UvTrace})
-        drawn_[trace][column] = measure(traces, trace, column);
+    const std::array<Column, traceCount> before{drawn_[UvTrace][column], drawn_[CondTrace][column]};
+    measure(traces, column);
+    const Rows kept = before[UvTrace].full.common(drawn_[UvTrace][column].full);
+    for (const Column &drawn : before)
+        restore(plot, column, drawn.ink, kept);
     for (const auto trace : {CondTrace, UvTrace}) {
-        fill(plot, column, drawn_[trace][column].full, colours_[trace]);
+        fill(plot, column, drawn_[trace][column].full, kept, colours_[trace]);
         blendEdges(plot, traces, trace, column);
     }
 }
@@ -124,23 +153,31 @@ void TraceRaster::drawBlock(QRgb *plot, const TraceColumns &traces, int first) {
     };
     std::array<Stretch, 2 * traceCount> stretches; // old ink and new, each trace by itself: much may lie between them
     std::array<BlockSpans, traceCount> spans;
-    for (const auto trace : {UvTrace, CondTrace}) {
-        spans[trace].colour = colours_[trace];
-        for (int i = 0; i < blockWidth; ++i) {
-            Column &drawn = drawn_[trace][first + i];
-            stretches[trace].add(drawn.ink);
-            drawn = measure(traces, trace, first + i);
-            stretches[traceCount + trace].add(drawn.full);
-            spans[trace].tops[i] = drawn.full.top;
-            spans[trace].bottoms[i] = drawn.full.bottom;
+    Rows kept{0, plot_.height()}; // where all is the upper trace's, before and now
+    for (int i = 0; i < blockWidth; ++i) {
+        const int column = first + i;
+        for (const auto trace : {UvTrace, CondTrace})
+            stretches[trace].add(drawn_[trace][column].ink);
+        kept = kept.common(drawn_[UvTrace][column].full);
+        measure(traces, column);
+        kept = kept.common(drawn_[UvTrace][column].full);
+        for (const auto trace : {UvTrace, CondTrace}) {
+            const Rows full = drawn_[trace][column].full;
+            stretches[traceCount + trace].add(full);
+            spans[trace].tops[i] = full.top;
+            spans[trace].bottoms[i] = full.bottom;
         }
     }
+    for (const auto trace : {UvTrace, CondTrace})
+        spans[trace].colour = colours_[trace];
     std::sort(stretches.begin(), stretches.end(), [](const Stretch &a, const Stretch &b) { return a.top < b.top; });
     const PixelBlock block{plot + first, stride_, {columnColours_.data() + first, rowColours_.data()}};
     int done = 0;
     for (const Stretch &stretch : stretches) {
-        fillRows(block, spans[CondTrace], spans[UvTrace], std::max(done, stretch.top), stretch.bottom);
+        const int top = std::max(done, stretch.top);
         done = std::max(done, stretch.bottom);
+        for (const Rows part : Rows{top, done}.without(kept))
+            fillRows(block, spans[CondTrace], spans[UvTrace], part.top, part.bottom);
     }
     for (const auto trace : {CondTrace, UvTrace}) {
         for (int i = 0; i < blockWidth; ++i)
@@ -150,28 +187,34 @@ void TraceRaster::drawBlock(QRgb *plot, const TraceColumns &traces, int first) {
 
 void TraceRaster::blendEdges(QRgb *plot, const TraceColumns &traces, Trace trace, int column) const {
     const Column &drawn = drawn_[trace][column];
-    blendRows(plot, traces, trace, column, {drawn.ink.top, drawn.full.top});
-    blendRows(plot, traces, trace, column, {drawn.full.bottom, drawn.ink.bottom});
-}
-
-void TraceRaster::blendRows(QRgb *plot, const TraceColumns &traces, Trace trace, int column, Rows rows) const {
-    const float *tops = traces.tops(trace, column);
-    const float *bottoms = traces.bottoms(trace, column);
-    const Rows above = trace == CondTrace ? drawn_[UvTrace][column].full : Rows{};
-    for (int row = rows.top; row < rows.bottom; ++row) {
-        if (above.holds(row))
-            continue;
-        QRgb &pixel = plot[row * stride_ + column];
-        pixel = blended(pixel, colours_[trace], coverage(tops, bottoms, traces.strips(), static_cast<float>(row)));
+    const Rows hidden = trace == CondTrace ? drawn_[UvTrace][column].full : Rows{};
+    const ColumnEdges edges(traces.column(column), traces.strips(), trace);
+    for (const Rows rows : {Rows{drawn.ink.top, drawn.full.top}, Rows{drawn.full.bottom, drawn.ink.bottom}}) {
+        for (int row = rows.top; row < rows.bottom; row += atOnce) {
+            const int count = std::min(atOnce, rows.bottom - row);
+            QRgb *pixels = plot + row * stride_ + column;
+            Pixels below{};
+            for (int k = 0; k < count; ++k)
+                below[k] = pixels[k * stride_];
+            const Pixels made = blended(below, colours_[trace], edges.coverage(row));
+            for (int k = 0; k < count; ++k) {
+                if (!hidden.holds(row + k))
+                    pixels[k * stride_] = made[k];
+            }
+        }
     }
 }
 
-void TraceRaster::fill(QRgb *plot, int column, Rows rows, QRgb colour) const {
-    for (int row = rows.top; row < rows.bottom; ++row)
-        plot[row * stride_ + column] = colour;
+void TraceRaster::fill(QRgb *plot, int column, Rows rows, Rows kept, QRgb colour) const {
+    for (const Rows part : rows.without(kept)) {
+        for (int row = part.top; row < part.bottom; ++row)
+            plot[row * stride_ + column] = colour;
+    }
 }
 
-void TraceRaster::restore(QRgb *plot, int column, Rows rows) const {
-    for (int row = rows.top; row < rows.bottom; ++row)
-        plot[row * stride_ + column] = ground().at(column, row);
+void TraceRaster::restore(QRgb *plot, int column, Rows rows, Rows kept) const {
+    for (const Rows part : rows.without(kept)) {
+        for (int row = part.top; row < part.bottom; ++row)
+            plot[row * stride_ + column] = ground().at(column, row);
+    }
 }

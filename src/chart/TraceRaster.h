@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QRect>
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -30,6 +31,13 @@ private:
         int bottom = 0;
         bool empty() const { return top >= bottom; }
         bool holds(int row) const { return row >= top && row < bottom; }
+        Rows common(Rows other) const { return {std::max(top, other.top), std::min(bottom, other.bottom)}; }
+        /// What lies above the others, and what below.
+        std::array<Rows, 2> without(Rows others) const {
+            if (others.empty())
+                return {*this, Rows{}};
+            return {Rows{top, std::min(bottom, others.top)}, Rows{std::max(top, others.bottom), bottom}};
+        }
     };
     /// What a trace covers in a column: somehow, and wholly.
     struct Column {
@@ -40,11 +48,11 @@ private:
     QRgb *pixelsOf(QImage &image) const;
     void drawColumn(QRgb *plot, const TraceColumns &traces, int column);
     void drawBlock(QRgb *plot, const TraceColumns &traces, int first);
-    Column measure(const TraceColumns &traces, Trace trace, int column) const;
+    void measure(const TraceColumns &traces, int column);
     void blendEdges(QRgb *plot, const TraceColumns &traces, Trace trace, int column) const;
-    void blendRows(QRgb *plot, const TraceColumns &traces, Trace trace, int column, Rows rows) const;
-    void fill(QRgb *plot, int column, Rows rows, QRgb colour) const;
-    void restore(QRgb *plot, int column, Rows rows) const;
+    // What is `kept` is the upper trace's before and after, and stays.
+    void fill(QRgb *plot, int column, Rows rows, Rows kept, QRgb colour) const;
+    void restore(QRgb *plot, int column, Rows rows, Rows kept) const;
     PlotGround ground() const { return {columnColours_.data(), rowColours_.data()}; }
 
     QRect plot_;
