@@ -9,6 +9,7 @@
 
 #include <QCloseEvent>
 #include <QLayout>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QTimer>
 
@@ -234,3 +235,11 @@ void frmMain::showEvent(QShowEvent *event) {
 }
 
 void frmMain::closeEvent(QCloseEvent *event) { event->setAccepted(!QueryUnload || QueryUnload()); }
+
+// A zoom puts the focus into the window entry: Escape must lead out of it from there too.
+void frmMain::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Escape && quillcharts_[front_]->zoomed())
+        quillcharts_[front_]->leaveZoom();
+    else
+        QMainWindow::keyPressEvent(event);
+}
