@@ -101,7 +101,7 @@ private:
         layout_.labelled = labels;
         placeTimeTicks(labels);
         if (hasTitle(shown, title)) {
-            layout_.titleBox = QRectF(gap_, 0, layout_.size.width() - 2 * gap_, plot.top());
+            layout_.titleBox = QRectF(gap_, 0, layout_.size.width() - 2 * gap_, plot.top() - std::ceil(line_ / 2));
             layout_.title = titleMetrics_.elidedText(title, Qt::ElideRight, layout_.titleBox.width());
         }
         if (shown == Shown::Everything)
