@@ -67,13 +67,21 @@ struct Drawing : testing::Test {
         int off = 0;
         for (int y = 0; y < one.height(); ++y)
             for (int x = 0; x < one.width(); ++x) {
-                const bool missing = qGray(one.pixel(x, y)) < 90 && lightest(other, x, y) > 200;
-                const bool tooMuch = qGray(other.pixel(x, y)) < 90 && lightest(one, x, y) > 200;
+                const bool missing = qGray(one.pixel(x, y)) < 90 && darkestAround(other, x, y) > 200;
+                const bool tooMuch = qGray(other.pixel(x, y)) < 90 && darkestAround(one, x, y) > 200;
                 off += missing || tooMuch;
             }
         EXPECT_EQ(off, 0);
     }
-    static int lightest(const QImage &image, int x, int y) { // the darkest of what lies around, in fact
+    /// Any ink between two samples of sixty.
+    bool inked(double from, double to) const {
+        for (int x = static_cast<int>(from / 60 * plot.width()); x < to / 60 * plot.width(); ++x)
+            for (int y = 0; y < plot.height(); ++y)
+                if (qGray(image.pixel(x, y)) < 90)
+                    return true;
+        return false;
+    }
+    static int darkestAround(const QImage &image, int x, int y) {
         int grey = 255;
         for (int dy = -1; dy <= 1; ++dy)
             for (int dx = -1; dx <= 1; ++dx)
@@ -103,16 +111,24 @@ TEST_F(Drawing, liesWithinAPixelOfEverySampleDrawnByItself) {
 
 TEST_F(Drawing, breaksWhereASampleIsNotFinite) {
     for (int i = 0; i < 60; ++i)
-        run.append({i >= 20 && i < 40 ? (i % 2 ? gap : Extent::infinity) : 1.0F, gap});
+        run.append({i >= 20 && i < 40 ? (i % 7 ? Extent::infinity : gap) : 1.0F, gap});
     show(0, 0.2F);
     draw();
-    const int row = static_cast<int>(plot.height() * 1.0 / 2.2);
-    const auto inked = [&](double sample) {
-        return lightest(image, static_cast<int>(sample / 60 * plot.width()), row) < 90;
-    };
-    EXPECT_TRUE(inked(10));
-    EXPECT_FALSE(inked(30));
-    EXPECT_TRUE(inked(50));
+    EXPECT_TRUE(inked(5, 19));
+    EXPECT_FALSE(inked(19.5, 39.5));
+    EXPECT_TRUE(inked(40, 59));
+    for (int x = 0; x < plot.width(); ++x)
+        ASSERT_EQ(qGray(image.pixel(x, 10)), 255) << "on the way to infinity";
+}
+
+TEST_F(Drawing, joinsColumnsThatHaveNoValueInCommon) {
+    constexpr int inOne = 200;
+    for (int i = 0; i < plot.width() * inOne; ++i)
+        run.append({i / inOne % 2 ? 1.5F : 0.0F, gap});
+    show(0, static_cast<float>(plot.width() * inOne / samplesPerMinute));
+    draw();
+    for (int column = 1; column < plot.width() - 1; ++column)
+        ASSERT_EQ(qGray(image.pixel(column, 100)), 0) << column;
 }
 
 TEST_F(Drawing, isClippedToThePlotAndSurvivesAnyValue) {
