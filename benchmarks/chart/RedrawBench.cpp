@@ -12,12 +12,8 @@ namespace {
 
 const ChartData &runOf(qint64 pairs) {
     static std::map<qint64, ChartData> runs;
-    auto found = runs.find(pairs);
-    if (found == runs.end()) {
-        runs.clear(); // one at a time: the largest fill the memory
-        found = runs.emplace(pairs, BenchRun::ofPairs(pairs)).first;
-    }
-    return found->second;
+    const auto found = runs.find(pairs);
+    return found != runs.end() ? found->second : runs.emplace(pairs, BenchRun::ofPairs(pairs)).first->second;
 }
 
 void ours(benchmark::State &state) {

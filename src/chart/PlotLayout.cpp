@@ -215,6 +215,8 @@ QRect PlotLayout::devicePlot() const {
 
 double PlotLayout::snapped(double place) const { return std::round(place * pixelRatio) / pixelRatio; }
 
+double PlotLayout::hairWidth() const { return std::max(1.0, std::floor(pixelRatio / 2)) / pixelRatio; }
+
 double PlotLayout::lineWidth() const { return std::max(1.0, std::round(pixelRatio)) / pixelRatio; }
 
 QString uvAxisTitle() { return QStringLiteral("UV (AU)"); }

@@ -52,6 +52,7 @@ struct PlotLayout {
     QRect devicePlot() const;
     double snapped(double place) const;
     double lineWidth() const; ///< of axes and ticks: about a logical pixel, whole device pixels
+    double hairWidth() const; ///< of the grid: one device pixel on screens, half a logical one on finer paper
 };
 
 inline constexpr double tickLength = 5;

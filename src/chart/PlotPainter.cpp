@@ -3,8 +3,6 @@
 
 #include "chart/TracePath.h"
 
-#include <cmath>
-
 void PlotPainter::frame() {
     painter_.setFont(layout_.titleFont);
     painter_.setPen(theme_.text);
@@ -65,7 +63,7 @@ void PlotPainter::label(const Tick &tick) {
 
 void PlotPainter::grid() {
     const QRectF plot = layout_.plot;
-    const double line = 1 / layout_.pixelRatio;
+    const double line = layout_.hairWidth();
     for (const Tick &tick : layout_.timeTicks) {
         if (tick.major && tick.place > plot.left() && tick.place < plot.right())
             bar(QRectF(tick.place, plot.top(), line, plot.height()), theme_.grid);

@@ -65,7 +65,7 @@ void Quillchart::DrawNewData() {
     if (region.isEmpty())
         return;
     newsDue_ = true;
-    update(region);
+    update(region + readoutRegion());
 }
 
 void Quillchart::Redraw() {
@@ -247,6 +247,8 @@ void Quillchart::point(std::optional<double> x) {
     if (image_.isNull())
         return;
     const QRegion before = readoutRegion();
+    if (x.has_value() != pointer_.has_value())
+        x ? setCursor(Qt::CrossCursor) : unsetCursor();
     pointer_ = x;
     update(before + readoutRegion());
 }

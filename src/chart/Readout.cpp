@@ -70,7 +70,7 @@ QRegion Readout::region() const {
 void Readout::paint(QPainter &painter, const PlotTheme &theme) const {
     painter.save();
     const QRectF plot = layout_.plot;
-    painter.fillRect(QRectF(x_, plot.top(), 1 / layout_.pixelRatio, plot.height()), theme.axis);
+    painter.fillRect(QRectF(x_, plot.top(), layout_.hairWidth(), plot.height()), theme.axis);
     painter.setRenderHint(QPainter::Antialiasing);
     const auto dot = [&](std::optional<double> place, const QColor &colour) {
         if (!place)
