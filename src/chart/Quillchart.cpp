@@ -65,7 +65,7 @@ void Quillchart::DrawNewData() {
     if (region.isEmpty())
         return;
     newsDue_ = true;
-    update(region + readoutRegion());
+    update(readoutRegion() + region);
 }
 
 void Quillchart::Redraw() {
