@@ -39,7 +39,8 @@ public:
     virtual void recorderToEnd() = 0;
     /// Gives the keyboard focus to the chart in front.
     virtual void focusChart() = 0;
-    /// Shows the dialog that reports a lost link, until the operator answers it.
+    /// Shows the dialog that reports a lost link, until the operator answers it, and runs what the answer asks for.
+    /// Does nothing while the dialog is up already.
     virtual void showNoData() = 0;
 };
 

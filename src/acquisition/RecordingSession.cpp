@@ -3,8 +3,6 @@
 
 #include "base/Steps.h"
 
-#include <QScopedValueRollback>
-
 RecordingSession::RecordingSession(RunState &run, LinkState &link, TabStates &tabs, Timer &TimerCheckComData,
                                    Timer &TimerSaveLog, AcquisitionWindow &window)
     : run_(run), link_(link), tabs_(tabs), TimerCheckComData_(TimerCheckComData), TimerSaveLog_(TimerSaveLog),
@@ -30,11 +28,7 @@ void RecordingSession::TimerCheckComData_Timer() {
     if (!link_.ComDataSeen) {
         TimerSaveLog_.setEnabled(false);
         ComDataLost();
-        // The link can come back and be lost again while the dialog, or what the operator opened from it, is still up.
-        if (!noDataShown_) {
-            const QScopedValueRollback<bool> shown(noDataShown_, true);
-            window_.showNoData();
-        }
+        window_.showNoData();
     }
     link_.ComDataSeen = false;
 }

@@ -29,5 +29,4 @@ private:
     Timer &TimerCheckComData_;
     Timer &TimerSaveLog_;
     AcquisitionWindow &window_;
-    bool noDataShown_ = false;
 };

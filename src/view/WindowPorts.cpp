@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "view/WindowPorts.h"
 
+#include <QScopedValueRollback>
+
 #include <utility>
 
 WindowPorts::WindowPorts(CommandStates &states, LiveView &live, LinkCommands &commands, WindowActs window)
     : states_(states), live_(live), commands_(commands), window_(std::move(window)) {}
 
 void WindowPorts::showNoData() {
-    switch (window_.askNoData()) {
+    // The link can come back and be lost again while the dialog is still up. What the operator opens from it is another
+    // matter: over that the dialog comes anew, as nothing else would tell of the second loss.
+    if (noDataUp_)
+        return;
+    switch (askNoData()) {
     case NoDataAnswer::Ok:
         break;
     case NoDataAnswer::Setup:
@@ -17,4 +23,9 @@ void WindowPorts::showNoData() {
         commands_.mnuExit_Click();
         break;
     }
+}
+
+NoDataAnswer WindowPorts::askNoData() {
+    const QScopedValueRollback<bool> up(noDataUp_, true);
+    return window_.askNoData();
 }

@@ -3,7 +3,6 @@
 
 #include "acquisition/AcquisitionPorts.h"
 #include "acquisition/frmNoData.h"
-#include "acquisition/frmNoData.h"
 #include "view/CommandStates.h"
 #include "view/LiveView.h"
 
@@ -29,8 +28,11 @@ public:
     void showNoData() override;
 
 private:
+    NoDataAnswer askNoData();
+
     CommandStates &states_;
     LiveView &live_;
     LinkCommands &commands_;
     WindowActs window_;
+    bool noDataUp_ = false;
 };

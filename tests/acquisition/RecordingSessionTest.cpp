@@ -47,19 +47,3 @@ TEST_F(RecordingSessionTest, AnyEventOfThePortHoldsOffTheAlarm) {
     }
     EXPECT_EQ(window.noDataShown, 0);
 }
-
-TEST_F(RecordingSessionTest, ALinkLostAgainUnderTheDialogBringsNoSecondOne) {
-    window.whileNoData = [this] {
-        play(".");
-        EXPECT_TRUE(window.led);
-        clock.advance(11s);
-        EXPECT_FALSE(window.led);
-    };
-    clock.advance(11s);
-    EXPECT_EQ(window.noDataShown, 1);
-
-    window.whileNoData = {};
-    play(".");
-    clock.advance(11s);
-    EXPECT_EQ(window.noDataShown, 2);
-}

@@ -16,6 +16,7 @@ protected:
     }
 
     NoDataAnswer answer = NoDataAnswer::Ok;
+    std::function<void()> whileNoData = [] {};
     bool ledOn = true;
     FakeClock clock;
     FakeTimer TimerCheckComData{clock, 5000};
@@ -27,6 +28,7 @@ protected:
                       {[this](bool on) { ledOn = on; }, [this] { ++chartFocused; },
                        [this] {
                            told << "no data";
+                           whileNoData();
                            return answer;
                        }}};
     RecordingSession session{run, values.link, tabs, TimerCheckComData, TimerSaveLog, ports};
@@ -50,6 +52,23 @@ TEST_F(WindowPortsTest, LostLinkEndsTheSessionAndRunsWhatTheOperatorAnswers) {
     answer = NoDataAnswer::Exit;
     session.TimerCheckComData_Timer();
     EXPECT_EQ(told.join(", "), "no data, setup, no data, exit");
+}
+
+TEST_F(WindowPortsTest, LinkLostAgainBringsNoSecondDialogOverTheFirst) {
+    whileNoData = [this] { session.TimerCheckComData_Timer(); };
+    session.TimerCheckComData_Timer();
+    EXPECT_EQ(told.join(", "), "no data");
+}
+
+TEST_F(WindowPortsTest, LinkLostAgainIsToldOverWhatTheFirstAnswerOpened) {
+    commands.bind("mnuComPort", [this] {
+        told << "setup";
+        answer = NoDataAnswer::Ok;
+        session.TimerCheckComData_Timer();
+    });
+    answer = NoDataAnswer::Setup;
+    session.TimerCheckComData_Timer();
+    EXPECT_EQ(told.join(", "), "no data, setup, no data");
 }
 
 } // namespace
