@@ -11,6 +11,8 @@
 #include "platform/QtTimer.h"
 #include "platform/SerialPorts.h"
 
+#include <utility>
+
 namespace {
 
 /// Runs the recorder on the real desktop until its window is closed.
@@ -39,7 +41,11 @@ int main(int argc, char **argv) {
     Application application(argc, argv);
     QtPrompts prompts;
     QtProcess process;
+    bool told = false;
     application.lastNet = [&](const RunTimeError &error) {
+        // Under the box the line and the timers go on: the errors that they run into then must not pile up boxes.
+        if (std::exchange(told, true))
+            return;
         prompts.show({QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.description()),
                       BoxIcon::Critical});
         process.end();
