@@ -21,10 +21,10 @@ int run(Prompts &prompts, Process &process) {
     const InstanceLock lock(folders.appPath());
     const SystemClock clock;
     QtSettingsStore store(Folders::settingsFile());
-    const SerialPorts ports(store);
+    SerialPorts ports(store);
     const auto deviceOfPort = [&ports](int number) { return ports.device(number); };
-    QtSerialControl ComPort(nullptr, QStringLiteral("ComPort"), deviceOfPort);
-    QtSerialControl CommTmp(nullptr, QStringLiteral("CommTmp"), deviceOfPort);
+    QtSerialControl ComPort(qApp, QStringLiteral("ComPort"), deviceOfPort);
+    QtSerialControl CommTmp(qApp, QStringLiteral("CommTmp"), deviceOfPort);
 
     Program program({clock, ComPort, CommTmp, store, prompts, process,
                      [](QObject *owner, const QString &name, int interval, bool on) {

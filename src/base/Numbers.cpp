@@ -25,17 +25,21 @@ QLocale ungroupedLocale() {
     return locale;
 }
 
+/// Only the decimal separator is the locale's: the entries know no other minus sign and no other digits than the plain
+/// ones.
+QString withLocalPoint(QString text) { return text.replace(QLatin1Char('.'), QLocale().decimalPoint()); }
+
 } // namespace
 
 qint16 rounded16(double value) { return rounded<qint16>(value); }
 
 qint32 rounded32(double value) { return rounded<qint32>(value); }
 
-QString fixedNumber(double value, int decimals) { return ungroupedLocale().toString(value, 'f', decimals); }
+QString fixedNumber(double value, int decimals) { return withLocalPoint(QString::number(value, 'f', decimals)); }
 
-QString generalNumber(double value) { return ungroupedLocale().toString(value, 'g', 15); }
+QString generalNumber(double value) { return withLocalPoint(QString::number(value, 'g', 15)); }
 
-QString generalNumber(float value) { return ungroupedLocale().toString(static_cast<double>(value), 'g', 7); }
+QString generalNumber(float value) { return withLocalPoint(QString::number(static_cast<double>(value), 'g', 7)); }
 
 QString leadingBlankNumber(int value) {
     const QString digits = QString::number(value);

@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int portCount = 10;
+constexpr qint64 listingHolds = 1000; // ms: all ten ports are tried one after the other
 
 bool isOnBoard(const QString &name) { return name.startsWith(QLatin1String("ttyS")); }
 
@@ -25,11 +26,17 @@ bool hasChip(const QString &folder) {
 SerialPorts::SerialPorts(const SettingsStore &store, QString ttyFolder)
     : store_(store), ttyFolder_(std::move(ttyFolder)) {}
 
-QString SerialPorts::device(int number) const {
+QString SerialPorts::device(int number) {
     if (number < 1 || number > portCount)
         return {};
     const QString named = store_.GetSetting(QStringLiteral("Ports"), QString::number(number), QString());
-    return named.isEmpty() ? installed().value(number - 1) : named;
+    if (!named.isEmpty())
+        return named;
+    if (!listed_.isValid() || listed_.hasExpired(listingHolds)) {
+        listing_ = installed();
+        listed_.start();
+    }
+    return listing_.value(number - 1);
 }
 
 QStringList SerialPorts::installed() const {

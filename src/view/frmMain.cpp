@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -39,10 +40,19 @@ QWidget *placeholder() {
 } // namespace
 
 // The pictures lie in a library, which a program takes in only as far as it is called. Stands outside of any namespace.
-static void loadPictures() { Q_INIT_RESOURCE(pictures); }
+static /// Turning the wheel over the heads is no choice of a tab.
+class TabStrip : public QTabBar {
+public:
+    using QTabBar::QTabBar;
+
+protected:
+    void wheelEvent(QWheelEvent *event) override { event->ignore(); }
+};
+
+void loadPictures() { Q_INIT_RESOURCE(pictures); }
 
 frmMain::frmMain()
-    : inner_(new QWidget), Toolsbar_(new QToolBar(inner_)), page_(new QFrame(inner_)), TabChart_(new QTabBar(inner_)) {
+    : inner_(new QWidget), Toolsbar_(new QToolBar(inner_)), page_(new QFrame(inner_)), TabChart_(new TabStrip(inner_)) {
     loadPictures();
     setObjectName(QStringLiteral("frmMain"));
     setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg")));
@@ -167,7 +177,12 @@ void frmMain::setLed(bool on) {
 }
 
 void frmMain::bringToFront(int chart) {
+    const bool hadFocus = quillcharts_[front_]->hasFocus();
     front_ = chart;
+    quillcharts_[chart]->show();
+    // A chart that goes out of sight would hand the keyboard to whatever comes next, mostly an axis entry.
+    if (hadFocus)
+        focusChart();
     for (int i = 0; i < tabCount; ++i) {
         quillcharts_[i]->setVisible(i == chart);
         time_.ScrollChart[i]->setVisible(i == chart);

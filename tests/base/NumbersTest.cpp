@@ -52,6 +52,14 @@ TEST(Numbers, aCommaLocaleIsReadAndWritten) {
     EXPECT_EQ(errorOf([] { numberFrom("1.2.3"); }), RunTimeError::TypeMismatch);
 }
 
+TEST(Numbers, theMinusSignIsThePlainOneInEveryLocale) {
+    for (const QLocale::Language language : {QLocale::Swedish, QLocale::Finnish, QLocale::Arabic}) {
+        const Locale locale(language);
+        EXPECT_TRUE(fixedNumber(-0.2, 3).startsWith('-'));
+        EXPECT_DOUBLE_EQ(numberFrom(fixedNumber(-0.2, 3)), -0.2);
+    }
+}
+
 TEST(Numbers, generalNumbersAreAsShortAsTheyCanBe) {
     EXPECT_EQ(generalNumber(10.0), "10");
     EXPECT_EQ(generalNumber(0.1F), "0.1");
