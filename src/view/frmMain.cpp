@@ -31,6 +31,15 @@ const QColor ledOff(Qt::black);
 
 QSizeF inTwips(const QSize &pixels) { return {Twips::fromPixels(pixels.width()), Twips::fromPixels(pixels.height())}; }
 
+/// Turning the wheel over the heads is no choice of a tab.
+class TabStrip : public QTabBar {
+public:
+    using QTabBar::QTabBar;
+
+protected:
+    void wheelEvent(QWheelEvent *event) override { event->ignore(); }
+};
+
 QWidget *placeholder() {
     auto *gap = new QWidget;
     gap->setFixedWidth(placeholderWidth);
@@ -40,16 +49,7 @@ QWidget *placeholder() {
 } // namespace
 
 // The pictures lie in a library, which a program takes in only as far as it is called. Stands outside of any namespace.
-static /// Turning the wheel over the heads is no choice of a tab.
-class TabStrip : public QTabBar {
-public:
-    using QTabBar::QTabBar;
-
-protected:
-    void wheelEvent(QWheelEvent *event) override { event->ignore(); }
-};
-
-void loadPictures() { Q_INIT_RESOURCE(pictures); }
+static void loadPictures() { Q_INIT_RESOURCE(pictures); }
 
 frmMain::frmMain()
     : inner_(new QWidget), Toolsbar_(new QToolBar(inner_)), page_(new QFrame(inner_)), TabChart_(new TabStrip(inner_)) {
