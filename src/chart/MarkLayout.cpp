@@ -103,6 +103,7 @@ std::vector<PlacedMark> placeMarks(const std::vector<EventMark> &marks, const Pl
     for (const std::size_t number : tallestOfEachPixel(marks, layout))
         placed.push_back(stroke(marks[number], layout, theme));
     std::vector<PlacedMark *> order;
+    order.reserve(placed.size());
     for (PlacedMark &mark : placed)
         order.push_back(&mark);
     std::stable_sort(order.begin(), order.end(),

@@ -20,7 +20,7 @@ Extent extentOf(const SamplePair *samples, int count) {
         const Lanes both = pairs(i);
         least = both < least ? both : least;
         greatest = both > greatest ? both : greatest;
-        gaps += both - both;
+        gaps += both * 0;
     }
     Extent extent;
     if (gaps[0] + gaps[1] + gaps[2] + gaps[3] == 0) {

@@ -34,7 +34,7 @@ struct Extent {
     void join(const Extent &other) { lanes = other.lanes < lanes ? other.lanes : lanes; }
     void join(SamplePair sample) {
         const Lanes values = {sample.uv, sample.cond, -sample.uv, -sample.cond};
-        join(Extent{values - values == 0 ? values : Lanes{infinity, infinity, infinity, infinity}});
+        join(Extent{values * 0 == 0 ? values : Lanes{infinity, infinity, infinity, infinity}});
     }
 
     static constexpr float infinity = std::numeric_limits<float>::infinity();

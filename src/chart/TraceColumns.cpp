@@ -106,7 +106,7 @@ void TraceColumns::followLine(const SampleStore &samples, int first, int end) {
         const qint64 count = std::min(static_cast<qint64>(stretch.size()), stop - number);
         for (qint64 i = 0; i < count; ++i, ++number) {
             const Lanes value{stretch[i].uv, stretch[i].cond, stretch[i].uv, stretch[i].cond};
-            const Lanes place = (value - reference_) * factor_ + (value - value); // not finite becomes not-a-number
+            const Lanes place = (value - reference_) * factor_ + value * 0; // not finite becomes not-a-number
             const Lanes near = place > all(farOff) ? all(farOff) : place;
             const Lanes now = near < all(-farOff) ? all(-farOff) : near;
             const double x1 = placeOf(number);
@@ -138,7 +138,7 @@ std::pair<int, int> TraceColumns::thicken(int first, int end) {
             aside.join(middle[i].lanes);
             covered.join(aside.lanes - all(pen_[i]));
         }
-        Strip &before = covered_[static_cast<std::size_t>(strip)];
+        Strip &before = covered_[strip];
         if (!(covered == before)) {
             firstChanged = std::min(firstChanged, strip);
             endChanged = strip + 1;

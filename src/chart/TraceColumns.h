@@ -5,7 +5,7 @@
 #include "chart/Scale.h"
 
 #include <array>
-#include <cstring>
+#include <bit>
 #include <utility>
 #include <vector>
 
@@ -20,7 +20,10 @@ struct Strip {
     float top(Trace trace) const { return lanes[trace]; }
     float bottom(Trace trace) const { return -lanes[traceCount + trace]; }
     void join(Lanes other) { lanes = other < lanes ? other : lanes; }
-    bool operator==(const Strip &other) const { return std::memcmp(&lanes, &other.lanes, sizeof lanes) == 0; }
+    bool operator==(const Strip &other) const {
+        using Bits = std::array<quint64, 2>;
+        return std::bit_cast<Bits>(lanes) == std::bit_cast<Bits>(other.lanes);
+    }
 };
 
 /// The run under the present axes, drawn with a round pen, strip by strip. While few samples fall on a column of pixels
@@ -40,7 +43,7 @@ public:
 
     int columns() const { return columns_; }
     int strips() const { return strips_; } ///< in each column: 1 or `finest`
-    const Strip *column(int number) const { return &covered_[static_cast<std::size_t>(number * strips_)]; }
+    const Strip *column(int number) const { return &covered_[number * strips_]; }
 
     /// The columns, first and end, that change when samples come to lie behind the `known` first ones.
     std::pair<int, int> columnsOfNews(qint64 known, qint64 size) const;
@@ -51,7 +54,7 @@ private:
     void sumUp(const SampleStore &samples, int first, int end);
     void followLine(const SampleStore &samples, int first, int end);
     std::pair<int, int> thicken(int first, int end);
-    Strip &thin(int strip) { return thin_[static_cast<std::size_t>(strip + margin)]; }
+    Strip &thin(int strip) { return thin_[strip + margin]; }
 
     static constexpr int margin = 16; // strips left and right of the plot, from where the pen may reach in
 
