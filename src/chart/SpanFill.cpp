@@ -38,8 +38,8 @@ struct Octet {
         return *static_cast<const EightAnywhere *>(place);
     }
     [[gnu::always_inline]] void addTraces(int row, const Eight &lower, const Eight &upper, Eight &pixels) const {
-        pixels = (lowerTops <= row) & (lowerBottoms > row) ? lower : pixels;
-        pixels = (upperTops <= row) & (upperBottoms > row) ? upper : pixels;
+        pixels = ((lowerTops <= row) & (lowerBottoms > row)) ? lower : pixels;
+        pixels = ((upperTops <= row) & (upperBottoms > row)) ? upper : pixels;
     }
 
     Eight lowerTops, lowerBottoms, upperTops, upperBottoms, ground;
