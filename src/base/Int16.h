@@ -10,8 +10,9 @@
 class Int16 {
 public:
     constexpr Int16() = default;
-    constexpr Int16(int value) : value_(checked(value)) {} // NOLINT(google-explicit-constructor): stands where a number stands
-    constexpr operator int() const { return value_; }      // NOLINT(google-explicit-constructor)
+    // Both conversions are implicit: a counter stands where a number stands.
+    constexpr Int16(int value) : value_(checked(value)) {}
+    constexpr operator int() const { return value_; }
 
     constexpr Int16 &operator+=(int step) { return *this = Int16(value_ + step); }
     constexpr Int16 &operator-=(int step) { return *this = Int16(value_ - step); }

@@ -34,15 +34,21 @@ constexpr Description descriptions[] = {
 int numberForErrno(int error) {
     switch (error) {
     case ENOENT:
-    case ENOTDIR: return RunTimeError::PathNotFound;
-    case EEXIST: return RunTimeError::FileAlreadyExists;
+    case ENOTDIR:
+        return RunTimeError::PathNotFound;
+    case EEXIST:
+        return RunTimeError::FileAlreadyExists;
     case ENOSPC:
-    case EDQUOT: return RunTimeError::DiskFull;
+    case EDQUOT:
+        return RunTimeError::DiskFull;
     case EACCES:
     case EPERM:
-    case EROFS: return RunTimeError::PermissionDenied;
-    case ENOMEM: return RunTimeError::OutOfMemory;
-    default: return RunTimeError::PathFileAccess;
+    case EROFS:
+        return RunTimeError::PermissionDenied;
+    case ENOMEM:
+        return RunTimeError::OutOfMemory;
+    default:
+        return RunTimeError::PathFileAccess;
     }
 }
 

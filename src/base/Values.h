@@ -71,9 +71,9 @@ struct ChartViewState {
 
 /// What the tabs hold and how each shows it; the index is the chart's.
 struct TabStates {
-    Int16 CurrentChart;                             ///< the tab in front, 0 to 4
-    Int16 ChartCount;                               ///< tabs in use, the recorder's included; 0 until the window is set up
-    std::array<QString, tabCount> ChartFileName;    ///< full path, empty for no file
+    Int16 CurrentChart;                          ///< the tab in front, 0 to 4
+    Int16 ChartCount;                            ///< tabs in use, the recorder's included; 0 until the window is set up
+    std::array<QString, tabCount> ChartFileName; ///< full path, empty for no file
     std::array<bool, tabCount> ChartSaved{true, true, true, true, true};
     std::array<ChartViewState, tabCount> ChartViews; ///< a copy of what each tab's chart holds
     std::array<double, tabCount> WindowMinutes{10, 10, 10, 10, 10};

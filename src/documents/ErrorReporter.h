@@ -15,8 +15,8 @@
 class ErrorReporter : public ErrorRoute {
 public:
     struct Reads {
-        const CurrentError &error;      ///< quoted by the box about the settings
-        const SerialControl &ComPort;   ///< asked for the fullness of its buffer
+        const CurrentError &error;    ///< quoted by the box about the settings
+        const SerialControl &ComPort; ///< asked for the fullness of its buffer
         const Clock &clock;
     };
 

@@ -46,7 +46,8 @@ constexpr qint32 silent[] = {1, 4, 5, 6, 7, 1004, 1009};
 
 template <typename Row, std::size_t count>
 const Row *find(const Row (&rows)[count], qint32 code) {
-    const auto found = std::find_if(std::begin(rows), std::end(rows), [code](const Row &row) { return row.code == code; });
+    const auto found =
+        std::find_if(std::begin(rows), std::end(rows), [code](const Row &row) { return row.code == code; });
     return found == std::end(rows) ? nullptr : &*found;
 }
 

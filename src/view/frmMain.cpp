@@ -8,8 +8,8 @@
 #include "view/MainWindowTables.h"
 
 #include <QCloseEvent>
-#include <QLayout>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QMenuBar>
 #include <QTimer>
 #include <QWheelEvent>

@@ -6,12 +6,11 @@
 #include "fakes/FakePlatform.h"
 #include "forms/Shapes.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <gtest/gtest.h>
 
 #include <chrono>
 
@@ -23,14 +22,13 @@ namespace {
 class ProgramTest : public testing::Test {
 protected:
     void start() {
-        program = std::make_unique<Program>(
-            Platform{clock, ComPort, CommTmp, store, prompts, process,
-                     [this](QObject *, const QString &name, int interval, bool on) {
-                         auto timer = std::make_unique<FakeTimer>(clock, interval, on);
-                         timers[name] = timer.get();
-                         return timer;
-                     },
-                     folder.filePath("ChartErr.log"), prevInstance});
+        program = std::make_unique<Program>(Platform{clock, ComPort, CommTmp, store, prompts, process,
+                                                     [this](QObject *, const QString &name, int interval, bool on) {
+                                                         auto timer = std::make_unique<FakeTimer>(clock, interval, on);
+                                                         timers[name] = timer.get();
+                                                         return timer;
+                                                     },
+                                                     folder.filePath("ChartErr.log"), prevInstance});
         started = program->start();
     }
 

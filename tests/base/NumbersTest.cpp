@@ -3,9 +3,8 @@
 
 #include "base/Int16.h"
 
-#include <gtest/gtest.h>
-
 #include <QLocale>
+#include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>

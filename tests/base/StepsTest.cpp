@@ -11,7 +11,12 @@ namespace {
 
 TEST(Steps, aFailingStepIsSkippedAndTheNextOneRuns) {
     int ran = 0;
-    const int last = skippingErrors([&] { ++ran; }, [&] { raise(6); ++ran; }, [&] { raise(13); }, [&] { ++ran; });
+    const int last = skippingErrors([&] { ++ran; },
+                                    [&] {
+                                        raise(6);
+                                        ++ran;
+                                    },
+                                    [&] { raise(13); }, [&] { ++ran; });
     EXPECT_EQ(ran, 2);
     EXPECT_EQ(last, 13);
     EXPECT_EQ(skippingErrors([] {}), 0);
@@ -20,7 +25,12 @@ TEST(Steps, aFailingStepIsSkippedAndTheNextOneRuns) {
 TEST(Steps, aTrapEndsTheRoutineAtItsFirstError) {
     int told = 0;
     bool wentOn = false;
-    trapped([&] { raise(61); wentOn = true; }, [&](const RunTimeError &error) { told = error.number(); });
+    trapped(
+        [&] {
+            raise(61);
+            wentOn = true;
+        },
+        [&](const RunTimeError &error) { told = error.number(); });
     EXPECT_EQ(told, RunTimeError::DiskFull);
     EXPECT_FALSE(wentOn);
 }

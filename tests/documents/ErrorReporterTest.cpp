@@ -5,10 +5,9 @@
 #include "base/Steps.h"
 #include "fakes/FakePlatform.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QTemporaryDir>
+#include <gtest/gtest.h>
 
 namespace {
 
