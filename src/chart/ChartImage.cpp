@@ -79,6 +79,7 @@ void ChartImage::paintAll() {
     raster_.setPlot(layout_.devicePlot(), view_.theme.uv.rgb(), view_.theme.cond.rgb());
     setGround();
     raster_.paintGround(image_);
+    // Once more: the ground is painted whole, so no column has anything left to be wiped off.
     raster_.setPlot(layout_.devicePlot(), view_.theme.uv.rgb(), view_.theme.cond.rgb());
 }
 
