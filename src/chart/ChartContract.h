@@ -53,5 +53,59 @@ public:
     virtual void setChartTitle(const QString &title) = 0;
 };
 
+/// What is kept of a run in files and on paper. File names are any that the file system takes.
+class ChartDocument {
+public:
+    virtual ~ChartDocument() = default;
+
+    /// Replaces all that the chart holds, and its axes, by what a data file or a log file holds. False when the file
+    /// cannot be read, is damaged, or comes of a newer version: the chart has said so (ChartError), and is empty.
+    virtual bool LoadDataFile(const QString &FileName) = 0;
+    /// Writes all that the chart holds. True when the new file is on the disk; otherwise the old file stands untouched.
+    virtual bool SaveDataFile(const QString &FileName) = 0;
+    /// The same with the stretch from TimeAxisMin to TimeAxisMax alone; in the new file it begins at time 0.
+    virtual bool SaveSelectedData(const QString &FileName) = 0;
+
+    /// The two steps of emptying a chart: samples, marks, method texts and notes go; then the plot is drawn empty.
+    virtual void ClearData() = 0;
+    virtual void ClearDisplay() = 0;
+
+    virtual QString GetNotes() const = 0; ///< the user's text, CR LF line ends
+    virtual void SetNotes(const QString &Notes) = 0;
+    virtual QString GetMethodText() const = 0; ///< all method texts in the order of their times
+
+    /// Writes a text file for a spreadsheet. The flags are 1 or 0; MethodPosition is 0 before the data, 1 after them, 2
+    /// a column of its own; times in minutes, SampleRate in points a second (at most 5), PointCount the number of
+    /// points that the user was shown. 0 is good.
+    virtual qint16 ExportData(const QString &FileName, qint16 IncludeUV, qint16 IncludeCond, qint16 IncludeEvents,
+                              qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom,
+                              float TimeTo, float SampleRate, qint32 PointCount) = 0;
+    /// Prints one copy of the report. TraceFlags is the sum of 1 for event marks, 2 for conductivity, 4 for UV.
+    /// A failure is told by ChartError.
+    virtual void PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) = 0;
+};
+
+/// The running log of one copy of the program: a directory that the chart alone fills. Its path comes with or without a
+/// separator at its end, and InstanceNumber may be any.
+class ChartLog {
+public:
+    virtual ~ChartLog() = default;
+
+    /// Brings what the chart took since the last success to the disk. Interval is the time between calls in
+    /// milliseconds; after DataFileSizeHours of data the log goes on in a new file. 0 is good: all that the chart holds
+    /// survives the end of the computer. Any other status is an error code of the system.
+    virtual qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval,
+                            double DataFileSizeHours) = 0;
+    /// SaveLogAs would find at least one sample or mark.
+    virtual bool CheckLogFile(const QString &LogDirectory) = 0;
+    /// Puts the log that stands in the directory, of whichever run, together in one log file. 0 is good.
+    virtual qint16 SaveLogAs(const QString &LogDirectory, qint16 InstanceNumber, const QString &NewFileName) = 0;
+    /// Empties the directory.
+    virtual void CloseLog(const QString &LogDirectory, qint16 InstanceNumber) = 0;
+};
+
 /// One instance as the window's rules see it: the run that it holds, and its axes.
 class ViewedChart : public LiveChart, public ChartAxes {};
+
+/// One instance as the commands on files see it.
+class DocumentChart : public ViewedChart, public ChartDocument {};
