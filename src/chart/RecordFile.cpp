@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: MIT
+#include "chart/RecordFile.h"
+
+#include "chart/Crc32.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QRandomGenerator>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <bit>
+#include <cerrno>
+#include <cstring>
+
+static_assert(std::endian::native == std::endian::little, "files hold numbers as they lie in memory");
+
+namespace {
+
+// The first byte and the line ends show at once a file that was sent as text.
+constexpr char magic[8] = {'\x89', 'O', 'S', 'T', 'R', '\r', '\n', '\x1a'};
+constexpr std::size_t checkedHead = 44; // of the file's head; the checksum follows
+constexpr std::size_t bufferSize = 1 << 18;
+constexpr char zeros[8] = {};
+
+/// Puts values one behind the other, and takes them back.
+template <typename... T>
+void put(char *to, const T &...values) {
+    ((std::memcpy(to, &values, sizeof values), to += sizeof values), ...);
+}
+template <typename... T>
+void get(const char *from, T &...values) {
+    ((std::memcpy(&values, from, sizeof values), from += sizeof values), ...);
+}
+
+quint32 headSum(const char *bytes, quint64 identity) {
+    return crc32Of(crc32Of(0, &identity, sizeof identity), bytes, RecordHead::size - sizeof(quint32));
+}
+
+} // namespace
+
+QByteArray FileHead::bytes() const {
+    QByteArray bytes(size, '\0');
+    std::memcpy(bytes.data(), magic, sizeof magic);
+    put(bytes.data() + sizeof magic, kind, version, identity, written, sequence, instance);
+    put(bytes.data() + checkedHead, crc32Of(0, bytes.constData(), checkedHead));
+    return bytes;
+}
+
+std::optional<FileHead> FileHead::from(std::span<const char, size> bytes) {
+    FileHead head;
+    quint32 reserved = 0;
+    quint32 sum = 0;
+    get(bytes.data() + sizeof magic, head.kind, head.version, head.identity, head.written, head.sequence, head.instance,
+        reserved, sum);
+    if (std::memcmp(bytes.data(), magic, sizeof magic) != 0 || sum != crc32Of(0, bytes.data(), checkedHead))
+        return std::nullopt;
+    return head;
+}
+
+FileHead FileHead::of(quint32 kind, quint32 version) {
+    return {.kind = kind,
+            .version = version,
+            .identity = QRandomGenerator::system()->generate64(),
+            .written = QDateTime::currentMSecsSinceEpoch()};
+}
+
+void RecordHead::put(char (&bytes)[size], quint64 identity) const {
+    ::put(bytes, kind, number, length, payloadSum);
+    ::put(bytes + size - sizeof(quint32), headSum(bytes, identity));
+}
+
+std::optional<RecordHead> RecordHead::from(std::span<const char, size> bytes, quint64 identity) {
+    RecordHead head;
+    quint32 sum = 0;
+    get(bytes.data(), head.kind, head.number, head.length, head.payloadSum, sum);
+    if (sum != headSum(bytes.data(), identity))
+        return std::nullopt;
+    return head;
+}
+
+RecordPieces &RecordPieces::add(const void *data, std::size_t size) {
+    pieces_.emplace_back(static_cast<const char *>(data), size);
+    sum_ = crc32Of(sum_, data, size);
+    length_ += size;
+    return *this;
+}
+
+const std::vector<std::span<const char>> &RecordPieces::seal(quint64 identity, quint32 number) {
+    RecordHead{.kind = kind_, .number = number, .length = length_, .payloadSum = sum_}.put(head_, identity);
+    if (const std::size_t gap = filledUp(length_) - length_; gap > 0)
+        pieces_.emplace_back(zeros, gap);
+    return pieces_;
+}
+
+RecordReader::RecordReader(const QString &path) {
+    if (!open(path))
+        error_ = {errno, std::generic_category()};
+    buffer_.resize(std::min<quint64>(bufferSize, size_));
+    char bytes[FileHead::size];
+    if (size_ >= sizeof bytes && read(bytes, sizeof bytes, 0))
+        head_ = FileHead::from(bytes);
+    recordEnd_ = taken_ = FileHead::size;
+}
+
+bool RecordReader::open(const QString &path) {
+    // Not to wait at a pipe for somebody to write.
+    fd_ = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    struct stat file {};
+    if (fd_ < 0 || ::fstat(fd_, &file) != 0)
+        return false;
+    if (!S_ISREG(file.st_mode)) {
+        errno = S_ISDIR(file.st_mode) ? EISDIR : ENOTSUP;
+        return false;
+    }
+    size_ = static_cast<quint64>(file.st_size);
+    return true;
+}
+
+RecordReader::~RecordReader() {
+    if (fd_ >= 0)
+        ::close(fd_);
+}
+
+RecordReader::Found RecordReader::next() {
+    if (!head_)
+        return Found::Damage;
+    const quint64 position = filledUp(recordEnd_);
+    if (position == size_)
+        return Found::End;
+    if (enter(position))
+        return Found::Record;
+    return position < size_ && onlyZerosFrom(position) ? Found::End : Found::Damage;
+}
+
+bool RecordReader::searchNext() {
+    if (!head_)
+        return false;
+    // Any boundary may be the beginning of a record.
+    for (quint64 position = filledUp(recordEnd_); !error_ && position < size_; position += 8) {
+        if (enter(position))
+            return true;
+    }
+    return false;
+}
+
+/// The record that begins here becomes the present one. False when none does that the file has room for.
+bool RecordReader::enter(quint64 position) {
+    char bytes[RecordHead::size];
+    if (position > size_ || size_ - position < sizeof bytes || !read(bytes, sizeof bytes, position))
+        return false;
+    const std::optional<RecordHead> found = RecordHead::from(bytes, head_->identity);
+    if (!found || found->length > size_ - position - sizeof bytes)
+        return false;
+    record_ = *found;
+    recordPosition_ = position;
+    taken_ = position + sizeof bytes;
+    recordEnd_ = taken_ + record_.length;
+    sum_ = 0;
+    return true;
+}
+
+bool RecordReader::take(void *to, std::size_t size) {
+    if (size > left() || !read(to, size, taken_))
+        return false;
+    sum_ = crc32Of(sum_, to, size);
+    taken_ += size;
+    return true;
+}
+
+bool RecordReader::take(QByteArray &to) {
+    to.resize(static_cast<qsizetype>(left()));
+    return take(to.data(), static_cast<std::size_t>(to.size()));
+}
+
+bool RecordReader::finish() {
+    char rest[4096];
+    while (left() > 0) {
+        if (!take(rest, std::min<quint64>(left(), sizeof rest)))
+            return false;
+    }
+    const quint64 gap = filledUp(recordEnd_) - recordEnd_;
+    return sum_ == record_.payloadSum && recordEnd_ + gap <= size_ && read(rest, gap, recordEnd_) &&
+           std::memcmp(rest, zeros, gap) == 0;
+}
+
+/// Large stretches go straight to where they are wanted, small ones through the buffer.
+bool RecordReader::read(void *to, std::size_t size, quint64 position) {
+    auto *next = static_cast<char *>(to);
+    while (size > 0) {
+        std::size_t count = 0;
+        if (position >= bufferPosition_ && position < bufferPosition_ + buffered_) {
+            const std::size_t from = position - bufferPosition_;
+            count = std::min(size, buffered_ - from);
+            std::memcpy(next, buffer_.data() + from, count);
+        } else if (size < buffer_.size()) {
+            if (!refill(position))
+                return false;
+            continue;
+        } else {
+            const ssize_t got = ::pread(fd_, next, size, static_cast<off_t>(position));
+            if (got < 0 && errno == EINTR)
+                continue;
+            if (got <= 0) {
+                error_ = {got < 0 ? errno : EIO, std::generic_category()};
+                return false;
+            }
+            count = static_cast<std::size_t>(got);
+        }
+        next += count;
+        position += count;
+        size -= count;
+    }
+    return true;
+}
+
+bool RecordReader::refill(quint64 position) {
+    ssize_t got = 0;
+    do
+        got = ::pread(fd_, buffer_.data(), buffer_.size(), static_cast<off_t>(position));
+    while (got < 0 && errno == EINTR);
+    if (got <= 0) { // a file that is shorter than it was cannot be read either
+        error_ = {got < 0 ? errno : EIO, std::generic_category()};
+        return false;
+    }
+    bufferPosition_ = position;
+    buffered_ = static_cast<std::size_t>(got);
+    return true;
+}
+
+bool RecordReader::onlyZerosFrom(quint64 position) {
+    char bytes[4096];
+    while (position < size_) {
+        const std::size_t size = std::min<quint64>(sizeof bytes, size_ - position);
+        if (!read(bytes, size, position) || std::any_of(bytes, bytes + size, [](char byte) { return byte != 0; }))
+            return false;
+        position += size;
+    }
+    return true;
+}

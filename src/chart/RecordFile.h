@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QtGlobal>
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <system_error>
+#include <vector>
+
+/// What all files of the chart are made of: a head that says what the file is, and checked records, all little-endian
+/// and on boundaries of eight bytes. docs/file-format.md describes them byte by byte.
+
+/// Four letters as they stand in the file.
+constexpr quint32 fourLetters(const char (&text)[5]) {
+    quint32 value = 0;
+    for (int i = 3; i >= 0; --i)
+        value = value << 8 | static_cast<unsigned char>(text[i]);
+    return value;
+}
+
+struct FileHead {
+    quint32 kind = 0;
+    quint32 version = 0;
+    quint64 identity = 0; ///< random; every record's checksum takes it in, so that none passes for another file's
+    qint64 written = 0;   ///< milliseconds since 1970, UTC
+    quint32 sequence = 0; ///< which file of a series, from 0
+    qint32 instance = 0;  ///< of the program
+
+    static constexpr std::size_t size = 48;
+    QByteArray bytes() const;
+    /// Nothing when the bytes are no such head, or a damaged one.
+    static std::optional<FileHead> from(std::span<const char, size> bytes);
+    /// Made now, with a new identity.
+    static FileHead of(quint32 kind, quint32 version);
+};
+
+struct RecordHead {
+    quint32 kind = 0;
+    quint32 number = 0; ///< of the record in its file, from 0
+    quint64 length = 0; ///< of the payload, without the zeros that fill it up to eight bytes
+    quint32 payloadSum = 0;
+
+    static constexpr std::size_t size = 24;
+    void put(char (&bytes)[size], quint64 identity) const;
+    static std::optional<RecordHead> from(std::span<const char, size> bytes, quint64 identity);
+};
+
+constexpr quint64 filledUp(quint64 length) { return (length + 7) & ~quint64{7}; }
+
+/// A record about to be written: its payload in pieces that stay where they are.
+class RecordPieces {
+public:
+    explicit RecordPieces(quint32 kind) : kind_(kind) {}
+    RecordPieces &add(const void *data, std::size_t size);
+
+    /// The whole record, piece after piece: head, payload, zeros. Good as long as this object and the payload are.
+    const std::vector<std::span<const char>> &seal(quint64 identity, quint32 number);
+
+private:
+    quint32 kind_;
+    char head_[RecordHead::size] = {};
+    quint64 length_ = 0;
+    quint32 sum_ = 0;
+    std::vector<std::span<const char>> pieces_{{head_, sizeof head_}};
+};
+
+/// Reads a file record by record, from front to back. Nothing in the file makes it hang, or allocate.
+class RecordReader {
+public:
+    enum class Found {
+        Record,
+        End,   ///< of the file, or zeros from here to it
+        Damage ///< something else than a whole head of a record, or a record that the file is too short for
+    };
+
+    explicit RecordReader(const QString &path);
+    ~RecordReader();
+    RecordReader(const RecordReader &) = delete;
+    RecordReader &operator=(const RecordReader &) = delete;
+
+    /// That the file cannot be opened or read; the operating system's (errno).
+    std::error_code error() const { return error_; }
+    /// None when the file does not begin with a whole one.
+    const std::optional<FileHead> &head() const { return head_; }
+    quint64 fileSize() const { return size_; }
+
+    /// Goes to the next record; what is left of the present one is skipped.
+    Found next();
+    /// After a damage: goes to the next whole head of a record of this file, wherever it stands. False when none comes.
+    bool searchNext();
+    const RecordHead &record() const { return record_; }
+    quint64 recordPosition() const { return recordPosition_; }
+
+    /// What take() has not handed out yet of the present record.
+    quint64 left() const { return recordEnd_ - taken_; }
+    /// The next `size` bytes of the payload. False when it has not as many or the file cannot be read.
+    bool take(void *to, std::size_t size);
+    /// All of the payload that is left.
+    bool take(QByteArray &to);
+    /// To the end of the record. True when all of it stands as it was written.
+    bool finish();
+
+private:
+    bool open(const QString &path);
+    bool enter(quint64 position);
+    bool read(void *to, std::size_t size, quint64 position);
+    bool refill(quint64 position);
+    bool onlyZerosFrom(quint64 position);
+
+    int fd_ = -1;
+    std::error_code error_;
+    std::optional<FileHead> head_;
+    quint64 size_ = 0;
+    RecordHead record_;
+    quint64 recordPosition_ = 0;
+    quint64 taken_ = 0;     ///< position in the file
+    quint64 recordEnd_ = 0; ///< of the payload
+    quint32 sum_ = 0;
+    std::vector<char> buffer_;
+    quint64 bufferPosition_ = 0;
+    std::size_t buffered_ = 0;
+};
