@@ -88,6 +88,11 @@ RecordPieces &RecordPieces::add(const void *data, std::size_t size) {
     return *this;
 }
 
+RecordPieces &RecordPieces::add(const QByteArray &bytes) {
+    kept_.push_back(bytes);
+    return add(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+
 const std::vector<std::span<const char>> &RecordPieces::seal(quint64 identity, quint32 number) {
     RecordHead{.kind = kind_, .number = number, .length = length_, .payloadSum = sum_}.put(head_, identity);
     if (const std::size_t gap = filledUp(length_) - length_; gap > 0)

@@ -51,11 +51,15 @@ struct RecordHead {
 
 constexpr quint64 filledUp(quint64 length) { return (length + 7) & ~quint64{7}; }
 
-/// A record about to be written: its payload in pieces that stay where they are.
+/// A record about to be written: its payload in pieces that stay where they are, or in bytes that it keeps.
 class RecordPieces {
 public:
     explicit RecordPieces(quint32 kind) : kind_(kind) {}
+    RecordPieces(const RecordPieces &) = delete;
+    RecordPieces &operator=(const RecordPieces &) = delete;
+
     RecordPieces &add(const void *data, std::size_t size);
+    RecordPieces &add(const QByteArray &bytes);
 
     /// The whole record, piece after piece: head, payload, zeros. Good as long as this object and the payload are.
     const std::vector<std::span<const char>> &seal(quint64 identity, quint32 number);
@@ -66,6 +70,7 @@ private:
     quint64 length_ = 0;
     quint32 sum_ = 0;
     std::vector<std::span<const char>> pieces_{{head_, sizeof head_}};
+    std::vector<QByteArray> kept_;
 };
 
 /// Reads a file record by record, from front to back. Nothing in the file makes it hang, or allocate.
