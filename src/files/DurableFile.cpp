@@ -110,13 +110,8 @@ void DurableFile::closeNeighbour() {
 /// back.
 void DurableFile::syncFolder() {
     neighbour_.clear();
-    const int folder = operations_.open(folder_.constData(), O_RDONLY | O_DIRECTORY, 0);
-    if (folder < 0)
-        return failWith(errno);
-    // Some file systems cannot flush a folder and need not.
-    if (operations_.sync(folder) != 0 && errno != EINVAL)
+    if (!::syncFolder(operations_, folder_.constData()))
         failWith(errno);
-    operations_.close(folder);
 }
 
 std::error_code replaceFile(const QString &path, QByteArrayView content, FileOperations &operations) {

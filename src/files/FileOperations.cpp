@@ -12,15 +12,23 @@ int FileOperations::open(const char *path, int flags, mode_t mode) { return ::op
 
 ssize_t FileOperations::write(int fd, const void *data, std::size_t size) { return ::write(fd, data, size); }
 
+ssize_t FileOperations::writeAt(int fd, const void *data, std::size_t size, off_t position) {
+    return ::pwrite(fd, data, size, position);
+}
+
 int FileOperations::chmod(int fd, mode_t mode) { return ::fchmod(fd, mode); }
 
 int FileOperations::sync(int fd) { return ::fsync(fd); }
+
+int FileOperations::syncData(int fd) { return ::fdatasync(fd); }
 
 int FileOperations::close(int fd) { return ::close(fd); }
 
 int FileOperations::rename(const char *from, const char *to) { return std::rename(from, to); }
 
 int FileOperations::remove(const char *path) { return ::unlink(path); }
+
+int FileOperations::makeFolder(const char *path, mode_t mode) { return ::mkdir(path, mode); }
 
 FileOperations &FileOperations::system() {
     static FileOperations operations;
@@ -41,4 +49,16 @@ bool writeAll(FileOperations &operations, int fd, const void *data, std::size_t 
         size -= static_cast<std::size_t>(written);
     }
     return true;
+}
+
+bool syncFolder(FileOperations &operations, const char *path) {
+    const int folder = operations.open(path, O_RDONLY | O_DIRECTORY, 0);
+    if (folder < 0)
+        return false;
+    // Some file systems cannot flush a folder and need not.
+    const bool synced = operations.sync(folder) == 0 || errno == EINVAL;
+    const int error = errno;
+    operations.close(folder);
+    errno = error;
+    return synced;
 }

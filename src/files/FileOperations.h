@@ -13,14 +13,19 @@ public:
 
     virtual int open(const char *path, int flags, mode_t mode);
     virtual ssize_t write(int fd, const void *data, std::size_t size);
+    virtual ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position); ///< pwrite
     virtual int chmod(int fd, mode_t mode);
     virtual int sync(int fd);
+    virtual int syncData(int fd); ///< the content alone, and what it takes to read it
     virtual int close(int fd);
     virtual int rename(const char *from, const char *to);
     virtual int remove(const char *path);
+    virtual int makeFolder(const char *path, mode_t mode);
 
     static FileOperations &system();
 };
 
 /// Goes on after a short count or an interruption. False, with errno, when not all of it could be written.
 bool writeAll(FileOperations &operations, int fd, const void *data, std::size_t size);
+/// Brings the entries of a folder to the disk. False, with errno, when that failed.
+bool syncFolder(FileOperations &operations, const char *path);

@@ -3,31 +3,46 @@
 
 #include "files/FileOperations.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <limits>
 
-/// A disk whose n-th operation fails, and that forgets half of the write that fails.
+/// A disk whose n-th operation fails, and that forgets half of the write that fails. Each write takes `most` bytes at
+/// most.
 class FaultyDisk : public FileOperations {
 public:
-    explicit FaultyDisk(int failing = 0, int error = ENOSPC) : failing_(failing), error_(error) {}
+    explicit FaultyDisk(int failing = 0, int error = ENOSPC, std::size_t most = std::numeric_limits<std::size_t>::max())
+        : failing_(failing), error_(error), most_(most) {}
 
     int open(const char *path, int flags, mode_t mode) override {
         return fails() ? -1 : FileOperations::open(path, flags, mode);
     }
     ssize_t write(int fd, const void *data, std::size_t size) override {
         if (!fails())
-            return FileOperations::write(fd, data, size);
+            return FileOperations::write(fd, data, std::min(size, most_));
         FileOperations::write(fd, data, size / 2);
+        errno = error_;
+        return -1;
+    }
+    ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position) override {
+        if (!fails())
+            return FileOperations::writeAt(fd, data, size, position);
+        FileOperations::writeAt(fd, data, size / 2, position);
         errno = error_;
         return -1;
     }
     int chmod(int fd, mode_t mode) override { return fails() ? -1 : FileOperations::chmod(fd, mode); }
     int sync(int fd) override { return fails() ? -1 : FileOperations::sync(fd); }
+    int syncData(int fd) override { return fails() ? -1 : FileOperations::syncData(fd); }
     int close(int fd) override {
         FileOperations::close(fd); // the operating system gives the number free in any case
         return fails() ? -1 : 0;
     }
     int rename(const char *from, const char *to) override { return fails() ? -1 : FileOperations::rename(from, to); }
     int remove(const char *path) override { return FileOperations::remove(path); }
+    int makeFolder(const char *path, mode_t mode) override {
+        return fails() ? -1 : FileOperations::makeFolder(path, mode);
+    }
 
     /// The n-th operation was reached.
     bool struck() const { return count_ >= failing_; }
@@ -40,5 +55,6 @@ private:
 
     int failing_;
     int error_;
+    std::size_t most_;
     int count_ = 0;
 };

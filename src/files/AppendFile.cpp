@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "files/AppendFile.h"
+
+#include <QFile>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+namespace {
+
+constexpr mode_t newFileMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+
+/// Ends at the first failure, with errno; tells how much was written.
+std::size_t writeUpToFailure(FileOperations &operations, int fd, const std::vector<char> &data, std::size_t position) {
+    std::size_t done = 0;
+    while (done < data.size()) {
+        const ssize_t written =
+            operations.writeAt(fd, data.data() + done, data.size() - done, static_cast<off_t>(position + done));
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written == 0)
+            errno = ENOSPC; // A disk that takes nothing and gives no reason.
+        if (written <= 0)
+            break;
+        done += static_cast<std::size_t>(written);
+    }
+    return done;
+}
+
+} // namespace
+
+std::error_code AppendFile::create(const QString &path) {
+    close();
+    path_ = QFile::encodeName(path);
+    fd_ = operations_.open(path_.constData(), O_WRONLY | O_CREAT | O_EXCL, newFileMode);
+    if (fd_ < 0)
+        return {errno, std::generic_category()};
+    const QByteArray folder = path_.left(path_.lastIndexOf('/') + 1);
+    if (!syncFolder(operations_, folder.isEmpty() ? "." : folder.constData()))
+        return failWith(errno);
+    return {};
+}
+
+bool AppendFile::stands() const {
+    struct stat open {};
+    struct stat named {};
+    return isOpen() && ::fstat(fd_, &open) == 0 && ::stat(path_.constData(), &named) == 0 &&
+           open.st_dev == named.st_dev && open.st_ino == named.st_ino &&
+           static_cast<std::size_t>(named.st_size) >= laidOut_;
+}
+
+void AppendFile::close() {
+    if (fd_ >= 0)
+        operations_.close(fd_); // all that counts was flushed
+    fd_ = -1;
+    length_ = laidOut_ = 0;
+    gathered_ = {};
+}
+
+void AppendFile::add(const void *data, std::size_t size) {
+    const auto *bytes = static_cast<const char *>(data);
+    gathered_.insert(gathered_.end(), bytes, bytes + size);
+}
+
+std::error_code AppendFile::flush() {
+    std::vector<char> data = std::exchange(gathered_, {});
+    const std::size_t end = length_ + data.size();
+    if (end > laidOut_)
+        data.resize((end + layout - 1) / layout * layout - length_);
+    const std::size_t reached = length_ + writeUpToFailure(operations_, fd_, data, length_);
+    // Zeros that a full disk did not take any more are not missed.
+    if (reached < end || operations_.syncData(fd_) != 0)
+        return failWith(errno);
+    length_ = end;
+    laidOut_ = std::max(laidOut_, reached);
+    return {};
+}
+
+std::error_code AppendFile::failWith(int error) {
+    if (length_ == 0)
+        operations_.remove(path_.constData());
+    close();
+    return {error, std::generic_category()};
+}
