@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#include "chart/RunningLogFiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+
+namespace {
+
+/// A run that the user chose to keep here, of all places.
+bool isSavedDocument(const QFileInfo &entry) {
+    if (entry.isSymLink() || !entry.isFile())
+        return false;
+    const RecordReader reader(entry.filePath());
+    return reader.head() && reader.head()->kind != runningLogKind;
+}
+
+} // namespace
+
+QString logDirectory(const QString &path) { return path.isEmpty() ? QString() : QDir(path).absolutePath(); }
+
+QString logFileName(int number) { return QStringLiteral("Log%1.dat").arg(number, 5, 10, QLatin1Char('0')); }
+
+int logFileNumber(const QString &name) {
+    static const QRegularExpression form(QStringLiteral("^Log([0-9]{5,9})\\.dat$"));
+    return form.match(name).captured(1).toInt();
+}
+
+void emptyLogDirectory(const QString &directory, FileOperations &operations) {
+    const QString folder = logDirectory(directory);
+    if (folder.isEmpty())
+        return;
+    const auto entries =
+        QDir(folder).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    for (const QFileInfo &entry : entries) {
+        const bool isFolder = entry.isDir() && !entry.isSymLink();
+        if (!isFolder && !isSavedDocument(entry))
+            operations.remove(QFile::encodeName(entry.filePath()).constData());
+    }
+}

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/RecordFile.h"
+#include "files/FileOperations.h"
+
+#include <QString>
+
+/// What the writer and the reader of a running log agree on. docs/file-format.md has every byte.
+///
+/// The directory of a log holds data files Log00001.dat, Log00002.dat and so on, in the order in which they were begun.
+/// All files of one run of the program bear the same identity; each begins with a record of samples, possibly empty,
+/// that tells at which sample it sets in.
+
+inline constexpr quint32 runningLogKind = fourLetters("TICK");
+inline constexpr quint32 runningLogVersion = 1;
+
+/// The directory without a separator at its end and without links or steps in it; empty for an empty path.
+QString logDirectory(const QString &path);
+QString logFileName(int number);
+/// 0 when it is not the name of a data file.
+int logFileNumber(const QString &name);
+
+/// Leaves nothing in the directory but folders and documents that the user saved into it.
+void emptyLogDirectory(const QString &directory, FileOperations &operations = FileOperations::system());
