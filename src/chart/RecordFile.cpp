@@ -132,7 +132,7 @@ RecordReader::~RecordReader() {
 RecordReader::Found RecordReader::next() {
     if (!head_)
         return Found::Damage;
-    const quint64 position = filledUp(recordEnd_);
+    const quint64 position = nextPosition();
     if (position == size_)
         return Found::End;
     if (enter(position))
@@ -154,10 +154,12 @@ bool RecordReader::searchNext() {
 /// The record that begins here becomes the present one. False when none does that the file has room for.
 bool RecordReader::enter(quint64 position) {
     char bytes[RecordHead::size];
-    if (position > size_ || size_ - position < sizeof bytes || !read(bytes, sizeof bytes, position))
+    cutOff_ = position > size_ || size_ - position < sizeof bytes;
+    if (cutOff_ || !read(bytes, sizeof bytes, position))
         return false;
     const std::optional<RecordHead> found = RecordHead::from(bytes, head_->identity);
-    if (!found || found->length > size_ - position - sizeof bytes)
+    cutOff_ = found && found->length > size_ - position - sizeof bytes;
+    if (!found || cutOff_)
         return false;
     record_ = *found;
     recordPosition_ = position;

@@ -97,8 +97,12 @@ public:
     Found next();
     /// After a damage: goes to the next whole head of a record of this file, wherever it stands. False when none comes.
     bool searchNext();
+    /// The damage is that the file ends too early for what begins here.
+    bool cutOff() const { return cutOff_; }
     const RecordHead &record() const { return record_; }
     quint64 recordPosition() const { return recordPosition_; }
+    /// Where the record behind this one should begin.
+    quint64 nextPosition() const { return filledUp(recordEnd_); }
 
     /// What take() has not handed out yet of the present record.
     quint64 left() const { return recordEnd_ - taken_; }
@@ -120,6 +124,7 @@ private:
     std::error_code error_;
     std::optional<FileHead> head_;
     quint64 size_ = 0;
+    bool cutOff_ = false;
     RecordHead record_;
     quint64 recordPosition_ = 0;
     quint64 taken_ = 0;     ///< position in the file

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "chart/SampleStore.h"
 
+#include "chart/HugePages.h"
+
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -36,19 +39,55 @@ Extent extentOf(const SamplePair *samples, int count) {
 } // namespace
 
 void SampleStore::append(std::span<const SamplePair> samples) {
-    for (const SamplePair &sample : samples)
-        append(sample);
+    while (!samples.empty()) {
+        const std::span<SamplePair> to = room();
+        const std::size_t count = std::min(samples.size(), to.size());
+        std::copy_n(samples.begin(), count, to.begin());
+        appendFromRoom(count);
+        samples = samples.subspan(count);
+    }
 }
 
-void SampleStore::clear() {
-    chunks_.clear();
-    last_ = nullptr;
-    size_ = 0;
+std::span<SamplePair> SampleStore::room() {
+    const auto place = static_cast<std::size_t>(size_ % chunkSize);
+    if (place == 0)
+        ensureChunk();
+    return std::span(last_->samples).subspan(place);
 }
 
-void SampleStore::addChunk() {
-    chunks_.push_back(std::unique_ptr<Chunk>(new Chunk));
+void SampleStore::appendFromRoom(std::size_t count) {
+    const qint64 end = size_ + static_cast<qint64>(count);
+    for (qint64 box = size_ / fanOut; box < end / fanOut; ++box)
+        closeBoxes(static_cast<int>((box * fanOut + fanOut - 1) % chunkSize));
+    size_ = end;
+}
+
+void SampleStore::expect(qint64 count) {
+    constexpr qint64 fewest = 4; // below, large pages would be half empty
+    const qint64 beyond = size_ + count - static_cast<qint64>(chunks_.size()) * chunkSize;
+    expectedChunks_ = (beyond + chunkSize - 1) / chunkSize;
+    if (expectedChunks_ < fewest)
+        expectedChunks_ = 0;
+    else
+        expected_ = hugePages(static_cast<std::size_t>(expectedChunks_) * sizeof(Chunk));
+}
+
+void SampleStore::clear() { *this = SampleStore(); }
+
+/// For the sample to come. The room for it may be there already.
+void SampleStore::ensureChunk() {
+    if (static_cast<qint64>(chunks_.size()) * chunkSize == size_)
+        chunks_.push_back(newChunk());
     last_ = chunks_.back().get();
+}
+
+std::shared_ptr<SampleStore::Chunk> SampleStore::newChunk() {
+    if (expectedChunks_ == 0 || expected_ == nullptr)
+        return std::shared_ptr<Chunk>(new Chunk);
+    const std::shared_ptr<Chunk> chunk(expected_, new (expected_.get()) Chunk);
+    expected_ = {expected_, expected_.get() + sizeof(Chunk)};
+    --expectedChunks_;
+    return chunk;
 }
 
 void SampleStore::closeBoxes(int place) {

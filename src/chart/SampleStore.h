@@ -47,17 +47,27 @@ class SampleStore {
 public:
     static constexpr int chunkSize = 1 << 16;
 
+    SampleStore() = default;
+    SampleStore(SampleStore &&) = default;
+    SampleStore &operator=(SampleStore &&) = default;
+
     /// Out of memory leaves the store as it was and raises std::bad_alloc.
     void append(SamplePair sample) {
         const int place = static_cast<int>(size_ & (chunkSize - 1));
         if (place == 0)
-            addChunk();
+            ensureChunk();
         last_->samples[place] = sample;
         ++size_;
         if ((place & (fanOut - 1)) == fanOut - 1)
             closeBoxes(place);
     }
     void append(std::span<const SamplePair> samples);
+    /// Many samples at one go, without a copy: they are laid into the room behind the last one, which ends with the
+    /// chunk, and then count from append() on. Room alone changes nothing.
+    std::span<SamplePair> room();
+    void appendFromRoom(std::size_t count);
+    /// At most so many more samples are about to come at one go. Their memory is had cheaply if there is enough.
+    void expect(qint64 count);
     void clear();
 
     qint64 size() const { return size_; }
@@ -78,11 +88,14 @@ private:
         static constexpr int levelStart[levels] = {0, 4096, 4096 + 256, 4096 + 256 + 16};
     };
 
-    void addChunk();
+    void ensureChunk();
+    std::shared_ptr<Chunk> newChunk();
     void closeBoxes(int place);
     static void joinRange(const Chunk &chunk, int from, int to, Extent &extent);
 
-    std::vector<std::unique_ptr<Chunk>> chunks_;
+    std::vector<std::shared_ptr<Chunk>> chunks_;
+    std::shared_ptr<std::byte> expected_; // memory for the chunks to come, and for how many of them
+    qint64 expectedChunks_ = 0;
     Chunk *last_ = nullptr;
     qint64 size_ = 0;
 };

@@ -1,0 +1,307 @@
+// SPDX-License-Identifier: MIT
+#include "chart/ChartFile.h"
+
+#include "fakes/FaultyDisk.h"
+
+#include <QDataStream>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <map>
+
+namespace {
+
+/// All that a chart holds, bit for bit.
+QByteArray print(const ChartData &run, const AxisValues &axes) {
+    QByteArray bytes;
+    QDataStream to(&bytes, QIODevice::WriteOnly);
+    const auto put = [&](auto... values) { ((to << std::bit_cast<quint32>(values)), ...); };
+    for (qint64 i = 0; i < run.samples.size(); ++i)
+        put(run.samples.at(i).uv, run.samples.at(i).cond);
+    const auto putText = [&](const QString &text) { to << text.size() << text + QLatin1Char('.'); };
+    for (const EventMark &mark : run.marks) {
+        to << mark.color << mark.height;
+        put(mark.time);
+        putText(mark.label);
+    }
+    for (const MethodText &text : run.methodTexts) {
+        put(text.time);
+        putText(text.text);
+    }
+    putText(run.notes);
+    putText(run.title);
+    put(axes.uvMin, axes.uvMax, axes.condMin, axes.condMax, axes.timeMin, axes.timeMax);
+    return bytes;
+}
+
+/// The run in the files of tests/golden, whatever their version.
+ChartData goldenRun() {
+    ChartData run;
+    for (int i = 0; i < 40; ++i)
+        run.samples.append({static_cast<float>(i) / 64, 20 - static_cast<float>(i) / 4});
+    run.samples.append({std::bit_cast<float>(0x7fc00123), -0.0F});
+    run.marks = {{QStringLiteral("S"), 0xFFFF00, 50, 0.0F}, {QStringLiteral("µ 1"), 0x0000FF, -10, 0.125F}};
+    run.methodTexts = {{QStringLiteral("Gradient\r\n0 % B\r\n"), 0.03125F}};
+    run.notes = QStringLiteral("Säule 2\r\n測定");
+    run.title = QStringLiteral("Run 7");
+    return run;
+}
+constexpr AxisValues goldenAxes{-0.125F, 1.5F, 2, 250, 0, 20};
+
+class ChartFileTest : public testing::Test {
+protected:
+    QByteArray saved(quint32 kind = dataFile) const {
+        EXPECT_FALSE(saveChartFile(path, kind, run, axes));
+        return content();
+    }
+    QByteArray content() const {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
+    }
+    ChartFileReport loaded(const QByteArray &bytes) {
+        QFile file(path);
+        file.remove(); // some file systems flush what is written over an old file
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        file.close();
+        return loadChartFile(path, back, backAxes);
+    }
+    ChartFileFault faultOf(const QByteArray &bytes) { return loaded(bytes).fault; }
+    void expectRefused(const QByteArray &bytes) {
+        const QByteArray before = print(back, backAxes);
+        EXPECT_NE(faultOf(bytes), ChartFileFault::None);
+        EXPECT_EQ(print(back, backAxes), before);
+    }
+
+    QTemporaryDir folder;
+    QString path = folder.filePath(QStringLiteral("Lauf ß 測.chd"));
+    ChartData run = goldenRun();
+    AxisValues axes = goldenAxes;
+    ChartData back; // what a reading gives
+    AxisValues backAxes;
+};
+
+TEST_F(ChartFileTest, everythingComesBackBitForBit) {
+    constexpr char16_t units[] = {0xD800, 0, 0xDC00, 0xFFFF}; // no valid text
+    const auto halves = QString::fromUtf16(units, std::size(units));
+    run.marks.push_back({halves, -1, -32768, std::numeric_limits<float>::quiet_NaN()});
+    run.notes += QStringLiteral("🧪") + halves;
+    for (const qint64 pairs : {41, 8192, 8193, 65536, 65537, 9 * 65536}) {
+        for (qint64 i = run.samples.size(); i < pairs; ++i)
+            run.samples.append({std::bit_cast<float>(static_cast<quint32>(i) * 2654435761U), static_cast<float>(i)});
+        for (int i = 0; i < 900; ++i)
+            run.marks.push_back({QString::number(i), i, static_cast<qint16>(i), static_cast<float>(i)});
+        ASSERT_TRUE(loaded(saved(logFile)).good());
+        EXPECT_EQ(print(back, backAxes), print(run, axes)) << pairs;
+        EXPECT_EQ(back.samples.extent(5, pairs).lanes[2], run.samples.extent(5, pairs).lanes[2]);
+    }
+    back.samples.append({1, 2}); // the chart may take more
+    EXPECT_EQ(back.samples.at(9 * 65536).cond, 2);
+}
+
+TEST_F(ChartFileTest, anEmptyChartIsAFileToo) {
+    run = {};
+    EXPECT_TRUE(loaded(saved()).good());
+    EXPECT_EQ(print(back, backAxes), print({}, axes));
+}
+
+TEST_F(ChartFileTest, filesOfEveryVersionStayReadable) {
+    for (const char *name : {"version1.chd", "version1.chl"}) {
+        const auto report =
+            loadChartFile(QStringLiteral(GOLDEN_FOLDER "/") + QString::fromLatin1(name), back, backAxes);
+        ASSERT_TRUE(report.good()) << name;
+        EXPECT_EQ(report.head->kind, name[11] == 'd' ? dataFile : logFile);
+        EXPECT_EQ(print(back, backAxes), print(goldenRun(), goldenAxes)) << name;
+    }
+}
+
+TEST_F(ChartFileTest, aFileThatIsCutOrDamagedAnywhereIsRefusedAndSalvageKeepsWhatIsWhole) {
+    const QByteArray whole = saved();
+    for (qsizetype at = 0; at < whole.size(); ++at) {
+        SCOPED_TRACE(at);
+        QByteArray damaged = whole;
+        damaged[at] = static_cast<char>(damaged[at] ^ 0x10);
+        expectRefused(damaged);
+        expectRefused(whole.left(at));
+        ChartData rest;
+        const ChartFileReport report = salvageChartFile(path, rest, axes);
+        EXPECT_LE(report.position, static_cast<quint64>(at));
+        EXPECT_TRUE(rest.samples.size() == 0 || rest.marks.size() == 2); // marks stand before the samples
+        EXPECT_EQ(rest.title.isEmpty(), at < 88);
+    }
+    expectRefused(whole + "more than it wrote");
+    expectRefused(whole + QByteArray(8, '\0'));
+}
+
+TEST_F(ChartFileTest, aDamagedSpotCostsWhatItHoldsAndTheReportTellsOfIt) {
+    for (int i = 0; i < 30000; ++i)
+        run.samples.append({1, 2});
+    QByteArray bytes = saved();
+    const auto marks = bytes.indexOf("MARK");
+    bytes[marks + 40] = '?';
+    EXPECT_EQ(loaded(bytes).position, static_cast<quint64>(marks));
+    EXPECT_EQ(salvageChartFile(path, back, backAxes).fault, ChartFileFault::Damaged);
+    EXPECT_EQ(back.samples.size(), 30041);
+    EXPECT_TRUE(back.marks.empty());
+    EXPECT_EQ(back.methodTexts.size(), 1U);
+
+    const auto third = bytes.indexOf("SAMP", bytes.indexOf("SAMP", bytes.indexOf("SAMP") + 4) + 4);
+    bytes[third] = '?'; // its very head
+    EXPECT_EQ(faultOf(bytes), ChartFileFault::Damaged);
+    const ChartFileReport report = salvageChartFile(path, back, backAxes);
+    EXPECT_EQ(back.samples.size(), 2 * 8192);
+    EXPECT_EQ(report.counts, (ChartCounts{30041, 2, 1}));
+    EXPECT_EQ(faultOf(bytes.left(third + 100)), ChartFileFault::Damaged);
+    EXPECT_EQ(faultOf(saved().left(third + 100)), ChartFileFault::Truncated);
+    EXPECT_EQ(faultOf(saved().left(third) + QByteArray(5000, '\0')), ChartFileFault::Truncated);
+}
+
+TEST_F(ChartFileTest, saysWhatCannotBeRead) {
+    EXPECT_EQ(loadChartFile(folder.path(), run, axes).error.value(), EISDIR);
+    EXPECT_EQ(loadChartFile(folder.filePath("none"), run, axes).error.value(), ENOENT);
+    EXPECT_EQ(faultOf(""), ChartFileFault::NotAChart);
+    EXPECT_EQ(faultOf("0.000\t0.1\r\n"), ChartFileFault::NotAChart);
+    EXPECT_EQ(faultOf(FileHead::of(fourLetters("TICK"), 1).bytes()), ChartFileFault::NotAChart);
+    EXPECT_EQ(faultOf(FileHead::of(dataFile, 2).bytes()), ChartFileFault::NewerVersion);
+    EXPECT_EQ(faultOf(FileHead::of(dataFile, 1).bytes()), ChartFileFault::Truncated);
+    EXPECT_EQ(print(run, axes), print(goldenRun(), goldenAxes));
+}
+
+/// Files whose checksums are right and that still are none.
+class ForgedFile : public ChartFileTest {
+protected:
+    template <typename... T>
+    static QByteArray bytesOf(T... values) {
+        QByteArray bytes;
+        (bytes.append(reinterpret_cast<const char *>(&values), sizeof values), ...);
+        return bytes;
+    }
+    /// A letter a record, a small one for one that is wrong in itself; '+' leaves a number out.
+    ChartFileFault faultOfRecords(const char *letters) {
+        constexpr quint64 none = 0;
+        constexpr quint64 one = 1;
+        // clang-format off
+        static const std::map<char, std::pair<quint32, QByteArray>> records{
+            {'T', {titleRecord,   bytesOf(u'R')}},
+            {'A', {axesRecord,    bytesOf(0.F, 1.F, 0.F, 1.F, 0.F, 1.F)}},
+            {'N', {notesRecord,   bytesOf()}},
+            {'P', {methodRecord,  bytesOf(none, 1.F, quint32{1}, u'x')}},
+            {'M', {marksRecord,   bytesOf(none, 1.F, 9, qint16{5}, quint16{0}, quint32{0})}},
+            {'S', {samplesRecord, bytesOf(none, 1.F, 2.F)}},
+            {'Z', {samplesRecord, bytesOf(one, 1.F, 2.F)}},
+            {'E', {endRecord,     bytesOf(quint64{2}, one, one)}},
+            {'X', {fourLetters("XTRA"), bytesOf(one)}},
+            {'t', {titleRecord,   "R"}},
+            {'a', {axesRecord,    bytesOf(1.F)}},
+            {'p', {methodRecord,  bytesOf(none, 1.F, quint32{0xffffffff}, u'x')}},
+            {'m', {marksRecord,   bytesOf(none, 1.F, 9, qint16{5}, quint16{1}, quint32{0})}},
+            {'o', {marksRecord,   bytesOf(none)}},
+            {'s', {samplesRecord, bytesOf(one)}},
+            {'h', {samplesRecord, bytesOf(one, 1.F)}},
+            {'l', {samplesRecord, bytesOf(one) + QByteArray(65536 * 8, 'x')}},
+            {'e', {endRecord,     bytesOf(one, one, one)}},
+        };
+        // clang-format on
+        const FileHead head = FileHead::of(dataFile, 1);
+        QByteArray file = head.bytes();
+        for (quint32 number = 0; *letters != '\0'; ++letters, ++number) {
+            const auto found = records.find(*letters);
+            if (found == records.end())
+                continue;
+            RecordPieces record(found->second.first);
+            record.add(found->second.second);
+            for (const auto piece : record.seal(head.identity, number))
+                file.append(piece.data(), static_cast<qsizetype>(piece.size()));
+        }
+        return faultOf(file);
+    }
+};
+
+TEST_F(ForgedFile, everyRecordMustBeThereOnceInItsPlaceAndOfItsForm) {
+    EXPECT_EQ(faultOfRecords("TANPMSZE"), ChartFileFault::None);
+    EXPECT_EQ(back.samples.size(), 2);
+    for (const char *records : {"ANPMSZE",  "TNPMSZE",   "TAPMSZE",   "TTANPMSZE", "TANNPMSZE", "ATNPMSZE", "TANMPSZE",
+                                "TANPSMZE", "TANPPMSZE", "TANPMMSZE", "TANPMSZEE", "TANPMSZEX", "TANMSZE",  "TANPSZE",
+                                "TANPMSE",  "TANPMZSE",  "TANPMXSZE", "TANPM+SZE", "tANPMSZE",  "TaNPMSZE", "TANpMSZE",
+                                "TANPmSZE", "TANPoMSZE", "TANPMSsZE", "TANPMShE",  "TANPMSlE",  "TANPMSZe"})
+        EXPECT_EQ(faultOfRecords(records), ChartFileFault::Damaged) << records;
+    EXPECT_EQ(faultOfRecords("TANPMSZ"), ChartFileFault::Truncated);
+    EXPECT_EQ(back.samples.size(), 2) << "only the good file was handed over";
+}
+
+TEST_F(ForgedFile, aRecordThatClaimsToBeLargerThanAllDisksIsCutOff) {
+    const FileHead head = FileHead::of(logFile, 1);
+    for (const quint64 length : {quint64{25}, quint64{1} << 32, quint64{1} << 63, ~quint64{0}}) {
+        char record[RecordHead::size];
+        RecordHead{titleRecord, 0, length, 0}.put(record, head.identity);
+        EXPECT_EQ(faultOf(head.bytes() + QByteArray(record, sizeof record) + QByteArray(24, 'x')),
+                  ChartFileFault::Truncated);
+    }
+}
+
+TEST_F(ChartFileTest, whereverTheDiskFailsTheOldFileOrTheNewOneStandsAlone) {
+    const QByteArray old = saved();
+    for (int i = 0; i < 40000; ++i)
+        run.samples.append({1, 2});
+    for (const int error : {ENOSPC, EIO, EACCES}) {
+        int failing = 0;
+        for (bool struck = true; struck;) {
+            loaded(old);
+            FaultyDisk disk(++failing, error, 100000);
+            const std::error_code answer = saveChartFile(path, dataFile, run, axes, disk);
+            struck = disk.struck();
+            const bool isNew = loadChartFile(path, back, backAxes).good() && back.samples.size() == 40041;
+            EXPECT_TRUE(isNew || content() == old);
+            EXPECT_TRUE(answer || isNew);
+            EXPECT_TRUE(struck || !answer);
+            EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+        }
+        EXPECT_GT(failing, 9);
+    }
+}
+
+TEST_F(ChartFileTest, aStretchBeginsAtZeroAndTakesItsMarksAlong) {
+    run = {};
+    for (int i = 0; i <= 30000; ++i) // 100 minutes
+        run.samples.append({static_cast<float>(i), 0});
+    run.marks = {{QStringLiteral("before"), 0, 1, 9.99F},
+                 {QStringLiteral("in"), 0, 1, 10},
+                 {QStringLiteral("out"), 0, 1, 50.01F}};
+    run.methodTexts = {{QStringLiteral("m"), 1}, {QStringLiteral("n"), 12}, {QStringLiteral("o"), 99}};
+    run.notes = QStringLiteral("kept");
+    axes.timeMin = 10;
+    axes.timeMax = 50;
+    ASSERT_FALSE(saveChartStretch(path, run, axes));
+    ASSERT_TRUE(loadChartFile(path, back, backAxes).good());
+    EXPECT_EQ(back.samples.size(), 40 * 300 + 1);
+    EXPECT_EQ(back.samples.at(0).uv, 3000);
+    EXPECT_EQ(back.samples.at(12000).uv, 15000);
+    ASSERT_EQ(back.marks.size(), 1U);
+    EXPECT_EQ(back.marks[0].time, 0);
+    ASSERT_EQ(back.methodTexts.size(), 3U);
+    EXPECT_EQ(back.methodTexts[0].time, 0);
+    EXPECT_EQ(back.methodTexts[1].time, 2);
+    EXPECT_EQ(back.methodTexts[2].time, 40);
+    EXPECT_EQ(back.notes, run.notes);
+    EXPECT_EQ(backAxes, (AxisValues{axes.uvMin, axes.uvMax, axes.condMin, axes.condMax, 0, 40}));
+
+    axes.timeMin = 200; // where there is nothing yet
+    axes.timeMax = 300;
+    ASSERT_FALSE(saveChartStretch(path, run, axes));
+    EXPECT_TRUE(loadChartFile(path, back, backAxes).good());
+    EXPECT_EQ(back.samples.size(), 0);
+}
+
+TEST_F(ChartFileTest, axesThatNoChartCanShowGiveWayToThoseOfANewOne) {
+    axes = {NAN, 2, 3, 3, 0, 1e30F};
+    ASSERT_TRUE(loaded(saved()).good());
+    EXPECT_EQ(backAxes, AxisValues());
+    axes = {-2, -1.999F, 499.5F, 500, 32757, 43200};
+    ASSERT_TRUE(loaded(saved()).good());
+    EXPECT_EQ(backAxes, axes);
+}
+
+} // namespace
