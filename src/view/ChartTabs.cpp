@@ -27,11 +27,12 @@ void ChartTabs::select(int tab) {
 void ChartTabs::TabChart_Click() {
     const int tab = TabChart_.currentIndex();
     if (tab >= tabs_.ChartCount) {
-        select(tabs_.CurrentChart);
+        if (tab != tabs_.CurrentChart) // no tab is in use before the window is set up
+            select(tabs_.CurrentChart);
         return;
     }
     tabs_.CurrentChart = tab;
-    commands_.tabInFront(TabChart_.tabText(tab));
+    commands_.tabInFront(caption(tab));
     bringToFront_(tab);
     charts_[tab]->Redraw();
 
@@ -42,4 +43,16 @@ void ChartTabs::TabChart_Click() {
     if (controls_.optTimeAxis[1]->Value())
         time_.EnableScrollBar();
     time_.ShowAxisState();
+}
+
+// A tab bar takes "&" for the mark of an access key.
+void ChartTabs::setHead(int tab, const QString &caption, const QString &toolTip) {
+    TabChart_.setTabText(tab, QString(caption).replace(QStringLiteral("&"), QStringLiteral("&&")));
+    TabChart_.setTabToolTip(tab, toolTip);
+}
+
+void ChartTabs::takeHead(int tab, int from) { setHead(tab, caption(from), TabChart_.tabToolTip(from)); }
+
+QString ChartTabs::caption(int tab) const {
+    return TabChart_.tabText(tab).replace(QStringLiteral("&&"), QStringLiteral("&"));
 }

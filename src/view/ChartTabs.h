@@ -25,7 +25,13 @@ public:
     void select(int tab);
     void TabChart_Click();
 
+    /// The head of a tab: its caption and its tool tip, as plain text.
+    void setHead(int tab, const QString &caption, const QString &toolTip);
+    void takeHead(int tab, int from);
+
 private:
+    QString caption(int tab) const;
+
     TabStates &tabs_;
     const Charts &charts_;
     QTabBar &TabChart_;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "view/CommandStates.h"
 
+#include "view/PlainTip.h"
+
 #include <utility>
 
 namespace {
@@ -91,8 +93,8 @@ void CommandStates::tabInFront(const QString &caption) {
     const QString data = isFile ? caption : QStringLiteral("Chart Recorder data");
     QAction *cmdClear = actions_(QStringLiteral("cmdClear"));
     cmdClear->setText(isFile ? QStringLiteral("Close") : QStringLiteral("Clear"));
-    cmdClear->setToolTip(cmdClear->text() + QLatin1Char(' ') + data);
-    actions_(QStringLiteral("cmdSave"))->setToolTip(QStringLiteral("Save ") + data);
+    cmdClear->setToolTip(plainTip(cmdClear->text() + QLatin1Char(' ') + data));
+    actions_(QStringLiteral("cmdSave"))->setToolTip(plainTip(QStringLiteral("Save ") + data));
 }
 
 void CommandStates::setLogMenus(bool DataLogging) {

@@ -2,6 +2,7 @@
 #include "view/InitMainWindow.h"
 
 #include "base/Numbers.h"
+#include "documents/ChartViewOf.h"
 
 namespace {
 
@@ -20,8 +21,7 @@ void setUpTab(const MainWindowSetUp &on, int tab) {
     bar.setMax(0);
     tabs.FullView[tab] = true;
     tabs.Zoomed[tab] = false;
-    tabs.ChartViews[tab] = {chart.UvAxisMin(),   chart.UvAxisMax(),   chart.CondAxisMin(),
-                            chart.CondAxisMax(), chart.TimeAxisMin(), static_cast<float>(startWindow)};
+    tabs.ChartViews[tab] = chartViewOf(chart, startWindow);
 }
 
 } // namespace

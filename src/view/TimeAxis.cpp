@@ -3,6 +3,7 @@
 
 #include "base/Numbers.h"
 #include "base/Steps.h"
+#include "documents/ChartViewOf.h"
 
 #include <algorithm>
 #include <limits>
@@ -176,9 +177,7 @@ void TimeAxis::Chart_Unzoomed() {
     tabs_.Zoomed[tabs_.CurrentChart] = false;
     controls_.optTimeAxis[0]->setValue(true);
     const ViewedChart &C = chart();
-    tabs_.currentView() = {C.UvAxisMin(),   C.UvAxisMax(),
-                           C.CondAxisMin(), C.CondAxisMax(),
-                           C.TimeAxisMin(), static_cast<float>(tabs_.WindowMinutes[tabs_.CurrentChart])};
+    tabs_.currentView() = chartViewOf(C, tabs_.WindowMinutes[tabs_.CurrentChart]);
     SetScrollRange(rounded32(C.TimeAxisMin()));
     ShowAxisState();
 }

@@ -6,12 +6,14 @@
 #include "forms/Twips.h"
 #include "view/MainLayout.h"
 #include "view/MainWindowTables.h"
+#include "view/PlainTip.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMenuBar>
 #include <QTimer>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -31,12 +33,19 @@ const QColor ledOff(Qt::black);
 
 QSizeF inTwips(const QSize &pixels) { return {Twips::fromPixels(pixels.width()), Twips::fromPixels(pixels.height())}; }
 
-/// Turning the wheel over the heads is no choice of a tab.
+/// Turning the wheel over the heads is no choice of a tab, and their tool tips are names of files.
 class TabStrip : public QTabBar {
 public:
     using QTabBar::QTabBar;
 
 protected:
+    bool event(QEvent *event) override {
+        if (event->type() != QEvent::ToolTip)
+            return QTabBar::event(event);
+        const auto *help = static_cast<QHelpEvent *>(event);
+        QToolTip::showText(help->globalPos(), plainTip(tabToolTip(tabAt(help->pos()))), this);
+        return true;
+    }
     void wheelEvent(QWheelEvent *event) override { event->ignore(); }
 };
 
@@ -190,6 +199,8 @@ void frmMain::bringToFront(int chart) {
 }
 
 void frmMain::focusChart() { quillcharts_[front_]->setFocus(); }
+
+float frmMain::TextWidth(const QString &text) const { return Twips::fromPixels(fontMetrics().horizontalAdvance(text)); }
 
 void frmMain::setOuterSize(float Width, float Height) {
     holdLeastSize();

@@ -41,6 +41,8 @@ public:
     /// Shows one of the five charts with its bar in place of the others.
     void bringToFront(int chart);
     void focusChart();
+    /// In twips, in the window's font.
+    float TextWidth(const QString &text) const;
     /// The outer size in twips, held to the least that the panels need.
     void setOuterSize(float Width, float Height);
 

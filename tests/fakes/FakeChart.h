@@ -5,10 +5,15 @@
 
 #include <QStringList>
 
+#include <functional>
+#include <map>
 #include <vector>
 
-/// A chart without a screen: it keeps what it was given and counts its drawings.
-class FakeChart : public ViewedChart {
+/// The files of fake charts: names with the minutes of their runs.
+using FakeFiles = std::map<QString, float>;
+
+/// A chart without a screen: it keeps what it was given and counts its drawings. Of a file it keeps the length alone.
+class FakeChart : public DocumentChart {
 public:
     struct Sample {
         float uv;
@@ -64,6 +69,37 @@ public:
     void setTimeAxisMax(float value) override { timeMax = value; }
     void setChartTitle(const QString &text) override { title = text; }
 
+    bool LoadDataFile(const QString &FileName) override {
+        atWork();
+        const bool found = files != nullptr && files->contains(FileName);
+        ClearData();
+        lastTime = found ? files->at(FileName) : 0;
+        return found;
+    }
+    bool SaveDataFile(const QString &FileName) override { return write(FileName, GetLastTime()); }
+    bool SaveSelectedData(const QString &FileName) override { return write(FileName, timeMax - timeMin); }
+    void ClearData() override {
+        samples.clear();
+        marks.clear();
+        methods.clear();
+        notes.clear();
+        lastTime = -1;
+    }
+    void ClearDisplay() override { ++redrawn; }
+    QString GetNotes() const override { return notes; }
+    void SetNotes(const QString &Notes) override { notes = Notes; }
+    QString GetMethodText() const override {
+        QString all;
+        for (const Method &method : methods)
+            all += method.text;
+        return all;
+    }
+    qint16 ExportData(const QString &, qint16, qint16, qint16, qint16, qint16, qint16, float, float, float,
+                      qint32) override {
+        return status;
+    }
+    void PrintChart(bool, bool, bool, qint32) override {}
+
     /// The labels of all marks, blank between them.
     QString labels() const {
         QStringList texts;
@@ -79,6 +115,23 @@ public:
     float lastTime = -1; ///< what GetLastTime answers when not negative
     float uvMin = -0.2F, uvMax = 2, condMin = 0, condMax = 500, timeMin = 0, timeMax = 10;
     QString title;
+    QString notes;
+    FakeFiles *files = nullptr;        ///< none: nothing can be read or written
+    bool diskFull = false;             ///< nothing can be written
+    std::function<void()> whileAtWork; ///< runs in the middle of reading or writing a file
     int redrawn = 0;
     int newDataDrawn = 0;
+
+private:
+    void atWork() const {
+        if (whileAtWork)
+            whileAtWork();
+    }
+    bool write(const QString &FileName, float minutes) {
+        atWork();
+        if (files == nullptr || diskFull)
+            return false;
+        (*files)[FileName] = minutes;
+        return true;
+    }
 };

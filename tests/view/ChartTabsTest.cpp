@@ -21,10 +21,15 @@ TEST_F(ChartTabsTest, EmptyTabIsRefused) {
 
 TEST_F(ChartTabsTest, ToolbarNamesWhatItSavesAndCloses) {
     give(1, 30);
-    tabBar.setTabText(1, "lysozyme");
+    tabStrip.setHead(2, "A&B", "A&B.chd");
+    tabStrip.takeHead(1, 2);
     click(1);
     EXPECT_EQ(action("cmdClear")->text() + ": " + tip("cmdClear") + ", " + tip("cmdSave"),
-              "Close: Close lysozyme, Save lysozyme");
+              "Close: Close A&B, Save A&B");
+    EXPECT_EQ(tabBar.tabText(1) + ' ' + tabBar.tabToolTip(1), "A&&B A&B.chd"); // the second "&" shows the first
+    tabStrip.setHead(1, "<b>1", "<b>1.chd");
+    tabStrip.select(1);
+    EXPECT_TRUE(tip("cmdSave").contains("Save &lt;b&gt;1"));
     click(0);
     EXPECT_EQ(action("cmdClear")->text() + ": " + tip("cmdClear") + ", " + tip("cmdSave"),
               "Clear: Clear Chart Recorder data, Save Chart Recorder data");

@@ -5,9 +5,12 @@
 #include "forms/FormBuilder.h"
 #include "view/MainWindowTables.h"
 
+#include <QApplication>
+#include <QHelpEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
+#include <QToolTip>
 #include <gtest/gtest.h>
 
 #include <set>
@@ -143,6 +146,19 @@ TEST_F(frmMainTest, TellsTheFirstShowingOnceAndAsksBeforeItCloses) {
     EXPECT_FALSE(window.close());
     mayClose = true;
     EXPECT_TRUE(window.close());
+}
+
+TEST_F(frmMainTest, ATabsTipIsTheNameOfItsFileAsItStands) {
+    show();
+    const auto tipFor = [this](const QString &name) {
+        window.TabChart().setTabToolTip(1, name);
+        const QPoint head = window.TabChart().tabRect(1).center();
+        QHelpEvent hovers(QEvent::ToolTip, head, window.TabChart().mapToGlobal(head));
+        QApplication::sendEvent(&window.TabChart(), &hovers);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(tipFor("run&1.chd"), "run&1.chd");
+    EXPECT_TRUE(tipFor("<b>run.chd").contains("&lt;b&gt;run.chd"));
 }
 
 } // namespace

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/Values.h"
+#include "documents/DocumentPorts.h"
+#include "platform/CommonDialog.h"
+#include "platform/Prompts.h"
+
+/// Opens finished runs beside the recorder: data files and log files, four at most, each in a tab of its own.
+class OpenFiles {
+public:
+    OpenFiles(TabStates &tabs, const DocumentCharts &charts, DocumentWindow &window, CommonDialog &ComDlg,
+              Prompts &prompts);
+
+    void mnuOpenData_Click() { OpenChartFile(false); }
+    void mnuOpenLog_Click() { OpenChartFile(true); }
+
+    /// Asks for a file and opens it. No run-time error leaves this routine.
+    void OpenChartFile(bool IsLog);
+
+    /// Loads a file into the first free tab and brings that to the front. A file that cannot be loaded, of which the
+    /// chart tells the operator, changes nothing. A run whose scroll bar would end beyond 16-bit minutes raises
+    /// overflow (6): its tab stays without a name, and the hourglass stays up.
+    void DrawChartLabel(const QString &FileName);
+
+private:
+    bool load(const QString &FileName);
+    void takeOver(int tab, const QString &FileName);
+
+    TabStates &tabs_;
+    DocumentCharts charts_;
+    DocumentWindow &window_;
+    CommonDialog &ComDlg_;
+    Prompts &prompts_;
+};

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "documents/SaveFiles.h"
+
+#include "documents/FileNames.h"
+
+namespace {
+
+constexpr qint32 saveError = -16;
+
+}
+
+SaveFiles::SaveFiles(TabStates &tabs, const DocumentCharts &charts, DocumentWindow &window, CommonDialog &ComDlg,
+                     Prompts &prompts, ErrorRoute &errors)
+    : tabs_(tabs), charts_(charts), window_(window), ComDlg_(ComDlg), prompts_(prompts), errors_(errors) {}
+
+void SaveFiles::mnuSaveData_Click() {
+    if (fileName().isEmpty() || showsLog()) {
+        mnuSaveDataAs_Click();
+    } else {
+        prompts_.setMousePointer(MousePointer::Hourglass);
+        if (chart().SaveDataFile(fileName()))
+            tabs_.ChartSaved[tabs_.CurrentChart] = true;
+        else
+            errors_.HandelError(saveError);
+    }
+    prompts_.setMousePointer(MousePointer::Default);
+}
+
+void SaveFiles::mnuSaveDataAs_Click() {
+    const QString path = askForFile(QStringLiteral("Save Data File As..."), showsLog() ? QString() : fileName());
+    const QString title = ComDlg_.FileTitle;
+    if (path.isEmpty())
+        return;
+    if (!chart().SaveDataFile(path)) {
+        errors_.HandelError(saveError);
+        return;
+    }
+    if (tabs_.CurrentChart != recorderChart)
+        nameTab(window_, tabs_.CurrentChart, title);
+    tabs_.ChartSaved[tabs_.CurrentChart] = true;
+    fileName() = path;
+    chart().setChartTitle(StripExtension(title));
+}
+
+void SaveFiles::mnuSaveSlectedData_Click() {
+    const QString path = askForFile(QStringLiteral("Save Selected Data As..."), {});
+    if (!path.isEmpty() && !chart().SaveSelectedData(path))
+        errors_.HandelError(saveError);
+}
+
+bool SaveFiles::showsLog() const { return fileName().right(3).toUpper() == QLatin1String("CHL"); }
+
+QString SaveFiles::askForFile(const QString &title, const QString &offered) {
+    ComDlg_.Flags = CommonDialog::OverwritePrompt | CommonDialog::HideReadOnly | CommonDialog::PathMustExist;
+    ComDlg_.DialogTitle = title;
+    ComDlg_.FileName = offered;
+    ComDlg_.Filter = QLatin1String(dataFilter);
+    ComDlg_.DefaultExt = QLatin1String(dataExtension);
+    ComDlg_.ShowSave();
+    return ComDlg_.FileName;
+}
