@@ -4,28 +4,50 @@
 #include "base/RunTimeError.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QStandardPaths>
 
 namespace {
 
-/// Qt's dialog would take a file in a folder that does not exist.
+/// Qt's dialog would take a file in a folder that does not exist, save under what stands between quotation marks, and
+/// find no file whose name has no extension.
 class FileDialog : public QFileDialog {
 public:
-    FileDialog(QWidget *parent, bool pathMustExist) : QFileDialog(parent), pathMustExist_(pathMustExist) {}
+    FileDialog(QWidget *parent, const QString &extension, bool pathMustExist)
+        : QFileDialog(parent), extension_(extension), pathMustExist_(pathMustExist) {
+        setDefaultSuffix(extension);
+    }
 
 protected:
     void accept() override {
+        if (acceptMode() == AcceptOpen)
+            completeName();
         const QString folder = QFileInfo(selectedFiles().value(0)).path();
-        if (pathMustExist_ && !QFileInfo(folder).isDir())
-            QMessageBox::warning(this, windowTitle(), tr("%1\nPath does not exist.").arg(folder));
+        if (acceptMode() == AcceptSave && typedName().contains(QLatin1Char('"')))
+            refuse(tr("%1\nA file name cannot contain quotation marks.").arg(typedName()));
+        else if (pathMustExist_ && !QFileInfo(folder).isDir())
+            refuse(tr("%1\nPath does not exist.").arg(folder));
         else
             QFileDialog::accept();
     }
 
 private:
+    QString typedName() const { return findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text(); }
+
+    /// Of a name without extension the file itself is meant, if there is one.
+    void completeName() {
+        setDefaultSuffix({});
+        if (!QFileInfo::exists(selectedFiles().value(0)))
+            setDefaultSuffix(extension_);
+    }
+
+    void refuse(const QString &text) { QMessageBox::warning(this, windowTitle(), text); }
+
+    QString extension_;
     bool pathMustExist_;
 };
 
@@ -42,6 +64,15 @@ QStringList nameFilters(const QString &filter) {
     return filters;
 }
 
+/// The folder to begin in: the last one as long as it is there.
+QString startFolder(const QString &last) {
+    for (const QString &folder : {last, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)}) {
+        if (!folder.isEmpty() && QFileInfo(folder).isDir())
+            return folder;
+    }
+    return QDir::homePath();
+}
+
 } // namespace
 
 void QtCommonDialog::ShowOpen() { show(Purpose::Open); }
@@ -49,9 +80,7 @@ void QtCommonDialog::ShowOpen() { show(Purpose::Open); }
 void QtCommonDialog::ShowSave() { show(Purpose::Save); }
 
 void QtCommonDialog::show(Purpose purpose) {
-    if (folder_.isEmpty())
-        folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    FileDialog dialog(QApplication::activeWindow(), (Flags & PathMustExist) != 0);
+    FileDialog dialog(QApplication::activeWindow(), DefaultExt, (Flags & PathMustExist) != 0);
     dialog.setObjectName(QStringLiteral("ComDlg"));
     dialog.setWindowTitle(DialogTitle);
     dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -60,10 +89,10 @@ void QtCommonDialog::show(Purpose purpose) {
     dialog.setFileMode(purpose == Purpose::Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(nameFilters(Filter));
-    dialog.setDefaultSuffix(DefaultExt);
-    dialog.setDirectory(folder_);
-    if (!FileName.isEmpty())
-        dialog.selectFile(FileName);
+    dialog.setDirectory(startFolder(folder_));
+    // The folder may have gone with its drive: then its file's name alone is offered.
+    if (const QFileInfo offered(FileName); !FileName.isEmpty())
+        dialog.selectFile(offered.dir().exists() ? FileName : offered.fileName());
 
     const bool chosen = dialog.exec() == QDialog::Accepted;
     FileName = chosen ? dialog.selectedFiles().value(0) : QString();

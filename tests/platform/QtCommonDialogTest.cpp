@@ -111,4 +111,22 @@ TEST_F(QtCommonDialogTest, overwritingAsksAndAMissingFolderIsRefused) {
     EXPECT_EQ(ComDlg.FileName, existing);
 }
 
+TEST_F(QtCommonDialogTest, whatCannotBeMeantIsNotTaken) {
+    QFile file(folder.filePath("plain"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ComDlg.FileName = folder.filePath("x");
+    whenUp([](QFileDialog &dialog) { enter(dialog, "plain"); });
+    ComDlg.ShowOpen(); // a file without extension stays what it is
+    EXPECT_EQ(ComDlg.FileTitle, "plain");
+    whenUp([this](QFileDialog &dialog) { enterAndAnswer(dialog, "5\" column", QMessageBox::Ok); });
+    ComDlg.ShowSave();
+    EXPECT_EQ(ComDlg.FileName, "");
+    EXPECT_EQ(boxes, 1);
+
+    ComDlg.FileName = "/gone with its drive/run.chl"; // its name alone is offered where the last file was
+    whenUp([](QFileDialog &dialog) { enter(dialog, ""); });
+    ComDlg.ShowSave();
+    EXPECT_EQ(ComDlg.FileName, folder.filePath("run.chl"));
+}
+
 } // namespace
