@@ -3,6 +3,7 @@
 
 #include "chart/ChartRecords.h"
 #include "chart/RunningLogFiles.h"
+#include "files/AppendFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -47,13 +48,13 @@ quint64 firstSampleOf(RecordReader &reader) {
     return std::numeric_limits<quint64>::max();
 }
 
-/// A data file that the power cut left without its first write.
+/// A data file without a whole head that never held more: the power went while it was begun.
 bool isBlank(const QString &path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return false;
-    const QByteArray beginning = file.read(static_cast<qint64>(FileHead::size));
-    return beginning.count('\0') == beginning.size();
+    const QByteArray rest = file.read(qint64{AppendFile::layout}).mid(static_cast<qsizetype>(FileHead::size));
+    return rest.count('\0') == rest.size();
 }
 
 /// Puts the items of a run in their order, each once, behind those of the runs before. Answers how many are missing.

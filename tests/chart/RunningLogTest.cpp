@@ -1,0 +1,339 @@
+// SPDX-License-Identifier: MIT
+#include "chart/RunningLogFiles.h"
+#include "chart/RunningLogReader.h"
+#include "chart/RunningLogWriter.h"
+#include "fakes/FaultyDisk.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cstring>
+#include <map>
+
+namespace {
+
+constexpr double aMinute = 1.0 / 60; // the least size of a data file: 300 samples
+
+/// Each sample is unlike every other, and its bits are no number that arithmetic would leave alone.
+SamplePair sampleOf(qint64 number) {
+    return {std::bit_cast<float>(0x7fa00000U + static_cast<quint32>(number)), static_cast<float>(number)};
+}
+
+/// A disk that forgets at the end of the computer what was never flushed, or keeps the first `kept` bytes of it.
+class ForgetfulDisk : public FileOperations {
+public:
+    int open(const char *path, int flags, mode_t mode) override {
+        const int fd = FileOperations::open(path, flags, mode);
+        if ((flags & O_CREAT) != 0)
+            unknownToFolder_[fd] = path;
+        return fd;
+    }
+    ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position) override {
+        unsynced_[fd] = {QByteArray(static_cast<const char *>(data), static_cast<qsizetype>(size)), position};
+        return static_cast<ssize_t>(size);
+    }
+    int syncData(int fd) override {
+        if (dies)
+            return -1;
+        apply(fd, unsynced_[fd].first.size());
+        return FileOperations::syncData(fd);
+    }
+    int sync(int fd) override {
+        unknownToFolder_.clear(); // nothing but folders is flushed this way here
+        return FileOperations::sync(fd);
+    }
+    int close(int fd) override {
+        apply(fd, kept);
+        unsynced_.erase(fd);
+        if (const auto file = unknownToFolder_.find(fd); file != unknownToFolder_.end())
+            FileOperations::remove(file->second.constData());
+        unknownToFolder_.erase(fd);
+        return FileOperations::close(fd);
+    }
+    int remove(const char *) override { return 0; }
+
+    bool dies = false;
+    qsizetype kept = 0;
+
+private:
+    void apply(int fd, qsizetype size) {
+        const auto &[data, position] = unsynced_[fd];
+        FileOperations::writeAt(fd, data.constData(), static_cast<std::size_t>(std::min(size, data.size())), position);
+    }
+
+    std::map<int, std::pair<QByteArray, off_t>> unsynced_;
+    std::map<int, QByteArray> unknownToFolder_;
+};
+
+class RunningLogTest : public testing::Test {
+protected:
+    void addSamples(int count) {
+        while (count-- > 0)
+            run.samples.append(sampleOf(run.samples.size()));
+    }
+    void addMark(const QString &label) { run.marks.push_back({label, 0x0000ff, -10, run.lastTime()}); }
+    /// What a tick of the timer brings: some samples, a mark, now and then a method.
+    void live(int samples = 7) {
+        addSamples(samples);
+        addMark(QStringLiteral("M%1").arg(run.marks.size()));
+        if (run.marks.size() % 3 == 0)
+            run.methodTexts.push_back({QStringLiteral("Gradient \u00e4\r\n"), run.lastTime()});
+    }
+    std::error_code tick(RunningLogWriter &writer, double hours = 24) const {
+        return writer.write(run, path + u'/', 1, hours);
+    }
+    QStringList names() const { return QDir(path).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot); }
+    QString file(int number) const { return path + u'/' + logFileName(number); }
+    static QByteArray content(const QString &name) {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void lay(const QString &name, const QByteArray &content) const {
+        QFile file(path + u'/' + name);
+        file.remove(); // or the file system would flush the new content
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    }
+    /// How many samples of the run the log holds; -1 when one of them is not the run's.
+    static qint64 heldSamples(const RecoveredLog &log) {
+        for (qint64 i = 0; i < log.data.samples.size(); ++i) {
+            const SamplePair held = log.data.samples.at(i);
+            const SamplePair given = sampleOf(i);
+            if (std::memcmp(&held, &given, sizeof held) != 0)
+                return -1;
+        }
+        return log.data.samples.size();
+    }
+    void expectAll() const {
+        const RecoveredLog log = readRunningLog(path);
+        EXPECT_TRUE(log.whole());
+        EXPECT_EQ(heldSamples(log), run.samples.size());
+        ASSERT_EQ(log.data.marks.size(), run.marks.size());
+        for (std::size_t i = 0; i < run.marks.size(); ++i) {
+            EXPECT_EQ(log.data.marks[i].label, run.marks[i].label);
+            EXPECT_EQ(log.data.marks[i].time, run.marks[i].time);
+            EXPECT_EQ(log.data.marks[i].height, -10);
+        }
+        EXPECT_EQ(log.data.methodTexts.size(), run.methodTexts.size());
+        EXPECT_EQ(runningLogStands(path), !log.empty());
+    }
+
+    QTemporaryDir folder;
+    QString path = folder.path();
+    ChartData run;
+};
+
+TEST_F(RunningLogTest, dataFilesOfTheirSizeHoldTheRun) {
+    RunningLogWriter writer;
+    EXPECT_FALSE(tick(writer));
+    EXPECT_FALSE(runningLogStands(path));
+    EXPECT_TRUE(readRunningLog(path).empty());
+    for (int i = 0; i < 10; ++i) {
+        live(100);
+        EXPECT_FALSE(tick(writer, aMinute));
+        EXPECT_FALSE(tick(writer, aMinute)); // nothing new
+        expectAll();
+    }
+    EXPECT_EQ(names(), (QStringList{"Log00001.dat", "Log00002.dat", "Log00003.dat", "Log00004.dat"}));
+    for (const double hours : {0.0, -1.0, std::nan(""), 1e300}) {
+        live();
+        EXPECT_FALSE(tick(writer, hours));
+    }
+    EXPECT_EQ(names().size(), 4);
+    expectAll();
+}
+
+TEST_F(RunningLogTest, whateverFailsLosesNothingSafeAndIsMadeUpForLater) {
+    for (const int error : {ENOSPC, EIO, EACCES}) {
+        for (int failing = 1, struck = true; struck != 0; ++failing) {
+            SCOPED_TRACE(failing);
+            const QTemporaryDir own;
+            path = own.path();
+            run = {};
+            FaultyDisk disk(failing, error);
+            RunningLogWriter writer(disk);
+            qint64 safe = 0;
+            int failures = 0;
+            for (int i = 0; i < 4; ++i) {
+                live(160);
+                if (tick(writer, aMinute))
+                    ++failures;
+                else
+                    safe = run.samples.size();
+                EXPECT_GE(heldSamples(readRunningLog(path)), safe);
+            }
+            EXPECT_LE(failures, 1);
+            EXPECT_FALSE(tick(writer, aMinute));
+            expectAll();
+            struck = disk.struck();
+        }
+    }
+}
+
+TEST_F(RunningLogTest, whatACallHasAnsweredForSurvivesTheEndOfTheComputer) {
+    for (qsizetype kept = 0; kept < 1000; kept += 19) {
+        for (const int ticks : {1, 3}) { // the last write begins a file, or goes on in one
+            SCOPED_TRACE(kept);
+            const QTemporaryDir own;
+            path = own.path();
+            run = {};
+            ForgetfulDisk disk;
+            RunningLogWriter writer(disk);
+            for (int i = 1; i < ticks; ++i) {
+                live();
+                ASSERT_FALSE(tick(writer));
+            }
+            const qint64 safe = run.samples.size();
+            live();
+            disk.dies = true;
+            disk.kept = kept;
+            EXPECT_TRUE(tick(writer));
+            const RecoveredLog log = readRunningLog(path);
+            EXPECT_GE(heldSamples(log), safe);
+            EXPECT_GE(log.data.marks.size(), safe / 7);
+            EXPECT_TRUE(log.whole());
+        }
+    }
+}
+
+TEST_F(RunningLogTest, aLogCutAnywhereHoldsAllBeforeTheCut) {
+    RunningLogWriter writer;
+    std::vector<std::pair<qsizetype, qint64>> safe; // length of the file, samples in it
+    for (int i = 0; i < 4; ++i) {
+        live();
+        ASSERT_FALSE(tick(writer));
+        QByteArray all = content(file(1));
+        while (all.endsWith('\0'))
+            all.chop(1);
+        safe.emplace_back(all.size(), run.samples.size());
+    }
+    const QByteArray all = content(file(1));
+    for (qsizetype cut = 0; cut < safe.back().first + 20; ++cut) {
+        SCOPED_TRACE(cut);
+        qint64 least = 0;
+        for (const auto &[length, samples] : safe)
+            least = cut >= (length + 7) / 8 * 8 ? samples : least;
+        const QByteArray zeros(300, '\0');
+        for (const QByteArray &behind : {QByteArray(), zeros, QByteArray(zeros.size(), '\x5a')}) {
+            lay("Log00001.dat", all.first(cut) + behind);
+            const RecoveredLog log = readRunningLog(path);
+            EXPECT_GE(heldSamples(log), least);
+            EXPECT_TRUE(log.gaps.empty());
+            EXPECT_EQ(runningLogStands(path), !log.empty());
+        }
+    }
+}
+
+TEST_F(RunningLogTest, aByteGoneBadCostsItsRecordAndNoTimes) {
+    RunningLogWriter writer;
+    for (int i = 0; i < 4; ++i) {
+        addSamples(7);
+        ASSERT_FALSE(tick(writer));
+    }
+    const QByteArray all = content(file(1));
+    constexpr qsizetype record = 24 + 8 + 7 * 8;
+    for (qsizetype place = 48; place < 48 + 4 * record; ++place) {
+        SCOPED_TRACE(place);
+        QByteArray bad = all;
+        bad[place] = static_cast<char>(bad[place] ^ 0x10);
+        lay("Log00001.dat", bad);
+        const RecoveredLog log = readRunningLog(path);
+        const qint64 struck = (place - 48) / record;
+        ASSERT_EQ(log.data.samples.size(), struck == 3 ? 21 : 28);
+        for (qint64 i = 0; i < log.data.samples.size(); ++i)
+            EXPECT_EQ(std::isnan(log.data.samples.at(i).cond), i / 7 == struck);
+        EXPECT_EQ(log.whole(), struck == 3); // at the end it cannot be told from a write cut short
+    }
+    lay("Log00001.dat", "x" + all);
+    EXPECT_EQ(readRunningLog(path).badFiles.size(), 1U);
+}
+
+TEST_F(RunningLogTest, aMissingFileIsBridgedOrLeftOutAndTold) {
+    RunningLogWriter writer;
+    for (int i = 0; i < 5; ++i) {
+        live(300);
+        ASSERT_FALSE(tick(writer, aMinute));
+    }
+    ASSERT_TRUE(QFile::remove(file(2)));
+    RecoveredLog log = readRunningLog(path);
+    ASSERT_EQ(log.gaps.size(), 1U);
+    EXPECT_TRUE(log.gaps[0].at == 1 && log.gaps[0].length == 1 && log.gaps[0].filled);
+    EXPECT_EQ(log.data.lastTime(), run.lastTime());
+    EXPECT_EQ(log.lostMarks, 1U);
+    EXPECT_EQ(log.data.marks.back().time, run.marks.back().time);
+
+    // Four minutes of one: no directory of this size has lost so much.
+    for (const int number : {1, 3, 4})
+        ASSERT_TRUE(QFile::remove(file(number)));
+    lay("Log00005.dat", content(file(5)).first(48 + 24 + 8 + 300 * 8 + 64));
+    log = readRunningLog(path);
+    ASSERT_EQ(log.gaps.size(), 1U);
+    EXPECT_TRUE(log.gaps[0].at == 0 && log.gaps[0].length == 4 && !log.gaps[0].filled);
+    EXPECT_EQ(log.data.samples.size(), 300);
+    EXPECT_NEAR(log.data.marks.back().time, 299 / 300.0, 1e-6);
+}
+
+TEST_F(RunningLogTest, whatVanishesIsWrittenAgain) {
+    path = folder.filePath("deep/log");
+    RunningLogWriter writer;
+    live(300);
+    EXPECT_TRUE(tick(writer)); // who gives us a directory makes it
+    ASSERT_TRUE(QDir().mkpath(path));
+    EXPECT_FALSE(tick(writer, aMinute));
+    live(300);
+    EXPECT_FALSE(tick(writer, aMinute));
+    ASSERT_TRUE(QDir(folder.filePath("deep")).removeRecursively());
+    EXPECT_FALSE(tick(writer, aMinute));
+    expectAll();
+    ASSERT_TRUE(QFile::remove(path + u'/' + names().first())); // not the one being written: found out with the next
+    live(300);
+    EXPECT_FALSE(tick(writer, aMinute));
+    expectAll();
+    path = folder.path(); // another directory gets all of it
+    EXPECT_FALSE(tick(writer));
+    expectAll();
+}
+
+TEST_F(RunningLogTest, runsInOneDirectoryStandOneBehindTheOther) {
+    for (int i = 0; i < 2; ++i) {
+        RunningLogWriter writer;
+        run = {};
+        live(300);
+        ASSERT_FALSE(tick(writer));
+    }
+    EXPECT_EQ(names(), (QStringList{"Log00001.dat", "Log00002.dat"}));
+    const RecoveredLog log = readRunningLog(path);
+    EXPECT_TRUE(log.whole());
+    EXPECT_EQ(log.data.samples.size(), 600);
+    ASSERT_EQ(log.data.marks.size(), 2U);
+    EXPECT_FLOAT_EQ(log.data.marks[1].time, 1 + run.lastTime());
+}
+
+TEST_F(RunningLogTest, strangeFilesDisturbNobodyAndCloseLeavesNone) {
+    RunningLogWriter writer;
+    live();
+    ASSERT_FALSE(tick(writer));
+    lay("notes.txt", "mine");
+    lay("Log00007.dat", QByteArray()); // made when the power went
+    lay("Run.chd", FileHead::of(fourLetters("DATA"), 1).bytes());
+    ASSERT_TRUE(QDir(path).mkdir("Folder"));
+    ASSERT_TRUE(QFile::link("/nowhere", path + "/link"));
+    expectAll();
+    lay("Log00008.dat", FileHead::of(runningLogKind, runningLogVersion + 1).bytes());
+    const RecoveredLog log = readRunningLog(path);
+    EXPECT_EQ(heldSamples(log), run.samples.size());
+    ASSERT_EQ(log.badFiles.size(), 1U);
+    EXPECT_EQ(log.badFiles[0].error, std::errc::not_supported);
+
+    emptyLogDirectory(QString()); // a copy that ends before it has a directory
+    emptyLogDirectory(path + u'/');
+    EXPECT_EQ(names(), (QStringList{"Folder", "Run.chd"}));
+    EXPECT_FALSE(runningLogStands(path));
+    EXPECT_FALSE(runningLogStands(path + "/none"));
+    EXPECT_FALSE(runningLogStands(QString()));
+}
+
+} // namespace
