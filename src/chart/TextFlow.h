@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFont>
+#include <QPainter>
+#include <QSizeF>
+#include <QTextLayout>
+
+#include <memory>
+#include <vector>
+
+/// Texts under headings, broken into lines and pages of one size. Long lines wrap, between words where they can; a
+/// heading is never left alone at the foot of a page. Lengths are those of the painter, as are the fonts' pixels.
+class TextFlow {
+public:
+    TextFlow(const QSizeF &page, const QFont &headingFont) : page_(page), headingFont_(headingFont) {}
+
+    /// A section, behind the last one. Tabs stop at every eighth column.
+    void add(const QString &heading, const QStringList &paragraphs, const QFont &font);
+
+    int pages() const { return lines_.empty() ? 0 : lines_.back().page + 1; }
+    void paint(QPainter &painter, const QPointF &corner, int page) const;
+
+private:
+    struct Line {
+        QTextLine text;
+        int page;
+        double y;
+    };
+
+    void addParagraph(const QString &text, const QFont &font);
+    void startPage();
+
+    QSizeF page_;
+    QFont headingFont_;
+    std::vector<std::unique_ptr<QTextLayout>> layouts_;
+    std::vector<Line> lines_;
+    int current_ = 0; // page
+    double y_ = 0;    // where the next line goes
+};
