@@ -4,12 +4,15 @@
 #include "chart/ChartContract.h"
 #include "chart/ChartData.h"
 #include "chart/ChartImage.h"
+#include "chart/RunningLogWriter.h"
 #include "chart/ZoomGesture.h"
 
 #include <QVariantList>
 #include <QWidget>
 
 #include <optional>
+
+class QPrinter;
 
 /// The chart: holds one run, draws it and lets the operator zoom. UV stands blue against the left axis, conductivity
 /// red against the right one.
@@ -19,7 +22,7 @@
 /// meantime. Nothing but that leaves the zoom.
 ///
 /// Drawing is put off to the next paint event; a chart that is hidden keeps no picture.
-class Quillchart : public QWidget, public ViewedChart {
+class Quillchart : public QWidget, public DocumentChart, public ChartLog {
     Q_OBJECT
     Q_PROPERTY(float UvAxisMin READ UvAxisMin WRITE setUvAxisMin)
     Q_PROPERTY(float UvAxisMax READ UvAxisMax WRITE setUvAxisMax)
@@ -58,6 +61,28 @@ public:
     void setTimeAxisMax(float value) override { axes_.timeMax = value; }
     void setChartTitle(const QString &title) override;
 
+    Q_INVOKABLE bool LoadDataFile(const QString &FileName) override;
+    Q_INVOKABLE bool SaveDataFile(const QString &FileName) override;
+    Q_INVOKABLE bool SaveSelectedData(const QString &FileName) override;
+    Q_INVOKABLE void ClearData() override;
+    Q_INVOKABLE void ClearDisplay() override;
+    Q_INVOKABLE QString GetNotes() const override { return data_.notes; }
+    Q_INVOKABLE void SetNotes(const QString &Notes) override { data_.notes = Notes; }
+    Q_INVOKABLE QString GetMethodText() const override;
+    Q_INVOKABLE qint16 ExportData(const QString &FileName, qint16 IncludeUV, qint16 IncludeCond, qint16 IncludeEvents,
+                                  qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom,
+                                  float TimeTo, float SampleRate, qint32 PointCount) override;
+    Q_INVOKABLE void PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) override;
+    /// The printer that the reports go to, which is not owned. Without one they go to the computer's default printer.
+    void setPrinter(QPrinter *printer) { printer_ = printer; }
+
+    Q_INVOKABLE qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval,
+                                double DataFileSizeHours) override;
+    Q_INVOKABLE bool CheckLogFile(const QString &LogDirectory) override;
+    Q_INVOKABLE qint16 SaveLogAs(const QString &LogDirectory, qint16 InstanceNumber,
+                                 const QString &NewFileName) override;
+    Q_INVOKABLE void CloseLog(const QString &LogDirectory, qint16 InstanceNumber) override;
+
     /// What the chart holds, for scripts: `count` pairs [UV, conductivity] from a sample's number on (as many as there
     /// are); every mark as a map of Label, Color, Height, Time.
     int SampleCount() const { return static_cast<int>(data_.samples.size()); }
@@ -92,6 +117,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    void replaceRun(ChartData run, const AxisValues &axes);
     ChartView view() const;
     void bringUpToDate();
     void paintMarks(QPainter &painter, const QRect &exposed);
@@ -112,4 +138,7 @@ private:
     ZoomGesture gesture_;
     std::optional<AxisValues> axesBeforeZoom_;
     std::optional<double> pointer_; // where the readout stands, x within the plot
+    QString fileName_;              // where the run was last read from or written to
+    QPrinter *printer_ = nullptr;
+    RunningLogWriter log_;
 };

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include "chart/ChartFile.h"
+#include "chart/Quillchart.h"
+#include "chart/ReportPrinter.h"
+#include "chart/RunningLogFiles.h"
+#include "chart/RunningLogReader.h"
+#include "chart/TextExport.h"
+
+#include <QDateTime>
+#include <QPrinter>
+
+#include <algorithm>
+#include <cerrno>
+#include <new>
+
+// The operations of the chart on files, logs and paper.
+
+namespace {
+
+constexpr qint16 failed = 1;
+
+// What the chart tells by ChartError.
+constexpr qint16 printError = -14;
+constexpr qint16 fileOpenError = -18;
+constexpr qint16 logDamaged = -21;
+
+// What WriteLog answers: the numbers that the system gives to failures of files.
+constexpr qint16 diskFull = 61;
+constexpr qint16 permissionDenied = 70;
+constexpr qint16 accessError = 75;
+constexpr qint16 pathNotFound = 76;
+
+qint16 numberOf(std::error_code error) {
+    if (error == std::errc::no_space_on_device || error == std::error_code(EDQUOT, std::generic_category()))
+        return diskFull;
+    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
+        error == std::errc::read_only_file_system)
+        return permissionDenied;
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory)
+        return pathNotFound;
+    return accessError;
+}
+
+/// Runs `deed`; running out of memory counts as its failure.
+template <typename Deed>
+bool succeeds(Deed deed) {
+    try {
+        return deed();
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+}
+
+} // namespace
+
+bool Quillchart::LoadDataFile(const QString &FileName) {
+    ChartData run;
+    AxisValues axes;
+    ChartFileReport report;
+    const bool loaded = succeeds([&] { return (report = loadChartFile(FileName, run, axes)).good(); });
+    fileName_ = loaded ? FileName : QString();
+    replaceRun(loaded ? std::move(run) : ChartData(), axes);
+    if (!loaded) {
+        const bool damaged = report.fault == ChartFileFault::Damaged || report.fault == ChartFileFault::Truncated;
+        const bool log = report.head && report.head->kind == logFile;
+        Q_EMIT ChartError(index_, damaged && log ? logDamaged : fileOpenError);
+    }
+    return loaded;
+}
+
+void Quillchart::replaceRun(ChartData run, const AxisValues &axes) {
+    data_ = std::move(run);
+    axes_ = axes;
+    axesBeforeZoom_.reset();
+    gesture_.cancel();
+    Redraw();
+}
+
+bool Quillchart::SaveDataFile(const QString &FileName) {
+    const bool saved = succeeds([&] { return !saveChartFile(FileName, dataFile, data_, axes_); });
+    if (saved)
+        fileName_ = FileName;
+    return saved;
+}
+
+bool Quillchart::SaveSelectedData(const QString &FileName) {
+    return succeeds([&] { return !saveChartStretch(FileName, data_, axes_); });
+}
+
+void Quillchart::ClearData() {
+    const QString title = data_.title;
+    data_ = {};
+    data_.title = title;
+    fileName_.clear();
+    redrawDue_ = true; // nothing may be added to what is drawn
+}
+
+void Quillchart::ClearDisplay() { Redraw(); }
+
+QString Quillchart::GetMethodText() const {
+    std::vector<MethodText> texts = data_.methodTexts;
+    std::stable_sort(texts.begin(), texts.end(),
+                     [](const MethodText &a, const MethodText &b) { return a.time < b.time; });
+    QStringList all;
+    for (const MethodText &text : texts)
+        all << text.text;
+    return all.join(QStringLiteral("\r\n"));
+}
+
+qint16 Quillchart::ExportData(const QString &FileName, qint16 IncludeUV, qint16 IncludeCond, qint16 IncludeEvents,
+                              qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom,
+                              float TimeTo, float SampleRate, qint32 PointCount) {
+    const ExportOptions options{.uv = IncludeUV != 0,
+                                .cond = IncludeCond != 0,
+                                .events = IncludeEvents != 0,
+                                .notes = IncludeNotes != 0,
+                                .method = IncludeMethod != 0,
+                                .position = static_cast<::MethodPosition>(std::clamp<qint16>(MethodPosition, 0, 2)),
+                                .from = TimeFrom,
+                                .to = TimeTo,
+                                .sampleRate = SampleRate,
+                                .pointCount = PointCount,
+                                .sourceFile = fileName_,
+                                .exported = QDateTime::currentDateTime()};
+    return succeeds([&] { return !exportText(FileName, data_, options); }) ? 0 : failed;
+}
+
+void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) {
+    std::optional<QPrinter> standard;
+    QPrinter &printer = printer_ != nullptr ? *printer_ : standard.emplace(QPrinter::HighResolution);
+    printer.setDocName(data_.title);
+    const ReportContents contents{data_, axes_, fileName_, QDateTime::currentDateTime()};
+    const ReportOptions options{PrintChromatogram, PrintMethod, PrintNotes, TraceFlags};
+    if (!succeeds([&] { return printReport(printer, contents, options); }))
+        Q_EMIT ChartError(index_, printError);
+}
+
+qint16 Quillchart::WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32, double DataFileSizeHours) {
+    std::error_code error = std::make_error_code(std::errc::not_enough_memory);
+    succeeds([&] {
+        error = log_.write(data_, LogDirectory, InstanceNumber, DataFileSizeHours);
+        return true;
+    });
+    return error ? numberOf(error) : 0;
+}
+
+bool Quillchart::CheckLogFile(const QString &LogDirectory) {
+    return succeeds([&] { return runningLogStands(LogDirectory); });
+}
+
+qint16 Quillchart::SaveLogAs(const QString &LogDirectory, qint16, const QString &NewFileName) {
+    bool whole = true;
+    const bool saved = succeeds([&] {
+        const RecoveredLog log = readRunningLog(LogDirectory);
+        whole = log.whole();
+        return !log.empty() && !saveChartFile(NewFileName, logFile, log.data, log.axes());
+    });
+    // What there is has been saved; the user hears that something is missing.
+    if (!whole)
+        Q_EMIT ChartError(index_, logDamaged);
+    return saved ? 0 : failed;
+}
+
+void Quillchart::CloseLog(const QString &LogDirectory, qint16) {
+    log_.close();
+    emptyLogDirectory(LogDirectory);
+}
