@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "archive/OstrelFile.h"
+
+#include "archive/ArchiveCommand.h"
+#include "archive/Conversions.h"
+#include "archive/FileChecks.h"
+#include "archive/RunFile.h"
+#include "archive/Salvage.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+constexpr int any = std::numeric_limits<int>::max();
+
+// clang-format off
+constexpr ArchiveCommand commands[] = {
+    // name     operands                           summary                                          operands  options           routine
+    {"info",    "FILE",                            "Say what is in a file.",                         1, 1,    declareInfo,      info},
+    {"check",   "FILE...",                         "Say of each file whether it is whole.",          1, any,  nullptr,          check},
+    {"text",    "FILE OUT.txt",                    "Write a run as a table for a spreadsheet.",      2, 2,    declareText,      text},
+    {"pdf",     "FILE OUT.pdf",                    "Write the report of a run.",                     2, 2,    declareReport,    pdf},
+    {"salvage", "FILE|DIRECTORY OUT.chd|OUT.chl",  "Save what is left of a damaged file, or the running log of a dead "
+                                                   "computer.",                                      2, 2,    declareOverwrite, salvage},
+};
+// clang-format on
+
+QString overview() {
+    QString text = "Usage: ostrel-file COMMAND ...\n"
+                   "Looks into the chart recorder's data files (.chd) and log files (.chl).\n\n";
+    for (const ArchiveCommand &command : commands)
+        text += QString("  %1 %2\n        %3\n").arg(command.name, command.operands, command.summary);
+    return text + "\n\"ostrel-file COMMAND --help\" tells a command's options.\n"
+                  "Exit codes: 0 good, 1 a file is not whole or cannot be read or written, 2 the command line is not\n"
+                  "understood, 3 something was saved and something is missing.\n";
+}
+
+const ArchiveCommand &commandOf(const QString &name) {
+    const auto *const found = std::find_if(std::begin(commands), std::end(commands),
+                                           [&](const ArchiveCommand &command) { return name == command.name; });
+    if (found == std::end(commands))
+        throw EarlyEnd{Misused, QString("there is no command \"%1\"; try ostrel-file --help").arg(name)};
+    return *found;
+}
+
+ExitCode run(const ArchiveCommand &command, const QStringList &arguments, QTextStream &out, QTextStream &complaints) {
+    QCommandLineParser line;
+    line.setApplicationDescription(command.summary);
+    line.addPositionalArgument(command.name, {}, QString("%1 %2").arg(command.name, command.operands));
+    line.addOption({{"h", "help"}, "Show this help."});
+    if (command.declare != nullptr)
+        command.declare(line);
+    const bool understood = line.parse(arguments);
+    if (line.isSet("help")) {
+        out << line.helpText();
+        return Good;
+    }
+    const QStringList operands = line.positionalArguments().mid(1);
+    if (!understood)
+        throw EarlyEnd{Misused, line.errorText()};
+    if (operands.size() < command.least || operands.size() > command.most)
+        throw EarlyEnd{Misused, QString("usage: ostrel-file %1 [options] %2").arg(command.name, command.operands)};
+    return command.run({line, operands, out, complaints});
+}
+
+} // namespace
+
+int ostrelFile(const QStringList &arguments, QTextStream &out, QTextStream &complaints) {
+    const QString first = arguments.value(1);
+    try {
+        if (first.isEmpty())
+            throw EarlyEnd{Misused, "no command; try ostrel-file --help"};
+        if (first == "--help" || first == "-h") {
+            out << overview();
+            return Good;
+        }
+        if (first == "--version" || first == "-v") {
+            out << "ostrel-file " OSTREL_VERSION "\n";
+            return Good;
+        }
+        return run(commandOf(first), arguments, out, complaints);
+    } catch (const EarlyEnd &end) {
+        complaints << "ostrel-file: " << end.why << '\n';
+        return end.exitCode;
+    }
+}

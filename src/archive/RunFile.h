@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "archive/ArchiveCommand.h"
+#include "chart/ChartFile.h"
+
+/// A run as a file holds it.
+struct RunFile {
+    ChartData run;
+    AxisValues axes;
+    ChartFileReport report;
+};
+
+/// In words: "whole", "damaged at byte 4711", ...
+QString describe(const ChartFileReport &report);
+
+/// The file, whole; otherwise ends the command.
+RunFile wholeFile(const QString &path);
+
+/// Sees to it that nothing that stands is lost: a file that is there is written over only with --overwrite, and never
+/// the one that is read.
+void declareOverwrite(QCommandLineParser &line);
+void mayWrite(const ArchiveCall &call, const QString &from, const QString &to);
+
+/// Ends the command when writing went wrong.
+void written(const QString &path, std::error_code error);
+
+/// "12.35 minutes (0:12:21)"
+QString duration(double minutes);

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "archive/Salvage.h"
+
+#include "archive/RunFile.h"
+#include "chart/RunningLogReader.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace {
+
+struct Salvaged {
+    ChartData run;
+    AxisValues axes;
+    QStringList missing;
+};
+
+QString minutes(double value) { return QString::number(value, 'f', 2); }
+
+void tellLost(QStringList &missing, quint64 lost, const char *what) {
+    if (lost > 0)
+        missing << QString("%1 %2").arg(lost).arg(what);
+}
+
+/// What a file once held, beyond what was kept.
+void tellMissing(Salvaged &salvaged, const ChartFileReport &report) {
+    const ChartData &run = salvaged.run;
+    const double end = ChartData::timeOf(run.samples.size());
+    if (!report.counts) {
+        salvaged.missing << QString("whatever the run held from minute %1 on").arg(minutes(end));
+        return;
+    }
+    const auto beyond = [](quint64 held, std::size_t kept) { return held > kept ? held - kept : 0; };
+    if (const quint64 lost = beyond(report.counts->samples, static_cast<std::size_t>(run.samples.size())); lost > 0)
+        salvaged.missing << QString("minutes %1 to %2 (%3 samples)")
+                                .arg(minutes(end), minutes(ChartData::timeOf(qint64(report.counts->samples) - 1)))
+                                .arg(lost);
+    tellLost(salvaged.missing, beyond(report.counts->marks, run.marks.size()), "event marks");
+    tellLost(salvaged.missing, beyond(report.counts->methodTexts, run.methodTexts.size()), "method texts");
+    if (salvaged.missing.isEmpty())
+        salvaged.missing << "title, notes or axes, perhaps";
+}
+
+Salvaged fromFile(const QString &path, QTextStream &out) {
+    Salvaged salvaged;
+    const ChartFileReport report = salvageChartFile(path, salvaged.run, salvaged.axes);
+    out << path << ": " << describe(report) << '\n';
+    switch (report.fault) {
+    case ChartFileFault::None:
+        break;
+    case ChartFileFault::Truncated:
+    case ChartFileFault::Damaged:
+        tellMissing(salvaged, report);
+        break;
+    default:
+        throw EarlyEnd{Failed, path + ": " + describe(report)};
+    }
+    return salvaged;
+}
+
+Salvaged fromDirectory(const QString &path, QTextStream &out) {
+    RecoveredLog log = readRunningLog(path);
+    Salvaged salvaged{.run = {}, .axes = log.axes(), .missing = {}};
+    for (const RecoveredLog::BadFile &file : log.badFiles)
+        salvaged.missing << file.path + ": " + QString::fromStdString(file.error.message());
+    for (const RecoveredLog::Gap &gap : log.gaps)
+        salvaged.missing << QString("%1 minutes of samples from minute %2 on%3")
+                                .arg(minutes(gap.length), minutes(gap.at))
+                                .arg(gap.filled ? "" : "; later times have moved up");
+    tellLost(salvaged.missing, log.lostMarks, "event marks");
+    tellLost(salvaged.missing, log.lostMethodTexts, "method texts");
+    if (log.empty())
+        throw EarlyEnd{Failed, path + ": holds no running log"};
+    salvaged.run = std::move(log.data);
+    out << path << ": a running log\n";
+    return salvaged;
+}
+
+quint32 kindOf(const QString &path) {
+    if (path.endsWith(".chd", Qt::CaseInsensitive))
+        return dataFile;
+    if (path.endsWith(".chl", Qt::CaseInsensitive))
+        return logFile;
+    throw EarlyEnd{Misused, path + ": a name ends in .chd for a data file, in .chl for a log file"};
+}
+
+} // namespace
+
+ExitCode salvage(const ArchiveCall &call) {
+    const QString from = call.operand(0);
+    const QString to = call.operand(1);
+    const quint32 kind = kindOf(to);
+    mayWrite(call, from, to);
+    const Salvaged salvaged = QFileInfo(from).isDir() ? fromDirectory(from, call.out) : fromFile(from, call.out);
+    written(to, saveChartFile(to, kind, salvaged.run, salvaged.axes));
+
+    call.out << to << ": " << salvaged.run.samples.size() << " samples, " << duration(salvaged.run.lastTime()) << ", "
+             << salvaged.run.marks.size() << " event marks\n";
+    for (const QString &what : salvaged.missing)
+        call.out << "Missing: " << what << '\n';
+    return salvaged.missing.isEmpty() ? Good : Partial;
+}

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "archive/ArchiveCommand.h"
+
+/// What is left of a damaged file, or of a running log's directory, into a new data file or log file; what is missing
+/// is told.
+ExitCode salvage(const ArchiveCall &call);
