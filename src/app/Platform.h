@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/CommonDialog.h"
 #include "platform/Process.h"
 #include "platform/Prompts.h"
 #include "platform/SerialControl.h"
@@ -21,6 +22,7 @@ struct Platform {
     SerialControl &CommTmp; ///< tries ports
     SettingsStore &store;
     Prompts &prompts;
+    CommonDialog &ComDlg; ///< the one file dialog of the main window
     Process &process;
     /// A timer by its name, with its interval in milliseconds and whether it is on from the start.
     std::function<std::unique_ptr<Timer>(QObject *owner, const QString &name, int interval, bool on)> makeTimer;

@@ -18,6 +18,14 @@ MainTimers makeTimers(const Platform &on, QObject &owner) {
     // clang-format on
 }
 
+/// The recorder's chart and those of the files.
+DocumentCharts documentCharts(const frmMain &window) {
+    DocumentCharts charts{};
+    for (int tab = 0; tab < tabCount; ++tab)
+        charts[tab] = &window.chart(tab);
+    return charts;
+}
+
 } // namespace
 
 Program::Program(const Platform &on)
@@ -34,6 +42,11 @@ Program::Program(const Platform &on)
       tabs_(values_.tabs, window_.charts(), window_.TabChart(), window_.time(), time_, states_,
             [this](int chart) { window_.bringToFront(chart); }),
       ports_(states_, live_, commands_, windowActs()),
+      fileWindow_(tabs_, window_.time(), [this](const QString &text) { return window_.TextWidth(text); }),
+
+      openFiles_(values_.tabs, documentCharts(window_), fileWindow_, on.ComDlg, on.prompts),
+      saveFiles_(values_.tabs, documentCharts(window_), fileWindow_, on.ComDlg, on.prompts, errors_),
+      clearAndClose_(values_.tabs, documentCharts(window_), fileWindow_, on.prompts, errors_, saveFiles_),
 
       receiver_(on.ComPort, ring_, values_.link, *timers_.Process, errors_), news_(values_.run, values_.link),
       intake_(values_.run, *window_.charts()[recorderChart], *window_.charts()[logChart], *timers_.StopWaitForMethod,
@@ -86,6 +99,13 @@ void Program::bindEvents() {
 }
 
 void Program::bindCommands() {
+    commands_.bind(QStringLiteral("mnuOpenData"), [this] { openFiles_.mnuOpenData_Click(); });
+    commands_.bind(QStringLiteral("mnuOpenLog"), [this] { openFiles_.mnuOpenLog_Click(); });
+    commands_.bind(QStringLiteral("mnuClose"), [this] { clearAndClose_.mnuClose_Click(); });
+    commands_.bind(QStringLiteral("mnuSaveData"), [this] { saveFiles_.mnuSaveData_Click(); });
+    commands_.bind(QStringLiteral("mnuSaveDataAs"), [this] { saveFiles_.mnuSaveDataAs_Click(); });
+    commands_.bind(QStringLiteral("mnuSaveSlectedData"), [this] { saveFiles_.mnuSaveSlectedData_Click(); });
+    commands_.bind(QStringLiteral("mnuClear"), [this] { clearAndClose_.mnuClear_Click(); });
     commands_.bind(QStringLiteral("mnuStart"), [this] { session_.mnuStart_Click(); });
     commands_.bind(QStringLiteral("mnuStop"), [this] { session_.mnuStop_Click(); });
     commands_.bind(QStringLiteral("mnuComPort"), [this] { search_.mnuComPort_Click(); });

@@ -11,12 +11,16 @@
 #include "acquisition/StreamDecoder.h"
 #include "app/Platform.h"
 #include "base/Values.h"
+#include "documents/ClearAndClose.h"
 #include "documents/ErrorReporter.h"
+#include "documents/OpenFiles.h"
+#include "documents/SaveFiles.h"
 #include "documents/Settings.h"
 #include "view/AxisPanels.h"
 #include "view/ChartTabs.h"
 #include "view/CommandStates.h"
 #include "view/Commands.h"
+#include "view/FileWindow.h"
 #include "view/LiveView.h"
 #include "view/NumericKeys.h"
 #include "view/SetupForm.h"
@@ -64,6 +68,11 @@ private:
     CommandStates states_;
     ChartTabs tabs_;
     WindowPorts ports_;
+    FileWindow fileWindow_;
+
+    OpenFiles openFiles_;
+    SaveFiles saveFiles_;
+    ClearAndClose clearAndClose_;
 
     ReceiveRing ring_;
     DataReceiver receiver_;

@@ -4,6 +4,7 @@
 #include "base/RunTimeError.h"
 #include "platform/Folders.h"
 #include "platform/InstanceLock.h"
+#include "platform/QtCommonDialog.h"
 #include "platform/QtProcess.h"
 #include "platform/QtPrompts.h"
 #include "platform/QtSerialControl.h"
@@ -20,13 +21,14 @@ int run(Prompts &prompts, Process &process) {
     const Folders folders;
     const InstanceLock lock(folders.appPath());
     const SystemClock clock;
+    QtCommonDialog ComDlg;
     QtSettingsStore store(Folders::settingsFile());
     SerialPorts ports(store);
     const auto deviceOfPort = [&ports](int number) { return ports.device(number); };
     QtSerialControl ComPort(qApp, QStringLiteral("ComPort"), deviceOfPort);
     QtSerialControl CommTmp(qApp, QStringLiteral("CommTmp"), deviceOfPort);
 
-    Program program({clock, ComPort, CommTmp, store, prompts, process,
+    Program program({clock, ComPort, CommTmp, store, prompts, ComDlg, process,
                      [](QObject *owner, const QString &name, int interval, bool on) {
                          return std::make_unique<QtTimer>(owner, name, interval, on);
                      },

@@ -2,7 +2,9 @@
 #include "app/Program.h"
 
 #include "acquisition/StreamScript.h"
+#include "base/Steps.h"
 #include "chart/Quillchart.h"
+#include "fakes/FakeCommonDialog.h"
 #include "fakes/FakePlatform.h"
 #include "forms/Shapes.h"
 
@@ -22,7 +24,7 @@ namespace {
 class ProgramTest : public testing::Test {
 protected:
     void start() {
-        program = std::make_unique<Program>(Platform{clock, ComPort, CommTmp, store, prompts, process,
+        program = std::make_unique<Program>(Platform{clock, ComPort, CommTmp, store, prompts, ComDlg, process,
                                                      [this](QObject *, const QString &name, int interval, bool on) {
                                                          auto timer = std::make_unique<FakeTimer>(clock, interval, on);
                                                          timers[name] = timer.get();
@@ -73,6 +75,7 @@ protected:
     FakeSerialControl CommTmp;
     FakeSettingsStore store;
     FakePrompts prompts;
+    FakeCommonDialog ComDlg;
     FakeProcess process;
     std::map<QString, FakeTimer *> timers;
     bool prevInstance = false;
@@ -169,6 +172,48 @@ TEST_F(ProgramTest, aFullScaleIsTypedAndAppliedWithEnter) {
     EXPECT_EQ(cmbYAxis->Text(), "1.500");
     EXPECT_EQ(chart(0).UvAxisMax(), 1.5F);
     EXPECT_FALSE(find<QWidget>("cmdSet(0)")->isEnabled());
+}
+
+TEST_F(ProgramTest, aRunIsSavedClearedAndOpenedAgainBesideTheRecorder) {
+    start();
+    link();
+    find<QAction>("mnuStart")->trigger();
+    play(". E2 . . .");
+    find<QAction>("mnuStop")->trigger();
+    const QString path = folder.filePath("A & B.chd");
+    ComDlg.answers = {path, path, path};
+    find<QAction>("cmdSave")->trigger();
+    find<QAction>("cmdClear")->trigger();
+    EXPECT_EQ(chart(0).SampleCount(), 0);
+    EXPECT_TRUE(find<QWidget>("cmdSetTime")->isEnabled()); // the entry shows 10, the state 10.0
+
+    find<QAction>("cmdOpen")->trigger();
+    find<QAction>("mnuOpenData")->trigger();
+    auto *TabChart = find<QTabBar>("TabChart");
+    EXPECT_EQ(TabChart->tabText(2) + "|" + TabChart->tabToolTip(2), "A && B|A & B.chd");
+    EXPECT_EQ(TabChart->currentIndex(), 2);
+    EXPECT_EQ(chart(2).SampleCount(), 4);
+    EXPECT_EQ(chart(2).ChartTitle(), "A & B");
+    find<QAction>("cmdClear")->trigger(); // now "Close"
+    EXPECT_EQ(TabChart->currentIndex(), 0);
+    EXPECT_EQ(TabChart->tabText(1) + "|" + TabChart->tabText(2), "A && B|(empty)");
+    EXPECT_FALSE(enabled("mnuClose"));
+    EXPECT_TRUE(prompts.shown.empty());
+}
+
+TEST_F(ProgramTest, aDamagedFileIsToldOnceAndACancelWithCancelErrorReachesTheLastNet) {
+    start();
+    QFile damaged(folder.filePath("damaged.chd"));
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    ComDlg.answers = {damaged.fileName()};
+    find<QAction>("mnuOpenLog")->trigger();
+    ASSERT_EQ(prompts.shown.size(), 1U);
+    EXPECT_EQ(prompts.shown[0].caption, "FILE OPEN ERROR!");
+    EXPECT_EQ(find<QTabBar>("TabChart")->tabText(1), "(empty)");
+
+    ComDlg.CancelError = true;
+    EXPECT_EQ(errorNumberOf([this] { find<frmMain>("frmMain")->clicked("mnuSaveDataAs"); }),
+              RunTimeError::DialogCancelled);
 }
 
 TEST_F(ProgramTest, withoutAFreePortItSaysSoAndEnds) {
