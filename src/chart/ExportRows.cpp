@@ -53,7 +53,7 @@ ExportRows::ExportRows(const SampleStore &samples, float from, float to, float r
         return;
     }
     const double steps = static_cast<double>(end_ - 1 - first_) / perRow_;
-    const auto most = static_cast<qint64>(steps + 0.5) + 1; // further ones would have no sample
+    const qint64 most = std::llround(steps) + 1; // further ones would have no sample
     const auto least = std::max<qint64>(static_cast<qint64>(steps), 1);
     count_ = thinned() ? std::clamp<qint64>(shown, least, most) : end_ - first_;
 }
@@ -81,5 +81,5 @@ qint64 ExportRows::rowOf(float time) const {
     if (count_ == 0 || sample >= end_)
         return count_;
     const double steps = static_cast<double>(std::max<qint64>(sample - first_, 0)) / perRow_;
-    return std::min(static_cast<qint64>(steps + 0.5), count_ - 1);
+    return std::min<qint64>(std::llround(steps), count_ - 1);
 }

@@ -3,6 +3,8 @@
 
 #include "chart/TextLines.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <cstring>
 
@@ -13,7 +15,8 @@ QByteArray cellOf(const QString &text) {
     QString cell = linesOf(text).join(QLatin1Char(' '));
     if (!cell.isEmpty() && QStringLiteral("=+-@").contains(cell.front()))
         cell.prepend(QLatin1Char('\''));
-    if (cell.contains(QLatin1Char('\t')) || cell.contains(QLatin1Char('"'))) {
+    static const QRegularExpression breaking(QStringLiteral("[\t\",;]"));
+    if (cell.contains(breaking)) {
         cell.replace(QLatin1Char('"'), QStringLiteral("\"\""));
         cell = QLatin1Char('"') + cell + QLatin1Char('"');
     }

@@ -139,7 +139,7 @@ private:
         QStringList labels;
         for (const qint64 row = markedRow_; row == markedRow_; findMarkedRow())
             labels << marks_[mark_++]->label;
-        return labels.join(QStringLiteral("; "));
+        return labels.join(QStringLiteral(" & "));
     }
 
     void lateMark(const EventMark &mark) {
@@ -188,7 +188,7 @@ void writeHead(SheetWriter &sheet, const ChartData &data, const ExportOptions &o
         entry(QStringLiteral("Points per second"), QString::number(rows.rate(), 'g', 6));
         entry(QStringLiteral("Points"), QString::number(rows.count()));
         entry(QStringLiteral("Values"),
-              rows.thinned() ? QStringLiteral("Means of the samples around each point, measured at 5 per second")
+              rows.thinned() ? QStringLiteral("Means of the samples around each point (measured at 5 per second)")
                              : QStringLiteral("The samples as measured"));
     }
 }

@@ -132,7 +132,7 @@ TEST_F(TextExport, keepsEveryMark) {
     mark("S", 0);
     mark("1", 3 / 300.0);
     mark("2", 4 / 300.0);
-    EXPECT_EQ(rowsAt(1), (QStringList{QStringLiteral("0.0000\t20.0000\tS"), QStringLiteral("0.0167\t20.0000\t1; 2"),
+    EXPECT_EQ(rowsAt(1), (QStringList{QStringLiteral("0.0000\t20.0000\tS"), QStringLiteral("0.0167\t20.0000\t1 & 2"),
                                       QStringLiteral("0.0333\t20.0000\tE")}));
     options.to = 1; // beyond the last sample
     mark("M", 0.5);
