@@ -8,6 +8,7 @@
 #include <QRandomGenerator>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -22,7 +23,9 @@ namespace {
 // The first byte and the line ends show at once a file that was sent as text.
 constexpr char magic[8] = {'\x89', 'O', 'S', 'T', 'R', '\r', '\n', '\x1a'};
 constexpr std::size_t checkedHead = 44; // of the file's head; the checksum follows
-constexpr std::size_t bufferSize = 1 << 18;
+constexpr std::size_t bufferSize = 1 << 15;
+constexpr std::size_t large = 1 << 14;
+constexpr std::size_t ahead = 1 << 12; // the head of the next record is fetched along with a large stretch
 constexpr char zeros[8] = {};
 
 /// Puts values one behind the other, and takes them back.
@@ -202,19 +205,14 @@ bool RecordReader::read(void *to, std::size_t size, quint64 position) {
             const std::size_t from = position - bufferPosition_;
             count = std::min(size, buffered_ - from);
             std::memcpy(next, buffer_.data() + from, count);
-        } else if (size < buffer_.size()) {
-            if (!refill(position))
+        } else if (size >= large) {
+            if (!fetch(next, size, position, ahead))
                 return false;
+            count = size;
+        } else if (fetch(nullptr, 0, position, buffer_.size())) {
             continue;
         } else {
-            const ssize_t got = ::pread(fd_, next, size, static_cast<off_t>(position));
-            if (got < 0 && errno == EINTR)
-                continue;
-            if (got <= 0) {
-                error_ = {got < 0 ? errno : EIO, std::generic_category()};
-                return false;
-            }
-            count = static_cast<std::size_t>(got);
+            return false;
         }
         next += count;
         position += count;
@@ -223,17 +221,25 @@ bool RecordReader::read(void *to, std::size_t size, quint64 position) {
     return true;
 }
 
-bool RecordReader::refill(quint64 position) {
-    ssize_t got = 0;
-    do
-        got = ::pread(fd_, buffer_.data(), buffer_.size(), static_cast<off_t>(position));
-    while (got < 0 && errno == EINTR);
-    if (got <= 0) { // a file that is shorter than it was cannot be read either
-        error_ = {got < 0 ? errno : EIO, std::generic_category()};
-        return false;
-    }
-    bufferPosition_ = position;
-    buffered_ = static_cast<std::size_t>(got);
+/// All of the `size` bytes from here on, and into the buffer up to `further` of what comes behind them.
+bool RecordReader::fetch(char *to, std::size_t size, quint64 position, std::size_t further) {
+    bufferPosition_ = position + size;
+    buffered_ = 0;
+    do {
+        const iovec pieces[] = {{to, size}, {buffer_.data(), std::min(further, buffer_.size())}};
+        const ssize_t got = ::preadv(fd_, pieces, 2, static_cast<off_t>(position));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0) { // a file that is shorter than it was cannot be read either
+            error_ = {got < 0 ? errno : EIO, std::generic_category()};
+            return false;
+        }
+        const std::size_t wanted = std::min(size, static_cast<std::size_t>(got));
+        buffered_ = static_cast<std::size_t>(got) - wanted;
+        to += wanted;
+        position += wanted;
+        size -= wanted;
+    } while (size > 0);
     return true;
 }
 

@@ -117,7 +117,7 @@ private:
     bool open(const QString &path);
     bool enter(quint64 position);
     bool read(void *to, std::size_t size, quint64 position);
-    bool refill(quint64 position);
+    bool fetch(char *to, std::size_t size, quint64 position, std::size_t further);
     bool onlyZerosFrom(quint64 position);
 
     int fd_ = -1;

@@ -18,17 +18,18 @@ Extent extentOf(const SamplePair *samples, int count) {
     };
     Lanes least = pairs(0);
     Lanes greatest = least;
-    Lanes gaps{}; // not-a-number where any sample is not finite
-    for (int i = 0; i < count; i += 2) {
+    auto gaps = least != least; // all bits set where any sample is no number
+    for (int i = 2; i < count; i += 2) {
         const Lanes both = pairs(i);
         least = both < least ? both : least;
         greatest = both > greatest ? both : greatest;
-        gaps += both * 0;
+        gaps |= both != both;
     }
+    gaps |= (least - least != 0) | (greatest - greatest != 0); // nor is an infinity finite
     Extent extent;
-    if (gaps[0] + gaps[1] + gaps[2] + gaps[3] == 0) {
-        extent.join(Extent{Lanes{least[0], least[1], -greatest[0], -greatest[1]}});
-        extent.join(Extent{Lanes{least[2], least[3], -greatest[2], -greatest[3]}});
+    if ((gaps[0] | gaps[1] | gaps[2] | gaps[3]) == 0) {
+        extent.lanes = __builtin_shufflevector(least, -greatest, 0, 1, 4, 5);
+        extent.join(Extent{__builtin_shufflevector(least, -greatest, 2, 3, 6, 7)});
     } else {
         for (int i = 0; i < count; ++i)
             extent.join(samples[i]);

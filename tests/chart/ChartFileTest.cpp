@@ -89,7 +89,7 @@ TEST_F(ChartFileTest, everythingComesBackBitForBit) {
     const auto halves = QString::fromUtf16(units, std::size(units));
     run.marks.push_back({halves, -1, -32768, std::numeric_limits<float>::quiet_NaN()});
     run.notes += QStringLiteral("🧪") + halves;
-    for (const qint64 pairs : {41, 8192, 8193, 65536, 65537, 9 * 65536}) {
+    for (const qint64 pairs : {41, 16384, 16385, 65536, 65537, 9 * 65536}) {
         for (qint64 i = run.samples.size(); i < pairs; ++i)
             run.samples.append({std::bit_cast<float>(static_cast<quint32>(i) * 2654435761U), static_cast<float>(i)});
         for (int i = 0; i < 900; ++i)
@@ -137,14 +137,14 @@ TEST_F(ChartFileTest, aFileThatIsCutOrDamagedAnywhereIsRefusedAndSalvageKeepsWha
 }
 
 TEST_F(ChartFileTest, aDamagedSpotCostsWhatItHoldsAndTheReportTellsOfIt) {
-    for (int i = 0; i < 30000; ++i)
+    for (int i = 0; i < 50000; ++i)
         run.samples.append({1, 2});
     QByteArray bytes = saved();
     const auto marks = bytes.indexOf("MARK");
     bytes[marks + 40] = '?';
     EXPECT_EQ(loaded(bytes).position, static_cast<quint64>(marks));
     EXPECT_EQ(salvageChartFile(path, back, backAxes).fault, ChartFileFault::Damaged);
-    EXPECT_EQ(back.samples.size(), 30041);
+    EXPECT_EQ(back.samples.size(), 50041);
     EXPECT_TRUE(back.marks.empty());
     EXPECT_EQ(back.methodTexts.size(), 1U);
 
@@ -152,8 +152,8 @@ TEST_F(ChartFileTest, aDamagedSpotCostsWhatItHoldsAndTheReportTellsOfIt) {
     bytes[third] = '?'; // its very head
     EXPECT_EQ(faultOf(bytes), ChartFileFault::Damaged);
     const ChartFileReport report = salvageChartFile(path, back, backAxes);
-    EXPECT_EQ(back.samples.size(), 2 * 8192);
-    EXPECT_EQ(report.counts, (ChartCounts{30041, 2, 1}));
+    EXPECT_EQ(back.samples.size(), 2 * 16384);
+    EXPECT_EQ(report.counts, (ChartCounts{50041, 2, 1}));
     EXPECT_EQ(faultOf(bytes.left(third + 100)), ChartFileFault::Damaged);
     EXPECT_EQ(faultOf(saved().left(third + 100)), ChartFileFault::Truncated);
     EXPECT_EQ(faultOf(saved().left(third) + QByteArray(5000, '\0')), ChartFileFault::Truncated);
