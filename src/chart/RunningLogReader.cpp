@@ -79,6 +79,8 @@ public:
     /// With `glance` it ends with the first sample or mark.
     Joiner(const QString &directory, bool glance) : glance_(glance) {
         findFiles(directory);
+        if (!glance)
+            log_.data.samples.expect(static_cast<qint64>(fillable_));
         for (std::vector<DataFile> &run : runs_)
             joinRun(run);
     }
