@@ -53,7 +53,8 @@ ExitCode run(const ArchiveCommand &command, const QStringList &arguments, QTextS
         command.declare(line);
     const bool understood = line.parse(arguments);
     if (line.isSet("help")) {
-        out << line.helpText();
+        const QString help = line.helpText();
+        out << help.left(help.indexOf("\nArguments:")); // which the first line has said
         return Good;
     }
     const QStringList operands = line.positionalArguments().mid(1);
