@@ -14,20 +14,21 @@ inline constexpr int longestNumber = 48;
 /// "0000" to "9999", one behind the other. Four characters may be read from each digit on.
 extern const char *const fourDigits;
 
-/// Up to eight digits without leading zeros.
+/// Without leading zeros, below 10^8. Neighbouring values mostly have as many digits, so that these branches cost
+/// little.
 inline char *writeWhole(char *at, quint32 whole) {
-    const auto start = [&at](quint32 number) {
-        const int zeros = (number < 10) + (number < 100) + (number < 1000);
-        std::memcpy(at, fourDigits + 4 * number + zeros, 4);
-        at += 4 - zeros;
-    };
-    if (whole < 10000) {
-        start(whole);
-        return at;
+    if (whole < 10) {
+        *at = static_cast<char>('0' + whole);
+        return at + 1;
     }
-    start(whole / 10000);
-    std::memcpy(at, fourDigits + 4 * (whole % 10000), 4);
-    return at + 4;
+    if (whole >= 10000) {
+        at = writeWhole(at, whole / 10000);
+        std::memcpy(at, fourDigits + 4 * (whole % 10000), 4);
+        return at + 4;
+    }
+    const int zeros = whole < 100 ? 2 : whole < 1000 ? 1 : 0;
+    std::memcpy(at, fourDigits + 4 * whole + zeros, 4);
+    return at + 4 - zeros;
 }
 
 /// A number of ten-thousandths below 10^12 as a decimal fraction: 33 as 0.0033.
@@ -56,7 +57,7 @@ char *writeSlowly(char *at, double value, int decimals);
 
 /// A finite value with 4 or 6 decimals, as printf's "%.4f" and "%.6f".
 template <int decimals>
-char *writeFixed(char *at, float value) {
+inline char *writeFixed(char *at, float value) {
     static_assert(decimals == 4 || decimals == 6);
     constexpr double parts = decimals == 4 ? 1e4 : 1e6;
     const double size = std::fabs(static_cast<double>(value));
