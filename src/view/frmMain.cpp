@@ -47,6 +47,10 @@ protected:
         return true;
     }
     void wheelEvent(QWheelEvent *event) override { event->ignore(); }
+    // In a narrow window the names of the files give way, never the recorder's.
+    QSize minimumTabSizeHint(int index) const override {
+        return index == recorderChart ? tabSizeHint(index) : QTabBar::minimumTabSizeHint(index);
+    }
 };
 
 QWidget *placeholder() {
@@ -138,6 +142,7 @@ void frmMain::buildTabs() {
     TabChart_->setObjectName(QStringLiteral("TabChart"));
     TabChart_->setExpanding(false);
     TabChart_->setDrawBase(false);
+    TabChart_->setElideMode(Qt::ElideRight);
     for (int tab = 0; tab < tabCount; ++tab)
         TabChart_->addTab(tab == recorderChart ? tr("Chart Recorder") : tr("(empty)"));
     TabChart_->setTabData(recorderChart, QStringLiteral("tabRecorder"));
