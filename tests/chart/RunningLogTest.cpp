@@ -3,6 +3,8 @@
 #include "chart/RunningLogReader.h"
 #include "chart/RunningLogWriter.h"
 #include "fakes/FaultyDisk.h"
+#include "fuzz/Corpus.h"
+#include "fuzz/LogScenario.h"
 
 #include <QDir>
 #include <QFile>
@@ -335,5 +337,7 @@ TEST_F(RunningLogTest, strangeFilesDisturbNobodyAndCloseLeavesNone) {
     EXPECT_FALSE(runningLogStands(path + "/none"));
     EXPECT_FALSE(runningLogStands(QString()));
 }
+
+TEST(LogCorpus, everyKnownDirectoryHoldsTogether) { playCorpus<LogScenario>(QStringLiteral(LOG_CORPUS)); }
 
 } // namespace
