@@ -8,7 +8,6 @@
 #include <cmath>
 #include <iterator>
 #include <new>
-#include <ranges>
 #include <tuple>
 #include <utility>
 
@@ -113,13 +112,23 @@ std::error_code save(const QString &path, quint32 kind, const Content &content, 
     return std::make_error_code(std::errc::not_enough_memory);
 }
 
+/// The first of the samples from `from` to before `end` whose time is such, given that those behind it are too.
+template <typename Such>
+qint64 firstSample(qint64 from, qint64 end, Such such) {
+    while (from < end) {
+        const qint64 middle = from + (end - from) / 2;
+        if (such(static_cast<float>(ChartData::timeOf(middle))))
+            end = middle;
+        else
+            from = middle + 1;
+    }
+    return from;
+}
+
 /// The samples that the time axis shows, by the same single precision as it.
 std::pair<qint64, qint64> shownSamples(const ChartData &run, const AxisValues &axes) {
-    const auto all = std::views::iota(qint64{0}, run.samples.size());
-    const auto time = [](qint64 sample) { return static_cast<float>(ChartData::timeOf(sample)); };
-    const auto from = std::ranges::partition_point(all, [&](qint64 i) { return !(time(i) >= axes.timeMin); });
-    const auto to = std::ranges::partition_point(from, all.end(), [&](qint64 i) { return time(i) <= axes.timeMax; });
-    return {from - all.begin(), to - all.begin()};
+    const qint64 from = firstSample(0, run.samples.size(), [&](float time) { return time >= axes.timeMin; });
+    return {from, firstSample(from, run.samples.size(), [&](float time) { return !(time <= axes.timeMax); })};
 }
 
 // Any chart's axes, with much to spare, and no number that overflows when a picture is laid out.
