@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/ChartFile.h"
+#include "fuzz/ChartRecordsMended.h"
+
+#include <QFile>
+#include <unistd.h>
+
+#include <cmath>
+#include <cstdint>
+#include <span>
+#include <stdexcept>
+#include <vector>
+
+/// Reads arbitrary bytes as a data file, as they are and with every checksum put right, which leads to what the
+/// checksums protect. Whatever they are, a refused file leaves everything as it was, a good one survives being saved
+/// and loaded again, and what is handed over is in keeping with the file's size. Throws std::logic_error otherwise.
+class DocumentScenario {
+public:
+    explicit DocumentScenario(std::span<const std::uint8_t> bytes) : bytes_(bytes.begin(), bytes.end()) {}
+    ~DocumentScenario() { QFile::remove(path_); }
+    DocumentScenario(const DocumentScenario &) = delete;
+    DocumentScenario &operator=(const DocumentScenario &) = delete;
+
+    void play() {
+        read();
+        mendChecksums(bytes_);
+        read();
+    }
+
+private:
+    static void require(bool condition) {
+        if (!condition)
+            throw std::logic_error("a file broke the rules");
+    }
+
+    static ChartCounts countsOf(const ChartData &run) {
+        return {static_cast<quint64>(run.samples.size()), run.marks.size(), run.methodTexts.size()};
+    }
+
+    void requireFitting(const ChartData &run, const AxisValues &axes) const {
+        const ChartCounts counts = countsOf(run);
+        require(8 * counts.samples + 16 * counts.marks + 8 * counts.methodTexts <= bytes_.size());
+        require(axes.uvMin < axes.uvMax && axes.condMin < axes.condMax && axes.timeMin < axes.timeMax);
+        require(std::isfinite(axes.timeMax - axes.timeMin));
+    }
+
+    void read() const {
+        QFile file(path_);
+        file.remove();
+        require(file.open(QIODevice::WriteOnly) &&
+                file.write(reinterpret_cast<const char *>(bytes_.data()), static_cast<qint64>(bytes_.size())) >= 0);
+        file.close();
+
+        ChartData rest;
+        AxisValues axes;
+        const ChartFileReport salvaged = salvageChartFile(path_, rest, axes);
+        requireFitting(rest, axes);
+
+        ChartData run;
+        run.notes = QStringLiteral("what was there");
+        const ChartFileReport report = loadChartFile(path_, run, axes);
+        require(report.fault == salvaged.fault && report.position <= bytes_.size());
+        if (report.good())
+            saveAgain(run, axes);
+        else
+            require(run.notes == QStringLiteral("what was there") && countsOf(run) == ChartCounts());
+    }
+
+    void saveAgain(const ChartData &run, const AxisValues &axes) const {
+        requireFitting(run, axes);
+        ChartData again;
+        AxisValues axesAgain;
+        require(!saveChartFile(path_, logFile, run, axes) && loadChartFile(path_, again, axesAgain).good());
+        require(countsOf(again) == countsOf(run) && again.notes == run.notes && axesAgain == axes);
+        require(!saveChartStretch(path_, run, axes) && loadChartFile(path_, again, axesAgain).good());
+    }
+
+    std::vector<std::uint8_t> bytes_;
+    QString path_ = QStringLiteral("/dev/shm/ostrel-document-%1").arg(::getpid());
+};
