@@ -55,6 +55,16 @@ QString withLineFeeds(QString text) {
     return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
 }
 
+/// Under the hourglass of the work beneath, a box would seem to ask for patience.
+int execWithArrow(QMessageBox &window) {
+    if (QApplication::overrideCursor() == nullptr)
+        return window.exec();
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
+    const int chosen = window.exec();
+    QApplication::restoreOverrideCursor();
+    return chosen;
+}
+
 } // namespace
 
 BoxAnswer QtPrompts::show(const MessageBox &box) {
@@ -69,7 +79,7 @@ BoxAnswer QtPrompts::show(const MessageBox &box) {
         window.addButton(button.button);
     window.setEscapeButton(buttons.back().button);
     window.setDefaultButton(buttons.at(static_cast<std::size_t>(box.defaultButton - 1)).button);
-    const int chosen = window.exec();
+    const int chosen = execWithArrow(window);
     for (const Button &button : buttons) {
         if (button.button == chosen)
             return button.answer;

@@ -81,6 +81,10 @@ TEST_F(QtPromptsTest, theMousePointerGoesBackHoweverOftenItWasSet) {
     prompts.setMousePointer(MousePointer::Hourglass);
     prompts.setMousePointer(MousePointer::Hourglass);
     ASSERT_NE(QApplication::overrideCursor(), nullptr);
+    show({"damaged", BoxIcon::None, ""}, [](QMessageBox &window) {
+        EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+        window.close();
+    });
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
     prompts.setMousePointer(MousePointer::Default);
     prompts.setMousePointer(MousePointer::Default);
