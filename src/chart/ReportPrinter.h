@@ -25,8 +25,8 @@ struct ReportOptions {
 };
 
 /// Prints a report on a printer or into a PDF file, one copy: the chromatogram on a page of its own, as lines and texts
-/// that are sharp at any resolution, then the method and the notes on as many pages as they need. Paper, orientation and
-/// margins are the device's, with 12 mm at least to the paper's edge. An axis whose trace is left out is grey.
+/// that are sharp at any resolution, then the method and the notes on as many pages as they need. Paper, orientation
+/// and margins are the device's, with 12 mm at least to the paper's edge. An axis whose trace is left out is grey.
 ///
 /// Method and notes that are empty take no paper while there is anything else to print. With nothing chosen nothing is
 /// printed, which is good too. False when the device fails.
