@@ -39,7 +39,7 @@ void writeBare(const QString &path, const Pairs &pairs) {
     const auto *bytes = reinterpret_cast<const unsigned char *>(pairs.plain.data());
     std::size_t left = pairs.plain.size() * sizeof(SamplePair);
     unsigned long sum = 0;
-    for (; left > 0;) {
+    while (left > 0) {
         const std::size_t count = std::min(left, atOnce);
         sum = ::crc32_z(sum, bytes, count);
         if (::write(fd, bytes, count) != static_cast<ssize_t>(count))
