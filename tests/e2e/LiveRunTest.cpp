@@ -39,10 +39,11 @@ class WholeRun : public testing::TestWithParam<Instrument> {};
 const Instrument instruments[] = {
     {"status",  "kind status\nuv 0.1\nnoise uv 0.01\ncond 20\nnoise cond 0.5\nwait 8s\n"
                 "start\nwait 2s\nevent\nwait 2s\npause\nwait 1s\nresume\nwait 1s\nhold\nwait 1s\ncontinue\nwait 1s\n"
-                "event\nwait 1s\nend\nwait 10m\n",
+                "event\nwait 1s\nend\nmethod\n| Load 5 ml\n| Wash\nwait 10m\n",
                 "S 1 P H C 2 E", 1},
     {"letters", "kind letters\nuv 0.1\nnoise uv 0.01\ncond 20\nnoise cond 0.5\nwait 8s\n"
-                "start\nwait 2s\nevent\nwait 2s\npause\nwait 1s\nresume\nwait 1s\nlabel M\nwait 1s\nend\nwait 10m\n",
+                "start\nwait 2s\nevent\nwait 2s\npause\nwait 1s\nresume\nwait 1s\nlabel M\nwait 1s\n"
+                "end\nmethod\n| Load 5 ml\n| Wash\nwait 10m\n",
                 "S 1 P M E", 2},
 };
 // clang-format on
@@ -56,7 +57,15 @@ TEST_P(WholeRun, IsRecordedAsTheInstrumentMeantIt) {
 
     EXPECT_EQ(live.marks(0), GetParam().marks);
     EXPECT_THAT(live.samples(0), ElementsAreArray(recordedOf(live.truth(), GetParam().pairsBehindNews)));
-    EXPECT_TRUE(live.isEnabled("mnuSaveData"));
+
+    EXPECT_TRUE(within(20s, [&] { return live.methodText(0).contains("Wash"); }));
+    live.chooseFile("mnuSaveData", "Lauf Ä 1");
+    EXPECT_TRUE(within(10s, [&] { return live.fileExists("Lauf Ä 1.chd"); }));
+    live.chooseFile("mnuOpenData", "Lauf Ä 1.chd");
+    EXPECT_TRUE(within(10s, [&] { return live->get("TabChart", "currentIndex") == 1; }));
+    EXPECT_EQ(live.samples(1), live.samples(0));
+    EXPECT_EQ(live.marks(1), GetParam().marks);
+    EXPECT_EQ(live.methodText(1), live.methodText(0));
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, WholeRun, testing::ValuesIn(instruments),

@@ -36,6 +36,18 @@ bool LiveOstrel::isUp(const QString &window) {
     return std::ranges::any_of(probe_->windows(), [&](const QJsonValue &shown) { return shown["name"] == window; });
 }
 
+void LiveOstrel::chooseFile(const QString &command, const QString &name) {
+    probe_->trigger(command);
+    if (!within(10s, [&] { return isUp("ComDlg"); }))
+        throw std::runtime_error(command.toStdString() + " asks for no file");
+    probe_->type("fileNameEdit", profile_.file(name));
+    probe_->key("Return");
+    if (!within(10s, [&] { return !isUp("ComDlg"); }))
+        throw std::runtime_error(command.toStdString() + " does not take " + name.toStdString());
+}
+
+bool LiveOstrel::fileExists(const QString &name) const { return QFile::exists(profile_.file(name)); }
+
 QString LiveOstrel::marks(int chart) {
     QStringList labels;
     for (const QJsonValue mark : probe_->call(QString{"Chart(%1)"}.arg(chart), "marks").toArray())
@@ -49,6 +61,10 @@ std::vector<LiveOstrel::Sample> LiveOstrel::samples(int chart) {
     for (const QJsonValue pair : probe_->call(name, "samples", {0, probe_->get(name, "SampleCount")}).toArray())
         samples.push_back({static_cast<float>(pair[0].toDouble()), static_cast<float>(pair[1].toDouble())});
     return samples;
+}
+
+QString LiveOstrel::methodText(int chart) {
+    return probe_->call(QString{"Chart(%1)"}.arg(chart), "GetMethodText").toString();
 }
 
 std::vector<QStringList> LiveOstrel::truth() const {

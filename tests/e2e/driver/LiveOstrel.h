@@ -33,9 +33,14 @@ public:
     bool isLinked() { return probe_->colour("ShapeReciveLed") == "#00ff00"; }
     bool isEnabled(const QString &object) { return probe_->get(object, "enabled").toBool(); }
 
+    /// Gives a command and answers its file dialog with a name in the folder of this profile.
+    void chooseFile(const QString &command, const QString &name);
+    bool fileExists(const QString &name) const;
+
     /// The texts of a chart's marks in the order of their times, between blanks.
     QString marks(int chart);
     std::vector<Sample> samples(int chart);
+    QString methodText(int chart);
     /// What the instrument meant so far: the rows of its truth, split at the tabs.
     std::vector<QStringList> truth() const;
 
