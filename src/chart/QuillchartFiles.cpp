@@ -56,15 +56,17 @@ bool succeeds(Deed deed) {
 bool Quillchart::LoadDataFile(const QString &FileName) {
     ChartData run;
     AxisValues axes;
-    ChartFileReport report;
-    const bool loaded = succeeds([&] { return (report = loadChartFile(FileName, run, axes)).good(); });
+    bool damagedLog = false;
+    const bool loaded = succeeds([&] {
+        const ChartFileReport report = loadChartFile(FileName, run, axes);
+        const bool damaged = report.fault == ChartFileFault::Damaged || report.fault == ChartFileFault::Truncated;
+        damagedLog = damaged && report.head && report.head->kind == logFile;
+        return report.good();
+    });
     fileName_ = loaded ? FileName : QString();
     replaceRun(loaded ? std::move(run) : ChartData(), axes);
-    if (!loaded) {
-        const bool damaged = report.fault == ChartFileFault::Damaged || report.fault == ChartFileFault::Truncated;
-        const bool log = report.head && report.head->kind == logFile;
-        Q_EMIT ChartError(index_, damaged && log ? logDamaged : fileOpenError);
-    }
+    if (!loaded)
+        Q_EMIT ChartError(index_, damagedLog ? logDamaged : fileOpenError);
     return loaded;
 }
 
