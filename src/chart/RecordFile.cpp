@@ -26,6 +26,7 @@ constexpr std::size_t checkedHead = 44; // of the file's head; the checksum foll
 constexpr std::size_t bufferSize = 1 << 15;
 constexpr std::size_t large = 1 << 14;
 constexpr std::size_t ahead = 1 << 12; // the head of the next record is fetched along with a large stretch
+constexpr quint64 mostZeros = 1 << 24; // more are laid out ahead by nobody, and a hole in a file can be endless
 constexpr char zeros[8] = {};
 
 /// Puts values one behind the other, and takes them back.
@@ -53,13 +54,17 @@ QByteArray FileHead::bytes() const {
 }
 
 std::optional<FileHead> FileHead::from(std::span<const char, size> bytes) {
-    FileHead head;
-    quint32 reserved = 0;
     quint32 sum = 0;
-    get(bytes.data() + sizeof magic, head.kind, head.version, head.identity, head.written, head.sequence, head.instance,
-        reserved, sum);
+    get(bytes.data() + checkedHead, sum);
     if (std::memcmp(bytes.data(), magic, sizeof magic) != 0 || sum != crc32Of(0, bytes.data(), checkedHead))
         return std::nullopt;
+    return unchecked(bytes);
+}
+
+FileHead FileHead::unchecked(std::span<const char, size> bytes) {
+    FileHead head;
+    get(bytes.data() + sizeof magic, head.kind, head.version, head.identity, head.written, head.sequence,
+        head.instance);
     return head;
 }
 
@@ -244,6 +249,8 @@ bool RecordReader::fetch(char *to, std::size_t size, quint64 position, std::size
 }
 
 bool RecordReader::onlyZerosFrom(quint64 position) {
+    if (size_ - position > mostZeros)
+        return false;
     char bytes[4096];
     while (position < size_) {
         const std::size_t size = std::min<quint64>(sizeof bytes, size_ - position);

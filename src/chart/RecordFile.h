@@ -34,6 +34,8 @@ struct FileHead {
     QByteArray bytes() const;
     /// Nothing when the bytes are no such head, or a damaged one.
     static std::optional<FileHead> from(std::span<const char, size> bytes);
+    /// What the bytes say, damaged or not.
+    static FileHead unchecked(std::span<const char, size> bytes);
     /// Made now, with a new identity.
     static FileHead of(quint32 kind, quint32 version);
 };
@@ -91,6 +93,8 @@ public:
     std::error_code error() const { return error_; }
     /// None when the file does not begin with a whole one.
     const std::optional<FileHead> &head() const { return head_; }
+    /// Goes on as if the file began with this head: its records may be whole though its own is not.
+    void presume(const FileHead &head) { head_ = head; }
     quint64 fileSize() const { return size_; }
 
     /// Goes to the next record; what is left of the present one is skipped.

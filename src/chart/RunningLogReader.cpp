@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +17,7 @@
 namespace {
 
 constexpr quint64 lastNumber = quint64{1} << 48; // beyond any log
+constexpr quint64 nowhere = std::numeric_limits<quint64>::max();
 
 struct DataFile {
     QString path;
@@ -36,7 +38,7 @@ bool toNextRecord(RecordReader &reader) {
     return found == RecordReader::Found::Record || (found == RecordReader::Found::Damage && reader.searchNext());
 }
 
-/// Where the file sets in; the end of all numbers when no record says so.
+/// Where the file sets in; `nowhere` when no record says so.
 quint64 firstSampleOf(RecordReader &reader) {
     while (toNextRecord(reader)) {
         if (reader.record().kind != samplesRecord)
@@ -45,15 +47,17 @@ quint64 firstSampleOf(RecordReader &reader) {
         if (numbers && reader.finish())
             return numbers->first;
     }
-    return std::numeric_limits<quint64>::max();
+    return nowhere;
+}
+
+QByteArray beginningOf(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.read(qint64{AppendFile::layout}) : QByteArray();
 }
 
 /// A data file without a whole head that never held more: the power went while it was begun.
-bool isBlank(const QString &path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray rest = file.read(qint64{AppendFile::layout}).mid(static_cast<qsizetype>(FileHead::size));
+bool isBlank(const QByteArray &beginning) {
+    const QByteArray rest = beginning.mid(static_cast<qsizetype>(FileHead::size));
     return rest.count('\0') == rest.size();
 }
 
@@ -79,6 +83,8 @@ public:
     /// With `glance` it ends with the first sample or mark.
     Joiner(const QString &directory, bool glance) : glance_(glance) {
         findFiles(directory);
+        for (const QString &path : std::as_const(headless_))
+            lookBehindHead(path);
         if (!glance)
             log_.data.samples.expect(static_cast<qint64>(fillable_));
         for (std::vector<DataFile> &run : runs_)
@@ -89,6 +95,7 @@ public:
 private:
     void findFiles(const QString &directory);
     void look(const QFileInfo &entry);
+    void lookBehindHead(const QString &path);
     void addToRun(DataFile file);
     void joinRun(std::vector<DataFile> &run);
     void takeFile(const DataFile &file);
@@ -102,6 +109,7 @@ private:
     bool glance_;
     RecoveredLog log_;
     std::vector<std::vector<DataFile>> runs_;
+    QStringList headless_;   ///< data files whose head is damaged
     quint64 fillable_ = 0;   ///< so many samples may be missing before we stop believing it
     quint64 nextSample_ = 0; ///< of the run
     std::vector<Numbered<EventMark>> marks_;
@@ -127,13 +135,35 @@ void Joiner::look(const QFileInfo &entry) {
     RecordReader reader(path);
     const std::optional<FileHead> head = reader.head();
     if (!head) {
-        if (logFileNumber(entry.fileName()) != 0 && !isBlank(path))
-            addBadFile(path, reader.error() ? reader.error() : std::make_error_code(std::errc::bad_message));
+        if (logFileNumber(entry.fileName()) == 0)
+            return;
+        if (reader.error())
+            addBadFile(path, reader.error());
+        else
+            headless_ << path;
     } else if (head->kind == runningLogKind && head->version > runningLogVersion) {
         addBadFile(path, std::make_error_code(std::errc::not_supported));
     } else if (head->kind == runningLogKind) {
         addToRun({path, *head, reader.fileSize(), firstSampleOf(reader)});
     }
+}
+
+/// Records are known by the file's identity. If that is damaged itself, it is most likely that of the run beside it.
+void Joiner::lookBehindHead(const QString &path) {
+    const QByteArray beginning = beginningOf(path);
+    if (isBlank(beginning))
+        return;
+    std::vector heads{
+        FileHead::unchecked(std::span<const char, FileHead::size>(beginning.constData(), FileHead::size))};
+    if (!runs_.empty())
+        heads.push_back(runs_.front().front().head);
+    for (const FileHead &head : heads) {
+        RecordReader reader(path);
+        reader.presume(head);
+        if (const quint64 first = firstSampleOf(reader); first != nowhere)
+            return addToRun({path, head, reader.fileSize(), first});
+    }
+    addBadFile(path, std::make_error_code(std::errc::bad_message));
 }
 
 void Joiner::addToRun(DataFile file) {
@@ -160,6 +190,7 @@ void Joiner::joinRun(std::vector<DataFile> &run) {
 
 void Joiner::takeFile(const DataFile &file) {
     RecordReader reader(file.path);
+    reader.presume(file.head);
     while (!seenEnough() && toNextRecord(reader)) {
         if (reader.record().kind == samplesRecord)
             takeSamples(reader);

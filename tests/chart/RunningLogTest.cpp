@@ -237,11 +237,16 @@ TEST_F(RunningLogTest, aByteGoneBadCostsItsRecordAndNoTimes) {
     }
     const QByteArray all = content(file(1));
     constexpr qsizetype record = 24 + 8 + 7 * 8;
-    for (qsizetype place = 48; place < 48 + 4 * record; ++place) {
+    for (qsizetype place = 0; place < 48 + 4 * record; ++place) {
         SCOPED_TRACE(place);
         QByteArray bad = all;
         bad[place] = static_cast<char>(bad[place] ^ 0x10);
         lay("Log00001.dat", bad);
+        if (place < 48) { // in the file's head, where only the identity counts
+            EXPECT_EQ(heldSamples(readRunningLog(path)), place / 8 == 2 ? 0 : 28);
+            EXPECT_EQ(readRunningLog(path).badFiles.size(), place / 8 == 2 ? 1U : 0U);
+            continue;
+        }
         const RecoveredLog log = readRunningLog(path);
         const qint64 struck = (place - 48) / record;
         ASSERT_EQ(log.data.samples.size(), struck == 3 ? 21 : 28);
@@ -259,6 +264,10 @@ TEST_F(RunningLogTest, aMissingFileIsBridgedOrLeftOutAndTold) {
         live(300);
         ASSERT_FALSE(tick(writer, aMinute));
     }
+    QByteArray other = content(file(2));
+    other[16] = static_cast<char>(~other[16]); // an identity that only the files beside it tell
+    lay("Log00002.dat", other);
+    expectAll();
     ASSERT_TRUE(QFile::remove(file(2)));
     RecoveredLog log = readRunningLog(path);
     ASSERT_EQ(log.gaps.size(), 1U);
