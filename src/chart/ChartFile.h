@@ -13,6 +13,7 @@
 
 inline constexpr quint32 dataFile = fourLetters("DATA");
 inline constexpr quint32 logFile = fourLetters("LOG ");
+inline constexpr quint32 chartFileVersion = 1; ///< that is written; older ones are read too
 
 /// Puts the run into a file of this kind, in place of an old one. No error means that it is on the disk; otherwise the
 /// old file stands as it was.
