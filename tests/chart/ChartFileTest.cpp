@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ChartFile.h"
 
+#include "chart/Quillchart.h"
 #include "fakes/FaultyDisk.h"
 
 #include <QDataStream>
@@ -159,6 +160,13 @@ TEST_F(ChartFileTest, aDamagedSpotCostsWhatItHoldsAndTheReportTellsOfIt) {
     EXPECT_EQ(faultOf(saved().left(third) + QByteArray(5000, '\0')), ChartFileFault::Truncated);
 }
 
+TEST_F(ChartFileTest, anEndlessHoleInAFileIsNotReadThrough) {
+    saved();
+    if (!QFile::resize(path, 128) || !QFile::resize(path, qint64{1} << 42))
+        GTEST_SKIP() << "no such file here";
+    EXPECT_EQ(loadChartFile(path, back, backAxes).fault, ChartFileFault::Damaged);
+}
+
 TEST_F(ChartFileTest, saysWhatCannotBeRead) {
     EXPECT_EQ(loadChartFile(folder.path(), run, axes).error.value(), EISDIR);
     EXPECT_EQ(loadChartFile(folder.filePath("none"), run, axes).error.value(), ENOENT);
@@ -293,6 +301,26 @@ TEST_F(ChartFileTest, aStretchBeginsAtZeroAndTakesItsMarksAlong) {
     ASSERT_FALSE(saveChartStretch(path, run, axes));
     EXPECT_TRUE(loadChartFile(path, back, backAxes).good());
     EXPECT_EQ(back.samples.size(), 0);
+}
+
+TEST_F(ChartFileTest, whateverAFileHoldsCanBeShown) {
+    constexpr float odd[] = {NAN, INFINITY, -INFINITY, 3e38F, -3e38F, 1e-45F};
+    for (const float value : odd) {
+        run.samples.append({value, -value});
+        run.marks.push_back({QString(3000, u'W') + QChar(0xD800) + QChar(0), -1, -32768, value});
+        run.methodTexts.push_back({QStringLiteral("late"), value});
+    }
+    for (const AxisValues &shown :
+         {AxisValues{-1e6F, 1e6F, -1e6F, 1e6F, -1e6F, 1e6F}, AxisValues{0, 1e-45F, 0, 1e-45F, 0, 1e-45F},
+          AxisValues{999999.9F, 1e6F, 3, 4, 999999.9F, 1e6F}}) {
+        ASSERT_FALSE(saveChartFile(path, dataFile, run, shown));
+        Quillchart chart(1);
+        chart.resize(600, 300);
+        ASSERT_TRUE(chart.LoadDataFile(path));
+        EXPECT_EQ(chart.UvAxisMax(), shown.uvMax);
+        EXPECT_EQ(chart.grab().width(), 600);
+        EXPECT_TRUE(chart.SaveSelectedData(path) && chart.LoadDataFile(path));
+    }
 }
 
 TEST_F(ChartFileTest, axesThatNoChartCanShowGiveWayToThoseOfANewOne) {
