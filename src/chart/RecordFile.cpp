@@ -40,7 +40,10 @@ void get(const char *from, T &...values) {
 }
 
 quint32 headSum(const char *bytes, quint64 identity) {
-    return crc32Of(crc32Of(0, &identity, sizeof identity), bytes, RecordHead::size - sizeof(quint32));
+    char checked[sizeof identity + RecordHead::size - sizeof(quint32)]; // at one go: there are very many small records
+    std::memcpy(checked, &identity, sizeof identity);
+    std::memcpy(checked + sizeof identity, bytes, sizeof checked - sizeof identity);
+    return crc32Of(0, checked, sizeof checked);
 }
 
 } // namespace
