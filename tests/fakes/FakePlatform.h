@@ -7,6 +7,7 @@
 #include "platform/Prompts.h"
 #include "platform/SerialControl.h"
 #include "platform/SettingsStore.h"
+#include "platform/SleepGuard.h"
 #include "platform/Timer.h"
 
 #include <QStringList>
@@ -202,4 +203,11 @@ public:
 
     QString line;
     bool ended = false;
+};
+
+class FakeSleepGuard : public SleepGuard {
+public:
+    void setHeld(bool on) override { held = on; }
+
+    bool held = false;
 };
