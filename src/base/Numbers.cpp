@@ -4,6 +4,7 @@
 #include "base/RunTimeError.h"
 
 #include <QLocale>
+#include <QRegularExpression>
 
 #include <cmath>
 #include <limits>
@@ -54,13 +55,22 @@ double numberFrom(const QString &text) {
     return value;
 }
 
+double leadingNumber(const QString &text) {
+    static const QRegularExpression blanks(QStringLiteral("\\s+"));
+    static const QRegularExpression number(QStringLiteral("^[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?"));
+    return number.match(QString(text).remove(blanks)).captured().toDouble();
+}
+
 QChar decimalSeparator() { return generalNumber(1.3).at(1); }
 
-QString generalDate(const QDateTime &when) {
+QString dateText(const QDate &date) { return QLocale().toString(date, QLocale::ShortFormat); }
+
+QString timeText(const QTime &time) {
     const QLocale locale;
     // The long time form has the seconds, but also the time zone, which has no place here.
-    QString timeForm = locale.timeFormat(QLocale::LongFormat);
-    timeForm.remove(QLatin1Char('t'));
-    return locale.toString(when.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
-           locale.toString(when.time(), timeForm.trimmed());
+    QString form = locale.timeFormat(QLocale::LongFormat);
+    form.remove(QLatin1Char('t'));
+    return locale.toString(time, form.trimmed());
 }
+
+QString generalDate(const QDateTime &when) { return dateText(when.date()) + QLatin1Char(' ') + timeText(when.time()); }

@@ -26,8 +26,15 @@ QString leadingBlankNumber(int value);
 /// The number that a text holds, blanks around it allowed. Raises type mismatch (13) for anything else.
 double numberFrom(const QString &text);
 
+/// The number that a text begins with, its separator a point in every locale and blanks left out; 0 when there is none.
+double leadingNumber(const QString &text);
+
 /// The locale's decimal separator: the second character of 1.3 as text.
 QChar decimalSeparator();
+
+/// The locale's short form of a date, and the time to the second.
+QString dateText(const QDate &date);
+QString timeText(const QTime &time);
 
 /// Date and time to the second in the locale's short form, as logs and method texts bear it.
 QString generalDate(const QDateTime &when);

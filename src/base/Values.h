@@ -96,9 +96,16 @@ struct Options {
 struct Identity {
     QString SystemName = QStringLiteral("Default");
     Int16 InstanceNumber; ///< 0 until the copy is registered
-    QString InstanceTag;
-    QString LogDirectory;
+    QString InstanceTag;  ///< decimal digits, the name of the copy's log directory
+    QString StartDate;    ///< when the copy was started, as the list of left-over logs shows it
+    QString StartTime;
+    QString LogDirectory;      ///< with a separator at its end; while a left-over log is saved, that log's directory
     bool PrevInstance = false; ///< another copy was running when this one started
+};
+
+/// How the last saving of the running log went.
+struct LogState {
+    bool LogSaved = true; ///< false when it failed or the operator cancelled it
 };
 
 /// The run-time error that a handler is at work on; what error boxes quote.
@@ -113,6 +120,7 @@ struct Values {
     TabStates tabs;
     Options options;
     Identity identity;
+    LogState log;
     CurrentError error;
     QChar DecimalPoint = QLatin1Char('.');
 };

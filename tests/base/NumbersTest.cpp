@@ -51,6 +51,13 @@ TEST(Numbers, aCommaLocaleIsReadAndWritten) {
     EXPECT_EQ(errorOf([] { numberFrom("1.2.3"); }), RunTimeError::TypeMismatch);
 }
 
+TEST(Numbers, theNumberThatATextBeginsWithCounts) {
+    EXPECT_EQ(leadingNumber(" 1 2x"), 12);
+    EXPECT_EQ(leadingNumber("-1.5|3"), -1.5);
+    EXPECT_EQ(leadingNumber("x1"), 0);
+    EXPECT_EQ(leadingNumber(""), 0);
+}
+
 TEST(Numbers, theMinusSignIsThePlainOneInEveryLocale) {
     for (const QLocale::Language language : {QLocale::Swedish, QLocale::Finnish, QLocale::Arabic}) {
         const Locale locale(language);

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QStringList>
+
+/// Folders one at a time, and what stands in them. A symbolic link to a folder is no folder here, and is never
+/// followed. A failure is a RunTimeError.
+namespace Directories {
+
+/// Hidden or not.
+bool exists(const QString &path);
+bool isLink(const QString &path);
+
+/// Makes one folder; it is on the disk when this returns. False when something of that name stands there.
+[[nodiscard]] bool make(const QString &path);
+/// Hides it from file managers: its name comes into the list `.hidden` beside it.
+void hide(const QString &path);
+
+/// The names in a folder, hidden ones too, sorted; empty when there is no such folder.
+QStringList names(const QString &folder);
+QStringList folderNames(const QString &folder);
+
+/// A link goes itself, not what it leads to.
+void removeFile(const QString &path);
+/// Only an empty folder goes; it is off the disk when this returns.
+void remove(const QString &folder);
+
+} // namespace Directories
