@@ -44,3 +44,15 @@ public:
     /// In twips, in the window's font.
     virtual float textWidth(const QString &text) const = 0;
 };
+
+/// The main window as the running log sees it.
+class LogWindow {
+public:
+    virtual ~LogWindow() = default;
+
+    /// The command that saves the log.
+    virtual void enableSaveLog(bool on) = 0;
+    virtual bool saveLogEnabled() const = 0;
+    /// Presses the toolbar button that tells the state, which releases the other, and enables the other's command.
+    virtual void showLogging(bool on) = 0;
+};

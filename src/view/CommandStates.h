@@ -3,6 +3,7 @@
 
 #include "acquisition/AcquisitionPorts.h"
 #include "base/Values.h"
+#include "documents/DocumentPorts.h"
 #include "view/MainControls.h"
 
 #include <QAction>
@@ -11,7 +12,7 @@
 #include <functional>
 
 /// Which commands are available in which state. Menu items and toolbar buttons are actions, found by their names.
-class CommandStates {
+class CommandStates : public LogWindow {
 public:
     using Actions = std::function<QAction *(const QString &name)>;
 
@@ -27,6 +28,13 @@ public:
     void setLogMenus(bool DataLogging);
     /// Presses the one of the two log buttons that tells the state.
     void pressLogButton(bool DataLogging);
+
+    void enableSaveLog(bool on) override { enable("mnuSaveLog", on); }
+    bool saveLogEnabled() const override { return actions_(QStringLiteral("mnuSaveLog"))->isEnabled(); }
+    void showLogging(bool on) override {
+        pressLogButton(on);
+        setLogMenus(on);
+    }
 
 private:
     void applyTabRows();
