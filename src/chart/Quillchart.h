@@ -139,6 +139,7 @@ private:
     std::optional<AxisValues> axesBeforeZoom_;
     std::optional<double> pointer_; // where the readout stands, x within the plot
     QString fileName_;              // where the run was last read from or written to
+    bool holdsNothing_ = false;     // since a load failed: saving would empty a file that is only out of reach
     QPrinter *printer_ = nullptr;
     RunningLogWriter log_;
 };

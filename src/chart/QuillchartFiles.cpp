@@ -64,6 +64,7 @@ bool Quillchart::LoadDataFile(const QString &FileName) {
         return report.good();
     });
     fileName_ = loaded ? FileName : QString();
+    holdsNothing_ = !loaded;
     replaceRun(loaded ? std::move(run) : ChartData(), axes);
     if (!loaded)
         Q_EMIT ChartError(index_, damagedLog ? logDamaged : fileOpenError);
@@ -79,14 +80,14 @@ void Quillchart::replaceRun(ChartData run, const AxisValues &axes) {
 }
 
 bool Quillchart::SaveDataFile(const QString &FileName) {
-    const bool saved = succeeds([&] { return !saveChartFile(FileName, dataFile, data_, axes_); });
+    const bool saved = !holdsNothing_ && succeeds([&] { return !saveChartFile(FileName, dataFile, data_, axes_); });
     if (saved)
         fileName_ = FileName;
     return saved;
 }
 
 bool Quillchart::SaveSelectedData(const QString &FileName) {
-    return succeeds([&] { return !saveChartStretch(FileName, data_, axes_); });
+    return !holdsNothing_ && succeeds([&] { return !saveChartStretch(FileName, data_, axes_); });
 }
 
 void Quillchart::ClearData() {
@@ -94,6 +95,7 @@ void Quillchart::ClearData() {
     data_ = {};
     data_.title = title;
     fileName_.clear();
+    holdsNothing_ = false;
     redrawDue_ = true; // nothing may be added to what is drawn
 }
 
