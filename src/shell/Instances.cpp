@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#include "shell/Instances.h"
+
+#include "base/Numbers.h"
+#include "base/Steps.h"
+#include "platform/Directories.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr char countKey[] = "0";
+constexpr char noEntry[] = "0";
+constexpr QChar bar = u'|';
+constexpr int tagField = 3; // bars before the tag
+
+// Where date and time begin in the list.
+constexpr int dateColumn = 32;
+constexpr int timeColumn = 45;
+
+// All tags are equally long, so that none can be part of another: a directory counts as known when its name occurs
+// anywhere in an entry. Enough for the milliseconds of the next 260 years.
+constexpr int tagDigits = 13;
+
+/// The short form, unless the list has no room for it.
+QString listedDate(const QDate &date) {
+    const QString text = dateText(date);
+    return text.size() <= timeColumn - dateColumn ? text : date.toString(Qt::ISODate);
+}
+
+void padTo(int width, QString &text) {
+    if (text.size() > width)
+        throw RunTimeError(RunTimeError::InvalidProcedureCall);
+    text = text.leftJustified(width);
+}
+
+} // namespace
+
+Instances::Instances(Identity &identity, SettingsStore &store, Prompts &prompts, const Clock &clock,
+                     const QString &appPath)
+    : identity_(identity), store_(store), prompts_(prompts), clock_(clock),
+      logFolder_(appPath + QStringLiteral("/Log")) {}
+
+void Instances::prepareLogDirectory() {
+    const QDateTime now = clock_.now();
+    identity_.StartDate = listedDate(now.date());
+    identity_.StartTime = timeText(now.time());
+    identity_.SystemName = Identity().SystemName;
+    if (!Directories::exists(logFolder_))
+        makeLogFolder();
+    makeOwnDirectory(now);
+}
+
+void Instances::makeLogFolder() {
+    // Another copy that starts at this moment may have been faster.
+    if (!Directories::make(logFolder_) && !Directories::exists(logFolder_))
+        throw RunTimeError(RunTimeError::FileAlreadyExists, logFolder_ + QStringLiteral(": not a folder"));
+    Directories::hide(logFolder_);
+}
+
+void Instances::makeOwnDirectory(const QDateTime &now) {
+    qint64 number = std::max<qint64>(now.toMSecsSinceEpoch(), 0);
+    QString directory;
+    do {
+        identity_.InstanceTag = QString::number(number++).rightJustified(tagDigits, u'0');
+        directory = logFolder_ + u'/' + identity_.InstanceTag;
+    } while (!Directories::make(directory));
+    identity_.LogDirectory = directory + u'/';
+}
+
+Int16 Instances::countedBy(int step) const {
+    return rounded16(leadingNumber(store_.GetSetting(logInfoSection, countKey, QStringLiteral("0"))) + step);
+}
+
+void Instances::AddInstance() {
+    tellingFailure("AddInstance", [this] {
+        const Int16 number = countedBy(+1);
+        store_.SaveSetting(logInfoSection, countKey, QString::number(number));
+        identity_.InstanceNumber = number;
+        if (store_.GetSetting(logInfoSection, QString::number(number), noEntry) != QLatin1String(noEntry))
+            prompts_.show({QStringLiteral("Existing Registry entry will be overwritten, improved functionality to come "
+                                          "later!")});
+    });
+}
+
+void Instances::UpdateRegistry() {
+    tellingFailure("UpdateRegistry", [this] {
+        // A bar that was pasted into the name would hide the tag, and with it the log, from the next start.
+        const QString name = QString(identity_.SystemName).replace(bar, u' ');
+        store_.SaveSetting(
+            logInfoSection, QString::number(identity_.InstanceNumber),
+            QStringList{name, identity_.StartDate, identity_.StartTime, identity_.InstanceTag}.join(bar));
+    });
+}
+
+void Instances::RemoveRegistryEntry() {
+    tellingFailure("RemoveRegistryEntry", [this] {
+        store_.DeleteSetting(logInfoSection, QString::number(identity_.InstanceNumber));
+        store_.SaveSetting(logInfoSection, countKey, QString::number(countedBy(-1)));
+    });
+}
+
+void Instances::tellingFailure(const char *routine, const std::function<void()> &body) {
+    trapped(body, [&](const RunTimeError &error) {
+        prompts_.show({QStringLiteral("Error in ") + QLatin1String(routine) + QStringLiteral("!  ") +
+                       QString::number(error.number()) + error.description()});
+    });
+}
+
+QString Instances::LogDirFromEntry(const QString &value) const {
+    QString tag;
+    int bars = 0;
+    for (const QChar character : value) {
+        if (bars == tagField)
+            tag += character;
+        if (character == bar)
+            ++bars;
+    }
+    return logFolder_ + u'/' + tag;
+}
+
+bool Instances::staysInLogFolder(const QString &directory) const {
+    const QString name = directory.mid(logFolder_.size() + 1);
+    // The operating system takes a name to end at a null character.
+    return directory.startsWith(logFolder_ + u'/') && name != QStringLiteral("..") && !name.contains(u'/') &&
+           !name.contains(QChar::Null) && !Directories::isLink(logFolder_) && !Directories::isLink(directory);
+}
+
+QString Instances::EntryDisplayText(const QString &value) {
+    QString text(2, u' ');
+    int bars = 0;
+    for (const QChar character : value) {
+        if (character != bar) {
+            if (bars == tagField)
+                break;
+            text += character;
+            continue;
+        }
+        if (bars == 0)
+            padTo(dateColumn, text);
+        else if (bars == 1)
+            padTo(timeColumn, text);
+        ++bars;
+    }
+    return text;
+}

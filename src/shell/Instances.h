@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/Values.h"
+#include "platform/Clock.h"
+#include "platform/Prompts.h"
+#include "platform/SettingsStore.h"
+
+#include <functional>
+
+/// The section of the settings store with one entry for each running copy, `name|date|time|tag` under the copy's
+/// number, and their count under "0".
+inline constexpr char logInfoSection[] = "LogInfo";
+
+/// The bookkeeping of the running copies: each has a number, an entry in the store, and a directory for its running log
+/// in the Log folder. What a clean exit would have removed is what a crash left behind.
+class Instances {
+public:
+    /// `appPath` without a separator at its end.
+    Instances(Identity &identity, SettingsStore &store, Prompts &prompts, const Clock &clock, const QString &appPath);
+
+    /// Gives this copy its tag, its dates, the name "Default" and an empty log directory. A failure is a RunTimeError.
+    void prepareLogDirectory();
+
+    /// These tell the operator of a failure themselves, and leave what was written.
+    void AddInstance(); ///< takes the number behind the count, also when another copy bears it
+    void UpdateRegistry();
+    void RemoveRegistryEntry();
+
+    const QString &logFolder() const { return logFolder_; }
+    /// The directory that an entry names; the Log folder itself where the entry names none. An entry may hold anything:
+    /// staysInLogFolder() tells whether to go there.
+    QString LogDirFromEntry(const QString &value) const;
+    /// The Log folder itself, or a name directly in it that is no link.
+    bool staysInLogFolder(const QString &directory) const;
+    /// An entry as a line of the list: name, date and time in columns. Raises 5 when a field is wider than its column.
+    static QString EntryDisplayText(const QString &value);
+
+private:
+    void makeLogFolder();
+    void makeOwnDirectory(const QDateTime &now);
+    Int16 countedBy(int step) const;
+    void tellingFailure(const char *routine, const std::function<void()> &body);
+
+    Identity &identity_;
+    SettingsStore &store_;
+    Prompts &prompts_;
+    const Clock &clock_;
+    QString logFolder_;
+};
