@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "shell/Recovery.h"
+
+#include "base/Steps.h"
+#include "platform/Directories.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr QLatin1String countKey("0");
+
+QString unknownText(const QString &name) { return QStringLiteral("  Unknown Log File ") + name; }
+
+/// The directories in the Log folder; a log's has no point in its name.
+QStringList directoriesIn(const QString &logFolder) {
+    QStringList names = Directories::folderNames(logFolder);
+    names.removeIf([](const QString &name) { return name.contains(u'.'); });
+    return names;
+}
+
+/// What an operator saved among the left-overs, of all places, is none of them.
+bool isSavedRun(const QString &name) {
+    return name.endsWith(QStringLiteral(".chl"), Qt::CaseInsensitive) ||
+           name.endsWith(QStringLiteral(".chd"), Qt::CaseInsensitive);
+}
+
+} // namespace
+
+Recovery::Recovery(Identity &identity, const std::vector<SettingRow> &LogInfoTable, const LogState &log,
+                   const Instances &instances, Uses uses)
+    : identity_(identity), LogInfoTable_(LogInfoTable), log_(log), instances_(instances), uses_(std::move(uses)) {}
+
+void Recovery::offer() {
+    rows_.clear();
+    leftOvers_ = directoriesIn(instances_.logFolder());
+    FillKnownLogs();
+    FillUnknownLogs();
+    if (rows_.empty()) {
+        PurgeLogDirectories();
+        return;
+    }
+    uses_.prompts.beep();
+    uses_.showDialog(*this);
+}
+
+void Recovery::FillKnownLogs() {
+    if (identity_.PrevInstance) {
+        uses_.prompts.show({QStringLiteral("Found Previous Instance!")});
+        return;
+    }
+    if (LogInfoTable_.size() < 2) // one row is only the count
+        return;
+    for (const SettingRow &entry : LogInfoTable_) {
+        if (entry.key == countKey)
+            continue;
+        identity_.LogDirectory = instances_.LogDirFromEntry(entry.value);
+        if (holdsLog(identity_.LogDirectory))
+            rows_.push_back({Instances::EntryDisplayText(entry.value)});
+    }
+}
+
+void Recovery::FillUnknownLogs() {
+    UnknownLogDirs_.clear();
+    // The Log folder itself first: what lies in it openly may be swept away too.
+    for (const QString &name : QStringList{QStringLiteral(".")} + leftOvers_) {
+        if (holdsLog(directoryOf(name)) && !isKnown(name))
+            UnknownLogDirs_ << name;
+    }
+    for (const QString &name : std::as_const(UnknownLogDirs_))
+        rows_.push_back({unknownText(name)});
+}
+
+bool Recovery::isKnown(const QString &name) const {
+    if (LogInfoTable_.empty())
+        throw RunTimeError(RunTimeError::TypeMismatch);
+    return std::any_of(LogInfoTable_.begin(), LogInfoTable_.end(),
+                       [&](const SettingRow &entry) { return entry.value.contains(name); });
+}
+
+/// An entry of the store may name any place: nothing outside the Log folder is even looked at.
+bool Recovery::holdsLog(const QString &directory) const {
+    return instances_.staysInLogFolder(directory) && uses_.Chart5.CheckLogFile(directory);
+}
+
+QString Recovery::directoryOf(const QString &name) const { return instances_.logFolder() + u'/' + name; }
+
+bool Recovery::cmdRecoverButtonEnabled() const {
+    return std::any_of(rows_.begin(), rows_.end(), [](const RecoveryRow &row) { return row.checked; });
+}
+
+bool Recovery::cmdRecoverButton_Click() {
+    for (RecoveryRow &row : rows_) {
+        if (!row.checked)
+            continue;
+        // The text alone tells which log it is: runs of equal name, date and time are saved one after the other.
+        for (const SettingRow &entry : LogInfoTable_) {
+            if (Instances::EntryDisplayText(entry.value) == row.text)
+                recover(row, instances_.LogDirFromEntry(entry.value), entry.value.section(u'|', 0, 0));
+        }
+        for (const QString &name : std::as_const(UnknownLogDirs_)) {
+            if (unknownText(name) == row.text)
+                recover(row, directoryOf(name), name);
+        }
+    }
+    RebuildLogList();
+    return rows_.empty() && cmdDoneButton_Click();
+}
+
+void Recovery::recover(RecoveryRow &row, const QString &LogDirectory, const QString &SystemName) {
+    if (!instances_.staysInLogFolder(LogDirectory))
+        return;
+    identity_.LogDirectory = LogDirectory;
+    identity_.SystemName = SystemName;
+    uses_.logSaver.mnuSaveLog_Click();
+    if (log_.LogSaved)
+        row.itemData = RecoveryRow::recovered;
+}
+
+/// What was not recovered stays, unchecked.
+void Recovery::RebuildLogList() {
+    std::erase_if(rows_, [](const RecoveryRow &row) { return row.itemData != RecoveryRow::notRecovered; });
+    for (RecoveryRow &row : rows_)
+        row.checked = false;
+}
+
+bool Recovery::cmdDoneButton_Click() {
+    if (!rows_.empty() &&
+        uses_.prompts.show({QStringLiteral("Not all Log files have been recovered!  Log files that have not been "
+                                           "recovered will be permanently lost.\r\n(Select 'Cancel' to recover "
+                                           "additional Log files.)"),
+                            BoxIcon::Exclamation, QStringLiteral("Ostrel MS - Warning!"), BoxButtons::OkCancel, 2}) !=
+            BoxAnswer::Ok)
+        return false;
+    PurgeLogDirectories();
+    return true;
+}
+
+/// The directories before their entries: a power cut in between leaves entries without a log, which the next start
+/// sweeps away, and no log without its entry.
+void Recovery::PurgeLogDirectories() {
+    QStringList standing;
+    skippingErrors([&] { standing = directoriesIn(instances_.logFolder()); });
+    if (standing.isEmpty())
+        purge(instances_.logFolder());
+    for (const QString &name : std::as_const(standing)) {
+        // Those that came up since belong to copies that were started while the operator was choosing.
+        if (leftOvers_.contains(name))
+            purge(directoryOf(name));
+    }
+    if (!LogInfoTable_.empty())
+        skippingErrors([&] { uses_.store.DeleteSection(logInfoSection); });
+}
+
+void Recovery::purge(const QString &directory) {
+    QStringList names;
+    skippingErrors([&] { names = Directories::names(directory); });
+    for (const QString &name : std::as_const(names)) {
+        if (!isSavedRun(name))
+            skippingErrors([&] { Directories::removeFile(directory + u'/' + name); });
+    }
+    skippingErrors([&] { Directories::remove(directory); });
+}

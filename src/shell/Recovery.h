@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/Values.h"
+#include "chart/ChartContract.h"
+#include "platform/Prompts.h"
+#include "platform/SettingsStore.h"
+#include "shell/Instances.h"
+#include "shell/ShellPorts.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <vector>
+
+/// A line of the list of left-over logs.
+struct RecoveryRow {
+    static constexpr qint32 notRecovered = 0;
+    static constexpr qint32 recovered = -1;
+
+    QString text;
+    qint32 itemData = notRecovered;
+    bool checked = false;
+};
+
+/// Offers the logs that crashed runs left behind. Recovering one means saving it as a log file; when the operator is
+/// done, or there is nothing to offer, all left-overs are deleted. Only for a copy that found no other one running.
+class Recovery {
+public:
+    /// What recovery runs and reaches.
+    struct Uses {
+        ChartLog &Chart5;
+        LogSaver &logSaver;
+        SettingsStore &store;
+        Prompts &prompts;
+        std::function<void(Recovery &)> showDialog; ///< frmDataRecovery, until the operator ends it
+    };
+
+    /// `LogInfoTable` is what stood in the store before this copy wrote to it; empty when it had no such section.
+    Recovery(Identity &identity, const std::vector<SettingRow> &LogInfoTable, const LogState &log,
+             const Instances &instances, Uses uses);
+
+    /// Looks for left-overs and offers them. A log without any entries in the store is a run-time error (13).
+    void offer();
+
+    const std::vector<RecoveryRow> &rows() const { return rows_; }
+    void setChecked(std::size_t row, bool checked) { rows_.at(row).checked = checked; }
+    bool cmdRecoverButtonEnabled() const;
+
+    /// Both answer whether the dialog is done.
+    [[nodiscard]] bool cmdRecoverButton_Click();
+    [[nodiscard]] bool cmdDoneButton_Click();
+
+private:
+    void FillKnownLogs();
+    void FillUnknownLogs();
+    void RebuildLogList();
+    void PurgeLogDirectories();
+    void recover(RecoveryRow &row, const QString &LogDirectory, const QString &SystemName);
+    void purge(const QString &directory);
+    bool holdsLog(const QString &directory) const;
+    bool isKnown(const QString &name) const;
+    QString directoryOf(const QString &name) const;
+
+    Identity &identity_;
+    const std::vector<SettingRow> &LogInfoTable_;
+    const LogState &log_;
+    const Instances &instances_;
+    Uses uses_;
+
+    std::vector<RecoveryRow> rows_;
+    QStringList UnknownLogDirs_;
+    QStringList leftOvers_; ///< the directories that stood when the looking began
+};

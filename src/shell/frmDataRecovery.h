@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "shell/Recovery.h"
+
+#include <QDialog>
+
+class CommandButton;
+class QListWidget;
+class QListWidgetItem;
+class QVBoxLayout;
+
+/// The list of left-over logs, for the operator to choose from. Made for each showing, on a recovery that has looked;
+/// run it with `exec`. Closing it leaves all left-overs for the next start.
+class frmDataRecovery : public QDialog {
+    Q_OBJECT
+public:
+    frmDataRecovery(Recovery &recovery, QWidget *parent);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void makePrompts(QVBoxLayout &form);
+    void makeList();
+    void makeButtons(QVBoxLayout &form);
+    void showRows();
+    void placeHeads();
+    void lstLogFiles_ItemCheck(const QListWidgetItem &item);
+
+    Recovery &recovery_;
+    QWidget *heads_;
+    QListWidget *lstLogFiles_;
+    CommandButton *cmdRecoverButton_;
+    CommandButton *cmdDoneButton_;
+    bool pressedOnText_ = false;
+};
