@@ -26,13 +26,17 @@ function(ostrel_layer name)
     target_link_libraries(${name} PUBLIC ostrel_options ${arg_LINKS})
 endfunction()
 
-# ostrel_test(name SOURCES ... LINKS ...): one GoogleTest program, run without a display, each case a CTest test.
+# ostrel_test(name SOURCES ... LINKS ... [SECONDS n]): one GoogleTest program, run without a display, each case a CTest
+# test, which fails after so many seconds.
 function(ostrel_test name)
     include(GoogleTest)
-    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(arg "" "SECONDS" "SOURCES;LINKS" ${ARGN})
+    if(NOT arg_SECONDS)
+        set(arg_SECONDS 120)
+    endif()
     add_executable(${name} ${arg_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE ostrel_options ${arg_LINKS} GTest::gmock)
     gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
-        PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC" TIMEOUT 120)
+        PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC" TIMEOUT ${arg_SECONDS})
 endfunction()

@@ -7,6 +7,7 @@
 #include "platform/Prompts.h"
 #include "platform/SerialControl.h"
 #include "platform/SettingsStore.h"
+#include "platform/SleepGuard.h"
 #include "platform/Timer.h"
 
 #include <QObject>
@@ -24,8 +25,11 @@ struct Platform {
     Prompts &prompts;
     CommonDialog &ComDlg; ///< the one file dialog of the main window
     Process &process;
+    SleepGuard &sleep;
     /// A timer by its name, with its interval in milliseconds and whether it is on from the start.
     std::function<std::unique_ptr<Timer>(QObject *owner, const QString &name, int interval, bool on)> makeTimer;
-    QString errorLog; ///< path of ChartErr.log
+    QString appPath;     ///< without a separator at its end
+    QString errorLog;    ///< path of ChartErr.log
+    QString commandLine; ///< what stood behind the program's name
     bool PrevInstance = false;
 };

@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "app/Program.h"
 
+#include "base/Steps.h"
 #include "chart/Quillchart.h"
 #include "view/InitMainWindow.h"
 
 namespace {
 
-MainTimers makeTimers(const Platform &on, QObject &owner) {
+MainTimers makeTimers(const Platform &on, QObject &splash, QObject &owner) {
     const auto make = [&](const char *name, int interval, bool enabled) {
         return on.makeTimer(&owner, QLatin1String(name), interval, enabled);
     };
     // clang-format off
-    return {make("TimerProcess",             700, true),
+    return {on.makeTimer(&splash, QStringLiteral("TimerLoadMain"), 1000, false),
+            make("TimerProcess",             700, true),
             make("TimerCheckComData",       5000, false),
             make("TimerStopWaitForMethod", 15000, false),
             make("TimerSaveLog",           20000, false)};
@@ -29,7 +31,7 @@ DocumentCharts documentCharts(const frmMain &window) {
 } // namespace
 
 Program::Program(const Platform &on)
-    : platform_(on), commands_(values_.tabs), timers_(makeTimers(on, window_)),
+    : platform_(on), commands_(values_.tabs), timers_(makeTimers(on, splash_, window_)),
       errors_(values_.link, on.prompts, commands_, {values_.error, on.ComPort, on.clock}, on.errorLog),
       settings_(values_.options, values_.error, on.store, errors_),
 
@@ -47,6 +49,8 @@ Program::Program(const Platform &on)
       openFiles_(values_.tabs, documentCharts(window_), fileWindow_, on.ComDlg, on.prompts),
       saveFiles_(values_.tabs, documentCharts(window_), fileWindow_, on.ComDlg, on.prompts, errors_),
       clearAndClose_(values_.tabs, documentCharts(window_), fileWindow_, on.prompts, errors_, saveFiles_),
+      log_({values_.link, values_.identity}, values_.run, values_.options, values_.log, window_.chart(logChart),
+           window_.chart(scratchChart), *timers_.SaveLog, states_, on.ComDlg, errors_),
 
       receiver_(on.ComPort, ring_, values_.link, *timers_.Process, errors_), news_(values_.run, values_.link),
       intake_(values_.run, *window_.charts()[recorderChart], *window_.charts()[logChart], *timers_.StopWaitForMethod,
@@ -59,7 +63,20 @@ Program::Program(const Platform &on)
       setupForm_(window_),
       setup_(on.ComPort, on.CommTmp, *timers_.CheckComData, values_.options, values_.link, on.prompts),
       search_(setup_, on.ComPort, *timers_.CheckComData, values_.options, values_.identity, setupForm_, on.prompts,
-              commands_, errors_) {
+              commands_, errors_),
+
+      shellWindow_(window_), logSaver_(commands_),
+      instances_(values_.identity, on.store, on.prompts, on.clock, on.appPath),
+      recovery_(values_.identity, logInfo_, values_.log, instances_,
+                {window_.chart(logChart), logSaver_, on.store, on.prompts,
+                 [this](Recovery &recovery) { frmDataRecovery(recovery, &window_).exec(); }}),
+      naming_(values_.identity, instances_, on.prompts, shellWindow_, &window_),
+      activation_(values_.identity, values_.options, recovery_, instances_, *timers_.CheckComData, shellWindow_,
+                  {[this] { commands_.run(QStringLiteral("mnuLogName")); },
+                   [this](const QString &FileName) { openFiles_.DrawChartLabel(FileName); }}),
+      exit_(values_.identity, values_.tabs, values_.options,
+            {window_.chart(recorderChart), window_.chart(logChart), logSaver_, states_, settings_, instances_,
+             on.prompts, on.process}) {
     values_.identity.PrevInstance = on.PrevInstance;
     bindEvents();
     bindCommands();
@@ -75,8 +92,11 @@ void Program::bindEvents() {
     platform_.ComPort.setRThreshold(50);
     platform_.ComPort.OnComm = [this] { receiver_.ComPort_OnComm(); };
     timers_.Process->Tick = [this] { decoder_.TimerProcess_Timer(); };
-    timers_.CheckComData->Tick = [this] { session_.TimerCheckComData_Timer(); };
+    timers_.LoadMain->Tick = [this] { TimerLoadMain_Timer(); };
+    timers_.CheckComData->Tick = [this] { TimerCheckComData_Timer(); };
     timers_.StopWaitForMethod->Tick = [this] { intake_.TimerStopWaitForMethod_Timer(); };
+    timers_.SaveLog->Tick = [this] { log_.TimerSaveLog_Timer(); };
+    platform_.sleep.aboutToSleep = [this] { writeLog(); };
 
     axes_.attach();
     time_.attach();
@@ -92,10 +112,7 @@ void Program::bindEvents() {
                          [this](qint16, qint16 ErrorCode) { errors_.HandelError(ErrorCode); });
     }
     window_.clicked = [this](const QString &control) { commands_.click(control); };
-    window_.QueryUnload = [this] {
-        unload();
-        return true;
-    };
+    window_.QueryUnload = [this] { return exit_.frmMain_Unload(); };
 }
 
 void Program::bindCommands() {
@@ -109,16 +126,34 @@ void Program::bindCommands() {
     commands_.bind(QStringLiteral("mnuStart"), [this] { session_.mnuStart_Click(); });
     commands_.bind(QStringLiteral("mnuStop"), [this] { session_.mnuStop_Click(); });
     commands_.bind(QStringLiteral("mnuComPort"), [this] { search_.mnuComPort_Click(); });
-    commands_.bind(QStringLiteral("mnuExit"), [this] { unload(); });
+    commands_.bind(QStringLiteral("mnuSaveLog"), [this] { log_.mnuSaveLog_Click(); });
+    commands_.bind(QStringLiteral("mnuLogOn"), [this] { log_.mnuLogOn_Click(); });
+    commands_.bind(QStringLiteral("mnuLogOff"), [this] { log_.mnuLogOff_Click(); });
+    commands_.bind(QStringLiteral("mnuLogName"), [this] { naming_.mnuLogName_Click(); });
+    commands_.bind(QStringLiteral("mnuAbout"), [this] { splash_.showAbout(&window_); });
+    commands_.bind(QStringLiteral("mnuExit"), [this] { exit_.frmMain_Unload(); });
 }
 
-bool Program::start() {
+void Program::start() {
+    // Before this copy changes anything there.
+    skippingErrors([this] { logInfo_ = platform_.store.GetAllSettings(QLatin1String(logInfoSection)); });
+    timers_.LoadMain->setEnabled(true);
+    splash_.show();
+}
+
+void Program::TimerLoadMain_Timer() {
+    timers_.LoadMain->setEnabled(false);
     if (!loadWindow())
-        return false;
-    window_.show();
-    states_.pressLogButton(values_.options.DataLogging);
-    timers_.CheckComData->setEnabled(true);
-    return true;
+        return; // there is no port, and the program is on its way out
+    window_.comeUp();
+    activation_.run(platform_.commandLine);
+    splash_.hide();
+    splash_.showClose(true);
+}
+
+void Program::TimerCheckComData_Timer() {
+    platform_.sleep.setHeld(values_.run.Recording || timers_.SaveLog->Enabled());
+    session_.TimerCheckComData_Timer();
 }
 
 bool Program::loadWindow() {
@@ -135,5 +170,3 @@ bool Program::loadWindow() {
                            .ComDataLost = [this] { session_.ComDataLost(); },
                            .openPort = [this] { search_.openAtStart(); }});
 }
-
-void Program::unload() { platform_.process.end(); }

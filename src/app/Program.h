@@ -10,12 +10,21 @@
 #include "acquisition/SampleIntake.h"
 #include "acquisition/StreamDecoder.h"
 #include "app/Platform.h"
+#include "app/ShellAdapters.h"
 #include "base/Values.h"
 #include "documents/ClearAndClose.h"
 #include "documents/ErrorReporter.h"
 #include "documents/OpenFiles.h"
+#include "documents/RunningLog.h"
 #include "documents/SaveFiles.h"
 #include "documents/Settings.h"
+#include "shell/FirstActivation.h"
+#include "shell/Instances.h"
+#include "shell/ProgramExit.h"
+#include "shell/Recovery.h"
+#include "shell/SystemNaming.h"
+#include "shell/frmDataRecovery.h"
+#include "shell/frmStartup.h"
 #include "view/AxisPanels.h"
 #include "view/ChartTabs.h"
 #include "view/CommandStates.h"
@@ -28,8 +37,9 @@
 #include "view/WindowPorts.h"
 #include "view/frmMain.h"
 
-/// The timers of the main window.
+/// The timers of the main window, and that of the splash window.
 struct MainTimers {
+    std::unique_ptr<Timer> LoadMain;
     std::unique_ptr<Timer> Process;
     std::unique_ptr<Timer> CheckComData;
     std::unique_ptr<Timer> StopWaitForMethod;
@@ -41,21 +51,30 @@ class Program {
 public:
     explicit Program(const Platform &platform);
 
-    /// Loads the main window, shows it and starts the watch over the link. False when the program has no port and is
-    /// on its way out.
-    bool start();
+    /// Shows the splash window; all else comes a second later.
+    void start();
+
+    /// The operator's answer to whether the program may end; ends nothing.
+    bool askToEnd() { return exit_.askToEnd(); }
+    /// What is on the screen and in the log goes to the disk, where the next start finds it.
+    void writeLog() { exit_.writeLog(); }
+    /// The end, the operator having agreed; or without having been asked.
+    void endAgreed() { exit_.tearDown(); }
+    void endUnasked() { exit_.endUnasked(); }
 
 private:
     WindowActs windowActs();
     void bindEvents();
     void bindCommands();
+    void TimerLoadMain_Timer();
+    void TimerCheckComData_Timer();
     bool loadWindow();
-    void unload();
 
     Platform platform_;
     Values values_;
     Commands commands_;
     frmMain window_;
+    frmStartup splash_;
     MainTimers timers_;
 
     ErrorReporter errors_;
@@ -73,6 +92,7 @@ private:
     OpenFiles openFiles_;
     SaveFiles saveFiles_;
     ClearAndClose clearAndClose_;
+    RunningLog log_;
 
     ReceiveRing ring_;
     DataReceiver receiver_;
@@ -84,4 +104,13 @@ private:
     SetupForm setupForm_;
     PortSetup setup_;
     PortSearch search_;
+
+    MainShellWindow shellWindow_;
+    MenuLogSaver logSaver_;
+    std::vector<SettingRow> logInfo_; ///< LogInfoTable: what other copies and crashes had left in the store
+    Instances instances_;
+    Recovery recovery_;
+    SystemNaming naming_;
+    FirstActivation activation_;
+    ProgramExit exit_;
 };

@@ -2,8 +2,10 @@
 #include "app/Application.h"
 #include "app/Program.h"
 #include "base/RunTimeError.h"
+#include "platform/EndSignals.h"
 #include "platform/Folders.h"
 #include "platform/InstanceLock.h"
+#include "platform/LogindSleepGuard.h"
 #include "platform/QtCommonDialog.h"
 #include "platform/QtProcess.h"
 #include "platform/QtPrompts.h"
@@ -11,6 +13,7 @@
 #include "platform/QtSettingsStore.h"
 #include "platform/QtTimer.h"
 #include "platform/SerialPorts.h"
+#include "platform/SessionEnd.h"
 
 #include <utility>
 
@@ -28,11 +31,19 @@ int run(Prompts &prompts, Process &process) {
     QtSerialControl ComPort(qApp, QStringLiteral("ComPort"), deviceOfPort);
     QtSerialControl CommTmp(qApp, QStringLiteral("CommTmp"), deviceOfPort);
 
-    Program program({clock, ComPort, CommTmp, store, prompts, ComDlg, process,
+    LogindSleepGuard sleep;
+
+    Program program({clock, ComPort, CommTmp, store, prompts, ComDlg, process, sleep,
                      [](QObject *owner, const QString &name, int interval, bool on) {
                          return std::make_unique<QtTimer>(owner, name, interval, on);
                      },
-                     folders.errorLog(), lock.PrevInstance()});
+                     folders.appPath(), folders.errorLog(), QApplication::arguments().mid(1).join(QLatin1Char(' ')),
+                     lock.PrevInstance()});
+    const EndSignals signals([&program] { program.endUnasked(); });
+    SessionEnd session;
+    session.askToEnd = [&program] { return program.askToEnd(); };
+    session.endsUnasked = [&program] { program.writeLog(); };
+    session.ends = [&program](bool agreed) { agreed ? program.endAgreed() : program.endUnasked(); };
     program.start();
     return QApplication::exec();
 }
@@ -41,6 +52,7 @@ int run(Prompts &prompts, Process &process) {
 
 int main(int argc, char **argv) {
     Application application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false); // the end of the program is its own affair
     QtPrompts prompts;
     QtProcess process;
     bool told = false;

@@ -73,6 +73,7 @@ bool Quillchart::LoadDataFile(const QString &FileName) {
 
 void Quillchart::replaceRun(ChartData run, const AxisValues &axes) {
     data_ = std::move(run);
+    log_.close(); // what it wrote was another run's
     axes_ = axes;
     axesBeforeZoom_.reset();
     gesture_.cancel();
@@ -94,6 +95,7 @@ void Quillchart::ClearData() {
     const QString title = data_.title;
     data_ = {};
     data_.title = title;
+    log_.close();
     fileName_.clear();
     holdsNothing_ = false;
     redrawDue_ = true; // nothing may be added to what is drawn

@@ -16,6 +16,8 @@ RunningLog::RunningLog(Reads reads, RunState &run, Options &options, LogState &l
       TimerSaveLog_(TimerSaveLog), window_(window), ComDlg_(ComDlg), errors_(errors) {}
 
 void RunningLog::TimerSaveLog_Timer() {
+    if (reads_.identity.InstanceTag.isEmpty())
+        return; // LogDirectory is not this copy's yet: it may name one that a crash left behind
     const qint16 status = Chart5_.WriteLog(reads_.identity.LogDirectory, reads_.identity.InstanceNumber,
                                            TimerSaveLog_.Interval(), options_.DataFileSizeHours);
     if (status == 0) {

@@ -9,12 +9,14 @@
 #include "view/PlainTip.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMenuBar>
-#include <QTimer>
 #include <QToolTip>
 #include <QWheelEvent>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -255,14 +257,14 @@ void frmMain::resizeEvent(QResizeEvent *event) {
     ArrangeMainWindow();
 }
 
-void frmMain::showEvent(QShowEvent *event) {
-    QMainWindow::showEvent(event);
-    if (std::exchange(shownBefore_, true))
-        return;
-    QTimer::singleShot(0, this, [this] {
-        if (FirstShown)
-            FirstShown();
-    });
+void frmMain::comeUp() {
+    constexpr int patience = 500; // milliseconds, for a screen that never shows it
+    constexpr int settling = 100; // for the window manager to place it
+    show();
+    QDeadlineTimer deadline(patience);
+    while (!windowHandle()->isExposed() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, settling);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, settling);
 }
 
 void frmMain::closeEvent(QCloseEvent *event) { event->setAccepted(!QueryUnload || QueryUnload()); }

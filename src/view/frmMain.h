@@ -32,11 +32,11 @@ public:
 
     /// A menu item or a button was clicked, with its name; a check button's state is already that after the click.
     std::function<void(const QString &control)> clicked;
-    /// Once, when the window has come up for the first time.
-    std::function<void()> FirstShown;
     /// The window is about to close; false keeps it.
     std::function<bool()> QueryUnload;
 
+    /// Shows the window, and waits until it has its place on the screen, so that dialogs come up over it.
+    void comeUp();
     void setLed(bool on);
     /// Shows one of the five charts with its bar in place of the others.
     void bringToFront(int chart);
@@ -49,7 +49,6 @@ public:
 protected:
     bool event(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-    void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
@@ -77,5 +76,4 @@ private:
     AxisControls axis_;
     TimeControls time_;
     int front_ = recorderChart;
-    bool shownBefore_ = false;
 };

@@ -9,6 +9,8 @@
 #include "forms/Shapes.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QListWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -23,15 +25,31 @@ namespace {
 /// The whole program on a desktop of the test's own; the operator's hands are QTest's.
 class ProgramTest : public testing::Test {
 protected:
+    ProgramTest() {
+        QObject::connect(&dialogWatch, &QTimer::timeout, &dialogWatch, [this] { answerDialog(); });
+        dialogAnswers["frmLogName"] = [this] { QTest::mouseClick(find<QWidget>("cmdOKButton"), Qt::LeftButton); };
+    }
+
     void start() {
-        program = std::make_unique<Program>(Platform{clock, ComPort, CommTmp, store, prompts, ComDlg, process,
+        program = std::make_unique<Program>(Platform{clock, ComPort, CommTmp, store, prompts, ComDlg, process, sleep,
                                                      [this](QObject *, const QString &name, int interval, bool on) {
                                                          auto timer = std::make_unique<FakeTimer>(clock, interval, on);
                                                          timers[name] = timer.get();
                                                          return timer;
                                                      },
-                                                     folder.filePath("ChartErr.log"), prevInstance});
-        started = program->start();
+                                                     folder.path(), folder.filePath("ChartErr.log"), commandLine,
+                                                     prevInstance});
+        program->start();
+        dialogWatch.start();
+        clock.advance(1s);
+        dialogWatch.stop();
+    }
+    /// What the operator does with the dialogs of the start.
+    void answerDialog() {
+        const QWidget *dialog = QApplication::activeModalWidget();
+        if (const auto answer = dialog ? dialogAnswers.find(dialog->objectName()) : dialogAnswers.end();
+            answer != dialogAnswers.end())
+            answer->second();
     }
 
     template <typename Control>
@@ -44,6 +62,7 @@ protected:
         }
         return nullptr;
     }
+    void commands(const QString &command) { find<frmMain>("frmMain")->clicked(command); }
     bool enabled(const QString &action) { return find<QAction>(action)->isEnabled(); }
     bool pressed(const QString &action) { return find<QAction>(action)->isChecked(); }
     bool led() { return find<Led>("ShapeReciveLed")->FillColor() == QColor(0, 255, 0); }
@@ -77,17 +96,19 @@ protected:
     FakePrompts prompts;
     FakeCommonDialog ComDlg;
     FakeProcess process;
+    FakeSleepGuard sleep;
     std::map<QString, FakeTimer *> timers;
     bool prevInstance = false;
-    bool started = false;
+    QString commandLine;
+    QTimer dialogWatch;
+    std::map<QString, std::function<void()>> dialogAnswers;
     std::unique_ptr<Program> program;
 };
 
 TEST_F(ProgramTest, startsWithoutALinkAndComesToLifeWithTheStream) {
     start();
-    EXPECT_TRUE(started);
     EXPECT_TRUE(ComPort.PortOpen());
-    EXPECT_EQ(find<QWidget>("frmMain")->windowTitle(), "Ostrel MS - Velquin System: Default");
+    EXPECT_EQ(find<QWidget>("frmMain")->windowTitle(), "Ostrel MS - System: Default");
     EXPECT_FALSE(led());
     EXPECT_FALSE(enabled("mnuStart"));
     EXPECT_TRUE(timers["TimerCheckComData"]->Enabled());
@@ -220,8 +241,8 @@ TEST_F(ProgramTest, withoutAFreePortItSaysSoAndEnds) {
     for (int port = 1; port <= 10; ++port)
         ComPort.failing[port] = CommTmp.failing[port] = RunTimeError::PortAlreadyOpen;
     start();
-    EXPECT_FALSE(started);
     EXPECT_TRUE(process.ended);
+    EXPECT_FALSE(find<QWidget>("frmMain")->isVisible());
     EXPECT_EQ(prompts.shown.at(0).text, "All available COM ports are already in use.  "
                                         "Please free one COM port before restarting Ostrel MS.");
 }
@@ -236,15 +257,71 @@ TEST_F(ProgramTest, aSecondCopyAsksForItsPort) {
         QTest::mouseClick(find<QWidget>("cmdOk"), Qt::LeftButton);
     });
     start();
-    EXPECT_TRUE(started);
     EXPECT_EQ(ComPort.CommPort(), 4);
     EXPECT_TRUE(ComPort.PortOpen());
 }
 
-TEST_F(ProgramTest, closingTheWindowEndsTheProgram) {
+TEST_F(ProgramTest, aCleanEndLeavesNothingOfTheCopy) {
     start();
+    link();
+    for (int i = 0; i < 7; ++i) {
+        clock.advance(3s);
+        play(".");
+    }
+    const QDir log(folder.filePath("Log"));
+    EXPECT_EQ(log.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
+    EXPECT_TRUE(enabled("mnuSaveLog"));
+    prompts.answers = {BoxAnswer::No};
     find<QWidget>("frmMain")->close();
     EXPECT_TRUE(process.ended);
+    EXPECT_EQ(prompts.shown.at(0).text, "Do you want to save the LOG file before exiting ");
+    EXPECT_TRUE(log.isEmpty());
+    EXPECT_EQ(store.GetAllSettings("LogInfo").size(), 1U);
+    EXPECT_EQ(store.GetSetting("LogInfo", "0", ""), "0");
+}
+
+TEST_F(ProgramTest, theOperatorMayStayAndAnUnsavedRunIsAskedFor) {
+    start();
+    link();
+    find<QAction>("mnuStart")->trigger();
+    prompts.answers = {BoxAnswer::No};
+    prompts.whileShown = [this](const MessageBox &) { commands("mnuExit"); }; // once more, over the question
+    find<QWidget>("frmMain")->close();
+    EXPECT_FALSE(process.ended);
+    ASSERT_EQ(prompts.shown.size(), 1U);
+    EXPECT_EQ(prompts.shown[0].text, "Chart Recorder Data or opened Data is not saved.\rExit without save?");
+    EXPECT_EQ(prompts.shown[0].defaultButton, 2);
+}
+
+TEST_F(ProgramTest, whatAnUnaskedEndLeftIsRecoveredAtTheNextStart) {
+    start();
+    link();
+    play(". . E2 . .");
+    program->endUnasked(); // seconds before the first tick
+    program.reset();
+
+    const QString saved = folder.filePath("saved.chl");
+    ComDlg.answers = {saved};
+    dialogAnswers["frmDataRecovery"] = [this] {
+        auto *lstLogFiles = find<QListWidget>("lstLogFiles");
+        EXPECT_EQ(lstLogFiles->count(), 1);
+        lstLogFiles->item(0)->setCheckState(Qt::Checked);
+        QTest::mouseClick(find<QWidget>("cmdRecoverButton"), Qt::LeftButton);
+    };
+    start();
+    EXPECT_EQ(store.GetSetting("LogInfo", "0", ""), "1");
+    EXPECT_EQ(QDir(folder.filePath("Log")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
+    ComDlg.answers = {saved};
+    find<QAction>("mnuOpenLog")->trigger();
+    EXPECT_GT(chart(1).SampleCount(), 4);
+    EXPECT_EQ(chart(1).marks().size(), 1);
+}
+
+TEST_F(ProgramTest, aFileOnTheCommandLineIsOpenedAtTheEndOfTheStart) {
+    commandLine = folder.filePath("none.chd");
+    start();
+    EXPECT_EQ(prompts.shown.at(0).caption, "FILE OPEN ERROR!");
+    EXPECT_EQ(find<QTabBar>("TabChart")->tabText(1), "(empty)");
 }
 
 } // namespace

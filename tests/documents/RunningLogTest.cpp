@@ -25,6 +25,7 @@ public:
 class RunningLogTest : public testing::Test {
 protected:
     RunningLogTest() {
+        identity.InstanceTag = "17";
         identity.LogDirectory = "/Log/17/";
         identity.SystemName = "Anna 2";
         TimerSaveLog.Tick = [this] { log.TimerSaveLog_Timer(); };
@@ -48,6 +49,12 @@ protected:
     FakeErrorRoute errors;
     RunningLog log{{link, identity}, run, options, state, Chart5, Chart6, TimerSaveLog, window, ComDlg, errors};
 };
+
+TEST_F(RunningLogTest, nothingIsWrittenBeforeThisCopyHasItsDirectory) {
+    identity.InstanceTag.clear();
+    log.TimerSaveLog_Timer();
+    EXPECT_TRUE(Chart5.written.isEmpty() && errors.codes.empty());
+}
 
 TEST_F(RunningLogTest, aTickThatFailsIsToldAndTheNextOneTriesAgain) {
     Chart5.status = 61;

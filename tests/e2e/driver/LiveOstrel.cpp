@@ -2,34 +2,55 @@
 #include "LiveOstrel.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <stdexcept>
 
 using namespace std::chrono_literals;
 
-LiveOstrel::LiveOstrel(const QByteArray &script) {
+LiveOstrel::LiveOstrel(const QByteArray &script) : profile_(std::make_shared<Profile>()), port_(1) {
     startInstrument(script);
     startRecorder();
-    if (!within(20s, [&] { return isUp("frmMain"); }))
-        throw std::runtime_error("the recorder does not show its window");
+    takeName();
+}
+
+LiveOstrel::LiveOstrel(const QByteArray &script, const LiveOstrel &first) : profile_(first.profile_), port_(2) {
+    startInstrument(script);
+    startRecorder("frmSetup");
+    probe_->click("optCom(1)");
+    probe_->answer("OK");
+    takeName();
 }
 
 void LiveOstrel::startInstrument(const QByteArray &script) {
-    profile_.write("script", script);
-    const QStringList arguments{profile_.file("script"), "--link", profile_.file("instrument"), "--truth",
-                                profile_.file("truth")};
-    instrument_.emplace(SIMULATOR_PROGRAM, arguments, QProcessEnvironment::systemEnvironment(),
-                        profile_.file("instrument.log"));
-    if (!within(10s, [&] { return QFile::exists(profile_.file("instrument")); }))
+    const QString name = QFileInfo{own("script")}.fileName();
+    profile_->write(name, script);
+    const QStringList arguments{own("script"), "--link", own("instrument"), "--truth", own("truth")};
+    instrument_.emplace(SIMULATOR_PROGRAM, arguments, QProcessEnvironment::systemEnvironment(), own("instrument.log"));
+    if (!within(10s, [&] { return QFile::exists(own("instrument")); }))
         throw std::runtime_error("the simulated instrument does not start");
 }
 
-void LiveOstrel::startRecorder() {
-    QProcessEnvironment environment = profile_.environment("ostrelprobe");
-    environment.insert("OSTREL_PROBE_SOCKET", profile_.file("probe"));
-    recorder_.emplace(OSTREL_PROGRAM, QStringList{}, environment, profile_.file("recorder.log"));
-    probe_.emplace(profile_.file("probe"));
+void LiveOstrel::startRecorder(const QString &firstWindow) {
+    QFile::remove(own("probe"));
+    QProcessEnvironment environment = profile_->environment("ostrelprobe");
+    environment.insert("OSTREL_PROBE_SOCKET", own("probe"));
+    recorder_.emplace(OSTREL_PROGRAM, QStringList{}, environment, own("recorder.log"));
+    probe_.emplace(own("probe"));
+    await(firstWindow);
+}
+
+void LiveOstrel::takeName() {
+    await("frmLogName");
+    probe_->answer("OK");
+    if (!within(10s, [&] { return !isUp("frmLogName"); }))
+        throw std::runtime_error("the recorder does not take its name");
+}
+
+void LiveOstrel::await(const QString &window) {
+    if (!within(20s, [&] { return isUp(window); }))
+        throw std::runtime_error("the recorder does not show " + window.toStdString());
 }
 
 bool LiveOstrel::isUp(const QString &window) {
@@ -38,15 +59,18 @@ bool LiveOstrel::isUp(const QString &window) {
 
 void LiveOstrel::chooseFile(const QString &command, const QString &name) {
     probe_->trigger(command);
-    if (!within(10s, [&] { return isUp("ComDlg"); }))
-        throw std::runtime_error(command.toStdString() + " asks for no file");
-    probe_->type("fileNameEdit", profile_.file(name));
-    probe_->key("Return");
-    if (!within(10s, [&] { return !isUp("ComDlg"); }))
-        throw std::runtime_error(command.toStdString() + " does not take " + name.toStdString());
+    nameFile(name);
 }
 
-bool LiveOstrel::fileExists(const QString &name) const { return QFile::exists(profile_.file(name)); }
+void LiveOstrel::nameFile(const QString &name) {
+    await("ComDlg");
+    probe_->type("fileNameEdit", profile_->file(name));
+    probe_->key("Return");
+    if (!within(10s, [&] { return !isUp("ComDlg"); }))
+        throw std::runtime_error("the file dialog does not take " + name.toStdString());
+}
+
+bool LiveOstrel::fileExists(const QString &name) const { return QFile::exists(profile_->file(name)); }
 
 QString LiveOstrel::marks(int chart) {
     QStringList labels;
@@ -68,7 +92,7 @@ QString LiveOstrel::methodText(int chart) {
 }
 
 std::vector<QStringList> LiveOstrel::truth() const {
-    QFile file{profile_.file("truth")};
+    QFile file{own("truth")};
     if (!file.open(QIODevice::ReadOnly))
         throw std::runtime_error("the instrument keeps no record");
     std::vector<QStringList> rows;

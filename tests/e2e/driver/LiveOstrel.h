@@ -5,12 +5,13 @@
 #include "driver/Profile.h"
 #include "driver/RunningProgram.h"
 
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <vector>
 
 /// The recorder as shipped beside a simulated instrument, in a profile of its own and without a display. COM 1 is the
-/// instrument's line, and there is no other port.
+/// instrument's line.
 class LiveOstrel {
 public:
     struct Sample {
@@ -22,8 +23,17 @@ public:
         }
     };
 
-    /// The instrument plays `script`; the recorder has shown its window.
+    /// The instrument plays `script`; the recorder has shown its window and taken the name offered for the system.
     explicit LiveOstrel(const QByteArray &script);
+    /// A second copy in the same profile, with an instrument of its own on COM 2, which it is told of.
+    LiveOstrel(const QByteArray &script, const LiveOstrel &first);
+
+    /// A new recorder after the end of the one before, up to that window.
+    void startRecorder(const QString &firstWindow = "frmMain");
+    /// Answers the question for the system's name.
+    void takeName();
+    /// Waits until a window is up; throws when it does not come.
+    void await(const QString &window);
 
     Probe &operator*() { return *probe_; }
     Probe *operator->() { return &*probe_; }
@@ -35,7 +45,10 @@ public:
 
     /// Gives a command and answers its file dialog with a name in the folder of this profile.
     void chooseFile(const QString &command, const QString &name);
+    /// Answers the file dialog that is about to come up.
+    void nameFile(const QString &name);
     bool fileExists(const QString &name) const;
+    QString file(const QString &name) const { return profile_->file(name); }
 
     /// The texts of a chart's marks in the order of their times, between blanks.
     QString marks(int chart);
@@ -45,10 +58,11 @@ public:
     std::vector<QStringList> truth() const;
 
 private:
+    QString own(const char *name) const { return profile_->file(QString{"%1%2"}.arg(name).arg(port_)); }
     void startInstrument(const QByteArray &script);
-    void startRecorder();
 
-    Profile profile_;
+    std::shared_ptr<Profile> profile_;
+    int port_;
     std::optional<RunningProgram> instrument_;
     std::optional<RunningProgram> recorder_;
     std::optional<Probe> probe_;

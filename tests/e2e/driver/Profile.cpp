@@ -7,8 +7,10 @@
 #include <stdexcept>
 
 Profile::Profile() {
-    QByteArray ports = "[Ports]\n1=" + file("instrument").toUtf8() + '\n';
-    for (int port = 2; port <= 10; ++port)
+    QByteArray ports = "[Ports]\n";
+    for (int port = 1; port <= 2; ++port)
+        ports += QByteArray::number(port) + '=' + file(QString{"instrument%1"}.arg(port)).toUtf8() + '\n';
+    for (int port = 3; port <= 10; ++port)
         ports += QByteArray::number(port) + '=' + file("none").toUtf8() + '\n';
     QDir{folder_.path()}.mkpath("config/ostrel");
     write("config/ostrel/Ostrel MS.ini", ports);

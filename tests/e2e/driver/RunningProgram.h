@@ -21,7 +21,9 @@ public:
 
     qint64 pid() const { return process_.processId(); }
     bool runs();
-    bool isStopped() const; ///< by a signal, until another lets it go on
+    bool isStopped() const;          ///< by a signal, until another lets it go on
+    void kill() { process_.kill(); } ///< at once, as a power failure would
+    void terminate() { process_.terminate(); }
     bool endsWithin(int milliseconds) { return process_.waitForFinished(milliseconds); }
     /// Of a program that ended; -1 when it did not end by itself.
     int exitCode() const;

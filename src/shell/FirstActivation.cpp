@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "shell/FirstActivation.h"
+
+#include <utility>
+
+FirstActivation::FirstActivation(const Identity &identity, const Options &options, Recovery &recovery,
+                                 Instances &instances, Timer &TimerCheckComData, ShellWindow &window, Steps steps)
+    : identity_(identity), options_(options), recovery_(recovery), instances_(instances),
+      TimerCheckComData_(TimerCheckComData), window_(window), steps_(std::move(steps)) {}
+
+void FirstActivation::run(const QString &commandLine) {
+    window_.setButtonValue(QStringLiteral("cmdLogOff"), !options_.DataLogging);
+    window_.setButtonValue(QStringLiteral("cmdLogOn"), options_.DataLogging);
+    if (!identity_.PrevInstance)
+        recovery_.offer();
+    instances_.prepareLogDirectory();
+    instances_.AddInstance();
+    instances_.UpdateRegistry();
+    steps_.mnuLogName_Click();
+    window_.setCaption(systemCaption(identity_.SystemName));
+    TimerCheckComData_.setEnabled(true);
+    if (!commandLine.isEmpty())
+        steps_.DrawChartLabel(commandLine);
+}

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "shell/ProgramExit.h"
+
+#include "base/Steps.h"
+#include "platform/Directories.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr qint32 tickInterval = 20000;
+constexpr int firstInstance = 1;
+
+} // namespace
+
+ProgramExit::ProgramExit(const Identity &identity, const TabStates &tabs, const Options &options, Uses uses)
+    : identity_(identity), tabs_(tabs), options_(options), uses_(uses) {}
+
+bool ProgramExit::frmMain_Unload() {
+    if (!askToEnd())
+        return false;
+    tearDown();
+    return true;
+}
+
+bool ProgramExit::askToEnd() {
+    if (asking_)
+        return false;
+    asking_ = true;
+    bool ends = false;
+    try {
+        ends = ask();
+    } catch (...) {
+        asking_ = false;
+        throw;
+    }
+    asking_ = false;
+    return ends;
+}
+
+bool ProgramExit::ask() {
+    if (uses_.logWindow.saveLogEnabled() &&
+        uses_.prompts.show({QStringLiteral("Do you want to save the LOG file before exiting "),
+                            BoxIcon::Question,
+                            {},
+                            BoxButtons::YesNo}) == BoxAnswer::Yes)
+        uses_.logSaver.mnuSaveLog_Click();
+
+    const auto end = tabs_.ChartSaved.begin() + std::max<int>(tabs_.ChartCount, 0);
+    if (std::all_of(tabs_.ChartSaved.begin(), end, [](bool saved) { return saved; }))
+        return true;
+    return uses_.prompts.show({QStringLiteral("Chart Recorder Data or opened Data is not saved.\rExit without save?"),
+                               BoxIcon::Question, QStringLiteral("Data is not saved"), BoxButtons::YesNo, 2}) !=
+           BoxAnswer::No;
+}
+
+void ProgramExit::tearDown() {
+    const QString &directory = identity_.LogDirectory;
+    skippingErrors(
+        [&] {
+            if (identity_.InstanceNumber == firstInstance)
+                uses_.settings.SaveSettings();
+        },
+        [&] { uses_.Chart5.CloseLog(directory, identity_.InstanceNumber); },
+        [&] { Directories::remove(directory.chopped(directory.isEmpty() ? 0 : 1)); },
+        [&] { uses_.instances.RemoveRegistryEntry(); });
+    uses_.process.end();
+}
+
+void ProgramExit::endUnasked() {
+    // While left-over logs are still being offered, this copy has no place of its own for what the instrument sends.
+    const bool windowUp = tabs_.ChartCount > 0;
+    if (windowUp && identity_.InstanceTag.isEmpty())
+        skippingErrors([&] { uses_.instances.prepareLogDirectory(); }, [&] { uses_.instances.AddInstance(); },
+                       [&] { uses_.instances.UpdateRegistry(); });
+    writeLog();
+    uses_.process.end();
+}
+
+void ProgramExit::writeLog() {
+    if (identity_.InstanceTag.isEmpty())
+        return;
+    const auto write = [&](ChartLog &chart) {
+        chart.WriteLog(identity_.LogDirectory, identity_.InstanceNumber, tickInterval, options_.DataFileSizeHours);
+    };
+    write(uses_.Chart5);
+    // A recording that the log has no part in must not go either.
+    if (!options_.DataLogging && !tabs_.ChartSaved[recorderChart])
+        write(uses_.Chart0);
+}

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/Values.h"
+#include "chart/ChartContract.h"
+#include "documents/DocumentPorts.h"
+#include "documents/Settings.h"
+#include "platform/Process.h"
+#include "platform/Prompts.h"
+#include "shell/Instances.h"
+#include "shell/ShellPorts.h"
+
+/// The end of the program: what the operator is asked, and the teardown.
+class ProgramExit {
+public:
+    /// What is left of this copy after the program, and what the end has to reach.
+    struct Uses {
+        ChartLog &Chart0;
+        ChartLog &Chart5;
+        LogSaver &logSaver;
+        LogWindow &logWindow;
+        Settings &settings;
+        Instances &instances;
+        Prompts &prompts;
+        Process &process;
+    };
+
+    ProgramExit(const Identity &identity, const TabStates &tabs, const Options &options, Uses uses);
+
+    /// Asks what there is to ask, and ends the process; false when the operator stays. While it asks, another call does
+    /// nothing and answers false.
+    bool frmMain_Unload();
+    /// The same without the end: true when the operator lets the program go.
+    bool askToEnd();
+    /// The end alone: nothing of this copy stays behind.
+    void tearDown();
+    /// The end without anybody to ask: all that is on the screen or in the log goes to the log directory once more,
+    /// which stays for the next start to recover.
+    void endUnasked();
+    /// Writes the log a last time and goes on.
+    void writeLog();
+
+private:
+    bool ask();
+
+    const Identity &identity_;
+    const TabStates &tabs_;
+    const Options &options_;
+    Uses uses_;
+    bool asking_ = false;
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/Values.h"
+#include "platform/Prompts.h"
+#include "shell/Instances.h"
+#include "shell/ShellPorts.h"
+
+#include <QWidget>
+
+/// The caption of the main window once the system has its name.
+QString systemCaption(const QString &SystemName);
+
+/// The command that names the instrument's system.
+class SystemNaming {
+public:
+    /// The dialog stands over `parent`.
+    SystemNaming(Identity &identity, Instances &instances, Prompts &prompts, ShellWindow &window, QWidget *parent);
+
+    void mnuLogName_Click();
+
+private:
+    Identity &identity_;
+    Instances &instances_;
+    Prompts &prompts_;
+    ShellWindow &window_;
+    QWidget *parent_;
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Prompts.h"
+
+#include <QDialog>
+
+#include <functional>
+
+class CommandButton;
+class TextEntry;
+
+/// Asks for the name of the instrument's system. Made for each showing.
+class frmLogName : public QDialog {
+    Q_OBJECT
+public:
+    /// `named` gets the name that the operator confirms.
+    frmLogName(const QString &SystemName, Prompts &prompts, std::function<void(const QString &SystemName)> named,
+               QWidget *parent);
+
+private:
+    void txtLogFileName_Change();
+    int txtLogFileName_KeyPress(int KeyAscii);
+
+    Prompts &prompts_;
+    TextEntry *txtLogFileName_;
+    CommandButton *cmdOKButton_;
+};

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "chart/ChartFile.h"
+#include "driver/LiveOstrel.h"
+
+#include <QDir>
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <cmath>
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+using testing::SizeIs;
+
+namespace {
+
+const QByteArray run = "kind status\nuv 0.1\nnoise uv 0.01\ncond 20\nnoise cond 0.5\nwait 5s\n"
+                       "start\nwait 7s\nevent\nwait 10m\n";
+
+constexpr auto tick = 20s;
+constexpr qint64 samplesOfATick = 100;
+constexpr qint64 aSecondAndAHalf = 8; // of samples, that may still be on their way at a tick
+
+std::vector<LiveOstrel::Sample> sent(const LiveOstrel &live) {
+    std::vector<LiveOstrel::Sample> samples;
+    for (const QStringList &row : live.truth()) {
+        if (row[1] == "sample")
+            samples.push_back({row[6].toFloat(), row[7].toFloat()});
+    }
+    return samples;
+}
+
+/// A log file's samples, all of which were sent, without a gap.
+std::vector<LiveOstrel::Sample> recovered(const QString &path) {
+    ChartData data;
+    AxisValues axes;
+    EXPECT_TRUE(loadChartFile(path, data, axes).good()) << path.toStdString();
+    std::vector<LiveOstrel::Sample> samples;
+    for (qint64 i = 0; i < data.samples.size(); ++i)
+        samples.push_back({data.samples.at(i).uv, data.samples.at(i).cond});
+    return samples;
+}
+
+bool isStretchOf(const std::vector<LiveOstrel::Sample> &part, const std::vector<LiveOstrel::Sample> &whole) {
+    return std::search(whole.begin(), whole.end(), part.begin(), part.end()) != whole.end();
+}
+
+/// A recorder whose log is on the disk for the first time, and how much that was at least.
+struct Logged {
+    explicit Logged(LiveOstrel &recorder) : live(recorder) {
+        if (!within(40s, [&] { return live.isEnabled("mnuSaveLog"); }))
+            throw std::runtime_error("the log is not written");
+        firstTick = Clock::now();
+        atFirstTick = live->get("Chart(5)", "SampleCount").toInt() - aSecondAndAHalf;
+    }
+    qint64 leastAfter(std::chrono::milliseconds time) const { return atFirstTick + time / tick * samplesOfATick; }
+
+    LiveOstrel &live;
+    Clock::time_point firstTick;
+    qint64 atFirstTick = 0;
+};
+
+/// After a start: takes the only log that is offered to a file.
+void recover(LiveOstrel &live, const QString &name) {
+    live.startRecorder();
+    live.await("frmDataRecovery");
+    EXPECT_EQ(live->get("lstLogFiles", "count").toInt(), 1);
+    live->click("lstLogFiles");
+    live->key("Home");
+    live->key("Space");
+    ASSERT_TRUE(within(5s, [&] { return live.isEnabled("cmdRecoverButton"); }));
+    live->click("cmdRecoverButton");
+    live.nameFile(name);
+    live.takeName(); // with nothing left to recover the dialog goes by itself
+}
+
+QStringList logDirectories(const LiveOstrel &live) {
+    return QDir(live.file("data/ostrel/Log")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+}
+
+// The recorders run side by side, so that all moments together take as long as the last.
+TEST(Recovery, EverythingUpToTheLastTickSurvivesAKillAtAnyMoment) {
+    constexpr std::chrono::milliseconds moments[] = {0ms,     40ms,    3700ms,  11s,     19800ms, 20050ms,
+                                                     27300ms, 39900ms, 40200ms, 46600ms, 59950ms, 60100ms};
+    std::vector<std::unique_ptr<LiveOstrel>> recorders;
+    for ([[maybe_unused]] const auto moment : moments)
+        recorders.push_back(std::make_unique<LiveOstrel>(run));
+    std::vector<Logged> logged;
+    for (const auto &recorder : recorders)
+        logged.emplace_back(*recorder);
+    for (;;) {
+        bool anyRuns = false;
+        for (std::size_t i = 0; i < logged.size(); ++i) {
+            if (Clock::now() - logged[i].firstTick >= moments[i])
+                recorders[i]->recorder().kill();
+            anyRuns = recorders[i]->recorder().runs() || anyRuns;
+        }
+        if (!anyRuns)
+            break;
+        within(5ms, [] { return false; });
+    }
+    for (std::size_t i = 0; i < logged.size(); ++i) {
+        SCOPED_TRACE(moments[i].count());
+        recover(*recorders[i], "saved.chl");
+        const auto samples = recovered(recorders[i]->file("saved.chl"));
+        EXPECT_GE(qint64(samples.size()), logged[i].leastAfter(moments[i]));
+        EXPECT_TRUE(isStretchOf(samples, sent(*recorders[i])));
+        EXPECT_THAT(logDirectories(*recorders[i]), SizeIs(1));
+    }
+}
+
+TEST(Recovery, ACopyThatIsKilledLeavesTheOtherUntouched) {
+    LiveOstrel first(run);
+    LiveOstrel second(run, first);
+    const Logged logged(first);
+    EXPECT_TRUE(within(40s, [&] { return second.isEnabled("mnuSaveLog"); }));
+    EXPECT_THAT(logDirectories(first), SizeIs(2));
+    second.recorder().kill();
+    EXPECT_TRUE(within(5s, [&] { return !second.recorder().runs(); }));
+
+    within(tick, [] { return false; });
+    EXPECT_TRUE(first.recorder().runs());
+    EXPECT_EQ(first.marks(5), "S 1");
+    first.chooseFile("mnuSaveLog", "first.chl");
+    EXPECT_TRUE(within(10s, [&] { return first.fileExists("first.chl"); }));
+    const auto samples = recovered(first.file("first.chl"));
+    EXPECT_GE(qint64(samples.size()), logged.atFirstTick);
+    EXPECT_TRUE(isStretchOf(samples, sent(first)));
+}
+
+} // namespace
