@@ -32,7 +32,7 @@ void firstPaint(benchmark::State &state, const char *program, const char *window
     double mebibytes = 0;
     for (auto _ : state) {
         const Profile profile;
-        const SilentLine line{profile.file("instrument")};
+        const SilentLine line{profile.file("instrument1")};
         QProcessEnvironment environment = profile.environment("firstpaint");
         environment.insert("FIRST_PAINT_OF", window);
         RunningProgram running{program, {}, environment, profile.file("output")};
