@@ -47,7 +47,7 @@ struct Octet {
 
 } // namespace
 
-#if defined(__x86_64__) && !defined(__clang__) // whose clones are not found from outside
+#if defined(__x86_64__) && !defined(__clang__)                          // whose clones are not found from outside
 #define OSTREL_WIDEST __attribute__((target_clones("avx2", "default"))) // taken by what the processor has
 #else
 #define OSTREL_WIDEST
