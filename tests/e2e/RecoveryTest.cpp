@@ -109,6 +109,18 @@ TEST(Recovery, EverythingUpToTheLastTickSurvivesAKillAtAnyMoment) {
     }
 }
 
+TEST(Recovery, ARecorderThatIsToldToEndLosesNothing) {
+    LiveOstrel live(run);
+    EXPECT_TRUE(within(30s, [&] { return live->get("Chart(5)", "SampleCount").toInt() > 20; }));
+    const int held = live->get("Chart(5)", "SampleCount").toInt(); // before the first tick
+    live.recorder().terminate();
+    EXPECT_TRUE(live.recorder().endsWithin(5000));
+    recover(live, "saved.chl");
+    const auto samples = recovered(live.file("saved.chl"));
+    EXPECT_GE(samples.size(), std::size_t(held));
+    EXPECT_TRUE(isStretchOf(samples, sent(live)));
+}
+
 TEST(Recovery, ACopyThatIsKilledLeavesTheOtherUntouched) {
     LiveOstrel first(run);
     LiveOstrel second(run, first);
