@@ -8,6 +8,12 @@
 #include <cerrno>
 #include <cstdio>
 
+namespace {
+
+FileOperations *standsIn = nullptr;
+
+} // namespace
+
 int FileOperations::open(const char *path, int flags, mode_t mode) { return ::open(path, flags | O_CLOEXEC, mode); }
 
 ssize_t FileOperations::write(int fd, const void *data, std::size_t size) { return ::write(fd, data, size); }
@@ -30,10 +36,14 @@ int FileOperations::remove(const char *path) { return ::unlink(path); }
 
 int FileOperations::makeFolder(const char *path, mode_t mode) { return ::mkdir(path, mode); }
 
+int FileOperations::removeFolder(const char *path) { return ::rmdir(path); }
+
 FileOperations &FileOperations::system() {
-    static FileOperations operations;
-    return operations;
+    static FileOperations own;
+    return standsIn != nullptr ? *standsIn : own;
 }
+
+void FileOperations::standIn(FileOperations *disk) { standsIn = disk; }
 
 bool writeAll(FileOperations &operations, int fd, const void *data, std::size_t size) {
     const auto *next = static_cast<const char *>(data);

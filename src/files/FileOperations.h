@@ -21,8 +21,15 @@ public:
     virtual int rename(const char *from, const char *to);
     virtual int remove(const char *path);
     virtual int makeFolder(const char *path, mode_t mode);
+    virtual int removeFolder(const char *path);
 
+    /// The computer's own disk, which all parts of the program take unless they are given another one.
     static FileOperations &system();
+
+protected:
+    /// This disk, or none, stands in for the computer's own. Whoever has asked for that keeps it, so the stand-in comes
+    /// before the program that is to run on it, and goes after it.
+    static void standIn(FileOperations *disk);
 };
 
 /// Goes on after a short count or an interruption. False, with errno, when not all of it could be written.

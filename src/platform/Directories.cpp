@@ -7,7 +7,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
@@ -97,7 +96,7 @@ void Directories::removeFile(const QString &path) {
 }
 
 void Directories::remove(const QString &folder) {
-    if (::rmdir(QFile::encodeName(folder).constData()) != 0)
+    if (FileOperations::system().removeFolder(QFile::encodeName(folder).constData()) != 0)
         throw RunTimeError::fromErrno(errno, folder);
     flushFolderOf(folder);
 }
