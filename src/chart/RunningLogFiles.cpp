@@ -30,8 +30,9 @@ void emptyLogDirectory(const QString &directory, FileOperations &operations) {
     const QString folder = logDirectory(directory);
     if (folder.isEmpty())
         return;
-    const auto entries =
-        QDir(folder).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    // The latest file first: what a power cut leaves of the log is still its whole beginning.
+    const auto entries = QDir(folder).entryInfoList(
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed);
     for (const QFileInfo &entry : entries) {
         const bool isFolder = entry.isDir() && !entry.isSymLink();
         if (!isFolder && !isSavedDocument(entry))

@@ -55,11 +55,7 @@ QByteArray beginningOf(const QString &path) {
     return file.open(QIODevice::ReadOnly) ? file.read(qint64{AppendFile::layout}) : QByteArray();
 }
 
-/// A data file without a whole head that never held more: the power went while it was begun.
-bool isBlank(const QByteArray &beginning) {
-    const QByteArray rest = beginning.mid(static_cast<qsizetype>(FileHead::size));
-    return rest.count('\0') == rest.size();
-}
+bool isBlank(const QByteArray &bytes) { return bytes.count('\0') == bytes.size(); }
 
 /// Puts the items of a run in their order, each once, behind those of the runs before. Answers how many are missing.
 template <typename Item>
@@ -150,9 +146,10 @@ void Joiner::look(const QFileInfo &entry) {
 
 /// Records are known by the file's identity. If that is damaged itself, it is most likely that of the run beside it.
 void Joiner::lookBehindHead(const QString &path) {
+    constexpr auto headSize = static_cast<qsizetype>(FileHead::size);
     const QByteArray beginning = beginningOf(path);
-    if (isBlank(beginning))
-        return;
+    if (isBlank(beginning.mid(headSize)))
+        return; // the power went while the file was begun
     std::vector heads{
         FileHead::unchecked(std::span<const char, FileHead::size>(beginning.constData(), FileHead::size))};
     if (!runs_.empty())
@@ -163,7 +160,9 @@ void Joiner::lookBehindHead(const QString &path) {
         if (const quint64 first = firstSampleOf(reader); first != nowhere)
             return addToRun({path, head, reader.fileSize(), first});
     }
-    addBadFile(path, std::make_error_code(std::errc::bad_message));
+    // Also when it took what stood further behind but not the head: nobody was ever told that any of it is safe.
+    if (!isBlank(beginning.first(headSize)))
+        addBadFile(path, std::make_error_code(std::errc::bad_message));
 }
 
 void Joiner::addToRun(DataFile file) {

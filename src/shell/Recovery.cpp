@@ -153,12 +153,13 @@ void Recovery::PurgeLogDirectories() {
         skippingErrors([&] { uses_.store.DeleteSection(logInfoSection); });
 }
 
+/// The latest data file first: what a power cut leaves of a log is still its whole beginning.
 void Recovery::purge(const QString &directory) {
     QStringList names;
     skippingErrors([&] { names = Directories::names(directory); });
-    for (const QString &name : std::as_const(names)) {
-        if (!isSavedRun(name))
-            skippingErrors([&] { Directories::removeFile(directory + u'/' + name); });
+    for (auto name = names.crbegin(); name != names.crend(); ++name) {
+        if (!isSavedRun(*name))
+            skippingErrors([&] { Directories::removeFile(directory + u'/' + *name); });
     }
     skippingErrors([&] { Directories::remove(directory); });
 }
