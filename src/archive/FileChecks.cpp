@@ -10,7 +10,7 @@
 #include <QJsonObject>
 
 #include <cmath>
-#include <map>
+#include <vector>
 
 namespace {
 
@@ -49,7 +49,7 @@ std::vector<Fact> factsOf(const QString &path, const RunFile &file) {
         count("Samples", "samples", run.samples.size()),
         range("UV", "uv", extent.uvMin(), extent.uvMax(), "AU"),
         range("Conductivity", "conductivity", extent.condMin(), extent.condMax(), "mS/cm"),
-        count("Event marks", "marks", static_cast<qint64>(run.marks.size())),
+        count("Event marks", "markCount", static_cast<qint64>(run.marks.size())),
         count("Method texts", "methodTexts", static_cast<qint64>(run.methodTexts.size())),
         {"Notes", "notes", run.notes, run.notes.isEmpty() ? "none" : QString("%1 characters").arg(run.notes.size())},
     };

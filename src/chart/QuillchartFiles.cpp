@@ -142,11 +142,7 @@ void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool Print
 }
 
 qint16 Quillchart::WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32, double DataFileSizeHours) {
-    std::error_code error = std::make_error_code(std::errc::not_enough_memory);
-    succeeds([&] {
-        error = log_.write(data_, LogDirectory, InstanceNumber, DataFileSizeHours);
-        return true;
-    });
+    const std::error_code error = log_.write(data_, LogDirectory, InstanceNumber, DataFileSizeHours);
     return error ? numberOf(error) : 0;
 }
 

@@ -4,6 +4,8 @@
 #include "base/Steps.h"
 #include "platform/Directories.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 
 namespace {
@@ -26,16 +28,8 @@ bool ProgramExit::frmMain_Unload() {
 bool ProgramExit::askToEnd() {
     if (asking_)
         return false;
-    asking_ = true;
-    bool ends = false;
-    try {
-        ends = ask();
-    } catch (...) {
-        asking_ = false;
-        throw;
-    }
-    asking_ = false;
-    return ends;
+    const QScopedValueRollback asking(asking_, true);
+    return ask();
 }
 
 bool ProgramExit::ask() {

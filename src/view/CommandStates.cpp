@@ -101,5 +101,3 @@ void CommandStates::setLogMenus(bool DataLogging) {
     enable("mnuLogOn", !DataLogging);
     enable("mnuLogOff", DataLogging);
 }
-
-void CommandStates::pressLogButton(bool DataLogging) { press(DataLogging ? "cmdLogOn" : "cmdLogOff"); }

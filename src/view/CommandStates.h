@@ -26,13 +26,11 @@ public:
 
     /// Enables the one log command that changes something.
     void setLogMenus(bool DataLogging);
-    /// Presses the one of the two log buttons that tells the state.
-    void pressLogButton(bool DataLogging);
 
     void enableSaveLog(bool on) override { enable("mnuSaveLog", on); }
     bool saveLogEnabled() const override { return actions_(QStringLiteral("mnuSaveLog"))->isEnabled(); }
     void showLogging(bool on) override {
-        pressLogButton(on);
+        press(on ? "cmdLogOn" : "cmdLogOff");
         setLogMenus(on);
     }
 

@@ -66,8 +66,7 @@ TEST_F(CommandStatesTest, FileInFrontKeepsItsCommands) {
 
 TEST_F(CommandStatesTest, LogCommandsTellTheState) {
     EXPECT_TRUE(!on("mnuLogOn") && on("mnuLogOff"));
-    states.setLogMenus(false);
-    states.pressLogButton(false);
+    states.showLogging(false);
     EXPECT_TRUE(on("mnuLogOn") && !on("mnuLogOff") && action("cmdLogOff")->isChecked());
 }
 
