@@ -3,12 +3,13 @@
 
 #include <QString>
 
-/// A file dialog that keeps what it was set to from one use to the next.
+/// The dialogs for files and for the printer, which keep what they were set to from one use to the next.
 class CommonDialog {
 public:
     enum Flag : int {
         OverwritePrompt = 2, ///< saving over a file asks first
         HideReadOnly = 4,
+        PrintSetup = 64, ///< the printer is chosen, nothing is printed
         PathMustExist = 2048, ///< a folder that does not exist is refused
     };
 
@@ -18,6 +19,10 @@ public:
     /// without. A Cancel leaves both empty and raises 32755 when CancelError is set.
     virtual void ShowOpen() = 0;
     virtual void ShowSave() = 0;
+    /// The print setup, modal like the others. It offers Copies, in which the chosen number stands after OK; the choices
+    /// of printer, paper and orientation hold until the program ends. A Cancel changes nothing and raises 32755 when
+    /// CancelError is set. A dialog that cannot be shown raises a RunTimeError.
+    virtual void ShowPrinter() = 0;
 
     QString DialogTitle;
     QString Filter;     ///< "Text File(*.txt)|*.txt|All Files(*.*)|*.*": what is shown and what it takes, in turn

@@ -79,6 +79,11 @@ void QtCommonDialog::ShowOpen() { show(Purpose::Open); }
 
 void QtCommonDialog::ShowSave() { show(Purpose::Save); }
 
+void QtCommonDialog::ShowPrinter() {
+    if (CancelError)
+        throw RunTimeError(RunTimeError::DialogCancelled);
+}
+
 void QtCommonDialog::show(Purpose purpose) {
     FileDialog dialog(QApplication::activeWindow(), DefaultExt, (Flags & PathMustExist) != 0);
     dialog.setObjectName(QStringLiteral("ComDlg"));

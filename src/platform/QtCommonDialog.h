@@ -8,6 +8,7 @@ class QtCommonDialog : public CommonDialog {
 public:
     void ShowOpen() override;
     void ShowSave() override;
+    void ShowPrinter() override;
 
 private:
     enum class Purpose { Open, Save };

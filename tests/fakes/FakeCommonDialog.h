@@ -8,9 +8,10 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <vector>
 
-/// A file dialog whose answers are laid ready. An empty answer, or none, is a Cancel.
+/// The dialogs with answers laid ready. An empty answer, or none, is a Cancel.
 class FakeCommonDialog : public CommonDialog {
 public:
     /// What the dialog was set to when it came up.
@@ -22,9 +23,21 @@ public:
 
     void ShowOpen() override { show(false); }
     void ShowSave() override { show(true); }
+    void ShowPrinter() override {
+        ++printerShown;
+        if (printerError)
+            throw *printerError;
+        if (chosenCopies)
+            Copies = *chosenCopies;
+        else if (CancelError)
+            throw RunTimeError(RunTimeError::DialogCancelled);
+    }
 
     std::vector<Showing> shown;
     std::deque<QString> answers;
+    int printerShown = 0;
+    std::optional<int> chosenCopies; ///< none: a Cancel
+    std::optional<RunTimeError> printerError;
     std::function<void()> whileShown;
 
 private:
