@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # A line "name <tab> measure <tab> value" for each figure of a benchmark's JSON output; times in nanoseconds. Of repeated
 # benchmarks the median counts.
 def nanoseconds: {ns: 1, us: 1e3, ms: 1e6, s: 1e9};

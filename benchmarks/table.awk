@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Lays the figures (first file) beside the limits (second file): one row for each limit whose own figure was measured.
 
 function shown(value, measure) {

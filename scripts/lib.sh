@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # What the commands share: packages, a quiet build, a profile apart from the operator's own.
 # A command sets nothing before `source`; afterwards it stands in strict mode and knows $root and $logs.
