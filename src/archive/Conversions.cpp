@@ -6,10 +6,9 @@
 #include "chart/TextExport.h"
 #include "files/DurableFile.h"
 
-#include <QBuffer>
 #include <QDateTime>
 #include <QFileInfo>
-#include <QPdfWriter>
+#include <QPageLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -136,17 +135,13 @@ ExitCode pdf(const ArchiveCall &call) {
         file.axes.timeMin = 0;
         file.axes.timeMax = file.run.lastTime();
     }
-    QByteArray document;
-    QBuffer buffer(&document);
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter writer(&buffer);
-    writer.setTitle(file.run.title);
-    writer.setPageSize(QPageSize(paper == "a4" ? QPageSize::A4 : QPageSize::Letter));
-    if (!printReport(writer, {file.run, file.axes, call.operand(0), QDateTime::currentDateTime()}, parts.options()))
+    const QPageLayout sheet(QPageSize(paper == "a4" ? QPageSize::A4 : QPageSize::Letter), QPageLayout::Portrait, {});
+    const std::optional<QByteArray> document =
+        reportAsPdf(sheet, {file.run, file.axes, call.operand(0), QDateTime::currentDateTime()}, parts.options());
+    if (!document)
         throw EarlyEnd{Failed, call.operand(1) + ": cannot be painted"};
-    buffer.close();
-    if (document.isEmpty())
+    if (document->isEmpty())
         throw EarlyEnd{Misused, "--without leaves nothing for the report"};
-    written(call.operand(1), replaceFile(call.operand(1), document));
+    written(call.operand(1), replaceFile(call.operand(1), *document));
     return Good;
 }

@@ -3,6 +3,15 @@
 
 #include "chart/TracePath.h"
 
+namespace {
+
+constexpr double keyLength = 32; // two dashes
+constexpr double keyDistance = 8; // from the axis title
+constexpr double dashLength = 12;
+constexpr double dashGap = 8;
+
+} // namespace
+
 void PlotPainter::frame() {
     painter_.setFont(layout_.titleFont);
     painter_.setPen(theme_.text);
@@ -78,7 +87,8 @@ void PlotPainter::grid() {
 
 void PlotPainter::marks(std::span<const PlacedMark> marks) {
     for (const PlacedMark &mark : marks) {
-        bar(mark.leader, mark.stroke);
+        if (!mark.leader.isEmpty()) // on paper even nothing would leave a dot
+            bar(mark.leader, mark.stroke);
         bar(mark.bar, mark.stroke);
     }
     // A plate under each label keeps it legible where a trace or another mark's stroke passes.
@@ -101,11 +111,29 @@ void PlotPainter::marks(std::span<const PlacedMark> marks) {
 
 void PlotPainter::trace(Trace trace, const SampleStore &samples, double perPixel) {
     painter_.save();
-    painter_.setClipRect(layout_.plot);
     painter_.setRenderHint(QPainter::Antialiasing);
     painter_.setPen(QPen(trace == UvTrace ? theme_.uv : theme_.cond, 1.1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter_.setBrush(Qt::NoBrush);
-    for (const QPolygonF &line : tracePath(trace, samples, layout_, perPixel))
+    traceKey(trace);
+    painter_.setClipRect(layout_.plot);
+    traceLines(trace, tracePath(trace, samples, layout_, perPixel));
+    painter_.restore();
+}
+
+void PlotPainter::traceLines(Trace trace, const std::vector<QPolygonF> &lines) {
+    for (const QPolygonF &line : trace == CondTrace ? dashed(lines, dashLength, dashGap) : lines)
         painter_.drawPolyline(line);
+}
+
+void PlotPainter::traceKey(Trace trace) {
+    const QRectF box = trace == UvTrace ? layout_.uvTitleBox : layout_.condTitleBox;
+    const QString title = trace == UvTrace ? uvAxisTitle() : condAxisTitle();
+    const double start = QFontMetricsF(layout_.font).horizontalAdvance(title) / 2 + keyDistance;
+    if (start + keyLength > box.height() / 2)
+        return;
+    painter_.save();
+    painter_.translate(box.center());
+    painter_.rotate(trace == UvTrace ? -90 : 90);
+    traceLines(trace, {{{start, 0}, {start + keyLength, 0}}});
     painter_.restore();
 }

@@ -24,13 +24,16 @@ public:
     void timeAxis();
     void grid();
     void marks(std::span<const PlacedMark> marks);
-    /// As polylines, at `perPixel` columns to a logical pixel.
+    /// As polylines, at `perPixel` columns to a logical pixel; UV solid, conductivity dashed. A piece of the same line
+    /// stands beside the title of its axis.
     void trace(Trace trace, const SampleStore &samples, double perPixel);
 
 private:
     void valueAxis(const std::vector<Tick> &ticks, double axis, double outward, const QColor &ink);
     void axisTitle(const QString &text, const QRectF &box, double turn, const QColor &ink);
     void label(const Tick &tick);
+    void traceKey(Trace trace);
+    void traceLines(Trace trace, const std::vector<QPolygonF> &lines);
     void bar(const QRectF &rect, const QColor &colour) { painter_.fillRect(rect, colour); }
 
     QPainter &painter_;

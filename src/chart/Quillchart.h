@@ -10,6 +10,7 @@
 #include <QVariantList>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 class QPrinter;
@@ -73,8 +74,8 @@ public:
                                   qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom,
                                   float TimeTo, float SampleRate, qint32 PointCount) override;
     Q_INVOKABLE void PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) override;
-    /// The printer that the reports go to, which is not owned. Without one they go to the computer's default printer.
-    void setPrinter(QPrinter *printer) { printer_ = printer; }
+    /// Where the printer for a report comes from, asked anew for each. Without it they go to the computer's default one.
+    void setPrinter(std::function<QPrinter &()> printer) { printer_ = std::move(printer); }
 
     Q_INVOKABLE qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval,
                                 double DataFileSizeHours) override;
@@ -140,6 +141,6 @@ private:
     std::optional<double> pointer_; // where the readout stands, x within the plot
     QString fileName_;              // where the run was last read from or written to
     bool holdsNothing_ = false;     // since a load failed: saving would empty a file that is only out of reach
-    QPrinter *printer_ = nullptr;
+    std::function<QPrinter &()> printer_;
     RunningLogWriter log_;
 };

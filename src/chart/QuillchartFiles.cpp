@@ -133,8 +133,7 @@ qint16 Quillchart::ExportData(const QString &FileName, qint16 IncludeUV, qint16 
 
 void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) {
     std::optional<QPrinter> standard;
-    QPrinter &printer = printer_ != nullptr ? *printer_ : standard.emplace(QPrinter::HighResolution);
-    printer.setDocName(data_.title);
+    QPrinter &printer = printer_ ? printer_() : standard.emplace(QPrinter::HighResolution);
     const ReportContents contents{data_, axes_, fileName_, QDateTime::currentDateTime()};
     const ReportOptions options{PrintChromatogram, PrintMethod, PrintNotes, TraceFlags};
     if (!succeeds([&] { return printReport(printer, contents, options); }))

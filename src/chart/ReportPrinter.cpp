@@ -1,183 +1,41 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ReportPrinter.h"
 
-#include "chart/PlotPainter.h"
-#include "chart/TextFlow.h"
-#include "chart/TextLines.h"
+#include "files/DurableFile.h"
 
-#include <QFontDatabase>
-#include <QGuiApplication>
-#include <QLocale>
-#include <QPageLayout>
-#include <QPagedPaintDevice>
-#include <QPainter>
+#include <QBuffer>
+#include <QPdfWriter>
 #include <QPrinter>
-
-#include <algorithm>
 
 namespace {
 
-// Lengths are points, 72 to an inch, unless a name tells otherwise.
-constexpr double leastMargin = 34; // 12 mm to the paper's edge
-constexpr double widestText = 510; // 18 cm: longer lines are hard to follow
-constexpr double lineGap = 4;
-constexpr double ruleWidth = 0.5;
-constexpr double chartPixel = 0.75;  // what the chart's layout calls a pixel
-constexpr double columnsToPixel = 4; // of a trace, 400 to an inch: finer than its pen
-
-enum TraceFlag { EventsFlag = 1, CondFlag = 2, UvFlag = 4 };
-
-/// Without the roundings that are made for a screen's pixels.
-QFont paperFont(QFont font, double points, QFont::Weight weight = QFont::Normal) {
-    font.setPixelSize(qRound(points));
-    font.setWeight(weight);
-    font.setHintingPreference(QFont::PreferNoHinting);
-    return font;
-}
-
-QFont textFont(double points, QFont::Weight weight = QFont::Normal) {
-    return paperFont(QGuiApplication::font(), points, weight);
-}
-
-QFont methodFont() { return paperFont(QFontDatabase::systemFont(QFontDatabase::FixedFont), 9); }
-
-double heightOf(const QFont &font) { return QFontMetricsF(font).height(); }
-
-/// The area that the device can print on, in points from where its painter starts; not nearer to the paper's edge than
-/// the least margin.
-QRectF pageOf(const QPagedPaintDevice &device) {
-    const QPageLayout layout = device.pageLayout();
-    const QRectF printable = layout.paintRect(QPageLayout::Point);
-    const QRectF paper = layout.fullRect(QPageLayout::Point);
-    return paper.adjusted(leastMargin, leastMargin, -leastMargin, -leastMargin)
-        .intersected(printable)
-        .translated(-printable.topLeft());
-}
-
-bool failed(const QPagedPaintDevice &device) {
-    const auto *printer = dynamic_cast<const QPrinter *>(&device);
-    return printer != nullptr &&
-           (printer->printerState() == QPrinter::Error || printer->printerState() == QPrinter::Aborted);
-}
-
-/// An axis without its trace is grey.
-PlotTheme themeFor(qint32 traceFlags) {
-    PlotTheme theme = PlotTheme::paper();
-    if ((traceFlags & UvFlag) == 0)
-        theme.uv = theme.axis;
-    if ((traceFlags & CondFlag) == 0)
-        theme.cond = theme.axis;
-    return theme;
-}
-
-class Report {
-public:
-    Report(QPagedPaintDevice &device, const ReportContents &contents, const ReportOptions &options)
-        : device_(device), contents_(contents), options_(options), page_(pageOf(device)),
-          texts_(textArea().size(), textFont(12, QFont::DemiBold)) {
-        addTexts();
-    }
-
-    bool print() {
-        const int pages = (options_.chromatogram ? 1 : 0) + texts_.pages();
-        if (pages == 0)
-            return true;
-        if (!painter_.begin(&device_))
-            return false;
-        for (int page = 0; page < pages; ++page) {
-            if (page > 0 && !device_.newPage())
-                return false;
-            painter_.save();
-            painter_.scale(device_.logicalDpiX() / 72.0, device_.logicalDpiY() / 72.0);
-            paintFrame(page, pages);
-            if (options_.chromatogram && page == 0)
-                paintChart();
-            else
-                texts_.paint(painter_, textArea().topLeft(), page - (options_.chromatogram ? 1 : 0));
-            painter_.restore();
-        }
-        return painter_.end() && !failed(device_);
-    }
-
-private:
-    void addTexts() {
-        const QStringList method = options_.method ? methodLines(contents_.data.methodTexts) : QStringList();
-        const QStringList notes = options_.notes ? linesOf(contents_.data.notes) : QStringList();
-        if (options_.chromatogram && method.isEmpty() && notes.isEmpty())
-            return;
-        const auto orNone = [](const QStringList &lines) {
-            return lines.isEmpty() ? QStringList{QStringLiteral("None")} : lines;
-        };
-        if (options_.method)
-            texts_.add(QStringLiteral("Method"), orNone(method), methodFont());
-        if (options_.notes)
-            texts_.add(QStringLiteral("Notes"), orNone(notes), textFont(10));
-    }
-
-    double headHeight() const { return heightOf(titleFont_) + heightOf(smallFont_) + 3 * lineGap; }
-    double footHeight() const { return heightOf(smallFont_) + 3 * lineGap; }
-    QRectF body() const { return page_.adjusted(0, headHeight(), 0, -footHeight()); }
-    QRectF textArea() const {
-        QRectF area = body().adjusted(0, lineGap, 0, 0);
-        area.setWidth(std::min(area.width(), widestText));
-        return area;
-    }
-
-    /// What all pages have: title and file above, date and page number below.
-    void paintFrame(int page, int pages) {
-        const double middle = page_.top() + heightOf(titleFont_) + lineGap;
-        paintText(titleFont_, page_.top(), contents_.data.title, Qt::AlignLeft, Qt::ElideRight);
-        paintText(smallFont_, middle, contents_.sourceFile, Qt::AlignLeft, Qt::ElideMiddle);
-        painter_.fillRect(QRectF(page_.left(), body().top() - lineGap, page_.width(), ruleWidth), theme_.axis);
-        const double foot = page_.bottom() - heightOf(smallFont_);
-        paintText(smallFont_, foot,
-                  QStringLiteral("Printed ") + QLocale().toString(contents_.printed, QLocale::ShortFormat),
-                  Qt::AlignLeft, Qt::ElideRight);
-        paintText(smallFont_, foot, QStringLiteral("Page %1 of %2").arg(page + 1).arg(pages), Qt::AlignRight,
-                  Qt::ElideRight);
-    }
-
-    void paintText(const QFont &font, double top, const QString &text, Qt::Alignment side, Qt::TextElideMode elide) {
-        const QString line = linesOf(text).join(QLatin1Char(' '));
-        painter_.setFont(font);
-        painter_.setPen(theme_.text);
-        painter_.drawText(QRectF(page_.left(), top, page_.width(), heightOf(font)), side | Qt::TextSingleLine,
-                          QFontMetricsF(font).elidedText(line, elide, page_.width()));
-    }
-
-    void paintChart() {
-        const QRectF area = body();
-        painter_.save();
-        painter_.translate(area.topLeft());
-        painter_.scale(chartPixel, chartPixel);
-        const double pixelRatio = device_.logicalDpiX() / 72.0 * chartPixel;
-        const PlotLayout layout =
-            PlotLayout::of(area.size() / chartPixel, pixelRatio, contents_.axes, textFont(9 / chartPixel), QString());
-        PlotPainter plot(painter_, layout, theme_);
-        plot.frame();
-        plot.grid();
-        if ((options_.traceFlags & CondFlag) != 0)
-            plot.trace(CondTrace, contents_.data.samples, columnsToPixel);
-        if ((options_.traceFlags & UvFlag) != 0)
-            plot.trace(UvTrace, contents_.data.samples, columnsToPixel);
-        if ((options_.traceFlags & EventsFlag) != 0)
-            plot.marks(placeMarks(contents_.data.marks, layout, theme_));
-        painter_.restore();
-    }
-
-    QPagedPaintDevice &device_;
-    const ReportContents &contents_;
-    const ReportOptions &options_;
-    const PlotTheme theme_ = themeFor(options_.traceFlags);
-    const QFont titleFont_ = textFont(14, QFont::DemiBold);
-    const QFont smallFont_ = textFont(9);
-    const QRectF page_;
-    TextFlow texts_;
-    QPainter painter_;
-};
+constexpr QLatin1String programName("Ostrel MS");
 
 } // namespace
 
-bool printReport(QPagedPaintDevice &device, const ReportContents &contents, const ReportOptions &options) {
-    return Report(device, contents, options).print();
+std::optional<QByteArray> reportAsPdf(const QPageLayout &paper, const ReportContents &contents,
+                                      const ReportOptions &options) {
+    QByteArray document;
+    QBuffer buffer(&document);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setTitle(contents.data.title);
+    writer.setCreator(programName);
+    writer.setPageLayout(paper);
+    if (!paintReport(writer, contents, options))
+        return std::nullopt;
+    return document;
+}
+
+bool printReport(QPrinter &printer, const ReportContents &contents, const ReportOptions &options) {
+    if (printer.outputFormat() == QPrinter::NativeFormat) {
+        printer.setDocName(contents.data.title);
+        printer.setCreator(programName);
+        return printer.isValid() && paintReport(printer, contents, options);
+    }
+    if (printer.outputFileName().isEmpty())
+        return false; // there is no printer, and no file was chosen in its place
+    // Into memory first: Qt takes no notice of a disk that is full.
+    const std::optional<QByteArray> document = reportAsPdf(printer.pageLayout(), contents, options);
+    return document && (document->isEmpty() || !replaceFile(printer.outputFileName(), *document));
 }

@@ -1,33 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/ChartData.h"
-#include "chart/Scale.h"
+#include "chart/ReportPages.h"
 
-#include <QDateTime>
+#include <QByteArray>
 
-class QPagedPaintDevice;
+#include <optional>
 
-/// What a report tells of: the run with its title, method texts and notes, and how it is shown.
-struct ReportContents {
-    const ChartData &data;
-    AxisValues axes;
-    QString sourceFile; ///< where the run comes from; may be empty
-    QDateTime printed;  ///< as told on the pages
-};
+class QPageLayout;
+class QPrinter;
 
-/// What the operator chose.
-struct ReportOptions {
-    bool chromatogram = true;
-    bool method = true;
-    bool notes = true;
-    qint32 traceFlags = 7; ///< the sum of 1 for event marks, 2 for conductivity, 4 for UV
-};
+/// The report as a PDF document: text that can be searched, its fonts with it. Empty when nothing is chosen, none when
+/// it cannot be painted.
+std::optional<QByteArray> reportAsPdf(const QPageLayout &paper, const ReportContents &contents,
+                                      const ReportOptions &options);
 
-/// Prints a report on a printer or into a PDF file, one copy: the chromatogram on a page of its own, as lines and texts
-/// that are sharp at any resolution, then the method and the notes on as many pages as they need. Paper, orientation
-/// and margins are the device's, with 12 mm at least to the paper's edge. An axis whose trace is left out is grey.
-///
-/// Method and notes that are empty take no paper while there is anything else to print. With nothing chosen nothing is
-/// printed, which is good too. False when the device fails.
-bool printReport(QPagedPaintDevice &device, const ReportContents &contents, const ReportOptions &options);
+/// Prints one copy where the printer was told to: on paper, or into a PDF file, which is replaced once the disk has all
+/// of the new one. False when that fails; a printer that is neither set up nor the computer's default fails too.
+bool printReport(QPrinter &printer, const ReportContents &contents, const ReportOptions &options);

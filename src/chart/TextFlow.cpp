@@ -48,6 +48,15 @@ void TextFlow::startPage() {
     y_ = 0;
 }
 
+double TextFlow::firstHeight() const {
+    double height = 0;
+    for (const Line &line : lines_) {
+        if (line.page == 0)
+            height = line.y + line.text.height();
+    }
+    return height;
+}
+
 void TextFlow::paint(QPainter &painter, const QPointF &corner, int page) const {
     for (const Line &line : lines_) {
         if (line.page == page)

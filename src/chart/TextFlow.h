@@ -18,6 +18,8 @@ public:
     /// A section, behind the last one. Tabs stop at every eighth column.
     void add(const QString &heading, const QStringList &paragraphs, const QFont &font);
 
+    /// How far the texts reach down their first page.
+    double firstHeight() const;
     int pages() const { return lines_.empty() ? 0 : lines_.back().page + 1; }
     void paint(QPainter &painter, const QPointF &corner, int page) const;
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/TracePath.h"
 
+#include <QLineF>
+
 #include <algorithm>
 #include <cmath>
 
@@ -76,4 +78,45 @@ std::vector<QPolygonF> tracePath(Trace trace, const SampleStore &samples, const 
         from = to;
     }
     return path.taken();
+}
+
+namespace {
+
+/// Where the way from `from`, which lies within `reach` of the centre, to `to`, which does not, leaves that circle.
+QPointF leaving(const QPointF &centre, double reach, const QPointF &from, const QPointF &to) {
+    const QPointF way = to - from;
+    const QPointF start = from - centre;
+    const double a = QPointF::dotProduct(way, way);
+    const double b = QPointF::dotProduct(start, way);
+    const double c = QPointF::dotProduct(start, start) - reach * reach;
+    return from + way * std::clamp((std::sqrt(std::max(0.0, b * b - a * c)) - b) / a, 0.0, 1.0);
+}
+
+void addDashes(const QPolygonF &line, double dash, double gap, std::vector<QPolygonF> &dashes) {
+    QPointF start = line.first(); // of the dash or the gap
+    QPointF last = start;
+    bool inDash = true;
+    dashes.push_back({start});
+    for (const QPointF &point : line) {
+        for (double reach = inDash ? dash : gap; QLineF(start, point).length() > reach; reach = inDash ? dash : gap) {
+            start = last = leaving(start, reach, last, point);
+            if (inDash)
+                dashes.back() << start;
+            else
+                dashes.push_back({start});
+            inDash = !inDash;
+        }
+        if (inDash)
+            dashes.back() << point;
+        last = point;
+    }
+}
+
+} // namespace
+
+std::vector<QPolygonF> dashed(const std::vector<QPolygonF> &lines, double dash, double gap) {
+    std::vector<QPolygonF> dashes;
+    for (const QPolygonF &line : lines)
+        addDashes(line, dash, gap, dashes);
+    return dashes;
 }

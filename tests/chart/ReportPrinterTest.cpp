@@ -19,7 +19,7 @@ struct ReportPrinter : testing::Test {
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);
         QPdfWriter writer(&buffer);
-        const bool good = printReport(writer, {data, axes, {}, {}}, options);
+        const bool good = paintReport(writer, {data, axes, {}, {}}, options);
         return {good, buffer.data().count("/Type /Page\n"), buffer.data()};
     }
     void samples(int count) {
@@ -59,7 +59,7 @@ TEST_F(ReportPrinter, drawsLinesWhoseNumberThePaperDecides) {
 
 TEST_F(ReportPrinter, tellsWhenTheDeviceFails) {
     QPdfWriter nowhere(QStringLiteral("/nonexistent/report.pdf"));
-    EXPECT_FALSE(printReport(nowhere, {data, axes, {}, {}}, {}));
+    EXPECT_FALSE(paintReport(nowhere, {data, axes, {}, {}}, {}));
 
     struct JammedPrinter : QPdfWriter {
         using QPdfWriter::QPdfWriter;
@@ -69,7 +69,7 @@ TEST_F(ReportPrinter, tellsWhenTheDeviceFails) {
     buffer.open(QIODevice::WriteOnly);
     JammedPrinter jammed(&buffer);
     data.notes = QStringLiteral("on a second page");
-    EXPECT_FALSE(printReport(jammed, {data, axes, {}, {}}, {}));
+    EXPECT_FALSE(paintReport(jammed, {data, axes, {}, {}}, {}));
 }
 
 TEST(TextFlow, keepsAHeadingWithItsText) {
