@@ -2,6 +2,7 @@
 #include "acquisition/frmSetup.h"
 
 #include "forms/FormBuilder.h"
+#include "forms/HelpContext.h"
 
 namespace {
 
@@ -32,6 +33,7 @@ frmSetup::frmSetup(PortSetup &setup, bool mayCancel, QWidget *parent)
     : QDialog(parent), setup_(setup), mayCancel_(mayCancel) {
     setObjectName(QStringLiteral("frmSetup"));
     setWindowTitle(QStringLiteral("Data Collection Setup"));
+    setHelpContext(*this, 6); // that of the command which opens it
     FormBuilder builder(*this);
     builder.build(controls);
     setFixedSize(childrenRect().size() + QSize(childrenRect().x() + margin, childrenRect().y() + margin));

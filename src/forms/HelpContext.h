@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+
+#include <functional>
+
+/// Gives a form, a control or a menu item the number of its help topic; 0 stands for the index. What has no number of
+/// its own has that of what it stands in or, for a form, of the form that it stands over.
+void setHelpContext(QObject &object, int HelpContextID);
+
+/// The key F1, in whatever form of the program: asks for the topic of the menu item that is highlighted, or else of the
+/// control that has the focus.
+class HelpKey : public QObject {
+    Q_OBJECT
+public:
+    explicit HelpKey(std::function<void(int HelpContextID)> showTopic);
+
+protected:
+    bool eventFilter(QObject *receiver, QEvent *event) override;
+
+private:
+    std::function<void(int)> showTopic_;
+};
