@@ -3,6 +3,8 @@
 
 #include "base/RunTimeError.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QStandardPaths>
 
@@ -16,6 +18,10 @@ Folders::Folders()
 QString Folders::settingsFile() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
            QStringLiteral("/ostrel/Ostrel MS.ini");
+}
+
+QString Folders::sharedFolder() {
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/ostrel"));
 }
 
 void makePath(const QString &folder) {

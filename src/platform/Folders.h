@@ -14,6 +14,8 @@ public:
     QString errorLog() const { return appPath_ + QStringLiteral("/ChartErr.log"); }
     /// The file of the settings store; its folder need not exist.
     static QString settingsFile();
+    /// Of what came with the program and is only read, its help above all; beside the program's own folder.
+    static QString sharedFolder();
 
 private:
     QString appPath_;

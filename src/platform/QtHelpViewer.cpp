@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#include "platform/QtHelpViewer.h"
+
+#include "platform/frmHelp.h"
+
+QtHelpViewer::QtHelpViewer() = default;
+
+QtHelpViewer::~QtHelpViewer() = default;
+
+void QtHelpViewer::showTopic(int HelpContextID) {
+    if (!window_)
+        window_ = std::make_unique<frmHelp>(HelpFile);
+    window_->showTopic(HelpContextID);
+}

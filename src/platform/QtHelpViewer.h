@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/HelpViewer.h"
+
+#include <memory>
+
+class frmHelp;
+
+/// The help in a window of the program's own, which is made at the first showing.
+class QtHelpViewer : public HelpViewer {
+public:
+    QtHelpViewer();
+    ~QtHelpViewer() override;
+
+    void showTopic(int HelpContextID) override;
+
+private:
+    std::unique_ptr<frmHelp> window_;
+};
