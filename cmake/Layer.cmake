@@ -10,6 +10,11 @@ target_compile_definitions(ostrel_options INTERFACE
 if(OSTREL_WERROR)
     target_compile_options(ostrel_options INTERFACE -Werror)
 endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT OSTREL_SANITIZE)
+    target_compile_options(ostrel_options INTERFACE -fstack-protector-strong -Wformat -Werror=format-security)
+    target_compile_definitions(ostrel_options INTERFACE _FORTIFY_SOURCE=2)
+    target_link_options(ostrel_options INTERFACE -Wl,-z,relro,-z,now)
+endif()
 if(OSTREL_SANITIZE)
     target_compile_options(ostrel_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined
         -fno-omit-frame-pointer)
