@@ -1,0 +1,25 @@
+# SPDX-License-Identifier: MIT
+cmake_minimum_required(VERSION 3.25)
+
+# Every source names its licence in one of its first two lines.
+
+set(named "(\\.(cpp|h|cmake|awk|jq|xml|desktop|1|sh)|/CMakeLists\\.txt|/scripts/[^.]+|/\\.ci/run)$")
+set(unnamed)
+foreach(folder .ci benchmarks cmake data docs scripts src tests)
+    file(GLOB_RECURSE files ${SOURCE}/${folder}/*)
+    list(FILTER files INCLUDE REGEX "${named}")
+    list(APPEND sources ${files})
+endforeach()
+foreach(file CMakeLists.txt run test bench package)
+    list(APPEND sources ${SOURCE}/${file})
+endforeach()
+foreach(source ${sources})
+    file(STRINGS ${source} head LIMIT_COUNT 2)
+    if(NOT "${head}" MATCHES "SPDX-License-Identifier: MIT")
+        list(APPEND unnamed ${source})
+    endif()
+endforeach()
+if(unnamed)
+    list(JOIN unnamed "\n" unnamed)
+    message(FATAL_ERROR "These do not name their licence:\n${unnamed}")
+endif()
