@@ -80,7 +80,7 @@ void QtCommonDialog::ShowOpen() { show(Purpose::Open); }
 void QtCommonDialog::ShowSave() { show(Purpose::Save); }
 
 void QtCommonDialog::ShowPrinter() {
-    if (CancelError)
+    if (!printer_.ask(QApplication::activeWindow(), Copies) && CancelError)
         throw RunTimeError(RunTimeError::DialogCancelled);
 }
 

@@ -7,10 +7,14 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPushButton>
+#include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -33,6 +37,32 @@ protected:
             EXPECT_EQ(dialog->objectName(), "ComDlg");
             act(*dialog);
         });
+    }
+    /// Sees the print setup come up with a file and a number of copies, sets others, and presses a key.
+    void setUp(const QString &offered, const QString &file, int copies, Qt::Key key) {
+        QTimer::singleShot(0, &owner, [=] {
+            auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            EXPECT_EQ(dialog->objectName(), "ComDlg");
+            EXPECT_EQ(dialog->windowTitle(), "Print Setup");
+            auto *name = dialog->findChild<QLineEdit *>("filename");
+            EXPECT_EQ(QFileInfo(name->text()).fileName(), offered);
+            name->setText(file);
+            dialog->findChild<QSpinBox *>("copies")->setValue(copies);
+            EXPECT_EQ(dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->text(), "OK");
+            QTest::keyClick(name, key);
+            EXPECT_FALSE(dialog->isVisible());
+            if (dialog->isVisible())
+                dialog->reject();
+        });
+        ComDlg.ShowPrinter();
+    }
+    /// Where the next report goes, which is written.
+    QString report() {
+        const QString name = ComDlg.printer().outputFileName();
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        return QFileInfo(name).fileName();
     }
     static void enter(QFileDialog &dialog, const QString &name) {
         auto *edit = dialog.findChild<QLineEdit *>("fileNameEdit");
@@ -127,6 +157,29 @@ TEST_F(QtCommonDialogTest, whatCannotBeMeantIsNotTaken) {
     whenUp([](QFileDialog &dialog) { enter(dialog, ""); });
     ComDlg.ShowSave();
     EXPECT_EQ(ComDlg.FileName, folder.filePath("run.chl"));
+}
+
+TEST_F(QtCommonDialogTest, theSetupDecidesOnTheCopiesAndEachReportGetsAFileOfItsOwn) {
+    EXPECT_EQ(ComDlg.printer().outputFileName(), ""); // nothing to print on yet
+    ComDlg.Copies = 2;
+    setUp("report.pdf", folder.filePath("gone.pdf"), 9, Qt::Key_Escape);
+    EXPECT_EQ(ComDlg.Copies, 2);
+    EXPECT_EQ(ComDlg.printer().outputFileName(), "");
+
+    setUp("report.pdf", folder.filePath("2026-11"), 3, Qt::Key_Return);
+    EXPECT_EQ(ComDlg.Copies, 3);
+    EXPECT_EQ(ComDlg.printer().copyCount(), 1); // the program prints them one by one
+    EXPECT_EQ(ComDlg.printer().outputFormat(), QPrinter::PdfFormat);
+
+    setUp("2026-11.pdf", folder.filePath("run.pdf"), 1, Qt::Key_Return);
+    EXPECT_EQ(report(), "run.pdf");
+    EXPECT_EQ(report(), "run-2.pdf");
+    setUp("run-3.pdf", folder.filePath("run-3.pdf"), 1, Qt::Key_Return); // Enter on what is offered goes on
+    EXPECT_EQ(report(), "run-3.pdf");
+    EXPECT_EQ(report(), "run-4.pdf");
+
+    ComDlg.CancelError = true;
+    EXPECT_EQ(errorNumberOf([this] { setUp("run-5.pdf", "x", 1, Qt::Key_Escape); }), RunTimeError::DialogCancelled);
 }
 
 } // namespace
