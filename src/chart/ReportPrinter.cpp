@@ -6,6 +6,7 @@
 #include <QBuffer>
 #include <QPdfWriter>
 #include <QPrinter>
+#include <QPrinterInfo>
 
 namespace {
 
@@ -31,7 +32,9 @@ bool printReport(QPrinter &printer, const ReportContents &contents, const Report
     if (printer.outputFormat() == QPrinter::NativeFormat) {
         printer.setDocName(contents.data.title);
         printer.setCreator(programName);
-        return printer.isValid() && paintReport(printer, contents, options);
+        // Qt does not tell when a job is not taken, so whoever takes it must be there.
+        return QPrinterInfo::availablePrinterNames().contains(printer.printerName()) &&
+               paintReport(printer, contents, options);
     }
     if (printer.outputFileName().isEmpty())
         return false; // there is no printer, and no file was chosen in its place

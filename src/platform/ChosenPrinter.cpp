@@ -8,7 +8,9 @@
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPrintDialog>
+#include <QPrinterInfo>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTabWidget>
@@ -90,6 +92,15 @@ private:
     QLineEdit *fileName_ = findChild<QLineEdit *>(QStringLiteral("filename"));
 };
 
+/// The computer's own printer with its own paper, which Qt would take for A4; without any, the paper of the country.
+std::unique_ptr<QPrinter> usualPrinter() {
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    const QPageSize paper = QPrinterInfo(*printer).defaultPageSize();
+    const bool american = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
+    printer->setPageSize(paper.isValid() ? paper : QPageSize(american ? QPageSize::Letter : QPageSize::A4));
+    return printer;
+}
+
 /// A printer set up like the other one.
 std::unique_ptr<QPrinter> another(const QPrinter &other) {
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
@@ -108,7 +119,7 @@ std::unique_ptr<QPrinter> another(const QPrinter &other) {
 
 bool ChosenPrinter::ask(QWidget *parent, int &copies) {
     // The dialog sets its printer up while it is still open.
-    auto chosen = printer_ ? another(*printer_) : std::make_unique<QPrinter>(QPrinter::HighResolution);
+    auto chosen = printer_ ? another(*printer_) : usualPrinter();
     chosen->setCopyCount(std::max(1, copies));
     const QString offered = file_.isEmpty() ? usualFile() : nextFile();
     SetupDialog dialog(chosen.get(), offered, parent);
@@ -126,7 +137,7 @@ bool ChosenPrinter::ask(QWidget *parent, int &copies) {
 
 QPrinter &ChosenPrinter::printer() {
     if (!printer_)
-        printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+        printer_ = usualPrinter();
     if (!file_.isEmpty())
         printer_->setOutputFileName(nextFile());
     fileUsed_ = true;

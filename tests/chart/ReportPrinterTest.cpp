@@ -1,11 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ReportPrinter.h"
 
+#include "chart/Quillchart.h"
 #include "chart/TextFlow.h"
+#include "chart/TracePath.h"
 
 #include <QBuffer>
+#include <QDir>
 #include <QPdfWriter>
+#include <QPrinter>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <csignal>
 
 namespace {
 
@@ -70,6 +78,59 @@ TEST_F(ReportPrinter, tellsWhenTheDeviceFails) {
     JammedPrinter jammed(&buffer);
     data.notes = QStringLiteral("on a second page");
     EXPECT_FALSE(paintReport(jammed, {data, axes, {}, {}}, {}));
+}
+
+TEST_F(ReportPrinter, leavesTheOldFileWhenTheNewOneFails) {
+    const QTemporaryDir folder;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFileName(folder.filePath(QStringLiteral("report.pdf")));
+    data.title = QStringLiteral("Lysozyme");
+    samples(300);
+    ASSERT_TRUE(printReport(printer, {data, axes, {}, {}}, {}));
+    QFile file(printer.outputFileName());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray old = file.readAll();
+    EXPECT_TRUE(old.startsWith("%PDF"));
+    EXPECT_TRUE(old.contains("/CreationDate"));
+
+    rlimit limit{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{1000, limit.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
+    const bool printed = printReport(printer, {data, axes, {}, {}}, {});
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, before);
+    EXPECT_FALSE(printed);
+    file.seek(0);
+    EXPECT_EQ(file.readAll(), old);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("report.pdf")});
+}
+
+TEST_F(ReportPrinter, failsWhereNeitherPrinterNorFileIsChosen) {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    EXPECT_FALSE(printReport(printer, {data, axes, {}, {}}, {}));
+    Quillchart chart(3);
+    int asked = 0;
+    qint16 error = 0;
+    chart.setPrinter([&]() -> QPrinter & { return ++asked, printer; });
+    QObject::connect(&chart, &Quillchart::ChartError, [&](qint16, qint16 ErrorCode) { error = ErrorCode; });
+    chart.PrintChart(true, true, true, 7);
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(error, -14);
+}
+
+TEST(Dashes, keepTheirLengthOnANoisyLine) {
+    QPolygonF noisy;
+    for (int x = 0; x <= 200; ++x)
+        noisy << QPointF(x, x % 2 == 0 ? 0 : 3);
+    const std::vector<QPolygonF> dashes = dashed({noisy, {{500, 0}, {500, 200}}}, 12, 8);
+    ASSERT_EQ(dashes.size(), 20U);
+    for (const QPolygonF &dash : dashes)
+        EXPECT_NEAR(QLineF(dash.first(), dash.last()).length(), 12, 0.1);
+    EXPECT_EQ(dashes[10].first(), QPointF(500, 0)); // each line begins with one
+    EXPECT_EQ(dashes[11].first(), QPointF(500, 20));
 }
 
 TEST(TextFlow, keepsAHeadingWithItsText) {

@@ -45,6 +45,8 @@ protected:
             ASSERT_NE(dialog, nullptr);
             EXPECT_EQ(dialog->objectName(), "ComDlg");
             EXPECT_EQ(dialog->windowTitle(), "Print Setup");
+            auto *printers = dialog->findChild<QComboBox *>("printers");
+            printers->setCurrentIndex(printers->count() - 1); // the file stands behind the computer's printers
             auto *name = dialog->findChild<QLineEdit *>("filename");
             EXPECT_EQ(QFileInfo(name->text()).fileName(), offered);
             name->setText(file);
