@@ -99,15 +99,34 @@ void TextEntry::focusInEvent(QFocusEvent *event) {
         run(GotFocus);
 }
 
-ComboEntry::ComboEntry(QWidget *parent) : QComboBox(parent), line_(new EntryLine(this)) {
+DropDownList::DropDownList(QWidget *parent) : QComboBox(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    connect(this, &QComboBox::activated, this, [this] { run(Click); });
+}
+
+void DropDownList::setListIndex(int index) {
+    {
+        const QSignalBlocker quiet(this);
+        setCurrentIndex(index);
+    }
+    run(Click);
+}
+
+void DropDownList::wheelEvent(QWheelEvent *event) {
+    // A wheel that merely passes over the list must not pick from it.
+    if (hasFocus())
+        QComboBox::wheelEvent(event);
+    else
+        event->ignore();
+}
+
+ComboEntry::ComboEntry(QWidget *parent) : DropDownList(parent), line_(new EntryLine(this)) {
     setLineEdit(line_);
     setInsertPolicy(NoInsert);
     setCompleter(nullptr);
-    setFocusPolicy(Qt::StrongFocus);
     // Qt takes a typed value that stands in the list for a pick once the entry is left. Here it stays typed.
     disconnect(line_, &QLineEdit::editingFinished, this, nullptr);
     line_->KeyPress = [this](int KeyAscii) { return KeyPress ? KeyPress(KeyAscii) : KeyAscii; };
-    connect(this, &QComboBox::activated, this, [this] { run(Click); });
     connect(line_, &QLineEdit::textEdited, this, [this] { run(Change); });
 }
 
@@ -120,14 +139,6 @@ void ComboEntry::setText(const QString &text) {
     run(Change);
 }
 
-void ComboEntry::setListIndex(int index) {
-    {
-        const QSignalBlocker quiet(this);
-        setCurrentIndex(index);
-    }
-    run(Click);
-}
-
 void ComboEntry::addItemQuietly(const QString &text) {
     const QSignalBlocker quiet(this);
     const int picked = currentIndex();
@@ -135,14 +146,6 @@ void ComboEntry::addItemQuietly(const QString &text) {
     addItem(text);
     setCurrentIndex(picked);
     setEditText(shown);
-}
-
-void ComboEntry::wheelEvent(QWheelEvent *event) {
-    // A wheel that merely passes over the entry must not change an axis.
-    if (hasFocus())
-        QComboBox::wheelEvent(event);
-    else
-        event->ignore();
 }
 
 OptionButton::OptionButton(QWidget *parent) : QRadioButton(parent) {
@@ -159,6 +162,20 @@ void OptionButton::setValue(bool on) {
         setChecked(on);
     }
     if (isChecked() && !before)
+        run(Click);
+}
+
+CheckBox::CheckBox(QWidget *parent) : QCheckBox(parent) {
+    connect(this, &QCheckBox::toggled, this, [this] { run(Click); });
+}
+
+void CheckBox::setValue(int value) {
+    const int before = Value();
+    {
+        const QSignalBlocker quiet(this);
+        setChecked(value != 0);
+    }
+    if (Value() != before)
         run(Click);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -68,26 +69,35 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
 };
 
+/// A list that drops down, to pick one of its items.
+class DropDownList : public QComboBox {
+    Q_OBJECT
+public:
+    explicit DropDownList(QWidget *parent = nullptr);
+
+    std::function<void()> Click; ///< an item was picked, by hand or by setListIndex; also the one already shown
+
+    void setListIndex(int index); ///< runs Click
+
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+};
+
 /// A combo box whose entry takes typed values as well as those of its list.
-class ComboEntry : public QComboBox, public EntryText {
+class ComboEntry : public DropDownList, public EntryText {
     Q_OBJECT
 public:
     explicit ComboEntry(QWidget *parent = nullptr);
 
-    std::function<void()> Click;  ///< an item was picked, by hand or by setListIndex; also the one already shown
     std::function<void()> Change; ///< the text was typed or written by setText; a pick does not run it
     KeyFilter KeyPress;
 
     QString Text() const override { return currentText(); }
     void setText(const QString &text);        ///< leaves the list alone; runs Change
-    void setListIndex(int index);             ///< runs Click
     void addItemQuietly(const QString &text); ///< picks nothing
     QString SelText() const override { return line_->selectedText(); }
     int SelStart() const override { return line_->SelStart(); }
     void selectWhole() override { line_->selectAll(); }
-
-protected:
-    void wheelEvent(QWheelEvent *event) override;
 
 private:
     EntryLine *line_;
@@ -103,6 +113,18 @@ public:
 
     bool Value() const { return isChecked(); }
     void setValue(bool on);
+};
+
+/// A box to tick.
+class CheckBox : public QCheckBox {
+    Q_OBJECT
+public:
+    explicit CheckBox(QWidget *parent = nullptr);
+
+    std::function<void()> Click; ///< runs when Value is another one, by hand or by setValue
+
+    int Value() const { return isChecked() ? 1 : 0; } ///< 1 ticked, 0 not
+    void setValue(int value);
 };
 
 /// A button that Enter presses too while it has the focus.

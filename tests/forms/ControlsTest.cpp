@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -17,14 +18,16 @@ class ControlsTest : public testing::Test {
 protected:
     ControlsTest() {
         auto *column = new QVBoxLayout(&window_);
-        for (QWidget *widget : std::initializer_list<QWidget *>{&text, &combo, &first, &second, &button, &bar})
+        for (QWidget *widget :
+             std::initializer_list<QWidget *>{&text, &combo, &list, &first, &second, &box, &button, &bar})
             column->addWidget(widget);
         text.Change = combo.Change = bar.Change = [this] { told += 'c'; };
         text.GotFocus = bar.GotFocus = [this] { told += 'f'; };
-        combo.Click = button.Click = second.Click = [this] { told += 'k'; };
+        combo.Click = list.Click = button.Click = second.Click = box.Click = [this] { told += 'k'; };
         bar.Scroll = [this] { told += 's'; };
         combo.addItemQuietly("2.000");
         combo.addItemQuietly("1.000");
+        list.addItems({"0.5", "1"});
         window_.show();
         window_.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
@@ -47,6 +50,8 @@ protected:
     ComboEntry &combo = *new ComboEntry(&window_);
     OptionButton &first = *new OptionButton(&window_);
     OptionButton &second = *new OptionButton(&window_);
+    DropDownList &list = *new DropDownList(&window_);
+    CheckBox &box = *new CheckBox(&window_);
     CommandButton &button = *new CommandButton(&window_);
     ScrollEntry &bar = *new ScrollEntry(&window_);
 };
@@ -81,6 +86,24 @@ TEST_F(ControlsTest, ATypedValueOfTheListStaysTyped) {
     EXPECT_EQ(toldBy([&] { QTest::keyClicks(&combo, "1.000"); }), "ccccc");
     EXPECT_EQ(toldBy([&] { QTest::keyClick(&combo, Qt::Key_Enter); }), "");
     EXPECT_EQ(toldBy([&] { button.setFocus(); }), "");
+}
+
+TEST_F(ControlsTest, ListTellsPicksButNoPassingWheel) {
+    EXPECT_EQ(toldBy([&] { list.setListIndex(1); }), "k");
+    EXPECT_EQ(toldBy([&] { list.setListIndex(1); }), "k");
+    EXPECT_EQ(toldBy([&] { QTest::keyClick(&list, Qt::Key_Up); }), "k");
+    QWheelEvent down({5, 5}, list.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+    EXPECT_EQ(toldBy([&] { QCoreApplication::sendEvent(&list, &down); }), "");
+    EXPECT_EQ(list.currentText(), "0.5");
+    list.setFocus();
+    EXPECT_EQ(toldBy([&] { QCoreApplication::sendEvent(&list, &down); }), "k");
+}
+
+TEST_F(ControlsTest, CheckBoxTellsTheChangeByHandAndByProgram) {
+    EXPECT_EQ(toldBy([&] { box.setValue(1); }), "k");
+    EXPECT_EQ(toldBy([&] { box.setValue(1); }), "");
+    EXPECT_EQ(toldBy([&] { QTest::keyClick(&box, Qt::Key_Space); }), "k");
+    EXPECT_EQ(box.Value(), 0);
 }
 
 TEST_F(ControlsTest, OptionTellsOnlyTheChange) {

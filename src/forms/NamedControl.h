@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLabel>
+#include <QString>
+
+#include <type_traits>
+
+/// Makes a control of a form whose places a Qt layout finds: `name` becomes its objectName.
+template <typename Control>
+Control *namedControl(const char *name, const char *caption, QWidget *parent) {
+    auto *control = new Control(parent);
+    control->setObjectName(QString::fromLatin1(name));
+    if constexpr (std::is_base_of_v<QLabel, Control>)
+        control->setTextFormat(Qt::PlainText);
+    control->setText(QString::fromUtf8(caption));
+    return control;
+}
