@@ -94,11 +94,27 @@ public:
             all += method.text;
         return all;
     }
-    qint16 ExportData(const QString &, qint16, qint16, qint16, qint16, qint16, qint16, float, float, float,
-                      qint32) override {
+    qint16 ExportData(const QString &FileName, qint16 IncludeUV, qint16 IncludeCond, qint16 IncludeEvents,
+                      qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom, float TimeTo,
+                      float SampleRate, qint32 PointCount) override {
+        atWork();
+        exported = QStringLiteral("%1 %2%3%4%5%6 %7 %8-%9 ")
+                       .arg(FileName)
+                       .arg(IncludeUV)
+                       .arg(IncludeCond)
+                       .arg(IncludeEvents)
+                       .arg(IncludeNotes)
+                       .arg(IncludeMethod)
+                       .arg(MethodPosition)
+                       .arg(TimeFrom)
+                       .arg(TimeTo) +
+                   QStringLiteral("%1/s %2").arg(SampleRate).arg(PointCount);
         return status;
     }
-    void PrintChart(bool, bool, bool, qint32) override {}
+    void PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) override {
+        atWork();
+        printed << QStringLiteral("%1%2%3 %4").arg(PrintChromatogram).arg(PrintMethod).arg(PrintNotes).arg(TraceFlags);
+    }
 
     /// The labels of all marks, blank between them.
     QString labels() const {
@@ -118,7 +134,9 @@ public:
     QString notes;
     FakeFiles *files = nullptr;        ///< none: nothing can be read or written
     bool diskFull = false;             ///< nothing can be written
-    std::function<void()> whileAtWork; ///< runs in the middle of reading or writing a file
+    std::function<void()> whileAtWork; ///< runs in the middle of reading, writing and printing
+    QString exported;                  ///< the arguments of the last export: "/run.txt 11111 0 0-10 1/s 600"
+    QStringList printed;               ///< those of each copy: chromatogram, method, notes, traces: "111 7"
     int redrawn = 0;
     int newDataDrawn = 0;
 

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "reports/PrintRun.h"
+
+#include "base/Int16.h"
+#include "base/Steps.h"
+#include "reports/Hourglass.h"
+
+#include <utility>
+
+namespace {
+
+constexpr qint32 printSetupError = -25;
+
+}
+
+PrintRun::PrintRun(ChartInFront chart, CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors, QWidget *parent)
+    : chart_(std::move(chart)), ComDlg_(ComDlg), prompts_(prompts), errors_(errors), parent_(parent) {}
+
+void PrintRun::mnuPrint_Click() {
+    frmPrint(
+        chart_(), values_, [this] { mnuPrintSetup_Click(); }, parent_)
+        .exec();
+    if (values_.PrintCancelled)
+        return;
+    const Hourglass hourglass(prompts_);
+    const Int16 n = ComDlg_.Copies;
+    for (int copy = 1; copy <= n; ++copy) {
+        chart_().PrintChart(values_.PrintChromatogram, values_.PrintMethod, values_.PrintNotes,
+                            values_.PrintTraceFlags);
+    }
+}
+
+void PrintRun::mnuPrintSetup_Click() {
+    const int error = errorNumberOf([&] {
+        ComDlg_.CancelError = false;
+        ComDlg_.Flags = CommonDialog::PrintSetup;
+        ComDlg_.ShowPrinter();
+    });
+    if (error != 0)
+        errors_.HandelError(printSetupError);
+}

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/ChartContract.h"
+
+#include <functional>
+
+/// What the reports need of the window above them.
+
+/// The chart of the tab in front.
+using ChartInFront = std::function<DocumentChart &()>;
+
+/// The time axis of the tab in front.
+class ZoomedTime {
+public:
+    virtual ~ZoomedTime() = default;
+
+    /// The stretch that is shown, in minutes; it may reach beyond the data.
+    virtual void GetZoomedTime(float &ZoomedTimeFrom, float &ZoomedTimeTo) const = 0;
+};
