@@ -3,6 +3,7 @@
 
 #include "platform/Clock.h"
 #include "platform/CommonDialog.h"
+#include "platform/HelpViewer.h"
 #include "platform/Process.h"
 #include "platform/Prompts.h"
 #include "platform/SerialControl.h"
@@ -16,6 +17,8 @@
 #include <functional>
 #include <memory>
 
+class QPrinter;
+
 /// The desktop that the program runs on. The program owns none of it.
 struct Platform {
     const Clock &clock;
@@ -23,13 +26,17 @@ struct Platform {
     SerialControl &CommTmp; ///< tries ports
     SettingsStore &store;
     Prompts &prompts;
-    CommonDialog &ComDlg; ///< the one file dialog of the main window
+    CommonDialog &ComDlg;                ///< the one file dialog of the main window, and its print setup
+    CommonDialog &exportDialog;          ///< that of the export window
+    std::function<QPrinter &()> printer; ///< for one report, as the print setup has it
     Process &process;
     SleepGuard &sleep;
+    HelpViewer &help;
     /// A timer by its name, with its interval in milliseconds and whether it is on from the start.
     std::function<std::unique_ptr<Timer>(QObject *owner, const QString &name, int interval, bool on)> makeTimer;
-    QString appPath;     ///< without a separator at its end
-    QString errorLog;    ///< path of ChartErr.log
-    QString commandLine; ///< what stood behind the program's name
+    QString appPath;      ///< without a separator at its end
+    QString sharedFolder; ///< of what was installed with the program, likewise
+    QString errorLog;     ///< path of ChartErr.log
+    QString commandLine;  ///< what stood behind the program's name
     bool PrevInstance = false;
 };

@@ -3,6 +3,7 @@
 
 #include "base/Steps.h"
 #include "chart/Quillchart.h"
+#include "reports/frmExport.h"
 #include "view/InitMainWindow.h"
 
 namespace {
@@ -45,12 +46,17 @@ Program::Program(const Platform &on)
             [this](int chart) { window_.bringToFront(chart); }),
       ports_(states_, live_, commands_, windowActs()),
       fileWindow_(tabs_, window_.time(), [this](const QString &text) { return window_.TextWidth(text); }),
+      helpMenu_(on.help, window_, [this](const QString &name) { return window_.action(name); }),
+      helpKey_([this](int HelpContextID) { platform_.help.showTopic(HelpContextID); }),
 
       openFiles_(values_.tabs, documentCharts(window_), fileWindow_, on.ComDlg, on.prompts),
       saveFiles_(values_.tabs, documentCharts(window_), fileWindow_, on.ComDlg, on.prompts, errors_),
       clearAndClose_(values_.tabs, documentCharts(window_), fileWindow_, on.prompts, errors_, saveFiles_),
       log_({values_.link, values_.identity}, values_.run, values_.options, values_.log, window_.chart(logChart),
            window_.chart(scratchChart), *timers_.SaveLog, states_, on.ComDlg, errors_),
+
+      shownTime_(time_),
+      printRun_([this]() -> DocumentChart & { return chartInFront(); }, on.ComDlg, on.prompts, errors_, &window_),
 
       receiver_(on.ComPort, ring_, values_.link, *timers_.Process, errors_), news_(values_.run, values_.link),
       intake_(values_.run, *window_.charts()[recorderChart], *window_.charts()[logChart], *timers_.StopWaitForMethod,
@@ -65,12 +71,13 @@ Program::Program(const Platform &on)
       search_(setup_, on.ComPort, *timers_.CheckComData, values_.options, values_.identity, setupForm_, on.prompts,
               commands_, errors_),
 
-      shellWindow_(window_), logSaver_(commands_),
+      shellWindow_(window_, commands_), logSaver_(commands_),
       instances_(values_.identity, on.store, on.prompts, on.clock, on.appPath),
       recovery_(values_.identity, logInfo_, values_.log, instances_,
                 {window_.chart(logChart), logSaver_, on.store, on.prompts,
                  [this](Recovery &recovery) { frmDataRecovery(recovery, &window_).exec(); }}),
       naming_(values_.identity, instances_, on.prompts, shellWindow_, &window_),
+      textWindows_(values_.tabs, documentCharts(window_), shellWindow_, on.prompts, &window_),
       activation_(values_.identity, values_.options, recovery_, instances_, *timers_.CheckComData, shellWindow_,
                   {[this] { commands_.run(QStringLiteral("mnuLogName")); },
                    [this](const QString &FileName) { openFiles_.DrawChartLabel(FileName); }}),
@@ -91,7 +98,10 @@ WindowActs Program::windowActs() {
 void Program::bindEvents() {
     platform_.ComPort.setRThreshold(50);
     platform_.ComPort.OnComm = [this] { receiver_.ComPort_OnComm(); };
-    timers_.Process->Tick = [this] { decoder_.TimerProcess_Timer(); };
+    timers_.Process->Tick = [this] {
+        decoder_.TimerProcess_Timer();
+        window_.chart(recorderChart).DrawNewData(); // the live view no longer does when the pass ended the recording
+    };
     timers_.LoadMain->Tick = [this] { TimerLoadMain_Timer(); };
     timers_.CheckComData->Tick = [this] { TimerCheckComData_Timer(); };
     timers_.StopWaitForMethod->Tick = [this] { intake_.TimerStopWaitForMethod_Timer(); };
@@ -102,7 +112,8 @@ void Program::bindEvents() {
     time_.attach();
     tabs_.attach();
     for (int i = 0; i < chartInstances; ++i) {
-        const Quillchart &chart = window_.chart(i);
+        Quillchart &chart = window_.chart(i);
+        chart.setPrinter(platform_.printer);
         QObject::connect(&chart, &Quillchart::Zoomed, &window_,
                          [this](qint16, float from, float to, float uvMin, float uvMax, float condMin, float condMax) {
                              time_.Chart_Zoomed(from, to, uvMin, uvMax, condMin, condMax);
@@ -122,6 +133,9 @@ void Program::bindCommands() {
     commands_.bind(QStringLiteral("mnuSaveData"), [this] { saveFiles_.mnuSaveData_Click(); });
     commands_.bind(QStringLiteral("mnuSaveDataAs"), [this] { saveFiles_.mnuSaveDataAs_Click(); });
     commands_.bind(QStringLiteral("mnuSaveSlectedData"), [this] { saveFiles_.mnuSaveSlectedData_Click(); });
+    commands_.bind(QStringLiteral("mnuExport"), [this] { mnuExport_Click(); });
+    commands_.bind(QStringLiteral("mnuPrintSetup"), [this] { printRun_.mnuPrintSetup_Click(); });
+    commands_.bind(QStringLiteral("mnuPrint"), [this] { printRun_.mnuPrint_Click(); });
     commands_.bind(QStringLiteral("mnuClear"), [this] { clearAndClose_.mnuClear_Click(); });
     commands_.bind(QStringLiteral("mnuStart"), [this] { session_.mnuStart_Click(); });
     commands_.bind(QStringLiteral("mnuStop"), [this] { session_.mnuStop_Click(); });
@@ -130,8 +144,18 @@ void Program::bindCommands() {
     commands_.bind(QStringLiteral("mnuLogOn"), [this] { log_.mnuLogOn_Click(); });
     commands_.bind(QStringLiteral("mnuLogOff"), [this] { log_.mnuLogOff_Click(); });
     commands_.bind(QStringLiteral("mnuLogName"), [this] { naming_.mnuLogName_Click(); });
+    commands_.bind(QStringLiteral("mnuMethod"), [this] { textWindows_.mnuMethod_Click(); });
+    commands_.bind(QStringLiteral("mnuNotes"), [this] { textWindows_.mnuNotes_Click(); });
+    commands_.bind(QStringLiteral("cmdMethod"), [this] { textWindows_.cmdMethod_Click(); });
+    commands_.bind(QStringLiteral("cmdNotes"), [this] { textWindows_.cmdNotes_Click(); });
+    commands_.bind(QStringLiteral("mnuIntro"), [this] { helpMenu_.mnuIntro_Click(); });
+    commands_.bind(QStringLiteral("mnuIndex"), [this] { helpMenu_.mnuIndex_Click(); });
     commands_.bind(QStringLiteral("mnuAbout"), [this] { splash_.showAbout(&window_); });
     commands_.bind(QStringLiteral("mnuExit"), [this] { exit_.frmMain_Unload(); });
+}
+
+void Program::mnuExport_Click() {
+    frmExport(chartInFront(), shownTime_, platform_.exportDialog, platform_.prompts, errors_, &window_).exec();
 }
 
 void Program::start() {
@@ -162,6 +186,7 @@ bool Program::loadWindow() {
                            .time = window_.time(),
                            .axes = axes_,
                            .commands = states_,
+                           .SetHelpContexts = [this] { helpMenu_.SetHelpContexts(platform_.sharedFolder); },
                            .setCaption = [this](const QString &caption) { window_.setWindowTitle(caption); },
                            .ReadSettings = [this] { settings_.ReadSettings(); },
                            .resize = [this](float width, float height) { window_.setOuterSize(width, height); },

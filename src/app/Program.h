@@ -10,6 +10,7 @@
 #include "acquisition/SampleIntake.h"
 #include "acquisition/StreamDecoder.h"
 #include "app/Platform.h"
+#include "app/ReportAdapters.h"
 #include "app/ShellAdapters.h"
 #include "base/Values.h"
 #include "documents/ClearAndClose.h"
@@ -18,11 +19,14 @@
 #include "documents/RunningLog.h"
 #include "documents/SaveFiles.h"
 #include "documents/Settings.h"
+#include "forms/HelpContext.h"
+#include "reports/PrintRun.h"
 #include "shell/FirstActivation.h"
 #include "shell/Instances.h"
 #include "shell/ProgramExit.h"
 #include "shell/Recovery.h"
 #include "shell/SystemNaming.h"
+#include "shell/TextWindows.h"
 #include "shell/frmDataRecovery.h"
 #include "shell/frmStartup.h"
 #include "view/AxisPanels.h"
@@ -30,6 +34,7 @@
 #include "view/CommandStates.h"
 #include "view/Commands.h"
 #include "view/FileWindow.h"
+#include "view/HelpMenu.h"
 #include "view/LiveView.h"
 #include "view/NumericKeys.h"
 #include "view/SetupForm.h"
@@ -64,6 +69,8 @@ public:
 
 private:
     WindowActs windowActs();
+    Quillchart &chartInFront() { return window_.chart(values_.tabs.CurrentChart); }
+    void mnuExport_Click();
     void bindEvents();
     void bindCommands();
     void TimerLoadMain_Timer();
@@ -88,11 +95,16 @@ private:
     ChartTabs tabs_;
     WindowPorts ports_;
     FileWindow fileWindow_;
+    HelpMenu helpMenu_;
+    HelpKey helpKey_;
 
     OpenFiles openFiles_;
     SaveFiles saveFiles_;
     ClearAndClose clearAndClose_;
     RunningLog log_;
+
+    ShownTime shownTime_;
+    PrintRun printRun_;
 
     ReceiveRing ring_;
     DataReceiver receiver_;
@@ -111,6 +123,7 @@ private:
     Instances instances_;
     Recovery recovery_;
     SystemNaming naming_;
+    TextWindows textWindows_;
     FirstActivation activation_;
     ProgramExit exit_;
 };

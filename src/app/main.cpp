@@ -7,6 +7,7 @@
 #include "platform/InstanceLock.h"
 #include "platform/LogindSleepGuard.h"
 #include "platform/QtCommonDialog.h"
+#include "platform/QtHelpViewer.h"
 #include "platform/QtProcess.h"
 #include "platform/QtPrompts.h"
 #include "platform/QtSerialControl.h"
@@ -25,6 +26,7 @@ int run(Prompts &prompts, Process &process) {
     const InstanceLock lock(folders.appPath());
     const SystemClock clock;
     QtCommonDialog ComDlg;
+    QtCommonDialog exportDialog;
     QtSettingsStore store(Folders::settingsFile());
     SerialPorts ports(store);
     const auto deviceOfPort = [&ports](int number) { return ports.device(number); };
@@ -32,13 +34,15 @@ int run(Prompts &prompts, Process &process) {
     QtSerialControl CommTmp(qApp, QStringLiteral("CommTmp"), deviceOfPort);
 
     LogindSleepGuard sleep;
+    QtHelpViewer help;
 
-    Program program({clock, ComPort, CommTmp, store, prompts, ComDlg, process, sleep,
+    Program program({clock, ComPort, CommTmp, store, prompts, ComDlg, exportDialog,
+                     [&ComDlg]() -> QPrinter & { return ComDlg.printer(); }, process, sleep, help,
                      [](QObject *owner, const QString &name, int interval, bool on) {
                          return std::make_unique<QtTimer>(owner, name, interval, on);
                      },
-                     folders.appPath(), folders.errorLog(), QApplication::arguments().mid(1).join(QLatin1Char(' ')),
-                     lock.PrevInstance()});
+                     folders.appPath(), Folders::sharedFolder(), folders.errorLog(),
+                     QApplication::arguments().mid(1).join(QLatin1Char(' ')), lock.PrevInstance()});
     const EndSignals signals([&program] { program.endUnasked(); });
     SessionEnd session;
     session.askToEnd = [&program] { return program.askToEnd(); };

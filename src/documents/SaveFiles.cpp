@@ -40,6 +40,7 @@ void SaveFiles::mnuSaveDataAs_Click() {
     tabs_.ChartSaved[tabs_.CurrentChart] = true;
     fileName() = path;
     chart().setChartTitle(StripExtension(title));
+    chart().Redraw(); // with its new title
 }
 
 void SaveFiles::mnuSaveSlectedData_Click() {

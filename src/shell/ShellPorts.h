@@ -13,7 +13,7 @@ public:
     virtual void mnuSaveLog_Click() = 0;
 };
 
-/// The main window as start-up sees it.
+/// The main window as start-up and the windows of its check buttons see it.
 class ShellWindow {
 public:
     virtual ~ShellWindow() = default;
@@ -21,4 +21,8 @@ public:
     virtual void setCaption(const QString &caption) = 0;
     /// The Value of a toolbar button: pressed in or not.
     virtual void setButtonValue(const QString &button, bool pressed) = 0;
+    virtual bool buttonValue(const QString &button) const = 0;
+    virtual void setToolTip(const QString &button, const QString &text) = 0;
+    /// What a click on the button does, its Value being already that after the click.
+    virtual void Toolsbar_ButtonClick(const QString &button) = 0;
 };

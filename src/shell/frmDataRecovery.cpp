@@ -3,9 +3,8 @@
 
 #include "forms/Controls.h"
 #include "forms/FormBuilder.h"
+#include "shell/TextBox.h"
 
-#include <QFontDatabase>
-#include <QFontInfo>
 #include <QLabel>
 #include <QListWidget>
 #include <QScrollBar>
@@ -46,14 +45,6 @@ void embolden(QWidget &widget) {
     QFont font = widget.font();
     font.setBold(true);
     widget.setFont(font);
-}
-
-/// The columns of the rows are made with blanks.
-QFont fixedPitchFont() {
-    const QFont courier(QStringLiteral("Courier New"));
-    if (QFontInfo(courier).fixedPitch())
-        return courier;
-    return QFontDatabase::systemFont(QFontDatabase::FixedFont);
 }
 
 /// Where the text of a row begins within the list's viewport.
@@ -109,7 +100,7 @@ void frmDataRecovery::makeList() {
     QListWidget &list = *lstLogFiles_;
     list.setObjectName(QStringLiteral("lstLogFiles"));
     list.setAccessibleName(QStringLiteral("Log files from previous operation"));
-    list.setFont(fixedPitchFont());
+    list.setFont(fixedPitchFont()); // the columns of the rows are made with blanks
     list.setSelectionMode(QAbstractItemView::NoSelection);
     list.setUniformItemSizes(true);
     const QFontMetrics letters(list.font());

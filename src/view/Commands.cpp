@@ -22,6 +22,8 @@ constexpr ButtonRow buttons[] = {
     {"cmdStop",     "mnuStop",                    "mnuStop"},
     {"cmdLogOn",    "mnuLogOn",                   "mnuLogOn"},
     {"cmdLogOff",   "mnuLogOff",                  "mnuLogOff"},
+    {"cmdMethod",   "cmdMethod",                  "cmdMethod"},
+    {"cmdNotes",    "cmdNotes",                   "cmdNotes"},
 };
 // clang-format on
 
@@ -29,10 +31,7 @@ constexpr ButtonRow buttons[] = {
 
 void Commands::bind(const QString &control, std::function<void()> routine) { routines_[control] = std::move(routine); }
 
-void Commands::run(const QString &control) const {
-    if (const auto found = routines_.find(control); found != routines_.end())
-        found->second();
-}
+void Commands::run(const QString &control) const { routines_.at(control)(); }
 
 void Commands::click(const QString &control) const {
     if (control.startsWith(QLatin1String("cmd")))

@@ -17,7 +17,6 @@ public:
     explicit Commands(const TabStates &tabs) : tabs_(tabs) {}
 
     void bind(const QString &control, std::function<void()> routine);
-    /// Does nothing for a control that has no routine.
     void run(const QString &control) const;
     /// The operator's click on a menu item or a toolbar button.
     void click(const QString &control) const;

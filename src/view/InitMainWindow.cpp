@@ -31,6 +31,7 @@ bool InitMainWindow(const MainWindowSetUp &on) {
 
     on.values.DecimalPoint = decimalSeparator();
     on.axes.FillAxisLists();
+    on.SetHelpContexts();
     on.setCaption(QStringLiteral("Ostrel MS - Velquin System: Default"));
     on.ReadSettings();
     tabs.CurrentChart = recorderChart;

@@ -16,6 +16,7 @@ struct MainWindowSetUp {
     AxisPanels &axes;
     CommandStates &commands;
 
+    std::function<void()> SetHelpContexts;
     std::function<void(const QString &caption)> setCaption;
     std::function<void()> ReadSettings;
     std::function<void(float width, float height)> resize; ///< the outer size, in twips

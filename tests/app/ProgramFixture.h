@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QListWidget>
+#include <QPrinter>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -30,13 +31,14 @@ public:
 
     void start() {
         program = std::make_unique<Program>(
-            Platform{clock, ComPort, CommTmp, *settings, prompts, ComDlg, process, sleep,
+            Platform{clock, ComPort, CommTmp, *settings, prompts, ComDlg, exportDialog,
+                     [this]() -> QPrinter & { return printer ? *printer : printer.emplace(); }, process, sleep, help,
                      [this](QObject *, const QString &name, int interval, bool on) {
                          auto timer = std::make_unique<FakeTimer>(clock, interval, on);
                          timers[name] = timer.get();
                          return timer;
                      },
-                     folder.path(), folder.filePath("ChartErr.log"), commandLine, prevInstance});
+                     folder.path(), "/share/ostrel", folder.filePath("ChartErr.log"), commandLine, prevInstance});
         program->start();
         dialogWatch.start();
         clock.advance(1s);
@@ -103,8 +105,11 @@ public:
     SettingsStore *settings = &store; ///< what the program is started on
     FakePrompts prompts;
     FakeCommonDialog ComDlg;
+    FakeCommonDialog exportDialog;
+    std::optional<QPrinter> printer; ///< made when a report asks for it
     FakeProcess process;
     FakeSleepGuard sleep;
+    FakeHelpViewer help;
     std::map<QString, FakeTimer *> timers;
     bool prevInstance = false;
     QString commandLine;

@@ -3,6 +3,7 @@
 
 #include "base/RunTimeError.h"
 #include "platform/Clock.h"
+#include "platform/HelpViewer.h"
 #include "platform/Process.h"
 #include "platform/Prompts.h"
 #include "platform/SerialControl.h"
@@ -210,4 +211,11 @@ public:
     void setHeld(bool on) override { held = on; }
 
     bool held = false;
+};
+
+class FakeHelpViewer : public HelpViewer {
+public:
+    void showTopic(int HelpContextID) override { shown.push_back(HelpContextID); }
+
+    std::vector<int> shown;
 };

@@ -72,13 +72,13 @@ TEST_F(CommandStatesTest, LogCommandsTellTheState) {
 
 TEST_F(CommandStatesTest, ToolbarRunsTheMenus) {
     QStringList ran;
-    for (const char *name : {"mnuClear", "mnuClose", "mnuStart"})
+    for (const char *name : {"mnuClear", "mnuClose", "mnuStart", "mnuPrint"})
         commands.bind(name, [&ran, name] { ran << name; });
     commands.Toolsbar_ButtonClick("cmdClear");
     tabs.CurrentChart = 2;
     for (const char *key : {"cmdClear", "cmdRecord", "cmdPrint"})
         commands.Toolsbar_ButtonClick(key);
-    EXPECT_EQ(ran.join(' '), "mnuClear mnuClose mnuStart");
+    EXPECT_EQ(ran.join(' '), "mnuClear mnuClose mnuStart mnuPrint");
 }
 
 } // namespace

@@ -11,7 +11,7 @@ struct WithoutPort : ViewTest {
 
 TEST_F(InitMainWindowTest, SetsTheWindowUpForAFreshStart) {
     EXPECT_TRUE(setUpDone);
-    EXPECT_EQ(told.join(", "), "Ostrel MS - Velquin System: Default, settings, 8650x6300, port, open");
+    EXPECT_EQ(told.join(", "), "help, Ostrel MS - Velquin System: Default, settings, 8650x6300, port, open");
     EXPECT_EQ(shown() + ", " + windowText(), "0 to 10, 10.0");
     EXPECT_FALSE(timeControls.txtChartTime->isEnabled());
     EXPECT_EQ(tabs.ChartViews[4].TimeSpan, 10);

@@ -54,7 +54,7 @@ protected:
         time.attach();
         tabStrip.attach();
         setUpDone =
-            InitMainWindow({values, charts, timeControls, axes, states,
+            InitMainWindow({values, charts, timeControls, axes, states, [this] { told << "help"; },
                             [this](const QString &caption) { told << caption; }, [this] { told << "settings"; },
                             [this](float width, float height) { told << QString("%1x%2").arg(width).arg(height); },
                             [this](int i) { front = i; },

@@ -9,8 +9,9 @@
 
 using namespace std::chrono_literals;
 
-LiveOstrel::LiveOstrel(const QByteArray &script) : profile_(std::make_shared<Profile>()), port_(1) {
-    startInstrument(script);
+LiveOstrel::LiveOstrel(const QByteArray &script, const QStringList &simulatorOptions)
+    : profile_(std::make_shared<Profile>()), port_(1) {
+    startInstrument(script, simulatorOptions);
     startRecorder();
     takeName();
 }
@@ -23,10 +24,11 @@ LiveOstrel::LiveOstrel(const QByteArray &script, const LiveOstrel &first) : prof
     takeName();
 }
 
-void LiveOstrel::startInstrument(const QByteArray &script) {
+void LiveOstrel::startInstrument(const QByteArray &script, const QStringList &options) {
     const QString name = QFileInfo{own("script")}.fileName();
     profile_->write(name, script);
-    const QStringList arguments{own("script"), "--link", own("instrument"), "--truth", own("truth")};
+    const QStringList arguments =
+        options + QStringList{own("script"), "--link", own("instrument"), "--truth", own("truth")};
     instrument_.emplace(SIMULATOR_PROGRAM, arguments, QProcessEnvironment::systemEnvironment(), own("instrument.log"));
     if (!within(10s, [&] { return QFile::exists(own("instrument")); }))
         throw std::runtime_error("the simulated instrument does not start");

@@ -24,7 +24,7 @@ public:
     };
 
     /// The instrument plays `script`; the recorder has shown its window and taken the name offered for the system.
-    explicit LiveOstrel(const QByteArray &script);
+    explicit LiveOstrel(const QByteArray &script, const QStringList &simulatorOptions = {});
     /// A second copy in the same profile, with an instrument of its own on COM 2, which it is told of.
     LiveOstrel(const QByteArray &script, const LiveOstrel &first);
 
@@ -59,7 +59,7 @@ public:
 
 private:
     QString own(const char *name) const { return profile_->file(QString{"%1%2"}.arg(name).arg(port_)); }
-    void startInstrument(const QByteArray &script);
+    void startInstrument(const QByteArray &script, const QStringList &options = {});
 
     std::shared_ptr<Profile> profile_;
     int port_;

@@ -54,6 +54,9 @@ void Probe::grab(const QString &widget, const QString &pictureFile) {
 
 void Probe::trigger(const QString &action) { ask({{"do", "trigger"}, {"of", action}}); }
 void Probe::click(const QString &widget) { ask({{"do", "click"}, {"of", widget}}); }
+void Probe::drag(const QString &widget, double left, double top, double right, double bottom) {
+    ask({{"do", "drag"}, {"of", widget}, {"left", left}, {"top", top}, {"right", right}, {"bottom", bottom}});
+}
 void Probe::answer(const QString &button) { ask({{"do", "answer"}, {"button", button}}); }
 void Probe::key(const QString &sequence) { ask({{"do", "key"}, {"key", sequence}}); }
 

@@ -22,6 +22,7 @@ public:
     // As an operator; what comes of it shows a little later.
     void trigger(const QString &action);
     void click(const QString &widget);
+    void drag(const QString &widget, double left, double top, double right, double bottom); ///< shares of its size
     void answer(const QString &button);
     void key(const QString &sequence);
     void type(const QString &widget, const QString &text);

@@ -48,6 +48,17 @@ void OperatorHand::trigger(const QString &name) {
 
 void OperatorHand::click(const QString &widget) { soon(usable(widget), clickOn); }
 
+void OperatorHand::drag(const QString &widget, const QRectF &rectangle) {
+    soon(usable(widget), [rectangle](QWidget &ready) {
+        const auto at = [&](const QPointF &share) {
+            return QPoint(int(share.x() * ready.width()), int(share.y() * ready.height()));
+        };
+        QTest::mousePress(&ready, Qt::LeftButton, {}, at(rectangle.topLeft()));
+        QTest::mouseMove(&ready, at(rectangle.center()));
+        QTest::mouseRelease(&ready, Qt::LeftButton, {}, at(rectangle.bottomRight()));
+    });
+}
+
 void OperatorHand::answer(const QString &text) {
     const QWidget *modal = QApplication::activeModalWidget();
     if (!modal)

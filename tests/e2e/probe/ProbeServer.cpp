@@ -21,6 +21,10 @@ struct Question {
 
     QString text(const char *part) const { return parts[QLatin1String(part)].toString(); }
     QString of() const { return text("of"); }
+    QRectF rectangle() const {
+        const auto number = [this](const char *part) { return parts[QLatin1String(part)].toDouble(); };
+        return {QPointF(number("left"), number("top")), QPointF(number("right"), number("bottom"))};
+    }
 };
 
 QJsonValue colour(const QString &name) {
@@ -60,6 +64,7 @@ constexpr Answer answers[] = {
     {"grab",    [](const Question &q) { return grab(q.of(), q.text("file")); }},
     {"trigger", [](const Question &q) { return done([&] { OperatorHand::trigger(q.of()); }); }},
     {"click",   [](const Question &q) { return done([&] { OperatorHand::click(q.of()); }); }},
+    {"drag",    [](const Question &q) { return done([&] { OperatorHand::drag(q.of(), q.rectangle()); }); }},
     {"answer",  [](const Question &q) { return done([&] { OperatorHand::answer(q.text("button")); }); }},
     {"key",     [](const Question &q) { return done([&] { OperatorHand::key(q.text("key")); }); }},
     {"type",    [](const Question &q) { return done([&] { OperatorHand::type(q.of(), q.text("text")); }); }},

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "reports/ReportPorts.h"
+#include "view/TimeAxis.h"
+
+/// The time axis of the main window, as the reports ask for it.
+class ShownTime : public ZoomedTime {
+public:
+    explicit ShownTime(const TimeAxis &time) : time_(time) {}
+
+    void GetZoomedTime(float &ZoomedTimeFrom, float &ZoomedTimeTo) const override {
+        time_.GetZoomedTime(ZoomedTimeFrom, ZoomedTimeTo);
+    }
+
+private:
+    const TimeAxis &time_;
+};

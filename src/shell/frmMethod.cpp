@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "shell/frmMethod.h"
+
+#include "forms/Controls.h"
+#include "forms/HelpContext.h"
+#include "shell/TextBox.h"
+
+#include <QCloseEvent>
+#include <QDialogButtonBox>
+#include <QVBoxLayout>
+
+#include <utility>
+
+frmMethod::frmMethod(const QString &MethodText, std::function<void()> release, QWidget *parent)
+    : QDialog(parent), release_(std::move(release)) {
+    setObjectName(QStringLiteral("frmMethod"));
+    setWindowTitle(QStringLiteral("Method"));
+    setSizeGripEnabled(true);
+    setHelpContext(*this, 3);
+
+    auto *txtMethod = new TextBox(QStringLiteral("txtMethod"), windowTitle(), this);
+    txtMethod->setFont(fixedPitchFont()); // the instrument's columns line up
+    txtMethod->setReadOnly(true);
+    txtMethod->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    txtMethod->makeRoomFor(80, 25);
+    txtMethod->setText(MethodText);
+
+    auto *cmdClose = new CommandButton(this);
+    cmdClose->setObjectName(QStringLiteral("cmdClose"));
+    cmdClose->setText(QStringLiteral("&OK"));
+    cmdClose->setDefault(true);
+    cmdClose->Click = [this] { CloseMethod(); };
+    auto *buttons = new QDialogButtonBox(this);
+    buttons->addButton(cmdClose, QDialogButtonBox::ActionRole);
+
+    auto *form = new QVBoxLayout(this);
+    form->addWidget(txtMethod);
+    form->addWidget(buttons);
+}
+
+void frmMethod::closeEvent(QCloseEvent *event) {
+    CloseMethod();
+    event->accept();
+}

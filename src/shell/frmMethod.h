@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDialog>
+
+#include <functional>
+
+/// Shows the method that the instrument sent with a run. Made for each showing.
+class frmMethod : public QDialog {
+    Q_OBJECT
+public:
+    /// `release` lets the toolbar button of this window up and has the window unloaded.
+    frmMethod(const QString &MethodText, std::function<void()> release, QWidget *parent);
+
+    void CloseMethod() { release_(); }
+    void unload() { done(Accepted); }
+
+    void reject() override { CloseMethod(); } ///< Escape
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    std::function<void()> release_;
+};

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/ChartContract.h"
+#include "platform/Prompts.h"
+
+#include <QDialog>
+
+#include <functional>
+
+class TextBox;
+
+/// Lets the user edit the notes of a run. Made for each showing.
+class frmNotes : public QDialog {
+    Q_OBJECT
+public:
+    /// New notes go to `chart`, and `ChartSaved` of it is taken back. `release` lets the toolbar button of this window
+    /// up and has the window unloaded.
+    frmNotes(ChartDocument &chart, bool &ChartSaved, Prompts &prompts, std::function<void()> release, QWidget *parent);
+
+    /// Asks about changed notes. False when the user stays in the window, which is unloaded otherwise.
+    bool CloseNotes();
+    void unload() { done(Accepted); }
+
+    void reject() override { cmdCancel_Click(); } ///< Escape
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void cmdOK_Click();
+    void cmdCancel_Click();
+    bool isChanged() const;
+    void takeNotes();
+
+    ChartDocument &chart_;
+    bool &ChartSaved_;
+    Prompts &prompts_;
+    std::function<void()> release_;
+    TextBox *txtNotes_;
+    bool NotesClosing_ = false; ///< one of the buttons is closing the window
+};
