@@ -93,9 +93,10 @@ void frmHelp::makeContents() {
     lstTopics_->setAccessibleName(tr("Topics"));
     lstTopics_->setSpacing(1);
     for (const HelpTopic &topic : topics_.rows()) {
-        auto *item = new QListWidgetItem(topic.title, lstTopics_);
+        lstTopics_->addItem(topic.title);
         if (!topic.page.isEmpty())
             continue;
+        QListWidgetItem *item = lstTopics_->item(lstTopics_->count() - 1);
         QFont bold = item->font();
         bold.setBold(true);
         item->setFont(bold);
