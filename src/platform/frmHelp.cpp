@@ -10,6 +10,7 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QTextDocumentFragment>
+#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -157,7 +158,7 @@ void frmHelp::standOverModal() {
 
 bool frmHelp::event(QEvent *event) {
     if (event->type() == QEvent::WindowBlocked && isVisible())
-        QMetaObject::invokeMethod(this, &frmHelp::standOverModal, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, &frmHelp::standOverModal);
     return QWidget::event(event);
 }
 
