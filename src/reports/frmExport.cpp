@@ -4,6 +4,7 @@
 #include "base/Numbers.h"
 #include "base/Steps.h"
 #include "forms/Controls.h"
+#include "forms/FixedDialog.h"
 #include "forms/FormBuilder.h"
 #include "forms/HelpContext.h"
 #include "forms/NamedControl.h"
@@ -65,7 +66,7 @@ QString totalPoints() { return QStringLiteral("  Data Points)"); }
 
 frmExport::frmExport(DocumentChart &chart, const ZoomedTime &time, CommonDialog &ComDlg, Prompts &prompts,
                      ErrorRoute &errors, QWidget *parent)
-    : QDialog(parent), chart_(chart), time_(time), ComDlg_(ComDlg), prompts_(prompts), errors_(errors) {
+    : QDialog(parent, fixedDialog), chart_(chart), time_(time), ComDlg_(ComDlg), prompts_(prompts), errors_(errors) {
     setObjectName(QStringLiteral("frmExport"));
     setWindowTitle(QStringLiteral("Export Data"));
 

@@ -2,6 +2,7 @@
 #include "reports/frmPrint.h"
 
 #include "forms/Controls.h"
+#include "forms/FixedDialog.h"
 #include "forms/HelpContext.h"
 #include "forms/NamedControl.h"
 #include "forms/Shapes.h"
@@ -22,7 +23,8 @@ constexpr int captionMargin = 16; // pixels; of themselves, styles leave a long 
 } // namespace
 
 frmPrint::frmPrint(ViewedChart &chart, PrintValues &values, std::function<void()> mnuPrintSetup_Click, QWidget *parent)
-    : QDialog(parent), chart_(chart), values_(values), mnuPrintSetup_Click_(std::move(mnuPrintSetup_Click)) {
+    : QDialog(parent, fixedDialog), chart_(chart), values_(values),
+      mnuPrintSetup_Click_(std::move(mnuPrintSetup_Click)) {
     setObjectName(QStringLiteral("frmPrint"));
     setWindowTitle(QStringLiteral("Print"));
 

@@ -3,6 +3,7 @@
 
 #include "forms/Controls.h"
 #include "forms/HelpContext.h"
+#include "forms/NamedControl.h"
 #include "shell/TextBox.h"
 
 #include <QCloseEvent>
@@ -22,12 +23,10 @@ frmMethod::frmMethod(const QString &MethodText, std::function<void()> release, Q
     txtMethod->setFont(fixedPitchFont()); // the instrument's columns line up
     txtMethod->setReadOnly(true);
     txtMethod->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    txtMethod->makeRoomFor(80, 25);
+    txtMethod->makeRoomFor(72, 20);
     txtMethod->setText(MethodText);
 
-    auto *cmdClose = new CommandButton(this);
-    cmdClose->setObjectName(QStringLiteral("cmdClose"));
-    cmdClose->setText(QStringLiteral("&OK"));
+    auto *cmdClose = namedControl<CommandButton>("cmdClose", "&OK", this);
     cmdClose->setDefault(true);
     cmdClose->Click = [this] { CloseMethod(); };
     auto *buttons = new QDialogButtonBox(this);

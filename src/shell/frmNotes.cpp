@@ -3,6 +3,7 @@
 
 #include "forms/Controls.h"
 #include "forms/HelpContext.h"
+#include "forms/NamedControl.h"
 #include "shell/TextBox.h"
 
 #include <QCloseEvent>
@@ -19,14 +20,12 @@ frmNotes::frmNotes(ChartDocument &chart, bool &ChartSaved, Prompts &prompts, std
     setWindowTitle(QStringLiteral("Notes"));
     setSizeGripEnabled(true);
     setHelpContext(*this, 4);
-    txtNotes_->makeRoomFor(70, 15);
+    txtNotes_->makeRoomFor(60, 12);
     txtNotes_->setText(chart_.GetNotes());
 
     auto *buttons = new QDialogButtonBox(this);
     const auto addButton = [this, buttons](const char *name, const char *caption, void (frmNotes::*click)()) {
-        auto *button = new CommandButton(this);
-        button->setObjectName(QLatin1String(name));
-        button->setText(QLatin1String(caption));
+        auto *button = namedControl<CommandButton>(name, caption, this);
         button->setAutoDefault(false); // Enter begins a new line
         button->Click = [this, click] { (this->*click)(); };
         buttons->addButton(button, QDialogButtonBox::ActionRole);

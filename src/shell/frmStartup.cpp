@@ -3,8 +3,8 @@
 
 #include "forms/Controls.h"
 
-#include <QIcon>
 #include <QLabel>
+#include <QPixmap>
 #include <QResizeEvent>
 
 namespace {
@@ -20,7 +20,8 @@ frmStartup::frmStartup()
     setObjectName(QStringLiteral("frmStartup"));
     setAccessibleName(QStringLiteral("Ostrel MS " OSTREL_VERSION ", chart recorder for the Velquin system"));
     picSplash_->setObjectName(QStringLiteral("picSplash"));
-    picSplash_->setPixmap(QIcon(QStringLiteral(":/pictures/splash.svg")).pixmap(pictureSize, devicePixelRatioF()));
+    // Drawn beforehand from splash.svg: the first thing to be seen should not wait for gradients and fonts.
+    picSplash_->setPixmap(QPixmap(QStringLiteral(":/pictures/splash.png")));
     picSplash_->setFixedSize(pictureSize);
     auto *version = new QLabel(QStringLiteral("Version " OSTREL_VERSION), picSplash_);
     version->setGeometry(versionPlace);

@@ -8,8 +8,8 @@
 #include "view/MainWindowTables.h"
 #include "view/PlainTip.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QKeyEvent>
 #include <QLayout>
@@ -70,7 +70,7 @@ frmMain::frmMain()
     : inner_(new QWidget), Toolsbar_(new QToolBar(inner_)), page_(new QFrame(inner_)), TabChart_(new TabStrip(inner_)) {
     loadPictures();
     setObjectName(QStringLiteral("frmMain"));
-    setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg")));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg"))); // of the other windows too
     setCentralWidget(inner_);
     buildMenus();
     buildToolbar();
