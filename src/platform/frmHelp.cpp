@@ -10,7 +10,6 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QTextDocumentFragment>
-#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -158,7 +157,7 @@ void frmHelp::standOverModal() {
 
 bool frmHelp::event(QEvent *event) {
     if (event->type() == QEvent::WindowBlocked && isVisible())
-        QTimer::singleShot(0, this, &frmHelp::standOverModal);
+        standOverModal();
     return QWidget::event(event);
 }
 

@@ -98,7 +98,6 @@ TEST_F(QtHelpViewerTest, isUsableUnderAModalDialogAndOutlivesIt) {
     help.showTopic(0);
     QDialog dialog;
     QTimer::singleShot(0, &dialog, [&] {
-        QCoreApplication::processEvents(); // the help, which was up, comes to stand over the dialog
         const QRect port = topics().visualItemRect(topics().findItems("Choosing the COM port", Qt::MatchExactly)[0]);
         QTest::mouseClick(topics().viewport(), Qt::LeftButton, {}, port.center());
         EXPECT_EQ(shownPage(), "port.html");
