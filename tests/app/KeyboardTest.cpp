@@ -96,8 +96,8 @@ TEST_F(KeyboardTest, F1OpensTheTopicOfWhatIsInFront) {
         const char *command;
         int topic;
     };
-    for (const auto &[command, topic] : {Row{"mnuExport", 2}, Row{"mnuMethod", 3}, Row{"mnuNotes", 4},
-                                         Row{"mnuPrint", 5}, Row{"mnuComPort", 6}, Row{"mnuLogName", 1}}) {
+    for (const auto &[command, topic] : {Row{"mnuExport", 2}, Row{"cmdMethod", 3}, Row{"cmdNotes", 4},
+                                         Row{"cmdPrint", 5}, Row{"mnuComPort", 6}, Row{"mnuLogName", 1}}) {
         meanwhile([] {
             QWidget *dialog = QApplication::activeModalWidget();
             QTest::keyClick(dialog->focusWidget() ? dialog->focusWidget() : dialog, Qt::Key_F1);

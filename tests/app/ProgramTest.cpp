@@ -8,21 +8,6 @@ namespace {
 
 class ProgramTest : public testing::Test, protected ProgramFixture {};
 
-TEST_F(ProgramTest, startsWithoutALinkAndComesToLifeWithTheStream) {
-    start();
-    EXPECT_TRUE(ComPort.PortOpen());
-    EXPECT_EQ(find<QWidget>("frmMain")->windowTitle(), "Ostrel MS - System: Default");
-    EXPECT_FALSE(led());
-    EXPECT_FALSE(enabled("mnuStart"));
-    EXPECT_TRUE(timers["TimerCheckComData"]->Enabled());
-    EXPECT_FALSE(find<QWidget>("cmdSetTime")->isEnabled());
-
-    link();
-    EXPECT_TRUE(led());
-    EXPECT_TRUE(enabled("mnuStart") && enabled("cmdRecord") && enabled("cmdStop"));
-    EXPECT_FALSE(enabled("mnuStop"));
-}
-
 TEST_F(ProgramTest, aRunOfTheInstrumentIsRecordedWithItsMarks) {
     start();
     link();
@@ -37,31 +22,19 @@ TEST_F(ProgramTest, aRunOfTheInstrumentIsRecordedWithItsMarks) {
 TEST_F(ProgramTest, theOperatorRecordsWithTheToolbar) {
     start();
     link();
-    find<QAction>("cmdRecord")->trigger();
-    EXPECT_FALSE(enabled("mnuSaveData"));
-    EXPECT_FALSE(enabled("mnuComPort"));
-    play(". . .");
-    find<QAction>("cmdStop")->trigger();
-    EXPECT_EQ(chart(0).SampleCount(), 3);
-    EXPECT_EQ(find<ScrollEntry>("ScrollChart(0)")->Max(), -9); // a run shorter than the window
-    EXPECT_TRUE(enabled("mnuSaveData"));
-}
-
-TEST_F(ProgramTest, aSilentLineStopsTheSessionAndIsToldOnce) {
-    start();
-    link();
-    find<QAction>("mnuStart")->trigger();
-    meanwhile([this] {
-        EXPECT_FALSE(led());
-        EXPECT_FALSE(enabled("cmdRecord"));
-        QTest::mouseClick(find<QWidget>("cmdOk"), Qt::LeftButton);
-    });
-    clock.advance(10s);
-    EXPECT_FALSE(enabled("mnuStop"));
-
-    link();
-    EXPECT_TRUE(led());
-    EXPECT_FALSE(pressed("cmdRecord"));
+    auto *bar = find<ScrollEntry>("ScrollChart(0)");
+    for (const bool inWindow : {true, false}) {
+        find<OptionButton>(inWindow ? "optTimeAxis(1)" : "optTimeAxis(0)")->setValue(true);
+        find<QAction>("cmdRecord")->trigger();
+        EXPECT_TRUE(pressed("cmdRecord"));
+        EXPECT_FALSE(bar->isEnabled());
+        play(". . .");
+        find<QAction>("cmdStop")->trigger();
+        EXPECT_FALSE(pressed("cmdRecord"));
+        EXPECT_EQ(bar->isEnabled(), inWindow);
+    }
+    EXPECT_EQ(chart(0).SampleCount(), 6);
+    EXPECT_EQ(bar->Max(), -9); // a run shorter than the window
 }
 
 TEST_F(ProgramTest, aZoomIsTakenOverByTheWindowAndLeftAgain) {
@@ -87,6 +60,7 @@ TEST_F(ProgramTest, aZoomIsTakenOverByTheWindowAndLeftAgain) {
 
 TEST_F(ProgramTest, aFullScaleIsTypedAndAppliedWithEnter) {
     start();
+    EXPECT_FALSE(find<QWidget>("cmdSetTime")->isEnabled());
     auto *cmbYAxis = find<ComboEntry>("cmbYAxis(0)");
     cmbYAxis->selectWhole();
     QTest::keyClicks(cmbYAxis->lineEdit(), "1.5x");
@@ -152,16 +126,27 @@ TEST_F(ProgramTest, withoutAFreePortItSaysSoAndEnds) {
 
 TEST_F(ProgramTest, aSecondCopyAsksForItsPort) {
     prevInstance = true;
-    ComPort.failing[1] = CommTmp.failing[1] = RunTimeError::PortAlreadyOpen;
-    meanwhile([this] {
+    ComPort.failing = CommTmp.failing = {{1, RunTimeError::PortAlreadyOpen}};
+    ComPort.failing[3] = RunTimeError::PathFileAccess;
+    const auto pick = [this](const char *port, Qt::Key key) {
+        QTest::mouseClick(find<QWidget>(port), Qt::LeftButton);
+        QTest::keyClick(find<QWidget>("frmSetup"), key);
+        return find<QWidget>("frmSetup")->isVisible();
+    };
+    meanwhile([&] {
         EXPECT_FALSE(find<QWidget>("optCom(0)")->isEnabled());
         EXPECT_FALSE(find<QWidget>("cmdCancel")->isEnabled());
-        QTest::mouseClick(find<QWidget>("optCom(3)"), Qt::LeftButton);
-        QTest::mouseClick(find<QWidget>("cmdOk"), Qt::LeftButton);
+        EXPECT_TRUE(pick("optCom(1)", Qt::Key_Escape));
+        EXPECT_TRUE(pick("optCom(2)", Qt::Key_Return)); // which cannot be opened
+        EXPECT_FALSE(pick("optCom(3)", Qt::Key_Return));
     });
     start();
     EXPECT_EQ(ComPort.CommPort(), 4);
     EXPECT_TRUE(ComPort.PortOpen());
+
+    meanwhile([&] { EXPECT_FALSE(pick("optCom(1)", Qt::Key_Escape)); });
+    find<QAction>("mnuComPort")->trigger();
+    EXPECT_EQ(ComPort.CommPort(), 4);
 }
 
 TEST_F(ProgramTest, aCleanEndLeavesNothingOfTheCopy) {

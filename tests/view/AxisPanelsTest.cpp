@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "base/Numbers.h"
 #include "view/ViewFixture.h"
+
+#include <QLocale>
 
 namespace {
 
 using AxisPanelsTest = ViewTest;
-
-TEST_F(AxisPanelsTest, RecorderStartsWithTheFirstItemsOfTheLists) {
-    EXPECT_EQ(panel(0) + ", " + panel(1), "2.000 -0.200, 500.0 0.0");
-    EXPECT_EQ(chart[0].uvMin, -0.2F);
-    EXPECT_EQ(chart[0].condMax, 500.0F);
-    EXPECT_FALSE(lit(0) || lit(1));
-    EXPECT_EQ(axisControls.cmbYAxis[0]->count(), 11);
-}
 
 TEST_F(AxisPanelsTest, PickBringsItsMinimumAndAppliesAtOnce) {
     axisControls.cmbYAxis[0]->setListIndex(3);
@@ -20,12 +15,22 @@ TEST_F(AxisPanelsTest, PickBringsItsMinimumAndAppliesAtOnce) {
     EXPECT_EQ(tabs.ChartViews[0].UvMin, -0.02F);
 }
 
-TEST_F(AxisPanelsTest, ChartGetsTheRoundedValueThatIsShown) {
-    scale(0).type("1.23456").enter();
-    EXPECT_EQ(panel(0), "1.235 -0.200");
-    EXPECT_EQ(chart[0].uvMax, 1.235F);
-    EXPECT_EQ(tabs.ChartViews[0].UvMax, 1.235F);
-    EXPECT_EQ(axisControls.cmbYAxis[0]->SelText(), "1.235");
+TEST_F(AxisPanelsTest, OnlyANumberCanBeTypedAndOnlyTheUvMinimumTakesAMinus) {
+    minimum(0).type("-9").type("--1.2.3e+ 4\b5"); // over what is selected
+    EXPECT_EQ(panel(0), "2.000 -1.235");
+    EXPECT_EQ(prompts.beeps, 5);
+    minimum(1).type("-5");
+    scale(0).type("-1");
+    EXPECT_EQ(panel(1) + ' ' + panel(0), "500.0 5 1 -1.235");
+    EXPECT_EQ(prompts.beeps, 7);
+}
+
+TEST_F(AxisPanelsTest, CommaIsThePointWhereTheLocaleHasIt) {
+    QLocale::setDefault(QLocale(QLocale::German));
+    values.DecimalPoint = decimalSeparator();
+    scale(0).type("1,5.2").enter();
+    EXPECT_EQ(chart[0].uvMax, 1.52F);
+    QLocale::setDefault(QLocale::c());
 }
 
 TEST_F(AxisPanelsTest, ValuesOutsideTheirRangeAreLimitedWithABeepEach) {
@@ -57,6 +62,7 @@ TEST_F(AxisPanelsTest, TooSmallAGapIsToldAndChangesNothing) {
 TEST_F(AxisPanelsTest, EntryWithoutANumberCountsAsZero) {
     minimum(0).type("-").enter();
     EXPECT_EQ(panel(0), "2.000 0.000");
+    EXPECT_EQ(chart[0].uvMin, 0.0F);
     scale(1).type(".").enter();
     EXPECT_EQ(panel(1), "500.0 0.0");
     EXPECT_EQ(prompts.shown.size(), 1U);
@@ -69,13 +75,6 @@ TEST_F(AxisPanelsTest, SetIsLitByTheEntryChangedLast) {
     EXPECT_FALSE(lit(0));
     EXPECT_TRUE(axes.AxisEntryChanged(0));
     EXPECT_FALSE(axes.AxisEntryChanged(4));
-}
-
-TEST_F(AxisPanelsTest, OnlyTheUvMinimumTakesAMinus) {
-    minimum(1).type("-5");
-    scale(0).type("-1");
-    EXPECT_EQ(panel(1) + ' ' + panel(0), "500.0 5 1 -0.200");
-    EXPECT_EQ(prompts.beeps, 2);
 }
 
 TEST_F(AxisPanelsTest, ScalesBelongToTheTabInFront) {

@@ -43,11 +43,10 @@ TEST_F(LiveViewTest, TabInFrontSteersTheRecorderBehindIt) {
 TEST_F(LiveViewTest, StopSetsTheBarToTheEndOfTheData) {
     give(0, 3);
     live.recorderToEnd();
-    EXPECT_EQ(bar().Max(), -6);
-    EXPECT_EQ(bar().Value(), -6);
     give(0, 40000);
     EXPECT_THROW(live.recorderToEnd(), RunTimeError);
     EXPECT_EQ(bar().Max(), -6);
+    EXPECT_EQ(bar().Value(), -6);
 }
 
 } // namespace

@@ -12,7 +12,6 @@
 #include "view/NumericKeys.h"
 #include "view/TimeAxis.h"
 
-#include <QActionGroup>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -40,29 +39,17 @@ private:
 /// The units of the view, set up as at the start of the program, over real controls and charts without a screen.
 class ViewTest : public testing::Test {
 protected:
-    explicit ViewTest(bool portFree = true) {
+    ViewTest() {
         for (int i = 0; i < chartInstances; ++i)
             charts[i] = &chart[i];
-        for (auto *group : {&record_, &log_})
-            group->setExclusive(true);
-        for (const auto &[name, group] :
-             {std::pair("cmdRecord", &record_), {"cmdStop", &record_}, {"cmdLogOn", &log_}, {"cmdLogOff", &log_}})
-            group->addAction(action(name))->setCheckable(true);
         for (int i = 0; i < tabCount; ++i)
             tabBar.addTab(i == 0 ? "Chart Recorder" : "(empty)");
         axes.attach();
         time.attach();
         tabStrip.attach();
-        setUpDone =
-            InitMainWindow({values, charts, timeControls, axes, states, [this] { told << "help"; },
-                            [this](const QString &caption) { told << caption; }, [this] { told << "settings"; },
-                            [this](float width, float height) { told << QString("%1x%2").arg(width).arg(height); },
-                            [this](int i) { front = i; },
-                            [this, portFree] {
-                                told << "port";
-                                return portFree;
-                            },
-                            [this] { states.commandsAt(Moment::LinkLost); }, [this] { told << "open"; }});
+        InitMainWindow({values, charts, timeControls, axes, states, [] {}, [](const QString &) {}, [] {},
+                        [](float, float) {}, [this](int i) { front = i; }, [] { return true; },
+                        [this] { states.commandsAt(Moment::LinkLost); }, [] {}});
     }
 
     Hand scale(int i) { return {*axisControls.cmbYAxis[i], *axisControls.cmbYAxis[i]}; }
@@ -73,7 +60,6 @@ protected:
     QString windowText() const { return timeControls.txtChartTime->Text(); }
     bool lit(int i) const { return axisControls.cmdSet[i]->isEnabled(); }
     ScrollEntry &bar(int i = 0) const { return *timeControls.ScrollChart[i]; }
-    void chooseFullView() { timeControls.optTimeAxis[0]->setValue(true); }
     void chooseWindow() { timeControls.optTimeAxis[1]->setValue(true); }
 
     /// The stretch of time that a chart shows.
@@ -96,7 +82,6 @@ protected:
 
 private:
     std::map<QString, std::unique_ptr<QAction>> actions_;
-    QActionGroup record_{nullptr}, log_{nullptr};
     QWidget window_;
 
 protected:
@@ -112,7 +97,6 @@ protected:
     int chartFocused = 0;
     int front = -1;
     QStringList told;
-    bool setUpDone = false;
 
     NumericKeys keys{values.DecimalPoint, prompts};
     AxisPanels axes{tabs, charts, axisControls, *timeControls.txtChartTime, keys, prompts};

@@ -29,24 +29,10 @@ protected:
         window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     }
-    void clickButton(const char *key) {
-        auto *toolbar = window.findChild<QToolBar *>("Toolsbar");
-        QTest::mouseClick(toolbar->widgetForAction(window.action(key)), Qt::LeftButton);
-    }
-    QStringList take() { return std::exchange(told, {}); }
 
     QStringList told;
     frmMain window;
 };
-
-TEST_F(frmMainTest, NoNameStandsTwice) {
-    std::set<QString> names;
-    for (const QObject *object :
-         window.findChildren<QObject *>(QRegularExpression("^(Chart|Scroll|Frame|frame|cmb|lbl|"
-                                                           "cmd|txt|opt|mnu|Tab|Tools|Img|Shape)")))
-        EXPECT_TRUE(names.insert(object->objectName()).second) << object->objectName().toStdString();
-    EXPECT_TRUE(names.contains("Chart(6)") && names.contains("mnuSpace9") && names.contains("ScrollChart(4)"));
-}
 
 TEST_F(frmMainTest, ShortcutsAndAccessKeysAreUnique) {
     std::set<QString> shortcuts;
@@ -56,12 +42,9 @@ TEST_F(frmMainTest, ShortcutsAndAccessKeysAreUnique) {
             if (item->isSeparator())
                 continue;
             EXPECT_TRUE(accessKeys.insert(QKeySequence::mnemonic(item->text()).toString()).second);
-            if (!item->shortcut().isEmpty()) {
-                EXPECT_TRUE(shortcuts.insert(item->shortcut().toString()).second);
-            }
+            EXPECT_TRUE(item->shortcut().isEmpty() || shortcuts.insert(item->shortcut().toString()).second);
         }
     }
-    EXPECT_EQ(shortcuts.size(), 9U);
 }
 
 TEST_F(frmMainTest, EveryButtonHasAPictureOfItsOwnInAllLooks) {
@@ -80,25 +63,11 @@ TEST_F(frmMainTest, EveryButtonHasAPictureOfItsOwnInAllLooks) {
 
 TEST_F(frmMainTest, ButtonsReportTheirKeyAndTheGroupAlsoWhenAlreadyDown) {
     show();
+    auto *toolbar = window.findChild<QToolBar *>("Toolsbar");
     for (const char *key : {"cmdStop", "cmdRecord", "cmdMethod", "cmdMethod", "cmdOpen"})
-        clickButton(key);
-    EXPECT_EQ(take(), QStringList({"cmdStop+", "cmdRecord+", "cmdMethod+", "cmdMethod", "cmdOpen"}));
+        QTest::mouseClick(toolbar->widgetForAction(window.action(key)), Qt::LeftButton);
+    EXPECT_EQ(told, QStringList({"cmdStop+", "cmdRecord+", "cmdMethod+", "cmdMethod", "cmdOpen"}));
     EXPECT_FALSE(window.action("cmdStop")->isChecked());
-}
-
-TEST_F(frmMainTest, PressingByProgramRunsNothing) {
-    window.action("cmdRecord")->setChecked(true);
-    window.action("cmdNotes")->setChecked(true);
-    EXPECT_FALSE(window.action("cmdStop")->isChecked());
-    EXPECT_TRUE(window.action("cmdLogOn")->isChecked());
-    EXPECT_EQ(take(), QStringList());
-}
-
-TEST_F(frmMainTest, ShortcutsReachEnabledItemsOnly) {
-    show();
-    QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
-    QTest::keyClick(&window, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(take(), QStringList("mnuSaveData"));
 }
 
 TEST_F(frmMainTest, OnlyTheFrontPairIsSeen) {
@@ -131,15 +100,6 @@ TEST_F(frmMainTest, NoTextIsCut) {
     for (const OptionButton *option : window.time().optTimeAxis)
         EXPECT_GE(option->width(), option->sizeHint().width());
     EXPECT_LE(window.time().optTimeAxis[1]->geometry().right(), window.time().txtChartTime->geometry().left());
-}
-
-TEST_F(frmMainTest, AsksBeforeItCloses) {
-    bool mayClose = false;
-    window.QueryUnload = [&] { return mayClose; };
-    show();
-    EXPECT_FALSE(window.close());
-    mayClose = true;
-    EXPECT_TRUE(window.close());
 }
 
 TEST_F(frmMainTest, ATabsTipIsTheNameOfItsFileAsItStands) {
