@@ -20,6 +20,11 @@ struct Contract : testing::Test {
             EXPECT_EQ(chart->AddSample(0.5F, 20), 0);
     }
 
+    AxisValues axes() const {
+        return {chart->UvAxisMin(),   chart->UvAxisMax(),   chart->CondAxisMin(),
+                chart->CondAxisMax(), chart->TimeAxisMin(), chart->TimeAxisMax()};
+    }
+
     std::unique_ptr<ViewedChart> chart = make();
 };
 
@@ -49,17 +54,9 @@ TYPED_TEST(Contract, theLastPointIsVisibleFromTheAxisMinimumToItsMaximum) {
     EXPECT_FALSE(visible(1.001F, 2));
 }
 
-TYPED_TEST(Contract, aNewChartShowsTenMinutesAndFullScales) {
-    EXPECT_EQ(this->chart->UvAxisMin(), -0.2F);
-    EXPECT_EQ(this->chart->UvAxisMax(), 2.0F);
-    EXPECT_EQ(this->chart->CondAxisMin(), 0.0F);
-    EXPECT_EQ(this->chart->CondAxisMax(), 500.0F);
-    EXPECT_EQ(this->chart->TimeAxisMin(), 0.0F);
-    EXPECT_EQ(this->chart->TimeAxisMax(), 10.0F);
+TYPED_TEST(Contract, aNewChartShowsTenMinutesAtFullScaleAndThenWhatIsSet) {
+    EXPECT_EQ(this->axes(), (AxisValues{-0.2F, 2, 0, 500, 0, 10}));
     EXPECT_TRUE(this->chart->ChartTitle().isEmpty());
-}
-
-TYPED_TEST(Contract, theAxesAndTheTitleAreKeptAsSet) {
     this->chart->setUvAxisMin(-2);
     this->chart->setUvAxisMax(-1.5F);
     this->chart->setCondAxisMin(499.5F);
@@ -69,12 +66,7 @@ TYPED_TEST(Contract, theAxesAndTheTitleAreKeptAsSet) {
     this->chart->setChartTitle(QStringLiteral("Run 7"));
     this->chart->Redraw();
     this->chart->DrawNewData();
-    EXPECT_EQ(this->chart->UvAxisMin(), -2.0F);
-    EXPECT_EQ(this->chart->UvAxisMax(), -1.5F);
-    EXPECT_EQ(this->chart->CondAxisMin(), 499.5F);
-    EXPECT_EQ(this->chart->CondAxisMax(), 500.0F);
-    EXPECT_EQ(this->chart->TimeAxisMin(), 32757.0F);
-    EXPECT_EQ(this->chart->TimeAxisMax(), 32767.0F);
+    EXPECT_EQ(this->axes(), (AxisValues{-2, -1.5F, 499.5F, 500, 32757, 32767}));
     EXPECT_EQ(this->chart->ChartTitle(), QStringLiteral("Run 7"));
 }
 

@@ -7,22 +7,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <sstream>
 
 namespace {
-
-std::string place(const QRectF &box) {
-    std::ostringstream text;
-    text << box.x() << ',' << box.y() << ' ' << box.width() << 'x' << box.height();
-    return text.str();
-}
 
 void expectApart(const std::vector<QRectF> &boxes, const QRectF &within, const std::string &where) {
     for (std::size_t i = 0; i < boxes.size(); ++i) {
         EXPECT_TRUE(within.contains(boxes[i])) << where;
         for (std::size_t j = 0; j < i; ++j)
-            ASSERT_FALSE(boxes[i].intersects(boxes[j]))
-                << where << "; " << place(boxes[i]) << " and " << place(boxes[j]);
+            ASSERT_FALSE(boxes[i].intersects(boxes[j])) << where;
     }
 }
 
@@ -40,16 +32,11 @@ std::vector<QRectF> labelsOf(const PlotLayout &layout) {
 
 std::vector<AxisValues> axesToTry() {
     return {{},
-            {.uvMin = -0.0001F, .uvMax = 0.001F, .condMin = 499.5F, .condMax = 500, .timeMin = 32757, .timeMax = 32767},
-            {.uvMin = 1.2345F,
-             .uvMax = 1.2346F,
-             .condMin = 123.45F,
-             .condMax = 123.46F,
-             .timeMin = 31999.99F,
-             .timeMax = 32000},
-            {.uvMin = -2, .uvMax = -1.999F, .condMin = 0, .condMax = 0.5F, .timeMin = 0, .timeMax = 32767},
-            {.uvMin = -2, .uvMax = 2, .condMin = 0.1F, .condMax = 77.7F, .timeMin = 0.013F, .timeMax = 0.023F},
-            {.uvMin = 1, .uvMax = 1, .condMin = 5, .condMax = 4, .timeMin = 7, .timeMax = 7}}; // no axis at all
+            {-0.0001F, 0.001F, 499.5F, 500, 32757, 32767},
+            {1.2345F, 1.2346F, 123.45F, 123.46F, 31999.99F, 32000},
+            {-2, -1.999F, 0, 0.5F, 0, 32767},
+            {-2, 2, 0.1F, 77.7F, 0.013F, 0.023F},
+            {1, 1, 5, 4, 7, 7}}; // no axis at all
 }
 
 TEST(PlotLayout, labelsNeverTouchAtAnySizeScaleOrFont) {
@@ -78,17 +65,6 @@ QStringList uvLabels(float from, float to) {
 TEST(PlotLayout, ticksStandAtOneTwoFive) {
     EXPECT_EQ(uvLabels(-0.2F, 2.0F).join(QLatin1Char(' ')), QStringLiteral("0.0 0.5 1.0 1.5 2.0"));
     EXPECT_EQ(uvLabels(-0.01F, 0.1F).join(QLatin1Char(' ')), QStringLiteral("0.00 0.02 0.04 0.06 0.08 0.10"));
-}
-
-TEST(PlotLayout, anotherStretchOfTimeMovesNothingElse) {
-    auto layout = PlotLayout::of({900, 400}, 1, {}, QFont(), QStringLiteral("Run"));
-    const QRectF plot = layout.plot;
-    layout.setTimeAxis(100, 20000);
-    const auto anew = PlotLayout::of({900, 400}, 1, layout.axes, QFont(), QStringLiteral("Run"));
-    EXPECT_EQ(layout.plot, plot);
-    ASSERT_EQ(layout.timeTicks.size(), anew.timeTicks.size());
-    EXPECT_EQ(layout.timeTicks.front().label, anew.timeTicks.front().label);
-    EXPECT_EQ(layout.timeTicks.back().place, anew.timeTicks.back().place);
 }
 
 struct Marks : testing::Test {

@@ -9,12 +9,10 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <fcntl.h>
 #include <gtest/gtest.h>
 
 #include <bit>
 #include <cstring>
-#include <map>
 
 namespace {
 
@@ -24,52 +22,6 @@ constexpr double aMinute = 1.0 / 60; // the least size of a data file: 300 sampl
 SamplePair sampleOf(qint64 number) {
     return {std::bit_cast<float>(0x7fa00000U + static_cast<quint32>(number)), static_cast<float>(number)};
 }
-
-/// A disk that forgets at the end of the computer what was never flushed, or keeps the first `kept` bytes of it.
-class ForgetfulDisk : public FileOperations {
-public:
-    int open(const char *path, int flags, mode_t mode) override {
-        const int fd = FileOperations::open(path, flags, mode);
-        if ((flags & O_CREAT) != 0)
-            unknownToFolder_[fd] = path;
-        return fd;
-    }
-    ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position) override {
-        unsynced_[fd] = {QByteArray(static_cast<const char *>(data), static_cast<qsizetype>(size)), position};
-        return static_cast<ssize_t>(size);
-    }
-    int syncData(int fd) override {
-        if (dies)
-            return -1;
-        apply(fd, unsynced_[fd].first.size());
-        return FileOperations::syncData(fd);
-    }
-    int sync(int fd) override {
-        unknownToFolder_.clear(); // nothing but folders is flushed this way here
-        return FileOperations::sync(fd);
-    }
-    int close(int fd) override {
-        apply(fd, kept);
-        unsynced_.erase(fd);
-        if (const auto file = unknownToFolder_.find(fd); file != unknownToFolder_.end())
-            FileOperations::remove(file->second.constData());
-        unknownToFolder_.erase(fd);
-        return FileOperations::close(fd);
-    }
-    int remove(const char *) override { return 0; }
-
-    bool dies = false;
-    qsizetype kept = 0;
-
-private:
-    void apply(int fd, qsizetype size) {
-        const auto &[data, position] = unsynced_[fd];
-        FileOperations::writeAt(fd, data.constData(), static_cast<std::size_t>(std::min(size, data.size())), position);
-    }
-
-    std::map<int, std::pair<QByteArray, off_t>> unsynced_;
-    std::map<int, QByteArray> unknownToFolder_;
-};
 
 class RunningLogTest : public testing::Test {
 protected:
@@ -171,32 +123,6 @@ TEST_F(RunningLogTest, whateverFailsLosesNothingSafeAndIsMadeUpForLater) {
             EXPECT_FALSE(tick(writer, aMinute));
             expectAll();
             struck = disk.struck();
-        }
-    }
-}
-
-TEST_F(RunningLogTest, whatACallHasAnsweredForSurvivesTheEndOfTheComputer) {
-    for (qsizetype kept = 0; kept < 1000; kept += 19) {
-        for (const int ticks : {1, 3}) { // the last write begins a file, or goes on in one
-            SCOPED_TRACE(kept);
-            const QTemporaryDir own;
-            path = own.path();
-            run = {};
-            ForgetfulDisk disk;
-            RunningLogWriter writer(disk);
-            for (int i = 1; i < ticks; ++i) {
-                live();
-                ASSERT_FALSE(tick(writer));
-            }
-            const qint64 safe = run.samples.size();
-            live();
-            disk.dies = true;
-            disk.kept = kept;
-            EXPECT_TRUE(tick(writer));
-            const RecoveredLog log = readRunningLog(path);
-            EXPECT_GE(heldSamples(log), safe);
-            EXPECT_GE(log.data.marks.size(), safe / 7);
-            EXPECT_TRUE(log.whole());
         }
     }
 }

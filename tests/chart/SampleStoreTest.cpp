@@ -56,16 +56,6 @@ TEST_F(Store, isRightAfterEachSample) {
     }
 }
 
-TEST_F(Store, keepsEveryBit) {
-    const quint32 odd[] = {0x7fc00001, 0xffc12345, 0x7f800001, 0x7f800000, 0xff800000, 0x80000000, 0x00000001};
-    for (const quint32 bits : odd)
-        store.append({std::bit_cast<float>(bits), std::bit_cast<float>(~bits)});
-    for (std::size_t i = 0; i < std::size(odd); ++i) {
-        EXPECT_EQ(std::bit_cast<quint32>(store.at(static_cast<qint64>(i)).uv), odd[i]);
-        EXPECT_EQ(std::bit_cast<quint32>(store.stretchFrom(0)[i].cond), ~odd[i]);
-    }
-}
-
 TEST_F(Store, samplesLaidIntoItsRoomCountLikeThoseAddedOneByOne) {
     store.append({1, 2});
     store.expect(5 * SampleStore::chunkSize);
@@ -80,12 +70,6 @@ TEST_F(Store, samplesLaidIntoItsRoomCountLikeThoseAddedOneByOne) {
     fill(7 * SampleStore::chunkSize);
     for (const qint64 from : {0, 1, 65535, 65536, 65555, 393220})
         expectTrue(from, store.size());
-}
-
-TEST_F(Store, handsOutWhatLiesSideBySide) {
-    fill(SampleStore::chunkSize + 10);
-    EXPECT_EQ(store.stretchFrom(5).size(), SampleStore::chunkSize - 5U);
-    EXPECT_EQ(store.stretchFrom(SampleStore::chunkSize).size(), 10U);
 }
 
 TEST(OutOfMemory, isAnsweredAndLeavesTheRunAsItWas) {

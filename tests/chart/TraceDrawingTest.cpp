@@ -131,31 +131,6 @@ TEST_F(Drawing, joinsColumnsThatHaveNoValueInCommon) {
         ASSERT_EQ(qGray(image.pixel(column, 100)), 0) << column;
 }
 
-TEST_F(Drawing, isClippedToThePlotAndSurvivesAnyValue) {
-    for (const float value : {1.0F, 3e38F, -3e38F, 1e30F, 1.5F, 0.5F, -9.0F})
-        run.append({value, -value});
-    for (const float to : {0.001F, 0.02F, 1.0F, 30000.0F}) {
-        show(0, to);
-        draw();
-    }
-    EXPECT_EQ(image.size(), QSize(413, 200));
-}
-
-TEST_F(Drawing, blocksOfColumnsAndSingleColumnsGiveTheSamePicture) {
-    peaks(60000, 0.05F);
-    for (int i = 0; i < 9000; ++i)
-        run.append({gap, static_cast<float>(i % 500)});
-    QImage other = image.copy();
-    TraceRaster byColumn = raster;
-    for (const auto &[from, to] : {std::pair{0.0F, 230.0F}, {1.0F, 11.0F}, {150.0F, 220.0F}}) {
-        show(from, to);
-        draw();
-        for (int column = 0; column < plot.width(); ++column)
-            byColumn.draw(other, columns, column, column + 1);
-        EXPECT_EQ(image, other) << to;
-    }
-}
-
 ChartView viewOf(double ratio) {
     return {.size = {501, 301},
             .pixelRatio = ratio,
