@@ -26,7 +26,7 @@ protected:
             operatorActs();
     }
     void mnuComPort_Click() override { search.mnuComPort_Click(); }
-    void mnuExit_Click() override { ++exits; }
+    void mnuExit_Click() override {}
 
     std::function<void()> pick(int port) {
         return [this, port] {
@@ -46,7 +46,6 @@ protected:
     Identity identity;
     QStringList showings;
     std::function<void()> operatorActs;
-    int exits = 0;
     PortSetup setup{ComPort, CommTmp, TimerCheckComData, options, link, prompts};
     PortSearch search{setup, ComPort, TimerCheckComData, options, identity, *this, prompts, *this, errors};
 };
@@ -82,26 +81,11 @@ TEST_F(PortSearchTest, AHeldStoredPortIsLeftToTheOperator) {
     EXPECT_TRUE(ComPort.CommPort() == 3 && options.ComPortNumber == 3);
 }
 
-TEST_F(PortSearchTest, ALaterCopyAlwaysAsks) {
-    identity.PrevInstance = true;
-    operatorActs = pick(2);
-    EXPECT_TRUE(search.chooseAtStart());
-    EXPECT_EQ(showings.size(), 1);
-}
-
 TEST_F(PortSearchTest, AStoredNumberThatNoPortHasIsAsked) {
     options.ComPortNumber = 11;
     operatorActs = pick(1);
     EXPECT_TRUE(search.chooseAtStart());
     EXPECT_EQ(showings.size(), 1);
-}
-
-TEST_F(PortSearchTest, WithoutAFreePortTheProgramExits) {
-    for (int port = 1; port <= 3; ++port)
-        set(port, Busy);
-    EXPECT_FALSE(search.chooseAtStart());
-    EXPECT_EQ(exits, 1);
-    EXPECT_TRUE(prompts.shown.at(0).text.startsWith("All available COM ports"));
 }
 
 TEST_F(PortSearchTest, AFailedOpeningIsToldAndAMissingPortAsked) {

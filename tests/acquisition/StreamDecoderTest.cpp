@@ -2,8 +2,6 @@
 #include "acquisition/LinkedTest.h"
 
 #include <bit>
-#include <limits>
-#include <random>
 
 namespace {
 
@@ -27,12 +25,6 @@ protected:
                link.DebugText.section(QLatin1String("\r\n"), 0, 0);
     }
 };
-
-TEST_F(StreamDecoderTest, AFoundStreamOpensTheCommands) {
-    EXPECT_EQ(window.told.join(' '), "green SyncFound");
-    EXPECT_TRUE(link.FirstSyncFound && TimerCheckComData.Enabled() && TimerSaveLog.Enabled());
-    EXPECT_EQ(log.samples.size(), 1); // the block that showed the way is the first to be decoded
-}
 
 TEST_F(StreamDecoderTest, ASearchThrowsAwayWhatIsNoStream) {
     loseSync();
@@ -115,16 +107,4 @@ TEST_F(StreamDecoderTest, DrawsOncePerPassWhileRecording) {
     EXPECT_EQ(window.liveUpdates, 1);
     play("P0 .");
     EXPECT_EQ(window.liveUpdates, 1);
-}
-
-TEST_F(StreamDecoderTest, ManyBytesOfNoiseAreSurvived) {
-    std::mt19937 random(4711);
-    for (int sent = 0; sent < 200'000; sent += 250) {
-        QByteArray noise(250, Qt::Uninitialized);
-        for (char &byte : noise)
-            byte = random() % 4 == 0 ? "\x96UVCDEFHMPR"[random() % 11] : static_cast<char>(random());
-        feed(noise);
-        ASSERT_LT(ring.TakeIndex(), ReceiveRing::size);
-    }
-    EXPECT_LT(log.samples.size(), 200'000 / 6);
 }
