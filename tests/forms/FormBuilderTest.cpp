@@ -21,13 +21,6 @@ protected:
     };
 };
 
-TEST_F(MakeRoom, LeavesPlacesThatSuffice) {
-    const auto drawn = places;
-    makeRoom(places);
-    for (std::size_t i = 0; i < places.size(); ++i)
-        EXPECT_EQ(places[i].at, drawn[i].at);
-}
-
 TEST_F(MakeRoom, AWideControlPushesItsRowAndOnlyItsRow) {
     places[Option].needs.setWidth(1000);
     makeRoom(places);
@@ -52,30 +45,10 @@ TEST_F(MakeRoom, HeightsGrowTogether) {
     EXPECT_EQ(places[Units].at.top(), places[Entry].at.top());
 }
 
-// clang-format off
-constexpr ControlRow rows[] = {
-    {"frmAxis",    Kind::Frame, "Axis",  "",         0,   0, 3000, 1500, Ink::Blue},
-    {"cmdSet(0)",  Kind::Button, "Set",  "frmAxis", 30, 300,  600,  400},
-    {"txtMin(0)",  Kind::Text,  "-0.2",  "frmAxis", 30, 800,  900,  315, Ink::Plain, "Minimum"},
-    {"cmdOk",      Kind::Button, "&OK",  "",       120, 2000,   0,    0},
-};
-// clang-format on
-
-TEST(FormBuilderTest, MakesNamedControlsInTheirPlaces) {
-    QWidget form;
-    FormBuilder builder(form);
-    builder.build(rows);
-    auto *entry = builder.control<TextEntry>(arrayName("txtMin", 0));
-    ASSERT_NE(entry, nullptr);
-    EXPECT_EQ(entry->parentWidget()->objectName(), "frmAxis");
-    EXPECT_EQ(entry->text(), "-0.2");
-    EXPECT_EQ(entry->accessibleName(), "Minimum");
-    EXPECT_EQ(builder.control<CommandButton>("cmdSet(0)")->pos(), QPoint(2, 20));
-    EXPECT_EQ(builder.control<CommandButton>("cmdOk")->size(), builder.control<CommandButton>("cmdOk")->sizeHint());
-}
-
 TEST(FormBuilderTest, InkIsLegibleOnLightAndDark) {
     QWidget form;
+    constexpr ControlRow rows[] = {{"frmAxis", Kind::Frame, "Axis", "", 0, 0, 3000, 1500, Ink::Blue},
+                                   {"txtMin(0)", Kind::Text, "-0.2", "frmAxis", 30, 800, 900, 315}};
     FormBuilder(form).build(rows);
     const auto *entry = form.findChild<TextEntry *>("txtMin(0)");
     for (const QColor ground : {QColor(Qt::white), QColor(32, 32, 32)}) {
