@@ -61,13 +61,6 @@ TEST_F(ErrorReporterTest, outOfMemoryStopsEverythingOnceItsBoxIsRead) {
     EXPECT_EQ(log(), "");
 }
 
-TEST_F(ErrorReporterTest, theSettingsBoxQuotesTheErrorAtHand) {
-    error.description = "Type mismatch";
-    reporter.HandelError(-20);
-    EXPECT_EQ(prompts.shown.at(0).text, "Cannot load configuration file.\rType mismatch\rUsing default values.");
-    EXPECT_EQ(prompts.shown.at(0).icon, BoxIcon::Exclamation);
-}
-
 TEST_F(ErrorReporterTest, numbersWithoutAnEntryAreLoggedByTheirDescription) {
     QString expected;
     for (const int code : {-26, -23, -9, 0, 2, 8, 53, 1005, 8002}) {

@@ -3,12 +3,6 @@
 
 #include <gtest/gtest.h>
 
-TEST(FileNamesTest, theNameOfARunEndsAtItsFirstPoint) {
-    EXPECT_EQ(StripExtension(GetFileTitle("/home/lab.a/run.2.chd")), "run");
-    EXPECT_EQ(StripExtension(GetFileTitle("run")), "run");
-    EXPECT_EQ(StripExtension(".chd"), "");
-}
-
 TEST(FileNamesTest, aCaptionIsCutOnlyWhenItDoesNotFit) {
     const auto cut = [](const char *text, float MaxWidth) {
         return ShortenCaption(text, MaxWidth, [](const QString &shown) { return static_cast<float>(shown.size()); });

@@ -68,18 +68,6 @@ TEST_F(RunningLogTest, aTickThatFailsIsToldAndTheNextOneTriesAgain) {
     EXPECT_EQ(Chart5.written, QStringList({"/Log/17/ 20000", "/Log/17/ 20000"}));
 }
 
-TEST_F(RunningLogTest, aSavedLogIsOfferedAgainAfterTheNextTick) {
-    Chart5.logs = {"/Log/17"};
-    log.TimerSaveLog_Timer();
-    save("/runs/a.chl");
-    EXPECT_EQ(Chart6.saved["/runs/a.chl"], "/Log/17");
-    EXPECT_EQ(ComDlg.shown.at(0).offered, "Anna 2");
-    EXPECT_EQ(ComDlg.shown.at(0).flags, 2054);
-    EXPECT_TRUE(state.LogSaved && !window.enabled);
-    log.TimerSaveLog_Timer();
-    EXPECT_TRUE(window.enabled);
-}
-
 TEST_F(RunningLogTest, whatDoesNotSaveTheLogIsToldAndLeavesTheCommand) {
     window.enabled = true;
     save("/runs/a.chl"); // there is no log

@@ -25,12 +25,6 @@ protected:
     Settings settings{options, error, store, errors};
 };
 
-TEST_F(SettingsTest, anEmptyStoreIsNoFailure) {
-    settings.ReadSettings();
-    expectDefaults();
-    EXPECT_TRUE(errors.codes.empty());
-}
-
 TEST_F(SettingsTest, whatIsSavedIsReadBack) {
     put("DataLogging", "0");
     put("ComPortNumber", "3");
