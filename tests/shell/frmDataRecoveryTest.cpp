@@ -3,8 +3,6 @@
 
 #include "RecoveryFixture.h"
 
-#include <QBitmap>
-#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTest>
@@ -31,11 +29,6 @@ protected:
     }
     static void click(QListWidget &list, int row, int x) {
         QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, {x, list.visualItemRect(list.item(row)).center().y()});
-    }
-    /// The leftmost pixel of a text within a part of a widget.
-    static int inkLeft(QWidget &widget, const QRect &part) {
-        const QBitmap ink = QBitmap::fromImage(widget.grab(part).toImage(), Qt::ThresholdDither);
-        return part.left() + QRegion(ink).boundingRect().left();
     }
 };
 
@@ -68,18 +61,6 @@ TEST_F(frmDataRecoveryTest, enterRecoversAndTheLastRowEndsTheForm) {
         EXPECT_FALSE(form.isVisible());
     });
     EXPECT_EQ(saved, "Beta from 18, Alpha from 17");
-}
-
-TEST_F(frmDataRecoveryTest, theHeadsStandOverTheirColumns) {
-    show([](frmDataRecovery &form, QListWidget &list, QPushButton &) {
-        const QRect row = list.visualItemRect(list.item(0));
-        for (const char *name : {"lblPrompt(4)", "lblPrompt(5)", "lblPrompt(6)"}) {
-            auto *head = form.findChild<QLabel *>(name);
-            const int left = list.viewport()->mapFrom(&form, head->mapTo(&form, QPoint())).x();
-            const int text = inkLeft(*list.viewport(), {left - 4, row.top() + 2, 40, row.height() - 4});
-            EXPECT_NEAR(text - left, inkLeft(*head, head->rect()), 2) << name;
-        }
-    });
 }
 
 } // namespace
