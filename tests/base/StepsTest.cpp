@@ -35,15 +35,6 @@ TEST(Steps, aTrapEndsTheRoutineAtItsFirstError) {
     EXPECT_FALSE(wentOn);
 }
 
-TEST(RunTimeError, everyNumberHasOneLineAndZeroHasNone) {
-    EXPECT_EQ(RunTimeError::describe(0), "");
-    EXPECT_EQ(RunTimeError::describe(6), "Overflow");
-    for (const int number : {-26, -23, 8, 1005, 99999}) {
-        EXPECT_FALSE(RunTimeError::describe(number).isEmpty());
-        EXPECT_FALSE(RunTimeError::describe(number).contains('\n'));
-    }
-}
-
 TEST(RunTimeError, aFailedCallOfTheSystemNamesItsFile) {
     const RunTimeError error = RunTimeError::fromErrno(ENOSPC, "/data/run.chd");
     EXPECT_EQ(error.number(), RunTimeError::DiskFull);
