@@ -16,12 +16,6 @@ const Player::Settings letters{.kind = InstrumentKind::Letters};
 
 std::string hex(const QByteArray &bytes) { return bytes.toHex(' ').toStdString(); }
 
-TEST(InstrumentStream, putsTheHighByteFirstBehindSyncAndLetter) {
-    EXPECT_EQ(hex(sampleBlock('U', 1.0F)), "96 55 3f 80 00 00");
-    EXPECT_EQ(hex(parameterBlock('R', 2)), "96 52 02");
-    EXPECT_EQ(hex(methodBlock("a\r\n")), "96 4d 61 0d 0a 96");
-}
-
 TEST(Player, sendsPairsAndASignOfLifeEachSecond) {
     EXPECT_EQ(hex(Played{"uv 1\ncond 2\nstart\nwait 0.2s"}.bytes()),
               "96 52 01 96 56 3f 80 00 00 96 43 40 00 00 00 96 46 00 00 00 00");
@@ -84,12 +78,6 @@ TEST(Player, aLongBlockTakesTheTimeThatTheLineNeeds) {
     EXPECT_EQ(method.ticks.size(), 5);
     EXPECT_EQ(method.bytes().size(), 603 + 60);
     EXPECT_EQ(method.blocks(), "M U U U U U");
-}
-
-TEST(Player, aLoopBeginsAnew) {
-    Player player{parseRunScript("event\nwait 0.2s\nloop"), {.kind = InstrumentKind::Letters, .loops = true}};
-    for (int lap = 0; lap < 3; ++lap)
-        EXPECT_EQ(player.next()->bytes.size(), 15);
 }
 
 TEST(TruthRecord, tellsEachPairToTheBitAndAllNewsInOrder) {
