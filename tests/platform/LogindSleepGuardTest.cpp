@@ -117,14 +117,6 @@ TEST_F(LogindSleepGuardTest, whatIsRefusedIsDoneWithout) {
     EXPECT_EQ(logind.calls, 3);
 }
 
-TEST(NoSleepGuardTest, withoutABusNothingHappens) {
-    LogindSleepGuard guard([] { return QDBusConnection::connectToBus("unix:path=/none", "none"); });
-    for (const bool held : {true, false, true}) {
-        guard.setHeld(held);
-        QTest::qWait(50);
-    }
-}
-
 } // namespace
 
 #include "LogindSleepGuardTest.moc"

@@ -91,24 +91,6 @@ protected:
     int boxes = 0;
 };
 
-TEST_F(QtCommonDialogTest, theNameOfferedGetsTheDefaultExtension) {
-    whenUp([](QFileDialog &dialog) {
-        auto *types = dialog.findChild<QComboBox *>("fileTypeCombo");
-        EXPECT_EQ(types->itemText(0), "Quillchart Log(*.chl)");
-        EXPECT_EQ(types->itemText(1), "All Files(*.*)");
-        enter(dialog, "");
-    });
-    ComDlg.ShowSave();
-    EXPECT_EQ(ComDlg.FileName, folder.filePath("Default.chl"));
-    EXPECT_EQ(ComDlg.FileTitle, "Default.chl");
-
-    // The next bare name is offered in the same folder; an extension of its own stays.
-    ComDlg.FileName = "";
-    whenUp([](QFileDialog &dialog) { enter(dialog, "run.2.txt"); });
-    ComDlg.ShowSave();
-    EXPECT_EQ(ComDlg.FileName, folder.filePath("run.2.txt"));
-}
-
 TEST_F(QtCommonDialogTest, aCancelLeavesNoNameAndRaisesWhenAsked) {
     whenUp([](QFileDialog &dialog) { dialog.reject(); });
     ComDlg.ShowOpen();
