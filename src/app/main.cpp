@@ -2,6 +2,7 @@
 #include "app/Application.h"
 #include "app/Program.h"
 #include "base/RunTimeError.h"
+#include "base/Steps.h"
 #include "platform/EndSignals.h"
 #include "platform/Folders.h"
 #include "platform/InstanceLock.h"
@@ -16,12 +17,16 @@
 #include "platform/SerialPorts.h"
 #include "platform/SessionEnd.h"
 
+#include <QScopeGuard>
+
+#include <functional>
 #include <utility>
 
 namespace {
 
-/// Runs the recorder on the real desktop until its window is closed.
-int run(Prompts &prompts, Process &process) {
+/// Runs the recorder on the real desktop until its window is closed. `rescue` brings to the disk what it holds, as long
+/// as it stands.
+int run(Prompts &prompts, Process &process, std::function<void()> &rescue) {
     const Folders folders;
     const InstanceLock lock(folders.appPath());
     const SystemClock clock;
@@ -43,6 +48,8 @@ int run(Prompts &prompts, Process &process) {
                      },
                      folders.appPath(), Folders::sharedFolder(), folders.errorLog(),
                      QApplication::arguments().mid(1).join(QLatin1Char(' ')), lock.PrevInstance()});
+    rescue = [&program] { skippingErrors([&program] { program.writeLog(); }); };
+    const auto gone = qScopeGuard([&rescue] { rescue = nullptr; });
     const EndSignals signals([&program] { program.endUnasked(); });
     SessionEnd session;
     session.askToEnd = [&program] { return program.askToEnd(); };
@@ -59,6 +66,7 @@ int main(int argc, char **argv) {
     QApplication::setQuitOnLastWindowClosed(false); // the end of the program is its own affair
     QtPrompts prompts;
     QtProcess process;
+    std::function<void()> rescue;
     bool told = false;
     application.lastNet = [&](const RunTimeError &error) {
         // Under the box the line and the timers go on: the errors that they run into then must not pile up boxes.
@@ -66,10 +74,12 @@ int main(int argc, char **argv) {
             return;
         prompts.show({QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.description()),
                       BoxIcon::Critical});
+        if (rescue)
+            rescue();
         process.end();
     };
     try {
-        return run(prompts, process);
+        return run(prompts, process, rescue);
     } catch (const RunTimeError &error) {
         application.lastNet(error);
     }

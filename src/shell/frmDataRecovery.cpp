@@ -160,6 +160,12 @@ void frmDataRecovery::lstLogFiles_ItemCheck(const QListWidgetItem &item) {
     cmdRecoverButton_->setEnabled(recovery_.cmdRecoverButtonEnabled());
 }
 
+/// Lines that wrap need the more height the narrower the window is.
+void frmDataRecovery::resizeEvent(QResizeEvent *event) {
+    setMinimumHeight(layout()->totalMinimumHeightForWidth(width()));
+    QDialog::resizeEvent(event);
+}
+
 /// Only now the style and the places are settled.
 void frmDataRecovery::showEvent(QShowEvent *event) {
     QDialog::showEvent(event);

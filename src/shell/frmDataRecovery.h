@@ -18,6 +18,7 @@ public:
     frmDataRecovery(Recovery &recovery, QWidget *parent);
 
 protected:
+    void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:
