@@ -56,22 +56,6 @@ TEST_F(Store, isRightAfterEachSample) {
     }
 }
 
-TEST_F(Store, samplesLaidIntoItsRoomCountLikeThoseAddedOneByOne) {
-    store.append({1, 2});
-    store.expect(5 * SampleStore::chunkSize);
-    for (const std::size_t count : {3, 65532, 16, 7, 65513, 65536, 65536, 65536, 65536, 20}) {
-        const std::span<SamplePair> room = store.room();
-        ASSERT_GE(room.size(), count);
-        for (SamplePair &sample : room.first(count))
-            sample = {value(), value()};
-        store.appendFromRoom(count);
-    }
-    EXPECT_FALSE(store.room().empty());
-    fill(7 * SampleStore::chunkSize);
-    for (const qint64 from : {0, 1, 65535, 65536, 65555, 393220})
-        expectTrue(from, store.size());
-}
-
 TEST(OutOfMemory, isAnsweredAndLeavesTheRunAsItWas) {
     Quillchart chart(0);
     for (int i = 0; i < SampleStore::chunkSize; ++i)
