@@ -12,6 +12,6 @@ public:
     /// number that no topic has. Returns at once.
     virtual void showTopic(int HelpContextID) = 0;
 
-    /// Path of the table of topics; the pages stand beside it.
+    /// Path of the table of topics; the pages stand beside it. As long as it is empty nothing is shown.
     QString HelpFile;
 };

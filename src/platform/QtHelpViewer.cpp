@@ -8,6 +8,8 @@ QtHelpViewer::QtHelpViewer() = default;
 QtHelpViewer::~QtHelpViewer() = default;
 
 void QtHelpViewer::showTopic(int HelpContextID) {
+    if (HelpFile.isEmpty())
+        return;
     if (!window_)
         window_ = std::make_unique<frmHelp>(HelpFile);
     window_->showTopic(HelpContextID);

@@ -133,6 +133,7 @@ void frmHelp::arrange() {
 }
 
 void frmHelp::showTopic(int HelpContextID) {
+    txtSearch_->clear(); // what was looked for last time must not thin out the contents now
     const QString page = topics_.pageOf(HelpContextID);
     page_->open(page.isEmpty() ? topics_.file() : page);
     winId(); // now it is a window of the desktop, and can be put over another
