@@ -72,9 +72,7 @@ Frame *frmPrint::makeBoxes() {
     };
     chkChromotogram_ = box(*rows, "chkChromotogram", "Chromatogram");
     auto *traces = new QVBoxLayout;
-    const QStyle &style = *chkChromotogram_->style();
-    traces->setContentsMargins(
-        style.pixelMetric(QStyle::PM_IndicatorWidth) + style.pixelMetric(QStyle::PM_CheckBoxLabelSpacing), 0, 0, 0);
+    traces->setContentsMargins(indentOf(*chkChromotogram_), 0, 0, 0);
     rows->addLayout(traces);
     chkUVTrace_ = box(*traces, "chkUVTrace", "UV Trace");
     chkCondTrace_ = box(*traces, "chkCondTrace", "Conductivity Trace");
