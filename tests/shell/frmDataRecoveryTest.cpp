@@ -10,57 +10,32 @@
 
 namespace {
 
-class frmDataRecoveryTest : public RecoveryFixture {
-protected:
-    /// Shows the form with two logs and lets `deed` work on it.
-    void show(const std::function<void(frmDataRecovery &, QListWidget &, QPushButton &)> &deed) {
-        leave("17", "Alpha");
-        leave("18", "Beta");
-        dialog = [&](Recovery &loaded) {
-            frmDataRecovery form(loaded, nullptr);
-            QTimer::singleShot(0, &form, [&] {
-                deed(form, *form.findChild<QListWidget *>("lstLogFiles"),
-                     *form.findChild<QPushButton *>("cmdRecoverButton"));
-                form.close();
-            });
-            form.exec();
-        };
-        offer();
-    }
-    static void click(QListWidget &list, int row, int x) {
-        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, {x, list.visualItemRect(list.item(row)).center().y()});
-    }
-};
+using frmDataRecoveryTest = RecoveryFixture;
 
-TEST_F(frmDataRecoveryTest, aClickOnARowOrItsBoxAndTheSpaceBarCheckIt) {
-    show([](frmDataRecovery &, QListWidget &list, QPushButton &recover) {
-        for (const int x : {10, 100}) {
-            EXPECT_FALSE(recover.isEnabled());
-            click(list, 1, x);
-            EXPECT_TRUE(recover.isEnabled());
-            click(list, 1, x);
-        }
-        EXPECT_FALSE(recover.isEnabled());
-        QTest::keyClick(&list, Qt::Key_Space);
-        EXPECT_TRUE(recover.isEnabled());
-    });
-    EXPECT_EQ(standing(), "17 18");
-}
-
-TEST_F(frmDataRecoveryTest, enterRecoversAndTheLastRowEndsTheForm) {
-    cancelled = {"Alpha"};
-    show([this](frmDataRecovery &form, QListWidget &list, QPushButton &recover) {
-        click(list, 0, 100);
-        click(list, 1, 100);
-        QTest::keyClick(&list, Qt::Key_Return);
-        ASSERT_EQ(list.count(), 1);
-        EXPECT_FALSE(recover.isEnabled());
-        cancelled.clear();
-        click(list, 0, 100);
-        recover.click();
-        EXPECT_FALSE(form.isVisible());
-    });
-    EXPECT_EQ(saved, "Beta from 18, Alpha from 17");
+TEST_F(frmDataRecoveryTest, aRowOrItsBoxOrTheSpaceBarChecksItAndEnterRecoversIt) {
+    leave("17", "Alpha");
+    leave("18", "Beta");
+    dialog = [](Recovery &loaded) {
+        frmDataRecovery form(loaded, nullptr);
+        auto &list = *form.findChild<QListWidget *>("lstLogFiles");
+        const auto &recover = *form.findChild<QPushButton *>("cmdRecoverButton");
+        QTimer::singleShot(0, &form, [&] {
+            const int y = list.visualItemRect(list.item(1)).center().y();
+            for (const int x : {10, 10, 100, 100}) {
+                const bool wasChecked = recover.isEnabled();
+                QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, {x, y});
+                EXPECT_NE(recover.isEnabled(), wasChecked);
+            }
+            QTest::keyClick(&list, Qt::Key_Space);
+            QTest::keyClick(&list, Qt::Key_Return);
+            EXPECT_EQ(list.count(), 1);
+            form.close();
+        });
+        form.exec();
+    };
+    offer();
+    EXPECT_EQ(saved, "Beta from 18");
+    EXPECT_TRUE(exists("Log/17/Log00001.dat"));
 }
 
 } // namespace
