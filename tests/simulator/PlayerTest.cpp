@@ -41,13 +41,6 @@ TEST(Player, aGradientStandsStillInAHoldAndAPeakOnlyInAPause) {
                 ElementsAre(FloatNear(1.0 / 16, 1e-6), 0.5F, 1, 0.5F, 0.5F, 0.5F, FloatNear(1.0 / 16, 1e-6)));
 }
 
-TEST(Player, aTailMakesTheTrailingHalfOfAPeakWider) {
-    const std::vector<float> uv = Played{"peak at 1s height 1 width 1.2s tail 2\nwait 3s"}.values("U");
-    EXPECT_FLOAT_EQ(uv[5 - 2], 0.5F);
-    EXPECT_FLOAT_EQ(uv[5], 1.0F);
-    EXPECT_FLOAT_EQ(uv[5 + 4], 0.5F);
-}
-
 TEST(Player, theSeedDecidesTheNoiseAndNotANumberIsSentAsItIs) {
     const QString noisy = "noise uv 0.1\ngarbage 9\nwait 1s";
     EXPECT_EQ(Played{noisy}.bytes(), Played{noisy}.bytes());

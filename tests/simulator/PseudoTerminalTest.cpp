@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "simulator/Transmitter.h"
+#include "simulator/PseudoTerminal.h"
 
-#include "Played.h"
 #include "base/RunTimeError.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
 #include <fcntl.h>
@@ -21,7 +19,6 @@ public:
     Listener(const Listener &) = delete;
     Listener &operator=(const Listener &) = delete;
 
-    bool isOpen() const { return file_ >= 0; }
     QByteArray read() const {
         char bytes[4096];
         const ssize_t count = ::read(file_, bytes, sizeof bytes);
@@ -31,49 +28,6 @@ public:
 private:
     int file_;
 };
-
-class OnALine : public testing::Test {
-protected:
-    /// Plays with a listener on every port that is plugged in, and answers what was heard.
-    QByteArray heard(const QString &script) {
-        QByteArray bytes;
-        Player player{parseRunScript(script), {}};
-        Transmitter transmitter{player, {link, 200, [this](const QByteArray &taken) { sent += taken; }}};
-        std::optional<Listener> listener;
-        const auto listen = [&] { bytes += listener->read(); };
-        transmitter.plugged = [&](const QString &path) {
-            EXPECT_EQ(QFile::symLinkTarget(link), path);
-            listener.emplace(link);
-        };
-        transmitter.finished = [&] { QTimer::singleShot(20, [] { QCoreApplication::exit(); }); };
-        transmitter.failed = [](const RunTimeError &error) { FAIL() << error.what(); };
-        transmitter.start();
-        QTimer often;
-        often.callOnTimeout(listen);
-        often.start(1);
-        QCoreApplication::exec();
-        return bytes;
-    }
-
-    int argc = 1;
-    char name[5] = "test";
-    char *argv[2] = {name, nullptr};
-    QCoreApplication application{argc, argv};
-    QTemporaryDir folder;
-    QString link = folder.filePath("instrument");
-    QByteArray sent;
-};
-
-TEST_F(OnALine, theListenerHearsWhatThePlayerSaysAtItsPace) {
-    const QString run = "noise uv 0.1\nwait 2s\nstart\nwait 190s\nmethod\n| Text\nend\nwait 8s";
-    QElapsedTimer clock;
-    clock.start();
-    const QByteArray bytes = heard(run);
-    EXPECT_GE(clock.elapsed(), 995); // 200 times as fast
-    EXPECT_EQ(bytes, Played{run}.bytes());
-    EXPECT_EQ(sent, bytes);
-    EXPECT_FALSE(QFileInfo{link}.isSymLink());
-}
 
 TEST(PseudoTerminal, withoutAListenerTheBytesAreLostAndTheLineGoesOn) {
     PseudoTerminal port;
