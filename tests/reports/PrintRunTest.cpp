@@ -31,13 +31,9 @@ protected:
     PrintRun run{[this]() -> DocumentChart & { return chart; }, ComDlg, prompts, errors, nullptr};
 };
 
-TEST_F(PrintRunTest, PrintsWhatIsTicked) {
-    EXPECT_EQ(printed({}), "111 7");
+TEST_F(PrintRunTest, PrintsEachCopyOfWhatIsTickedUnderTheHourglass) {
     EXPECT_EQ(printed({"chkUVTrace", "chkNotes"}), "110 3");
     EXPECT_EQ(printed({"chkChromotogram", "chkMethod"}), "001 0");
-}
-
-TEST_F(PrintRunTest, PrintsEachCopyUnderTheHourglass) {
     chart.whileAtWork = [this] { EXPECT_EQ(prompts.pointer, MousePointer::Hourglass); };
     for (const int copies : {0, 1, 3}) {
         ComDlg.Copies = copies;
@@ -64,26 +60,23 @@ TEST_F(PrintRunTest, ChromatogramAndItsTracesFollowEachOther) {
     });
 }
 
-TEST_F(PrintRunTest, AnEditedTitleStaysWithTheChart) {
+TEST_F(PrintRunTest, AnEditedTitleStaysWithTheChartUnlessCancelled) {
+    printed({});
+    inPrint([](QDialog &form) {
+        at<QLineEdit>(form, "txtTitel").setText("other");
+        QTest::keyClick(&form, Qt::Key_Escape);
+    });
+    EXPECT_EQ(chart.title, "Run 7");
+    EXPECT_EQ(chart.redrawn, 1);
+    EXPECT_EQ(chart.printed.size(), 1);
     inPrint([](QDialog &form) {
         EXPECT_EQ(focus(), "txtTitel");
         QTest::keyClicks(QApplication::focusWidget(), "Run 8");
         QTest::keyClick(&form, Qt::Key_Return);
     });
     EXPECT_EQ(chart.title, "Run 8");
-    EXPECT_EQ(chart.redrawn, 1);
-    EXPECT_EQ(chart.printed.size(), 1);
-}
-
-TEST_F(PrintRunTest, ACancelAfterAPrintPrintsAndChangesNothing) {
-    printed({});
-    chart.printed.clear();
-    inPrint([](QDialog &form) {
-        at<QLineEdit>(form, "txtTitel").setText("other");
-        QTest::keyClick(&form, Qt::Key_Escape);
-    });
-    EXPECT_EQ(chart.title, "Run 7");
-    EXPECT_TRUE(chart.printed.isEmpty());
+    EXPECT_EQ(chart.redrawn, 2);
+    EXPECT_EQ(chart.printed.size(), 2);
 }
 
 TEST_F(PrintRunTest, TheSetupSetsTheCopiesOfLaterPrints) {
