@@ -41,16 +41,6 @@ TEST(ReceiveRing, AnEmptyRingGivesStaleBytesAndCountsBelowZero) {
     EXPECT_EQ(ring.LookIndex(), 2);
 }
 
-TEST(ReceiveRing, ReadsAWordAcrossItsEnd) {
-    ReceiveRing ring;
-    putMany(ring, ReceiveRing::size - 2);
-    ring.discard(ReceiveRing::size - 2);
-    ring.put(std::array<std::uint8_t, 4>{1, 2, 3, 4});
-    EXPECT_EQ(ring.TakeWord(), 0x01020304U);
-    EXPECT_EQ(ring.TakeIndex(), 2);
-    EXPECT_EQ(ring.ByteCount(), 0);
-}
-
 TEST(ReceiveRing, ACountBeyond16BitsIsAnOverflow) {
     ReceiveRing ring;
     putMany(ring, 32767);
