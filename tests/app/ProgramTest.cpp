@@ -8,17 +8,6 @@ namespace {
 
 class ProgramTest : public testing::Test, protected ProgramFixture {};
 
-TEST_F(ProgramTest, aRunOfTheInstrumentIsRecordedWithItsMarks) {
-    start();
-    link();
-    play("R1 . . E2 . R3 . R1 . R2 . . R1 . R0 .");
-    EXPECT_EQ(marks(), "S 1 H C P E");
-    EXPECT_EQ(chart(0).SampleCount(), 8); // one pair came while the run was paused
-    EXPECT_GT(chart(5).SampleCount(), chart(0).SampleCount());
-    EXPECT_TRUE(pressed("cmdStop"));
-    EXPECT_TRUE(enabled("mnuComPort"));
-}
-
 TEST_F(ProgramTest, theOperatorRecordsWithTheToolbar) {
     start();
     link();
