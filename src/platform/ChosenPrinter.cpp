@@ -51,8 +51,9 @@ public:
         setOptions(PrintToFile | PrintShowPageSize);
         fileName_->setText(file);
         fileName_->setMinimumWidth(260);
-        connect(fileName_, &QLineEdit::editingFinished, this,
-                [this] { fileName_->setText(pdfFile(fileName_->text())); }); // before Qt looks whether it is there
+        connect(fileName_, &QLineEdit::editingFinished, this, [this, file] { // before Qt looks whether it is there
+            fileName_->setText(fileName_->text().isEmpty() ? file : pdfFile(fileName_->text()));
+        });
         connect(printers_, &QComboBox::currentIndexChanged, this, &SetupDialog::fitToPrinter);
     }
 
