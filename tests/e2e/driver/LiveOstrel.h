@@ -40,7 +40,7 @@ public:
     RunningProgram &recorder() { return *recorder_; }
 
     bool isUp(const QString &window);
-    bool isLinked() { return probe_->colour("ShapeReciveLed") == "#00ff00"; }
+    bool isLinked() { return probe_->get("ShapeReciveLed", "FillColor") == "#00ff00"; }
     bool isEnabled(const QString &object) { return probe_->get(object, "enabled").toBool(); }
 
     /// Gives a command and answers its file dialog with a name in the folder of this profile.

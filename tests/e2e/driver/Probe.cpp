@@ -44,9 +44,7 @@ QJsonValue Probe::call(const QString &object, const QString &method, const QJson
     return ask({{"do", "call"}, {"of", object}, {"method", method}, {"with", arguments}});
 }
 
-QString Probe::colour(const QString &widget) { return ask({{"do", "colour"}, {"of", widget}}).toString(); }
 QJsonArray Probe::windows() { return ask({{"do", "windows"}}).toArray(); }
-QJsonArray Probe::names() { return ask({{"do", "names"}}).toArray(); }
 
 void Probe::grab(const QString &widget, const QString &pictureFile) {
     ask({{"do", "grab"}, {"of", widget}, {"file", pictureFile}});
@@ -61,6 +59,3 @@ void Probe::answer(const QString &button) { ask({{"do", "answer"}, {"button", bu
 void Probe::key(const QString &sequence) { ask({{"do", "key"}, {"key", sequence}}); }
 
 void Probe::type(const QString &widget, const QString &text) { ask({{"do", "type"}, {"of", widget}, {"text", text}}); }
-
-void Probe::pick(const QString &combo, int index) { ask({{"do", "pick"}, {"of", combo}, {"index", index}}); }
-void Probe::quit() { ask({{"do", "quit"}}); }

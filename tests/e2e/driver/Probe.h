@@ -14,9 +14,7 @@ public:
 
     QJsonValue get(const QString &object, const QString &property);
     QJsonValue call(const QString &object, const QString &method, const QJsonArray &arguments = {});
-    QString colour(const QString &widget); ///< of its middle, #rrggbb
-    QJsonArray windows();                  ///< that are shown: name, title, text, modal, active
-    QJsonArray names();
+    QJsonArray windows(); ///< that are shown: name, text
     void grab(const QString &widget, const QString &pictureFile);
 
     // As an operator; what comes of it shows a little later.
@@ -26,8 +24,6 @@ public:
     void answer(const QString &button);
     void key(const QString &sequence);
     void type(const QString &widget, const QString &text);
-    void pick(const QString &combo, int index);
-    void quit();
 
     QJsonValue ask(const QJsonObject &question);
 

@@ -11,30 +11,6 @@
 
 namespace {
 
-QObjectList everything() {
-    QObjectList roots{qApp};
-    for (QWidget *window : QApplication::topLevelWidgets())
-        roots += window;
-    QObjectList all = roots;
-    for (const QObject *root : roots)
-        all += root->findChildren<QObject *>();
-    return all;
-}
-
-QObjectList everythingNamed(const QString &name) {
-    QObjectList all = everything();
-    all.removeIf([&](const QObject *object) { return object->objectName() != name; });
-    return all;
-}
-
-QObject *best(const QObjectList &objects) {
-    const auto isShown = [](const QObject *object) {
-        return object->isWidgetType() && static_cast<const QWidget *>(object)->isVisible();
-    };
-    const auto shown = std::ranges::find_if(objects, isShown);
-    return shown != objects.end() ? *shown : objects.value(0);
-}
-
 QJsonValue toJson(const QVariant &value) {
     if (value.userType() == QMetaType::QColor)
         return value.value<QColor>().name();
@@ -53,23 +29,20 @@ QMetaMethod methodOf(const QObject &object, const QByteArray &name, qsizetype ar
 
 } // namespace
 
-QObject &LiveObjects::find(const QString &path) {
-    QObject *object = nullptr;
-    for (const QString &name : path.split('/')) {
-        object = best(object ? object->findChildren<QObject *>(name) : everythingNamed(name));
-        if (!object)
-            throw ProbeError("there is no " + path);
+QObject &LiveObjects::find(const QString &name) {
+    QObjectList named;
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == name)
+            named += window;
+        named += window->findChildren<QObject *>(name);
     }
-    return *object;
-}
-
-QJsonArray LiveObjects::names() {
-    QJsonArray names;
-    for (const QObject *object : everything()) {
-        if (!object->objectName().isEmpty())
-            names += object->objectName();
-    }
-    return names;
+    if (named.isEmpty())
+        throw ProbeError("there is no " + name);
+    const auto isShown = [](const QObject *object) {
+        return object->isWidgetType() && static_cast<const QWidget *>(object)->isVisible();
+    };
+    const auto shown = std::ranges::find_if(named, isShown);
+    return shown != named.end() ? **shown : *named.first();
 }
 
 QJsonArray LiveObjects::shownWindows() {
@@ -78,11 +51,7 @@ QJsonArray LiveObjects::shownWindows() {
         if (!window->isVisible())
             continue;
         const auto *box = qobject_cast<const QMessageBox *>(window);
-        windows += QJsonObject{{"name", window->objectName()},
-                               {"title", window->windowTitle()},
-                               {"text", box ? box->text() : QString{}},
-                               {"modal", window->isModal()},
-                               {"active", window->isActiveWindow()}};
+        windows += QJsonObject{{"name", window->objectName()}, {"text", box ? box->text() : QString{}}};
     }
     return windows;
 }

@@ -16,19 +16,17 @@ public:
 /// The windows, controls, actions and timers of the running program, by their objectName.
 namespace LiveObjects {
 
-/// By name, or by a path of names ("frmNoData/cmdOk") where several windows have a control of the name. One that is
-/// shown comes before one that is not.
-QObject &find(const QString &path);
+/// One that is shown comes before one that is not.
+QObject &find(const QString &name);
 
 template <typename Kind>
-Kind &find(const QString &path) {
-    auto *object = qobject_cast<Kind *>(&find(path));
+Kind &find(const QString &name) {
+    auto *object = qobject_cast<Kind *>(&find(name));
     if (!object)
-        throw ProbeError(path + " is no " + QString::fromLatin1(Kind::staticMetaObject.className()));
+        throw ProbeError(name + " is no " + QString::fromLatin1(Kind::staticMetaObject.className()));
     return *object;
 }
 
-QJsonArray names();
 QJsonArray shownWindows();
 QJsonValue property(const QObject &object, const QByteArray &name);
 /// Calls a Q_INVOKABLE or a slot with numbers, texts and truth values.

@@ -6,9 +6,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
-#include <QComboBox>
 #include <QKeySequence>
-#include <QPointer>
 #include <QTimer>
 #include <QtTest/QTest>
 
@@ -83,18 +81,5 @@ void OperatorHand::type(const QString &name, const QString &text) {
         ready.setFocus();
         QTest::keyClick(&ready, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(&ready, text);
-    });
-}
-
-void OperatorHand::pick(const QString &name, int index) {
-    usable(name);
-    auto &combo = LiveObjects::find<QComboBox>(name);
-    if (index < 0 || index >= combo.count())
-        throw ProbeError(name + " has no such item");
-    soon(combo, [index](QComboBox &ready) {
-        ready.setFocus();
-        const int steps = index - ready.currentIndex();
-        for (int step = 0; step < std::abs(steps); ++step)
-            QTest::keyClick(&ready, steps > 0 ? Qt::Key_Down : Qt::Key_Up);
     });
 }

@@ -19,7 +19,5 @@ void answer(const QString &button);
 void key(const QString &sequence);
 /// Text for a widget, in place of what it holds.
 void type(const QString &widget, const QString &text);
-/// A combo box's item, by the arrow keys.
-void pick(const QString &combo, int index);
 
 } // namespace OperatorHand
