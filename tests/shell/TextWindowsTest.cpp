@@ -5,7 +5,6 @@
 #include "fakes/FakePlatform.h"
 
 #include <QApplication>
-#include <QPlainTextEdit>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -15,18 +14,12 @@ namespace {
 /// The windows on the second tab, beneath a toolbar without a screen.
 class TextWindowsTest : public testing::Test, public ShellWindow {
 protected:
-    TextWindowsTest() {
-        tabs.CurrentChart = 1;
-        chart[1].AddMethodText("Load   5 ml\r\nWash  10 ml", 0);
-        chart[1].notes = "pH 7.4\r\n";
-    }
+    TextWindowsTest() { tabs.CurrentChart = 1; }
     void setCaption(const QString &) override {}
     void setButtonValue(const QString &button, bool on) override { pressed[button] = on; }
     bool buttonValue(const QString &button) const override { return pressed.at(button); }
-    void setToolTip(const QString &, const QString &text) override { tip = text; }
-    void Toolsbar_ButtonClick(const QString &button) override {
-        button == "cmdMethod" ? windows.cmdMethod_Click() : windows.cmdNotes_Click();
-    }
+    void setToolTip(const QString &, const QString &) override {}
+    void Toolsbar_ButtonClick(const QString &) override { windows.cmdNotes_Click(); }
 
     /// Opens the notes; the operator does `acts` one after the other as long as the window is up. How many he came to.
     std::size_t notes(std::vector<std::function<void()>> acts) {
@@ -58,35 +51,20 @@ protected:
     FakeChart chart[tabCount];
     FakePrompts prompts;
     std::map<QString, bool> pressed;
-    QString tip;
     TextWindows windows{tabs, {&chart[0], &chart[1], &chart[2], &chart[3], &chart[4]}, *this, prompts, nullptr};
 };
 
-TEST_F(TextWindowsTest, TheMethodIsShownWhileItsButtonIsPressed) {
-    for (const bool byCloseBox : {false, true}) {
-        QTimer::singleShot(0, [&] {
-            auto *txtMethod = static_cast<QPlainTextEdit *>(find("txtMethod"));
-            EXPECT_EQ(txtMethod->toPlainText(), "Load   5 ml\nWash  10 ml");
-            QTest::keyClicks(txtMethod, "x");
-            EXPECT_FALSE(txtMethod->document()->isModified());
-            EXPECT_TRUE(pressed["cmdMethod"]);
-            EXPECT_EQ(tip, "Hide method form");
-            byCloseBox ? closeBox()() : QTest::keyClick(txtMethod, Qt::Key_Escape);
-        });
-        windows.mnuMethod_Click();
-        EXPECT_FALSE(pressed["cmdMethod"]);
-        EXPECT_EQ(tip, "Show method form");
-    }
-}
-
-TEST_F(TextWindowsTest, OkTakesChangedNotesOnly) {
+TEST_F(TextWindowsTest, OkTakesChangedNotesAndLeavesOthersLetterForLetter) {
+    const QString odd = QStringLiteral("10\u00a0%\n\rtab\t\r");
+    chart[1].notes = odd;
     EXPECT_EQ(notes({click("cmdOK")}), 1U);
+    EXPECT_EQ(chart[1].notes, odd);
     EXPECT_TRUE(tabs.ChartSaved[1]);
+    chart[1].notes = "pH 7.4\r\n";
     EXPECT_EQ(notes({type("cut 3\r"), click("cmdOK")}), 2U);
     EXPECT_EQ(chart[1].notes, "cut 3\r\npH 7.4\r\n");
     EXPECT_FALSE(tabs.ChartSaved[1]);
     EXPECT_TRUE(prompts.shown.empty());
-    EXPECT_EQ(tip, "Show notes form");
 }
 
 TEST_F(TextWindowsTest, CancelAndTheCloseBoxAskAboutChangedNotes) {
@@ -108,14 +86,6 @@ TEST_F(TextWindowsTest, CancelAndTheCloseBoxAskAboutChangedNotes) {
         EXPECT_EQ(chart[1].notes, "xpH 7.4");
         EXPECT_FALSE(tabs.ChartSaved[1]);
     }
-}
-
-TEST_F(TextWindowsTest, NotesThatNobodyChangedStayLetterForLetter) {
-    const QString odd = QStringLiteral("10\u00a0%\n\rtab\t\r");
-    chart[1].notes = odd;
-    EXPECT_EQ(notes({click("cmdOK")}), 1U);
-    EXPECT_EQ(chart[1].notes, odd);
-    EXPECT_TRUE(tabs.ChartSaved[1]);
 }
 
 } // namespace
