@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
-#include "base/Steps.h"
 
 #include <QDir>
 
@@ -86,21 +85,6 @@ TEST_F(ProgramTest, aRunIsSavedClearedAndOpenedAgainBesideTheRecorder) {
     EXPECT_EQ(TabChart->tabText(1) + "|" + TabChart->tabText(2), "A && B|(empty)");
     EXPECT_FALSE(enabled("mnuClose"));
     EXPECT_TRUE(prompts.shown.empty());
-}
-
-TEST_F(ProgramTest, aDamagedFileIsToldOnceAndACancelWithCancelErrorReachesTheLastNet) {
-    start();
-    QFile damaged(folder.filePath("damaged.chd"));
-    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
-    ComDlg.answers = {damaged.fileName()};
-    find<QAction>("mnuOpenLog")->trigger();
-    ASSERT_EQ(prompts.shown.size(), 1U);
-    EXPECT_EQ(prompts.shown[0].caption, "FILE OPEN ERROR!");
-    EXPECT_EQ(find<QTabBar>("TabChart")->tabText(1), "(empty)");
-
-    ComDlg.CancelError = true;
-    EXPECT_EQ(errorNumberOf([this] { find<frmMain>("frmMain")->clicked("mnuSaveDataAs"); }),
-              RunTimeError::DialogCancelled);
 }
 
 TEST_F(ProgramTest, withoutAFreePortItSaysSoAndEnds) {
