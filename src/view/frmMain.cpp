@@ -70,7 +70,6 @@ frmMain::frmMain()
     : inner_(new QWidget), Toolsbar_(new QToolBar(inner_)), page_(new QFrame(inner_)), TabChart_(new TabStrip(inner_)) {
     loadPictures();
     setObjectName(QStringLiteral("frmMain"));
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg"))); // of the other windows too
     setCentralWidget(inner_);
     buildMenus();
     buildToolbar();
@@ -260,6 +259,7 @@ void frmMain::resizeEvent(QResizeEvent *event) {
 void frmMain::comeUp() {
     constexpr int patience = 500; // milliseconds, for a screen that never shows it
     constexpr int settling = 100; // for the window manager to place it
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg"))); // of the other windows too
     show();
     QDeadlineTimer deadline(patience);
     while (!windowHandle()->isExposed() && !deadline.hasExpired())
