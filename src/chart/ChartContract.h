@@ -74,9 +74,9 @@ public:
     virtual void SetNotes(const QString &Notes) = 0;
     virtual QString GetMethodText() const = 0; ///< all method texts in the order of their times
 
-    /// Writes a text file for a spreadsheet. The flags are 1 or 0; MethodPosition is 0 before the data, 1 after them, 2
-    /// a column of its own; times in minutes, SampleRate in points a second (at most 5), PointCount the number of
-    /// points that the user was shown. 0 is good.
+    /// Writes a text file for a spreadsheet, but none in place of a data or log file. The flags are 1 or 0;
+    /// MethodPosition is 0 before the data, 1 after them, 2 a column of its own; times in minutes, SampleRate in points
+    /// a second (at most 5), PointCount the number of points that the user was shown. 0 is good.
     virtual qint16 ExportData(const QString &FileName, qint16 IncludeUV, qint16 IncludeCond, qint16 IncludeEvents,
                               qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom,
                               float TimeTo, float SampleRate, qint32 PointCount) = 0;

@@ -2,6 +2,7 @@
 #include "chart/TextExport.h"
 
 #include "chart/Digits.h"
+#include "chart/Quillchart.h"
 #include "fakes/FaultyDisk.h"
 #include "files/DurableFile.h"
 
@@ -179,6 +180,17 @@ TEST_F(TextExport, leavesTheOldFileWhenTheDiskFails) {
         const QByteArray kept = file.readAll();
         ASSERT_TRUE((kept == "old" && !good) || kept.count('\n') > 100000) << failing;
     }
+}
+
+TEST_F(TextExport, takesTheOldTextsPlaceButNoRuns) {
+    Quillchart chart(0);
+    chart.AddSample(1, 20);
+    const auto status = [&] { return chart.ExportData(path, 1, 1, 1, 1, 1, 0, 0, 0, 1, 1); };
+    EXPECT_EQ(status(), 0);
+    EXPECT_EQ(status(), 0);
+    ASSERT_TRUE(chart.SaveDataFile(path));
+    EXPECT_NE(status(), 0);
+    EXPECT_TRUE(chart.LoadDataFile(path));
 }
 
 } // namespace
