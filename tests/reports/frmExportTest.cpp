@@ -60,7 +60,8 @@ TEST_F(frmExportTest, CountsPoints) {
     QLocale::setDefault(QLocale(QLocale::German));
     EXPECT_EQ(points(10, "0.5"), "300"); // the list's point stays one
     QLocale::setDefault(QLocale::c());
-    EXPECT_THROW(points(std::numeric_limits<float>::max(), "5"), RunTimeError);
+    chart.lastTime = std::numeric_limits<float>::max();
+    EXPECT_THROW(frmExport(chart, time, ComDlg, prompts, errors, nullptr), RunTimeError);
 }
 
 TEST_F(frmExportTest, ComesUpWithTheWholeRun) {
