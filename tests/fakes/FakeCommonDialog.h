@@ -7,7 +7,6 @@
 #include <QFileInfo>
 
 #include <deque>
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -16,13 +15,12 @@ class FakeCommonDialog : public CommonDialog {
 public:
     /// What the dialog was set to when it came up.
     struct Showing {
-        bool save;
-        QString title, filter, extension, offered;
+        QString title, extension, offered;
         int flags;
     };
 
-    void ShowOpen() override { show(false); }
-    void ShowSave() override { show(true); }
+    void ShowOpen() override { show(); }
+    void ShowSave() override { show(); }
     void ShowPrinter() override {
         ++printerShown;
         if (printerError)
@@ -38,13 +36,10 @@ public:
     int printerShown = 0;
     std::optional<int> chosenCopies; ///< none: a Cancel
     std::optional<RunTimeError> printerError;
-    std::function<void()> whileShown;
 
 private:
-    void show(bool save) {
-        shown.push_back({save, DialogTitle, Filter, DefaultExt, FileName, Flags});
-        if (whileShown)
-            whileShown();
+    void show() {
+        shown.push_back({DialogTitle, DefaultExt, FileName, Flags});
         FileName.clear();
         if (!answers.empty()) {
             FileName = answers.front();

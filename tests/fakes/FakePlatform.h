@@ -96,7 +96,6 @@ public:
     bool PortOpen() const override { return open_; }
     void setPortOpen(bool open) override {
         if (open) {
-            opened.push_back(port_);
             if (const auto found = failing.find(port_); found != failing.end())
                 throw RunTimeError(found->second);
         }
@@ -121,7 +120,6 @@ public:
     }
 
     std::map<int, int> failing; ///< port number to error number
-    std::vector<int> opened;    ///< ports that an opening was tried on
     int inBufferSize = 0;
     int pretendedCount = -1; ///< what InBufferCount answers when not negative
 
