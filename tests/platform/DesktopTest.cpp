@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "base/RunTimeError.h"
 #include "base/Steps.h"
-#include "platform/Folders.h"
 #include "platform/InstanceLock.h"
 #include "platform/QtPrompts.h"
 #include "platform/QtTimer.h"
@@ -114,17 +113,6 @@ TEST(TextFileTest, entriesAddUpAndAFullDiskIsTold) {
     EXPECT_EQ(file.readAll(), "eins\r\nzwölf\r\n");
     EXPECT_EQ(errorNumberOf([] { TextFile::append("/dev/full", "x"); }), RunTimeError::DiskFull);
     EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.path() + "/none/x", "x"); }), RunTimeError::PathNotFound);
-}
-
-TEST(FoldersTest, theProgramsFolderIsMade) {
-    const QTemporaryDir home;
-    qputenv("XDG_DATA_HOME", QFile::encodeName(home.filePath("a/b")));
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(home.filePath("c")));
-    EXPECT_EQ(Folders().appPath(), home.filePath("a/b/ostrel"));
-    EXPECT_TRUE(QDir(home.filePath("a/b/ostrel")).exists());
-    EXPECT_EQ(Folders::settingsFile(), home.filePath("c/ostrel/Ostrel MS.ini"));
-    qputenv("XDG_DATA_HOME", "/dev/null");
-    EXPECT_NE(errorNumberOf([] { Folders(); }), 0);
 }
 
 } // namespace
