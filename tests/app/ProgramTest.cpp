@@ -129,6 +129,7 @@ TEST_F(ProgramTest, aCleanEndLeavesNothingOfTheCopy) {
         clock.advance(3s);
         play(".");
     }
+    EXPECT_TRUE(sleep.held);
     const QDir log(folder.filePath("Log"));
     EXPECT_EQ(log.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
     EXPECT_TRUE(enabled("mnuSaveLog"));
