@@ -10,6 +10,7 @@
 
 namespace {
 
+constexpr int longestJobName = 100; // a spooler may refuse a longer one, and Qt would not tell
 constexpr QLatin1String programName("Ostrel MS");
 
 } // namespace
@@ -30,7 +31,7 @@ std::optional<QByteArray> reportAsPdf(const QPageLayout &paper, const ReportCont
 
 bool printReport(QPrinter &printer, const ReportContents &contents, const ReportOptions &options) {
     if (printer.outputFormat() == QPrinter::NativeFormat) {
-        printer.setDocName(contents.data.title);
+        printer.setDocName(contents.data.title.simplified().left(longestJobName));
         printer.setCreator(programName);
         // Qt does not tell when a job is not taken, so whoever takes it must be there.
         return QPrinterInfo::availablePrinterNames().contains(printer.printerName()) &&

@@ -12,12 +12,18 @@
 
 #include <utility>
 
+namespace {
+
+constexpr int helpTopic = 3;
+
+}
+
 frmMethod::frmMethod(const QString &MethodText, std::function<void()> release, QWidget *parent)
     : QDialog(parent), release_(std::move(release)) {
     setObjectName(QStringLiteral("frmMethod"));
     setWindowTitle(QStringLiteral("Method"));
     setSizeGripEnabled(true);
-    setHelpContext(*this, 3);
+    setHelpContext(*this, helpTopic);
 
     auto *txtMethod = new TextBox(QStringLiteral("txtMethod"), windowTitle(), this);
     txtMethod->setFont(fixedPitchFont()); // the instrument's columns line up

@@ -12,6 +12,12 @@
 
 #include <utility>
 
+namespace {
+
+constexpr int helpTopic = 4;
+
+}
+
 frmNotes::frmNotes(ChartDocument &chart, bool &ChartSaved, Prompts &prompts, std::function<void()> release,
                    QWidget *parent)
     : QDialog(parent), chart_(chart), ChartSaved_(ChartSaved), prompts_(prompts), release_(std::move(release)),
@@ -19,7 +25,7 @@ frmNotes::frmNotes(ChartDocument &chart, bool &ChartSaved, Prompts &prompts, std
     setObjectName(QStringLiteral("frmNotes"));
     setWindowTitle(QStringLiteral("Notes"));
     setSizeGripEnabled(true);
-    setHelpContext(*this, 4);
+    setHelpContext(*this, helpTopic);
     txtNotes_->makeRoomFor(60, 12);
     txtNotes_->setText(chart_.GetNotes());
 
