@@ -30,7 +30,6 @@ frmHelp::frmHelp(const QString &HelpFile)
       page_(new HelpPage(this)) {
     setObjectName(QStringLiteral("frmHelp"));
     setWindowTitle(QStringLiteral("Ostrel MS Help"));
-    setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg"))); // the main window's
     setAttribute(Qt::WA_QuitOnClose, false);
     page_->setObjectName(QStringLiteral("txtPage"));
     page_->setAccessibleName(tr("Help page"));

@@ -7,17 +7,17 @@ namespace {
 
 class ProgramTest : public testing::Test, protected ProgramFixture {};
 
-TEST_F(ProgramTest, theOperatorRecordsWithTheToolbar) {
+TEST_F(ProgramTest, theOperatorRecordsByMenuAndToolbar) {
     start();
     link();
     auto *bar = find<ScrollEntry>("ScrollChart(0)");
     for (const bool inWindow : {true, false}) {
         find<OptionButton>(inWindow ? "optTimeAxis(1)" : "optTimeAxis(0)")->setValue(true);
-        find<QAction>("cmdRecord")->trigger();
+        find<QAction>(inWindow ? "mnuStart" : "cmdRecord")->trigger();
         EXPECT_TRUE(pressed("cmdRecord"));
         EXPECT_FALSE(bar->isEnabled());
         play(". . .");
-        find<QAction>("cmdStop")->trigger();
+        find<QAction>(inWindow ? "mnuStop" : "cmdStop")->trigger();
         EXPECT_FALSE(pressed("cmdRecord"));
         EXPECT_EQ(bar->isEnabled(), inWindow);
     }

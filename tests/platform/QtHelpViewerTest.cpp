@@ -89,8 +89,8 @@ TEST_F(QtHelpViewerTest, findsTopicsByTheirTextsAndMarksThePlaces) {
     QTest::keyClick(search, Qt::Key_Return);
     EXPECT_FALSE(topics().currentItem()->isHidden());
     EXPECT_EQ(page().textCursor().selectedText().toLower(), "dialout");
-    search->clear();
-    EXPECT_EQ(listed(), all);
+    help.showTopic(2);
+    EXPECT_EQ(listed(), all); // a search does not outlive its topic
     EXPECT_TRUE(page().extraSelections().isEmpty());
 }
 
@@ -115,6 +115,9 @@ TEST_F(QtHelpViewerTest, opensNothingOutsideOfTheHelp) {
 }
 
 TEST_F(QtHelpViewerTest, tellsWhereAMissingHelpShouldBe) {
+    help.HelpFile.clear();
+    help.showTopic(3); // on the splash window
+    EXPECT_EQ(window(), nullptr);
     help.HelpFile = "/nowhere/Ostrel.hlp";
     help.showTopic(3);
     EXPECT_THAT(page().toPlainText().toStdString(), testing::HasSubstr("/nowhere/Ostrel.hlp"));

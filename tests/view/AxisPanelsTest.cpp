@@ -16,13 +16,16 @@ TEST_F(AxisPanelsTest, PickBringsItsMinimumAndAppliesAtOnce) {
 }
 
 TEST_F(AxisPanelsTest, OnlyANumberCanBeTypedAndOnlyTheUvMinimumTakesAMinus) {
-    minimum(0).type("-9").type("--1.2.3e+ 4\b5"); // over what is selected
-    EXPECT_EQ(panel(0), "2.000 -1.235");
-    EXPECT_EQ(prompts.beeps, 5);
+    minimum(0).type("-9").type("-8--"); // over what is selected
+    EXPECT_EQ(panel(0), "2.000 -8");
+    EXPECT_EQ(prompts.beeps, 2);
+    minimum(0).type("1-.2.3e 4\b5");
+    EXPECT_EQ(panel(0), "2.000 1.235");
+    EXPECT_EQ(prompts.beeps, 6);
     minimum(1).type("-5");
     scale(0).type("-1");
-    EXPECT_EQ(panel(1) + ' ' + panel(0), "500.0 5 1 -1.235");
-    EXPECT_EQ(prompts.beeps, 7);
+    EXPECT_EQ(panel(1) + ' ' + panel(0), "500.0 5 1 1.235");
+    EXPECT_EQ(prompts.beeps, 8);
 }
 
 TEST_F(AxisPanelsTest, CommaIsThePointWhereTheLocaleHasIt) {
