@@ -3,6 +3,7 @@
 
 #include "chart/Quillchart.h"
 #include "fakes/FaultyDisk.h"
+#include "fuzz/ChartRecordsMended.h"
 
 #include <QDataStream>
 #include <QDir>
@@ -12,6 +13,7 @@
 
 #include <bit>
 #include <cmath>
+#include <cstring>
 
 namespace {
 
@@ -169,6 +171,38 @@ TEST_F(ChartFileTest, saysWhatCannotBeRead) {
     EXPECT_EQ(faultOf(FileHead::of(dataFile, 2).bytes()), ChartFileFault::NewerVersion);
     EXPECT_EQ(faultOf(FileHead::of(dataFile, 1).bytes()), ChartFileFault::Truncated);
     EXPECT_EQ(print(run, axes), print(goldenRun(), goldenAxes));
+}
+
+TEST_F(ChartFileTest, everyRecordMustStandOnceInItsPlaceHoweverRightItsChecksum) {
+    const QByteArray whole = saved();
+    std::vector<QByteArray> parts{whole.left(FileHead::size)}; // the head and the records
+    for (qsizetype at = FileHead::size; at < whole.size(); at += parts.back().size()) {
+        quint64 length = 0;
+        std::memcpy(&length, whole.constData() + at + 8, sizeof length);
+        parts.push_back(whole.mid(at, RecordHead::size + static_cast<qsizetype>((length + 7) / 8 * 8)));
+    }
+    const auto mended = [](const std::vector<QByteArray> &order) {
+        QByteArray bytes;
+        for (const QByteArray &part : order)
+            bytes += part;
+        mendChecksums({reinterpret_cast<std::uint8_t *>(bytes.data()), static_cast<std::size_t>(bytes.size())});
+        return bytes;
+    };
+    EXPECT_EQ(faultOf(mended(parts)), ChartFileFault::None);
+    for (std::size_t i = 1; i < parts.size(); ++i) {
+        SCOPED_TRACE(i);
+        auto changed = parts;
+        changed.insert(changed.begin() + static_cast<std::ptrdiff_t>(i), parts[i]);
+        expectRefused(mended(changed));
+        changed = parts;
+        changed.erase(changed.begin() + static_cast<std::ptrdiff_t>(i));
+        expectRefused(mended(changed));
+        if (i > 1) {
+            changed = parts;
+            std::swap(changed[i], changed[i - 1]);
+            expectRefused(mended(changed));
+        }
+    }
 }
 
 TEST_F(ChartFileTest, aRecordThatClaimsToBeLargerThanAllDisksIsCutOff) {

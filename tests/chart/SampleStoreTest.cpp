@@ -56,6 +56,12 @@ TEST_F(Store, isRightAfterEachSample) {
     }
 }
 
+TEST_F(Store, handsOutWhatLiesSideBySide) {
+    fill(SampleStore::chunkSize + 10);
+    EXPECT_EQ(store.stretchFrom(5).size(), SampleStore::chunkSize - 5U);
+    EXPECT_EQ(store.stretchFrom(SampleStore::chunkSize).size(), 10U);
+}
+
 TEST(OutOfMemory, isAnsweredAndLeavesTheRunAsItWas) {
     Quillchart chart(0);
     for (int i = 0; i < SampleStore::chunkSize; ++i)
