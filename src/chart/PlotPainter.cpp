@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr double keyLength = 32; // two dashes
+constexpr double keyLength = 32;  // two dashes
 constexpr double keyDistance = 8; // from the axis title
 constexpr double dashLength = 12;
 constexpr double dashGap = 8;

@@ -74,7 +74,8 @@ public:
                                   qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom,
                                   float TimeTo, float SampleRate, qint32 PointCount) override;
     Q_INVOKABLE void PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) override;
-    /// Where the printer for a report comes from, asked anew for each. Without it they go to the computer's default one.
+    /// Where the printer for a report comes from, asked anew for each. Without it they go to the computer's default
+    /// one.
     void setPrinter(std::function<QPrinter &()> printer) { printer_ = std::move(printer); }
 
     Q_INVOKABLE qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval,

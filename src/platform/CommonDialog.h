@@ -9,7 +9,7 @@ public:
     enum Flag : int {
         OverwritePrompt = 2, ///< saving over a file asks first
         HideReadOnly = 4,
-        PrintSetup = 64, ///< the printer is chosen, nothing is printed
+        PrintSetup = 64,      ///< the printer is chosen, nothing is printed
         PathMustExist = 2048, ///< a folder that does not exist is refused
     };
 
@@ -19,9 +19,9 @@ public:
     /// without. A Cancel leaves both empty and raises 32755 when CancelError is set.
     virtual void ShowOpen() = 0;
     virtual void ShowSave() = 0;
-    /// The print setup, modal like the others. It offers Copies, in which the chosen number stands after OK; the choices
-    /// of printer, paper and orientation hold until the program ends. A Cancel changes nothing and raises 32755 when
-    /// CancelError is set. A dialog that cannot be shown raises a RunTimeError.
+    /// The print setup, modal like the others. It offers Copies, in which the chosen number stands after OK; the
+    /// choices of printer, paper and orientation hold until the program ends. A Cancel changes nothing and raises 32755
+    /// when CancelError is set. A dialog that cannot be shown raises a RunTimeError.
     virtual void ShowPrinter() = 0;
 
     QString DialogTitle;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/CommonDialog.h"
 #include "platform/ChosenPrinter.h"
+#include "platform/CommonDialog.h"
 
 /// Qt's own dialogs under the object name "ComDlg", over the window in front. Needs a QApplication.
 class QtCommonDialog : public CommonDialog {
