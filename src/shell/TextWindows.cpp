@@ -6,8 +6,21 @@
 
 namespace {
 
-constexpr const char *methodButton = "cmdMethod";
-constexpr const char *notesButton = "cmdNotes";
+struct CheckButton {
+    const char *key;
+    const char *tipPressed;
+    const char *tipReleased;
+};
+
+constexpr CheckButton methodButton = {"cmdMethod", "Hide method form", "Show method form"};
+constexpr CheckButton notesButton = {"cmdNotes", "Hide notes form", "Show notes form"};
+
+/// Sets the button's tool tip by its Value, and answers that.
+bool tellValue(const CheckButton &button, ShellWindow &window) {
+    const bool pressed = window.buttonValue(QLatin1String(button.key));
+    window.setToolTip(QLatin1String(button.key), QLatin1String(pressed ? button.tipPressed : button.tipReleased));
+    return pressed;
+}
 
 /// Shows a form until it is unloaded; `loaded` points to it for that time.
 template <typename Form>
@@ -29,9 +42,9 @@ TextWindows::TextWindows(TabStates &tabs, const DocumentCharts &charts, ShellWin
                          QWidget *parent)
     : tabs_(tabs), charts_(charts), window_(window), prompts_(prompts), parent_(parent) {}
 
-void TextWindows::mnuMethod_Click() { click(methodButton, true); }
+void TextWindows::mnuMethod_Click() { click(methodButton.key, true); }
 
-void TextWindows::mnuNotes_Click() { click(notesButton, true); }
+void TextWindows::mnuNotes_Click() { click(notesButton.key, true); }
 
 void TextWindows::click(const char *button, bool pressed) {
     window_.setButtonValue(QLatin1String(button), pressed);
@@ -39,23 +52,17 @@ void TextWindows::click(const char *button, bool pressed) {
 }
 
 void TextWindows::cmdMethod_Click() {
-    const bool pressed = window_.buttonValue(QLatin1String(methodButton));
-    window_.setToolTip(QLatin1String(methodButton),
-                       pressed ? QStringLiteral("Hide method form") : QStringLiteral("Show method form"));
-    if (!pressed)
+    if (!tellValue(methodButton, window_))
         return unload(frmMethod_);
     frmMethod form(
-        chart().GetMethodText(), [this] { click(methodButton, false); }, parent_);
+        chart().GetMethodText(), [this] { click(methodButton.key, false); }, parent_);
     showModally(form, frmMethod_);
 }
 
 void TextWindows::cmdNotes_Click() {
-    const bool pressed = window_.buttonValue(QLatin1String(notesButton));
-    window_.setToolTip(QLatin1String(notesButton),
-                       pressed ? QStringLiteral("Hide notes form") : QStringLiteral("Show notes form"));
-    if (!pressed)
+    if (!tellValue(notesButton, window_))
         return unload(frmNotes_);
     frmNotes form(
-        chart(), tabs_.ChartSaved[tabs_.CurrentChart], prompts_, [this] { click(notesButton, false); }, parent_);
+        chart(), tabs_.ChartSaved[tabs_.CurrentChart], prompts_, [this] { click(notesButton.key, false); }, parent_);
     showModally(form, frmNotes_);
 }

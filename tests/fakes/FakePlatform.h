@@ -197,10 +197,8 @@ public:
 
 class FakeProcess : public Process {
 public:
-    QString commandLine() const override { return line; }
     void end() override { ended = true; }
 
-    QString line;
     bool ended = false;
 };
 
