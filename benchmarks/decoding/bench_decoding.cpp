@@ -106,10 +106,11 @@ static void DecodeOurs(benchmark::State &state) {
     link.FirstSyncFound = link.StatusBlocksSeen = true;
     run.Recording = run.ChartRunActive = run.LogRunActive = true;
     ReceiveRing ring;
-    DataReceiver receiver{port, ring, link, timer, silence};
+    DataReceiver receiver{port, ring, link, timer, clock, silence};
     RunNews news{run, link};
     SampleIntake intake{run, chart, log, timer, silence, silence, options, clock};
-    StreamDecoder decoder{ring, link, run, news, intake, {timer, timer, timer}, silence, silence, silence, options};
+    StreamDecoder decoder{ring,    link,    run,     news,    intake, {timer, timer, timer},
+                          silence, silence, silence, options, clock};
     for (auto _ : state) {
         receiver.ComPort_OnComm();
         decoder.TimerProcess_Timer();

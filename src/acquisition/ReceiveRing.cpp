@@ -11,8 +11,19 @@ void ReceiveRing::put(std::span<const std::uint8_t> bytes) {
         std::copy(piece.begin(), piece.end(), ReceiveBuffer_.begin() + PutIndex_);
         PutIndex_ = wrapped(PutIndex_ + int(piece.size()));
         ByteCount_ += int(piece.size());
+        received_ += piece.size();
         bytes = bytes.subspan(piece.size());
     }
+}
+
+void ReceiveRing::empty() {
+    TakeIndex_ = PutIndex_;
+    ByteCount_ = 0;
+    rebase();
+}
+
+bool ReceiveRing::consistent() const {
+    return ByteCount_ > -size && ByteCount_ <= size && wrapped(wrapped(TakeIndex_ + ByteCount_ + size)) == PutIndex_;
 }
 
 void ReceiveRing::AddDebugBytes(Which which, QString &DebugText) const {

@@ -22,6 +22,12 @@ public:
     enum Which : int { AroundTake = -1, AroundLook = 0 };
 
     void put(std::span<const std::uint8_t> bytes);
+    /// Takes everything out.
+    void empty();
+    /// The counts fit the positions, and nothing was overwritten. A count a little below zero does no harm.
+    bool consistent() const;
+    /// Bytes that were ever put.
+    std::uint64_t received() const { return received_; }
     std::uint8_t TakeByte() {
         const std::uint8_t byte = ReceiveBuffer_[TakeIndex_];
         discard(1);
@@ -75,6 +81,7 @@ private:
     int PutIndex_ = 0;
     int TakeIndex_ = 0;
     int LookIndex_ = 0;
+    std::uint64_t received_ = 0;
     Int16 ByteCount_;
     Int16 LookByteCount_;
 };

@@ -3,6 +3,8 @@
 
 #include "base/Steps.h"
 
+#include <QScopeGuard>
+
 RecordingSession::RecordingSession(RunState &run, LinkState &link, TabStates &tabs, Timer &TimerCheckComData,
                                    Timer &TimerSaveLog, AcquisitionWindow &window)
     : run_(run), link_(link), tabs_(tabs), TimerCheckComData_(TimerCheckComData), TimerSaveLog_(TimerSaveLog),
@@ -25,22 +27,26 @@ void RecordingSession::mnuStop_Click() {
 }
 
 void RecordingSession::TimerCheckComData_Timer() {
+    EveryStep look;
     if (!link_.ComDataSeen) {
         TimerSaveLog_.setEnabled(false);
-        ComDataLost();
-        window_.showNoData();
+        look.run([this] { ComDataLost(); });
+        look.run([this] { window_.showNoData(); });
     }
     link_.ComDataSeen = false;
+    look.raise();
 }
 
 void RecordingSession::ComDataLost() {
     link_.DataBusy = true;
+    const auto done = qScopeGuard([this] { link_.DataBusy = false; });
     window_.setReceiveLed(false);
     TimerCheckComData_.setEnabled(false);
+    EveryStep lost; // a recording that cannot be stopped is no reason to go on as if there were a link
     if (run_.Recording)
-        mnuStop_Click();
+        lost.run([this] { mnuStop_Click(); });
     window_.commandsAt(Moment::LinkLost);
     link_.FirstSyncFound = false;
     run_.ChartLabelType = Label::None; // the log's label goes on waiting
-    link_.DataBusy = false;
+    lost.raise();
 }

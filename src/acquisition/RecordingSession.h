@@ -17,7 +17,7 @@ public:
     void mnuStop_Click();
 
     /// The link watchdog: no event of the port since the last tick is a lost link. Returns only when the operator has
-    /// answered the dialog.
+    /// answered the dialog. A run-time error on the way flies on once all is done.
     void TimerCheckComData_Timer();
     /// Puts link, session and commands into the state without a link.
     void ComDataLost();

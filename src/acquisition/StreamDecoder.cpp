@@ -4,8 +4,11 @@
 #include "acquisition/StreamFormat.h"
 #include "base/Numbers.h"
 
+#include <QScopeGuard>
+
 #include <array>
 #include <bit>
+#include <utility>
 
 using namespace StreamFormat;
 
@@ -14,6 +17,7 @@ namespace {
 enum StreamError : qint32 { LostSync = -10, UnknownParameter = -11, UnknownType = -12, FirstSyncNotFound = -13 };
 
 constexpr int untilMethodEnd = -1;
+constexpr int leastToSearch = 7; ///< bytes: a UV block and the sync byte behind it
 
 } // namespace
 
@@ -54,51 +58,85 @@ inline const StreamDecoder::BlockRule *StreamDecoder::ruleFor(std::uint8_t type)
 
 StreamDecoder::StreamDecoder(ReceiveRing &ring, LinkState &link, RunState &run, RunNews &news, SampleIntake &intake,
                              DecoderTimers timers, AcquisitionWindow &window, RecordCommands &commands,
-                             ErrorRoute &errors, const Options &options)
+                             ErrorRoute &errors, const Options &options, const Clock &clock)
     : ring_(ring), link_(link), run_(run), news_(news), intake_(intake), timers_(timers), window_(window),
-      commands_(commands), errors_(errors), options_(options) {}
+      commands_(commands), errors_(errors), options_(options), clock_(clock) {}
 
 void StreamDecoder::TimerProcess_Timer() {
+    link_.LastPass = clock_.uptime();
     if (ring_.ByteCount() > 2)
         ProcessComData();
 }
 
 void StreamDecoder::ProcessComData() {
-    link_.DataBusy = true;
-    timers_.TimerProcess.setEnabled(false);
-    ring_.rebase();
-    if (!link_.FirstSyncFound)
-        FindFirstSync();
-    else
-        decodeWholeBlocks();
-    link_.DataBusy = false;
-    timers_.TimerProcess.setEnabled(true);
+    EveryStep pass;
+    {
+        link_.DataBusy = true;
+        timers_.TimerProcess.setEnabled(false);
+        const auto done = qScopeGuard([this] {
+            link_.DataBusy = false;
+            timers_.TimerProcess.setEnabled(true);
+        });
+        ring_.rebase();
+        if (!link_.FirstSyncFound)
+            pass.run([this] { FindFirstSync(); });
+        else
+            decodeAll(pass);
+    }
     if (run_.Recording)
-        window_.UpdateLiveView();
+        pass.run([this] { window_.UpdateLiveView(); });
+    pass.raise();
+}
+
+// On a noisy line each tick would get no further than to the next fault, while the ring fills behind it: what follows a
+// fault is searched and decoded at once.
+void StreamDecoder::decodeAll(EveryStep &pass) {
+    decodeWholeBlocks(pass);
+    while (!link_.FirstSyncFound && ring_.LookByteCount() >= leastToSearch) {
+        pass.run([this] { FindFirstSync(); });
+        ring_.rebase();
+        if (link_.FirstSyncFound)
+            decodeWholeBlocks(pass);
+    }
 }
 
 // An error of a decoder clears FirstSyncFound but does not end the pass: the blocks behind it are still good.
-void StreamDecoder::decodeWholeBlocks() {
-    while (const BlockRule *rule = PeekDataBlock()) {
+void StreamDecoder::decodeWholeBlocks(EveryStep &pass) {
+    while (const BlockRule *rule = PeekDataBlock(pass)) {
         ring_.discard(2);
-        rule->decode(*this);
+        pass.run([&] { rule->decode(*this); });
         ring_.rebase();
     }
     ring_.rebase();
 }
 
-const StreamDecoder::BlockRule *StreamDecoder::PeekDataBlock() {
+void StreamDecoder::backToWork() {
+    if (link_.DataBusy)
+        return;
+    if (!ring_.consistent()) {
+        ring_.empty();
+        link_.FirstSyncFound = false;
+    }
+    timers_.TimerProcess.setEnabled(true);
+}
+
+const StreamDecoder::BlockRule *StreamDecoder::PeekDataBlock(EveryStep &pass) {
     if (ring_.LookByteCount() < 3)
         return nullptr;
     if (const auto sync = ring_.GetLastBytes(); sync != SyncByte) {
-        refuse("Sub PeekDataBlock; Sync Byte Expected; Actual Byte Received:", sync, ReceiveRing::AroundLook, LostSync);
+        pass.run([&] {
+            refuse("Sub PeekDataBlock; Sync Byte Expected; Actual Byte Received:", sync, ReceiveRing::AroundLook,
+                   LostSync);
+        });
         return nullptr;
     }
     const auto type = ring_.GetLastBytes();
     const BlockRule *rule = ruleFor(type);
     if (rule == nullptr) {
-        refuse("Sub PeekDataBlock; Data Type Byte Expected; Actual Byte Received:", type, ReceiveRing::AroundLook,
-               UnknownType);
+        pass.run([&] {
+            refuse("Sub PeekDataBlock; Data Type Byte Expected; Actual Byte Received:", type, ReceiveRing::AroundLook,
+                   UnknownType);
+        });
         return nullptr;
     }
     const bool complete =
@@ -115,7 +153,7 @@ bool StreamDecoder::peekMethodEnd() {
 }
 
 void StreamDecoder::FindFirstSync() {
-    while (ring_.LookByteCount() >= 7) {
+    while (ring_.LookByteCount() >= leastToSearch) {
         const int discarded = bytesToDiscard();
         if (discarded == 0) {
             syncFound();
@@ -123,7 +161,9 @@ void StreamDecoder::FindFirstSync() {
         }
         ring_.discard(discarded);
     }
-    errors_.HandelError(FirstSyncNotFound);
+    // What is left may wait for long: it is told of once, not with every tick.
+    if (std::exchange(notFoundAt_, ring_.received()) != ring_.received())
+        errors_.HandelError(FirstSyncNotFound);
 }
 
 /// Peeks for a UV block with a sync byte behind it, which stays in the ring; answers 0 for one, otherwise the number of
@@ -152,8 +192,10 @@ void StreamDecoder::syncFound() {
 void StreamDecoder::HandelCondData() {
     StoreSampleBytes();
     run_.CondValue = SampleBytes_;
-    intake_.AddChartSample();
-    intake_.AddLogSample();
+    EveryStep bothCharts; // whatever ails the recorder, the log takes the pair
+    bothCharts.run([this] { intake_.AddChartSample(); });
+    bothCharts.run([this] { intake_.AddLogSample(); });
+    bothCharts.raise();
 }
 
 void StreamDecoder::HandelUvData(std::uint8_t type) {

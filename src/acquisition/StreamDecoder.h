@@ -6,7 +6,9 @@
 #include "acquisition/RunNews.h"
 #include "acquisition/SampleIntake.h"
 #include "base/ErrorRoute.h"
+#include "base/Steps.h"
 #include "base/Values.h"
+#include "platform/Clock.h"
 #include "platform/Timer.h"
 
 #include <cstdint>
@@ -18,29 +20,34 @@ struct DecoderTimers {
     Timer &TimerSaveLog;
 };
 
-/// Takes whole blocks out of the ring and hands on what they tell. A block that is
-/// not yet whole stays where it is and is looked at again at the next tick.
+/// Takes whole blocks out of the ring and hands on what they tell. A block that is not yet whole stays where it is and
+/// is looked at again at the next tick.
 class StreamDecoder {
 public:
     StreamDecoder(ReceiveRing &ring, LinkState &link, RunState &run, RunNews &news, SampleIntake &intake,
                   DecoderTimers timers, AcquisitionWindow &window, RecordCommands &commands, ErrorRoute &errors,
-                  const Options &options);
+                  const Options &options, const Clock &clock);
 
     /// The program's main loop.
     void TimerProcess_Timer();
-    /// One pass over the ring: finds synchronisation, or decodes every whole block. Run-time errors of the commands,
-    /// the charts and the counters fly on.
+    /// One pass over the ring: finds synchronisation, or decodes every whole block. A run-time error of a command, a
+    /// chart, a counter or the error log does not keep the blocks behind it waiting: the first one flies on when the
+    /// pass is over.
     void ProcessComData();
+    /// After an error that ended no pass: a ring whose counts cannot be trusted is emptied, and synchronisation begins
+    /// anew. While a pass waits for the operator nothing is touched.
+    void backToWork();
 
 private:
     struct BlockRule;
     static const BlockRule blockRules[];
     static const BlockRule *ruleFor(std::uint8_t type);
 
-    void decodeWholeBlocks();
+    void decodeAll(EveryStep &pass);
+    void decodeWholeBlocks(EveryStep &pass);
     /// Looks at what stands at the take position, consuming nothing: the rule of a whole block, or null. Reports what
     /// is no block at all.
-    const BlockRule *PeekDataBlock();
+    const BlockRule *PeekDataBlock(EveryStep &pass);
     bool peekMethodEnd();
     void FindFirstSync();
     int bytesToDiscard();
@@ -70,5 +77,7 @@ private:
     RecordCommands &commands_;
     ErrorRoute &errors_;
     const Options &options_;
+    const Clock &clock_;
+    std::uint64_t notFoundAt_ = 0; ///< bytes that the ring had received when a search last failed
     float SampleBytes_ = 0;
 };

@@ -58,12 +58,12 @@ Program::Program(const Platform &on)
       shownTime_(time_),
       printRun_([this]() -> DocumentChart & { return chartInFront(); }, on.ComDlg, on.prompts, errors_, &window_),
 
-      receiver_(on.ComPort, ring_, values_.link, *timers_.Process, errors_), news_(values_.run, values_.link),
+      receiver_(on.ComPort, ring_, values_.link, *timers_.Process, on.clock, errors_), news_(values_.run, values_.link),
       intake_(values_.run, *window_.charts()[recorderChart], *window_.charts()[logChart], *timers_.StopWaitForMethod,
               commands_, errors_, values_.options, on.clock),
       decoder_(ring_, values_.link, values_.run, news_, intake_,
-               {*timers_.Process, *timers_.CheckComData, *timers_.SaveLog}, ports_, commands_, errors_,
-               values_.options),
+               {*timers_.Process, *timers_.CheckComData, *timers_.SaveLog}, ports_, commands_, errors_, values_.options,
+               on.clock),
       session_(values_.run, values_.link, values_.tabs, *timers_.CheckComData, *timers_.SaveLog, ports_),
 
       setupForm_(window_),

@@ -3,6 +3,7 @@
 
 #include "base/RunTimeError.h"
 
+#include <optional>
 #include <utility>
 
 /// Runs `body`; a run-time error ends it. Answers the error's number, 0 when there was none.
@@ -28,6 +29,28 @@ int skippingErrors(Steps &&...steps) {
     (run(std::forward<Steps>(steps)), ...);
     return last;
 }
+
+/// Runs steps one after the other, each whatever has become of those before it. raise() then raises the first run-time
+/// error that came up, if any did.
+class EveryStep {
+public:
+    template <typename Step>
+    void run(Step &&step) {
+        try {
+            std::forward<Step>(step)();
+        } catch (const RunTimeError &error) {
+            if (!first_)
+                first_ = error;
+        }
+    }
+    void raise() const {
+        if (first_)
+            throw RunTimeError(*first_);
+    }
+
+private:
+    std::optional<RunTimeError> first_;
+};
 
 /// One handler over a whole routine: the first run-time error ends `body` and is handed to `handler`.
 template <typename Body, typename Handler>

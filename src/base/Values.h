@@ -7,6 +7,7 @@
 #include <QtGlobal>
 
 #include <array>
+#include <chrono>
 
 /// The values that the parts of the recorder share: plain structs, one for each owner, with bare members. Units: UV in
 /// AU, conductivity in mS/cm, times in minutes.
@@ -22,11 +23,12 @@ inline constexpr int chartInstances = 7;
 
 /// The link to the instrument.
 struct LinkState {
-    bool FirstSyncFound = false;   ///< the decoder is synchronised with the block stream
-    bool StatusBlocksSeen = false; ///< the instrument reports its state by "P", "R" or "F" blocks
-    bool ComDataSeen = false;      ///< some event came from the serial control since the watchdog last looked
-    bool DataBusy = false;         ///< the receiver, the decoder or the link-lost handling is at work
-    QString DebugText;             ///< goes out with the next line of the error log; never cleared
+    bool FirstSyncFound = false;           ///< the decoder is synchronised with the block stream
+    bool StatusBlocksSeen = false;         ///< the instrument reports its state by "P", "R" or "F" blocks
+    bool ComDataSeen = false;              ///< some event came from the serial control since the watchdog last looked
+    bool DataBusy = false;                 ///< the receiver, the decoder or the link-lost handling is at work
+    QString DebugText;                     ///< goes out with the next line of the error log; never cleared
+    std::chrono::milliseconds LastPass{0}; ///< when the decoder last looked at the ring, by the clock's uptime
 };
 
 /// A label that waits for the next sample of a chart. The numbers are the instrument's.

@@ -3,14 +3,22 @@
 
 #include <QDateTime>
 
-/// The computer's date and time.
+#include <chrono>
+
+/// The computer's date and time, and a time that nobody sets.
 class Clock {
 public:
     virtual ~Clock() = default;
     virtual QDateTime now() const = 0;
+    /// Runs on evenly from the start of the program or earlier, whatever is done to date and time.
+    virtual std::chrono::milliseconds uptime() const = 0;
 };
 
 class SystemClock : public Clock {
 public:
     QDateTime now() const override { return QDateTime::currentDateTime(); }
+    std::chrono::milliseconds uptime() const override {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(
+            std::chrono::steady_clock::now().time_since_epoch());
+    }
 };

@@ -81,12 +81,12 @@ public:
     std::function<void()> whileOutOfMemory; ///< what happens while the operator reads that box
 
     ReceiveRing ring;
-    DataReceiver receiver{ComPort, ring, link, TimerProcess, errors};
+    DataReceiver receiver{ComPort, ring, link, TimerProcess, clock, errors};
     RunNews news{run, link};
     SampleIntake intake{run, chart, log, TimerStopWaitForMethod, *this, errors, options, clock};
     RecordingSession session{run, link, tabs, TimerCheckComData, TimerSaveLog, window};
-    StreamDecoder decoder{ring,   link,  run,    news,   intake, {TimerProcess, TimerCheckComData, TimerSaveLog},
-                          window, *this, errors, options};
+    StreamDecoder decoder{ring,   link,  run,    news,    intake, {TimerProcess, TimerCheckComData, TimerSaveLog},
+                          window, *this, errors, options, clock};
 
 private:
     /// What the error route does beyond telling.

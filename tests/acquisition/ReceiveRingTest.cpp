@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/LinkedTest.h"
 
+#include <random>
+
+using namespace std::chrono_literals;
+
 namespace {
 
 void putMany(ReceiveRing &ring, int count) {
@@ -69,16 +73,62 @@ TEST_F(DataReceiverTest, LeavesTheBytesToThePortWhileTheDecoderIsAtWork) {
     EXPECT_EQ(ring.ByteCount(), 4);
 }
 
-TEST_F(DataReceiverTest, EachArrivalStartsTheDecodersCountdownAnew) {
-    using namespace std::chrono_literals;
-    ComPort.arrive(stream("."));
-    clock.advance(500ms);
-    ComPort.arrive(stream("."));
-    clock.advance(500ms);
-    ComPort.raise(SerialControl::Receive); // nothing waits: the countdown goes on
-    EXPECT_EQ(ring.ByteCount(), 24);
-    clock.advance(200ms);
+TEST_F(DataReceiverTest, AnArrivalStartsTheDecodersCountdownAnewButNotForLong) {
+    for (const auto after : {250ms, 250ms, 400ms}) { // the second is too late to put the pass off again
+        clock.advance(after);
+        ComPort.arrive(stream("."));
+        ComPort.raise(SerialControl::Receive); // nothing waits: the countdown goes on
+        EXPECT_GT(ring.ByteCount(), 0);
+    }
+    clock.advance(50ms);
     EXPECT_EQ(ring.ByteCount(), 0);
+
+    clock.advance(100ms);
+    ComPort.arrive(QByteArray(ReceiveRing::size / 2 + 1, '\0'));
+    clock.advance(100ms);
+    ComPort.arrive("a"); // half full: no longer put off
+    EXPECT_GT(ring.ByteCount(), ReceiveRing::size / 2);
+    clock.advance(600ms);
+    EXPECT_LT(ring.ByteCount(), 7);
+}
+
+TEST_F(DataReceiverTest, ALineThatNeverPausesIsDecodedAllTheSame) {
+    ComPort.setRThreshold(50);
+    for (const int bytesPerSecond : {60, 70, 90, 200, 960}) {
+        SCOPED_TRACE(bytesPerSecond);
+        const auto before = log.samples.size();
+        for (int pair = 1; pair <= 2000; ++pair) {
+            ComPort.arrive(stream("."));
+            clock.advance(std::chrono::milliseconds(12000 / bytesPerSecond));
+            const int within = 1500 * bytesPerSecond / 12000; // pairs that come in 1.5 s
+            ASSERT_GE(int(log.samples.size() - before), pair - within - 1);
+        }
+        ComPort.raise(SerialControl::Receive);
+        clock.advance(1s);
+        EXPECT_EQ(log.samples.size() - before, 2000);
+    }
+}
+
+TEST_F(DataReceiverTest, NoiseOfAnyDensityRaisesNothingAndTheLinkComesBack) {
+    ComPort.setRThreshold(50);
+    std::mt19937 random(7);
+    for (const int oneIn : {1, 2, 20, 300, 5000}) { // bytes, of which one is wrong
+        SCOPED_TRACE(oneIn);
+        for (int second = 0; second < 600; ++second) {
+            QByteArray bytes = stream(". . . . . R1 . . . E2 . . R0 Mtext . . . . . .").repeated(3);
+            for (char &byte : bytes)
+                byte = random() % unsigned(oneIn) == 0 ? static_cast<char>(random()) : byte;
+            ComPort.arrive(bytes);
+            ASSERT_NO_THROW(clock.advance(1s));
+            ASSERT_LT(ring.ByteCount(), 2000);
+        }
+        int waited = 0;
+        for (; !link.FirstSyncFound && waited < 2000; waited += 200) {
+            ComPort.arrive(stream("."));
+            clock.advance(200ms);
+        }
+        EXPECT_LT(waited, 2000);
+    }
 }
 
 TEST_F(DataReceiverTest, OtherEventsGoToTheErrorRoute) {

@@ -42,6 +42,42 @@ TEST_F(StreamDecoderTest, ASearchInTooFewBytesIsToldAtOnce) {
     feed(bytes({0}));
     EXPECT_EQ(errors.codes, std::vector<qint32>{-13});
     EXPECT_EQ(ring.ByteCount(), 3);
+    clock.advance(std::chrono::seconds(60)); // once, not with every tick
+    EXPECT_EQ(errors.codes.size(), 1);
+    feed(bytes({0}));
+    EXPECT_EQ(errors.codes.size(), 2);
+}
+
+TEST_F(StreamDecoderTest, AnErrorOnTheWayCostsThePassNothing) {
+    const auto failing = [this](qint32) { throw RunTimeError(RunTimeError::DiskFull); };
+    errors.reaction = failing;
+    ComPort.arrive(stream("E5 . E5 . Mtext"));
+    EXPECT_EQ(errorNumberOf([&] { tick(); }), RunTimeError::DiskFull);
+    EXPECT_EQ(errors.codes.size(), 2U);
+    EXPECT_EQ(log.samples.size(), 3U);
+    EXPECT_EQ(log.methods.size(), 1U);
+    EXPECT_TRUE(TimerProcess.Enabled() && !link.DataBusy);
+
+    play("R1 .");
+    run.ChartEventNumber = 32767; // a number further raises in the recorder: the log takes its pair all the same
+    ComPort.arrive(stream("E2 . ."));
+    EXPECT_EQ(errorNumberOf([&] { tick(); }), RunTimeError::Overflow);
+    EXPECT_EQ(log.samples.size(), 6U);
+}
+
+TEST_F(StreamDecoderTest, AfterAnErrorARingThatCannotBeTrustedIsEmptied) {
+    ComPort.arrive(stream(". ."));
+    decoder.backToWork();
+    EXPECT_EQ(ring.ByteCount(), 24);
+    link.DataBusy = true; // a pass waits for the operator
+    decoder.backToWork();
+    link.DataBusy = false;
+    ring.put(std::vector<std::uint8_t>(ReceiveRing::size));
+    decoder.backToWork();
+    EXPECT_EQ(ring.ByteCount(), 0);
+    EXPECT_FALSE(link.FirstSyncFound);
+    play(".");
+    EXPECT_TRUE(link.FirstSyncFound);
 }
 
 TEST_F(StreamDecoderTest, RefusesABlockWithoutConsumingIt) {

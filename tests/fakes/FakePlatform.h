@@ -32,6 +32,7 @@ public:
     /// Fires what falls due, in the order of time.
     void advance(std::chrono::milliseconds time);
     std::chrono::milliseconds elapsed() const { return elapsed_; }
+    std::chrono::milliseconds uptime() const override { return elapsed_; }
 
 private:
     friend class FakeTimer;
