@@ -55,9 +55,11 @@ void PortSearch::openAtStart() {
     const int number = errorNumberOf([&] { ComPort_.setPortOpen(true); });
     if (number == 0)
         return;
-    errors_.HandelError(number);
+    EveryStep steps; // an error log that cannot be written takes the choice of another port from nobody
+    steps.run([&] { errors_.HandelError(number); });
     if (number == RunTimeError::InvalidPortNumber)
-        mnuComPort_Click();
+        steps.run([this] { mnuComPort_Click(); });
+    steps.raise();
 }
 
 void PortSearch::mnuComPort_Click() {

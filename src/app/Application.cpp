@@ -1,19 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "app/Application.h"
 
-#include "base/RunTimeError.h"
+#include <QPointer>
 
-#include <new>
+namespace {
+
+QString placeOf(const QObject &receiver) {
+    const QString name = receiver.objectName();
+    return name.isEmpty() ? QString::fromLatin1(receiver.metaObject()->className()) : name;
+}
+
+} // namespace
 
 Application::Application(int &argc, char **argv) : QApplication(argc, argv) {}
 
 bool Application::notify(QObject *receiver, QEvent *event) {
+    const QPointer<QObject> still = receiver;
     try {
         return QApplication::notify(receiver, event);
-    } catch (const RunTimeError &error) {
-        lastNet(error);
-    } catch (const std::bad_alloc &) {
-        lastNet(RunTimeError(RunTimeError::OutOfMemory));
+    } catch (...) {
+        lastNet(caughtError(), still ? placeOf(*still) : QString());
     }
     return true;
 }

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/RunTimeError.h"
+
 #include <QApplication>
 
 #include <functional>
 
-class RunTimeError;
-
-/// The last net: a run-time error that no routine meets ends the program, from inside a modal dialog too.
+/// Catches what a slot or an event handler lets fly, from inside a modal dialog too, before it ends the program.
 class Application : public QApplication {
     Q_OBJECT
 public:
@@ -15,6 +15,6 @@ public:
 
     bool notify(QObject *receiver, QEvent *event) override;
 
-    /// Tells the operator of the error and ends the process.
-    std::function<void(const RunTimeError &)> lastNet;
+    /// Meets what was caught; `place` names who was at work.
+    std::function<void(const RunTimeError &error, const QString &place)> lastNet;
 };

@@ -33,6 +33,9 @@ DocumentCharts documentCharts(const frmMain &window) {
 
 Program::Program(const Platform &on)
     : platform_(on), commands_(values_.tabs), timers_(makeTimers(on, splash_, window_)),
+      net_({on.prompts, on.clock, [this] { backToWork(); },
+            [this](const QString &message) { errors_.WriteErrorLog(message); }}),
+      awake_(values_.run, *timers_.SaveLog, on.sleep),
       errors_(values_.link, on.prompts, commands_, {values_.error, on.ComPort, on.clock}, on.errorLog),
       settings_(values_.options, values_.error, on.store, errors_),
 
@@ -80,7 +83,9 @@ Program::Program(const Platform &on)
       textWindows_(values_.tabs, documentCharts(window_), shellWindow_, on.prompts, &window_),
       activation_(values_.identity, values_.options, recovery_, instances_, *timers_.CheckComData, shellWindow_,
                   {[this] { commands_.run(QStringLiteral("mnuLogName")); },
-                   [this](const QString &FileName) { openFiles_.DrawChartLabel(FileName); }}),
+                   [this](const QString &FileName) {
+                       net_.run(QStringLiteral("DrawChartLabel"), [&] { openFiles_.DrawChartLabel(FileName); });
+                   }}),
       exit_(values_.identity, values_.tabs, values_.options,
             {window_.chart(recorderChart), window_.chart(logChart), logSaver_, states_, settings_, instances_,
              on.prompts, on.process}) {
@@ -95,22 +100,55 @@ WindowActs Program::windowActs() {
             .askNoData = [this] { return frmNoData(&window_).ask(); }};
 }
 
+std::function<void()> Program::underNet(const char *place, std::function<void()> routine) {
+    return [this, place = QString::fromLatin1(place), routine = std::move(routine)] {
+        net_.run(place, routine);
+        awake_.look();
+    };
+}
+
+/// Behind an error that nobody has handled.
+void Program::backToWork() {
+    decoder_.backToWork();
+    writeLog();
+}
+
+bool Program::askToEnd() {
+    bool agreed = false; // nor does an error on the way agree
+    net_.run(QStringLiteral("askToEnd"), [&] { agreed = exit_.askToEnd(); });
+    return agreed;
+}
+
 void Program::bindEvents() {
     platform_.ComPort.setRThreshold(50);
-    platform_.ComPort.OnComm = [this] { receiver_.ComPort_OnComm(); };
-    timers_.Process->Tick = [this] {
+    platform_.ComPort.OnComm = underNet("ComPort_OnComm", [this] { receiver_.ComPort_OnComm(); });
+    timers_.LoadMain->Tick = [this] { TimerLoadMain_Timer(); };
+    timers_.Process->Tick = underNet("TimerProcess_Timer", [this] {
         decoder_.TimerProcess_Timer();
         window_.chart(recorderChart).DrawNewData(); // the live view no longer does when the pass ended the recording
-    };
-    timers_.LoadMain->Tick = [this] { TimerLoadMain_Timer(); };
-    timers_.CheckComData->Tick = [this] { TimerCheckComData_Timer(); };
-    timers_.StopWaitForMethod->Tick = [this] { intake_.TimerStopWaitForMethod_Timer(); };
-    timers_.SaveLog->Tick = [this] { log_.TimerSaveLog_Timer(); };
-    platform_.sleep.aboutToSleep = [this] { writeLog(); };
+    });
+    timers_.CheckComData->Tick = underNet("TimerCheckComData_Timer", [this] { session_.TimerCheckComData_Timer(); });
+    timers_.StopWaitForMethod->Tick =
+        underNet("TimerStopWaitForMethod_Timer", [this] { intake_.TimerStopWaitForMethod_Timer(); });
+    timers_.SaveLog->Tick = underNet("TimerSaveLog_Timer", [this] { log_.TimerSaveLog_Timer(); });
+    platform_.sleep.aboutToSleep = underNet("aboutToSleep", [this] { writeLog(); });
 
     axes_.attach();
     time_.attach();
     tabs_.attach();
+    bindCharts();
+    window_.clicked = [this](const QString &control) {
+        net_.run(control, [&] { commands_.click(control); });
+        awake_.look();
+    };
+    window_.QueryUnload = [this] {
+        bool goes = false; // an error on the way keeps the window
+        net_.run(QStringLiteral("frmMain_Unload"), [&] { goes = exit_.frmMain_Unload(); });
+        return goes;
+    };
+}
+
+void Program::bindCharts() {
     for (int i = 0; i < chartInstances; ++i) {
         Quillchart &chart = window_.chart(i);
         chart.setPrinter(platform_.printer);
@@ -122,8 +160,6 @@ void Program::bindEvents() {
         QObject::connect(&chart, &Quillchart::ChartError, &window_,
                          [this](qint16, qint16 ErrorCode) { errors_.HandelError(ErrorCode); });
     }
-    window_.clicked = [this](const QString &control) { commands_.click(control); };
-    window_.QueryUnload = [this] { return exit_.frmMain_Unload(); };
 }
 
 void Program::bindCommands() {
@@ -165,19 +201,23 @@ void Program::start() {
     splash_.show();
 }
 
+/// A start that cannot be completed is the one error that ends the program.
 void Program::TimerLoadMain_Timer() {
     timers_.LoadMain->setEnabled(false);
+    trapped([this] { comeUp(); },
+            [this](const RunTimeError &error) {
+                platform_.prompts.show(startFailedBox(error, platform_.appPath));
+                endUnasked();
+            });
+}
+
+void Program::comeUp() {
     if (!loadWindow())
         return; // there is no port, and the program is on its way out
     window_.comeUp();
     activation_.run(platform_.commandLine);
     splash_.hide();
     splash_.showClose(true);
-}
-
-void Program::TimerCheckComData_Timer() {
-    platform_.sleep.setHeld(values_.run.Recording || timers_.SaveLog->Enabled());
-    session_.TimerCheckComData_Timer();
 }
 
 bool Program::loadWindow() {
@@ -193,5 +233,5 @@ bool Program::loadWindow() {
                            .bringToFront = [this](int chart) { window_.bringToFront(chart); },
                            .choosePort = [this] { return search_.chooseAtStart(); },
                            .ComDataLost = [this] { session_.ComDataLost(); },
-                           .openPort = [this] { search_.openAtStart(); }});
+                           .openPort = underNet("ComPort_Open", [this] { search_.openAtStart(); })});
 }

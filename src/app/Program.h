@@ -8,7 +8,9 @@
 #include "acquisition/RecordingSession.h"
 #include "acquisition/RunNews.h"
 #include "acquisition/SampleIntake.h"
+#include "acquisition/StayAwake.h"
 #include "acquisition/StreamDecoder.h"
+#include "app/LastNet.h"
 #include "app/Platform.h"
 #include "app/ReportAdapters.h"
 #include "app/ShellAdapters.h"
@@ -60,21 +62,27 @@ public:
     void start();
 
     /// The operator's answer to whether the program may end; ends nothing.
-    bool askToEnd() { return exit_.askToEnd(); }
+    bool askToEnd();
     /// What is on the screen and in the log goes to the disk, where the next start finds it.
     void writeLog() { exit_.writeLog(); }
     /// The end, the operator having agreed; or without having been asked.
     void endAgreed() { exit_.tearDown(); }
     void endUnasked() { exit_.endUnasked(); }
+    /// An error that nobody has handled; `place` names who was at work.
+    void meet(const RunTimeError &error, const QString &place) { net_.meet(error, place); }
 
 private:
+    /// A routine that Qt or the platform calls: nothing flies out of it, and the computer's sleep is settled behind it.
+    std::function<void()> underNet(const char *place, std::function<void()> routine);
+    void backToWork();
     WindowActs windowActs();
     Quillchart &chartInFront() { return window_.chart(values_.tabs.CurrentChart); }
     void mnuExport_Click();
     void bindEvents();
+    void bindCharts();
     void bindCommands();
     void TimerLoadMain_Timer();
-    void TimerCheckComData_Timer();
+    void comeUp();
     bool loadWindow();
 
     Platform platform_;
@@ -84,6 +92,8 @@ private:
     frmStartup splash_;
     MainTimers timers_;
 
+    LastNet net_;
+    StayAwake awake_;
     ErrorReporter errors_;
     Settings settings_;
 

@@ -2,7 +2,6 @@
 #include "app/Application.h"
 #include "app/Program.h"
 #include "base/RunTimeError.h"
-#include "base/Steps.h"
 #include "platform/EndSignals.h"
 #include "platform/Folders.h"
 #include "platform/InstanceLock.h"
@@ -17,16 +16,12 @@
 #include "platform/SerialPorts.h"
 #include "platform/SessionEnd.h"
 
-#include <QScopeGuard>
-
-#include <functional>
-#include <utility>
+#include <QScopedValueRollback>
 
 namespace {
 
-/// Runs the recorder on the real desktop until its window is closed. `rescue` brings to the disk what it holds, as long
-/// as it stands.
-int run(Prompts &prompts, Process &process, std::function<void()> &rescue) {
+/// Runs the recorder on the real desktop until its window is closed.
+int run(Application &application, Prompts &prompts, Process &process) {
     const Folders folders;
     const InstanceLock lock(folders.appPath());
     const SystemClock clock;
@@ -48,8 +43,9 @@ int run(Prompts &prompts, Process &process, std::function<void()> &rescue) {
                      },
                      folders.appPath(), Folders::sharedFolder(), folders.errorLog(),
                      QApplication::arguments().mid(1).join(QLatin1Char(' ')), lock.PrevInstance()});
-    rescue = [&program] { skippingErrors([&program] { program.writeLog(); }); };
-    const auto gone = qScopeGuard([&rescue] { rescue = nullptr; });
+    const QScopedValueRollback net(application.lastNet, {[&program](const RunTimeError &error, const QString &place) {
+                                       program.meet(error, place);
+                                   }});
     const EndSignals signals([&program] { program.endUnasked(); });
     SessionEnd session;
     session.askToEnd = [&program] { return program.askToEnd(); };
@@ -66,21 +62,11 @@ int main(int argc, char **argv) {
     QApplication::setQuitOnLastWindowClosed(false); // the end of the program is its own affair
     QtPrompts prompts;
     QtProcess process;
-    std::function<void()> rescue;
-    bool told = false;
-    application.lastNet = [&](const RunTimeError &error) {
-        // Under the box the line and the timers go on: the errors that they run into then must not pile up boxes.
-        if (std::exchange(told, true))
-            return;
-        prompts.show({QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.description()),
-                      BoxIcon::Critical});
-        if (rescue)
-            rescue();
-        process.end();
-    };
+    application.lastNet = [&](const RunTimeError &error, const QString &) { prompts.show(errorBox(error)); };
     try {
-        return run(prompts, process, rescue);
-    } catch (const RunTimeError &error) {
-        application.lastNet(error);
+        return run(application, prompts, process);
+    } catch (...) {
+        prompts.show(startFailedBox(caughtError(), Folders::appFolder()));
     }
+    process.end();
 }

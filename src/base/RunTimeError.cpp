@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -19,6 +20,7 @@ constexpr Description descriptions[] = {
     {7,     "Out of memory"},
     {9,     "Subscript out of range"},
     {13,    "Type mismatch"},
+    {51,    "Internal error"},
     {53,    "File not found"},
     {58,    "File already exists"},
     {61,    "Disk full"},
@@ -70,4 +72,16 @@ QString RunTimeError::describe(int number) {
 
 RunTimeError RunTimeError::fromErrno(int error, const QString &what) {
     return {numberForErrno(error), QStringLiteral("%1: %2").arg(what, QString::fromLocal8Bit(std::strerror(error)))};
+}
+
+RunTimeError caughtError() {
+    try {
+        throw;
+    } catch (const RunTimeError &error) {
+        return error;
+    } catch (const std::bad_alloc &) {
+        return RunTimeError(RunTimeError::OutOfMemory);
+    } catch (const std::exception &error) {
+        return {RunTimeError::InternalError, QString::fromLocal8Bit(error.what())};
+    }
 }

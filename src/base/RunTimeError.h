@@ -15,6 +15,7 @@ public:
         OutOfMemory = 7,
         SubscriptOutOfRange = 9,
         TypeMismatch = 13,
+        InternalError = 51,
         FileNotFound = 53,
         FileAlreadyExists = 58,
         DiskFull = 61,
@@ -45,3 +46,6 @@ private:
     QString description_;
     QByteArray utf8_;
 };
+
+/// Within a catch clause: what was caught, as a run-time error. Running out of memory is 7, any other exception 51.
+RunTimeError caughtError();

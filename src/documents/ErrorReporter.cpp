@@ -2,6 +2,7 @@
 #include "documents/ErrorReporter.h"
 
 #include "base/Numbers.h"
+#include "base/Steps.h"
 #include "documents/ErrorTable.h"
 #include "platform/TextFile.h"
 
@@ -17,8 +18,10 @@ void ErrorReporter::HandelError(qint32 ErrorCode) {
         prompts_.show({text, box->icon, QString::fromLatin1(box->caption)});
         // While the operator reads, the recording goes on.
         if (ErrorCode == ErrorTable::outOfMemory) {
-            commands_.mnuStop_Click();
-            commands_.mnuLogOff_Click();
+            EveryStep both;
+            both.run([this] { commands_.mnuStop_Click(); });
+            both.run([this] { commands_.mnuLogOff_Click(); });
+            both.raise();
         }
     } else if (const ErrorTable::LogRow *entry = ErrorTable::logFor(ErrorCode)) {
         if (entry->endsSync)

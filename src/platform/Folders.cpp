@@ -10,9 +10,10 @@
 
 #include <filesystem>
 
-Folders::Folders()
-    : appPath_(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/ostrel")) {
-    makePath(appPath_);
+Folders::Folders() : appPath_(appFolder()) { makePath(appPath_); }
+
+QString Folders::appFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/ostrel");
 }
 
 QString Folders::settingsFile() {

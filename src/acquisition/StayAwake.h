@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/Values.h"
+#include "platform/SleepGuard.h"
+#include "platform/Timer.h"
+
+/// Keeps the computer awake while a recording is on or the log is at work.
+class StayAwake {
+public:
+    StayAwake(const RunState &run, const Timer &TimerSaveLog, SleepGuard &sleep)
+        : run_(run), TimerSaveLog_(TimerSaveLog), sleep_(sleep) {}
+
+    /// To be called after whatever may have started or ended one of the two.
+    void look() { sleep_.setHeld(run_.Recording || TimerSaveLog_.Enabled()); }
+
+private:
+    const RunState &run_;
+    const Timer &TimerSaveLog_;
+    SleepGuard &sleep_;
+};

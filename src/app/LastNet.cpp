@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "app/LastNet.h"
+
+#include "base/Steps.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr std::chrono::milliseconds quiet = 1min;
+
+} // namespace
+
+void LastNet::meet(const RunTimeError &error, const QString &place) {
+    if (error.number() == RunTimeError::DialogCancelled)
+        return;
+    skippingErrors([&] { uses_.backToWork(); });
+    const auto now = uses_.clock.uptime();
+    const auto [found, isNew] = seen_.try_emplace({error.number(), place});
+    Seen &seen = found->second;
+    const bool keepsComing = !isNew && now - seen.last <= quiet;
+    seen.last = now;
+    if (keepsComing)
+        return count(seen, error, place);
+    seen.entered = now;
+    seen.count = 0;
+    uses_.prompts.show(errorBox(error));
+}
+
+void LastNet::count(Seen &seen, const RunTimeError &error, const QString &place) {
+    ++seen.count;
+    if (uses_.clock.uptime() - seen.entered < quiet)
+        return;
+    const QString times = QStringLiteral("Run-time error '%1': %2 (%3, %4 times)")
+                              .arg(QString::number(error.number()), error.description(), place)
+                              .arg(seen.count);
+    seen.entered = uses_.clock.uptime();
+    seen.count = 0;
+    skippingErrors([&] { uses_.enter(times); });
+}
+
+MessageBox errorBox(const RunTimeError &error) {
+    return {QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.description()),
+            BoxIcon::Critical};
+}
+
+MessageBox startFailedBox(const RunTimeError &error, const QString &appPath) {
+    MessageBox box = errorBox(error);
+    box.text += QStringLiteral("\n\nThe recorder cannot start. Make sure that %1 is a folder in which you may write "
+                               "and that its disk is not full, then start the recorder again.\n"
+                               "Logs of earlier runs stay where they are and will be offered then.")
+                    .arg(appPath);
+    return box;
+}
