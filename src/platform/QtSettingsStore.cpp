@@ -9,6 +9,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 #include <cerrno>
@@ -28,11 +29,7 @@ void QtSettingsStore::SaveSetting(const QString &section, const QString &key, co
 }
 
 void QtSettingsStore::DeleteSetting(const QString &section, const QString &key) {
-    change([&](IniText &text) {
-        if (!text.remove(section, key))
-            throw RunTimeError(RunTimeError::InvalidProcedureCall);
-        return true;
-    });
+    change([&](IniText &text) { return text.remove(section, key); });
 }
 
 void QtSettingsStore::DeleteSection(const QString &section) {
@@ -48,17 +45,26 @@ std::vector<SettingRow> QtSettingsStore::GetAllSettings(const QString &section) 
     return rows;
 }
 
-void QtSettingsStore::change(const std::function<bool(IniText &)> &edit) {
+void QtSettingsStore::exclusively(const std::function<void()> &body) {
+    if (locked_)
+        return body();
     const QFileInfo file(file_);
     makePath(file.path());
     // Not the name with ".lock" behind it: QSettings itself takes that for its own kind of lock.
     FileLock lock(file.path() + QLatin1Char('/') + file.completeBaseName() + QStringLiteral(".lock"));
     lock.exclusive();
-    IniText text = read();
-    if (!edit(text))
-        return;
-    if (const std::error_code error = replaceFile(file_, text.toBytes(), operations_))
-        throw RunTimeError::fromErrno(error.value(), file_);
+    const QScopedValueRollback locked(locked_, true);
+    body();
+}
+
+void QtSettingsStore::change(const std::function<bool(IniText &)> &edit) {
+    exclusively([&] {
+        IniText text = read();
+        if (!edit(text))
+            return;
+        if (const std::error_code error = replaceFile(file_, text.toBytes(), operations_))
+            throw RunTimeError::fromErrno(error.value(), file_);
+    });
 }
 
 IniText QtSettingsStore::read() const {

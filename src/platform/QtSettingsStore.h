@@ -19,6 +19,7 @@ public:
     void DeleteSetting(const QString &section, const QString &key) override;
     void DeleteSection(const QString &section) override;
     std::vector<SettingRow> GetAllSettings(const QString &section) const override;
+    void exclusively(const std::function<void()> &body) override;
 
 private:
     /// `edit` answers whether there is something to write.
@@ -27,4 +28,5 @@ private:
 
     QString file_;
     FileOperations &operations_;
+    bool locked_ = false; ///< by us
 };

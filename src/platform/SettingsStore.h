@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 struct SettingRow {
@@ -19,9 +20,13 @@ public:
     /// `fallback` when the key is missing.
     virtual QString GetSetting(const QString &section, const QString &key, const QString &fallback) const = 0;
     virtual void SaveSetting(const QString &section, const QString &key, const QString &value) = 0;
-    /// Raises 5 when the key is missing.
+    /// A key that is not there is as good as deleted.
     virtual void DeleteSetting(const QString &section, const QString &key) = 0;
     virtual void DeleteSection(const QString &section) = 0;
     /// All rows of a section, in the order of their keys; empty when there is no such section.
     virtual std::vector<SettingRow> GetAllSettings(const QString &section) const = 0;
+
+    /// Runs `body` with the store to itself: what other copies write comes before or after it. They wait as long, so
+    /// nobody is asked anything in it. What flies out of it flies on.
+    virtual void exclusively(const std::function<void()> &body) = 0;
 };

@@ -74,29 +74,50 @@ Int16 Instances::countedBy(int step) const {
 
 void Instances::AddInstance() {
     tellingFailure("AddInstance", [this] {
-        const Int16 number = countedBy(+1);
-        store_.SaveSetting(logInfoSection, countKey, QString::number(number));
-        identity_.InstanceNumber = number;
-        if (store_.GetSetting(logInfoSection, QString::number(number), noEntry) != QLatin1String(noEntry))
+        store_.exclusively([this] { takeNumber(countedBy(+1)); });
+        if (hasEntry(identity_.InstanceNumber))
             prompts_.show({QStringLiteral("Existing Registry entry will be overwritten, improved functionality to come "
                                           "later!")});
     });
 }
 
+void Instances::takeNumber(Int16 number) {
+    store_.SaveSetting(logInfoSection, countKey, QString::number(number));
+    identity_.InstanceNumber = number;
+}
+
+bool Instances::hasEntry(int number) const {
+    return store_.GetSetting(logInfoSection, QString::number(number), noEntry) != QLatin1String(noEntry);
+}
+
 void Instances::UpdateRegistry() {
-    tellingFailure("UpdateRegistry", [this] {
-        // A bar that was pasted into the name would hide the tag, and with it the log, from the next start.
-        const QString name = QString(identity_.SystemName).replace(bar, u' ');
-        store_.SaveSetting(
-            logInfoSection, QString::number(identity_.InstanceNumber),
-            QStringList{name, identity_.StartDate, identity_.StartTime, identity_.InstanceTag}.join(bar));
+    tellingFailure("UpdateRegistry", [this] { writeEntry(); });
+}
+
+void Instances::writeEntry() {
+    // A bar that was pasted into the name would hide the tag, and with it the log, from the next start.
+    const QString name = QString(identity_.SystemName).replace(bar, u' ');
+    store_.SaveSetting(logInfoSection, QString::number(identity_.InstanceNumber),
+                       QStringList{name, identity_.StartDate, identity_.StartTime, identity_.InstanceTag}.join(bar));
+}
+
+void Instances::registerUnasked() {
+    prepareLogDirectory();
+    store_.exclusively([this] {
+        Int16 number = countedBy(+1);
+        while (hasEntry(number))
+            ++number;
+        takeNumber(number);
+        writeEntry();
     });
 }
 
 void Instances::RemoveRegistryEntry() {
     tellingFailure("RemoveRegistryEntry", [this] {
-        store_.DeleteSetting(logInfoSection, QString::number(identity_.InstanceNumber));
-        store_.SaveSetting(logInfoSection, countKey, QString::number(countedBy(-1)));
+        store_.exclusively([this] {
+            store_.DeleteSetting(logInfoSection, QString::number(identity_.InstanceNumber));
+            store_.SaveSetting(logInfoSection, countKey, QString::number(countedBy(-1)));
+        });
     });
 }
 

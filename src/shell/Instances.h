@@ -23,9 +23,15 @@ public:
     void prepareLogDirectory();
 
     /// These tell the operator of a failure themselves, and leave what was written.
-    void AddInstance(); ///< takes the number behind the count, also when another copy bears it
+    /// Takes the number behind the count, also when another copy bears it. Copies that start at the same instant get
+    /// different ones: counting is one step.
+    void AddInstance();
     void UpdateRegistry();
     void RemoveRegistryEntry();
+
+    /// All of the above for a copy that ends before it came to it, with nobody there to be told: an own log directory,
+    /// and a number that no entry bears, so that none is overwritten. A failure is a RunTimeError.
+    void registerUnasked();
 
     const QString &logFolder() const { return logFolder_; }
     /// The directory that an entry names; the Log folder itself where the entry names none. An entry may hold anything:
@@ -40,6 +46,9 @@ private:
     void makeLogFolder();
     void makeOwnDirectory(const QDateTime &now);
     Int16 countedBy(int step) const;
+    void takeNumber(Int16 number);
+    bool hasEntry(int number) const;
+    void writeEntry();
     void tellingFailure(const char *routine, const std::function<void()> &body);
 
     Identity &identity_;

@@ -65,8 +65,7 @@ void ProgramExit::endUnasked() {
     // While left-over logs are still being offered, this copy has no place of its own for what the instrument sends.
     const bool windowUp = tabs_.ChartCount > 0;
     if (windowUp && identity_.InstanceTag.isEmpty())
-        skippingErrors([&] { uses_.instances.prepareLogDirectory(); }, [&] { uses_.instances.AddInstance(); },
-                       [&] { uses_.instances.UpdateRegistry(); });
+        skippingErrors([&] { uses_.instances.registerUnasked(); });
     writeLog();
     uses_.process.end();
 }

@@ -18,6 +18,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 /// A desktop of the test's own: time stands still until it is advanced, boxes answer what was laid ready.
@@ -146,8 +147,7 @@ public:
     }
     void DeleteSetting(const QString &section, const QString &key) override {
         failIfBroken();
-        if (rows.erase({section, key}) == 0)
-            throw RunTimeError(RunTimeError::InvalidProcedureCall);
+        rows.erase({section, key});
     }
     void DeleteSection(const QString &section) override {
         failIfBroken();
@@ -163,14 +163,23 @@ public:
         return found;
     }
 
+    void exclusively(const std::function<void()> &body) override {
+        const auto others = std::exchange(otherCopies, {});
+        body();
+        otherCopies = others;
+    }
+
     std::map<std::pair<QString, QString>, QString> rows;
-    QStringList written; ///< keys in the order of their writing
-    int broken = 0;      ///< the error number that every operation raises when not 0
+    std::function<void()> otherCopies; ///< what they do between any two calls that are no step of one
+    QStringList written;               ///< keys in the order of their writing
+    int broken = 0;                    ///< the error number that every operation raises when not 0
 
 private:
     void failIfBroken() const {
         if (broken != 0)
             throw RunTimeError(broken);
+        if (const auto act = otherCopies)
+            act();
     }
 };
 

@@ -4,6 +4,7 @@
 #include "base/RunTimeError.h"
 #include "base/Steps.h"
 #include "fakes/FaultyDisk.h"
+#include "platform/FileLock.h"
 
 #include <QFile>
 #include <QSettings>
@@ -83,7 +84,7 @@ TEST_F(QtSettingsStoreTest, rowsComeInTheOrderOfTheirKeysAndGo) {
     EXPECT_EQ(keys("LogInfo"), "0 1 2 10");
     otherCopy.DeleteSetting("LogInfo", "2");
     EXPECT_EQ(keys("LogInfo"), "0 1 10");
-    EXPECT_EQ(errorNumberOf([&] { store.DeleteSetting("LogInfo", "2"); }), 5);
+    store.DeleteSetting("LogInfo", "2"); // which is gone
     store.DeleteSection("LogInfo");
     store.DeleteSection("LogInfo");
     EXPECT_EQ(keys("LogInfo"), "");
@@ -112,6 +113,18 @@ TEST_F(QtSettingsStoreTest, aFailedWriteIsToldAndLeavesTheStore) {
     QtSettingsStore nowhere("/dev/null/ostrel/x.ini");
     EXPECT_NE(errorNumberOf([&] { nowhere.SaveSetting("LogInfo", "0", "1"); }), 0);
     EXPECT_EQ(nowhere.GetSetting("LogInfo", "0", "none"), "none");
+}
+
+TEST_F(QtSettingsStoreTest, whatIsDoneExclusivelyIsOneStepForTheOtherCopies) {
+    const auto isLocked = [this] { return !FileLock(folder.filePath("Ostrel MS.lock")).tryExclusive(); };
+    store.exclusively([&] {
+        store.SaveSetting("LogInfo", "0", "1");
+        EXPECT_TRUE(isLocked());
+        EXPECT_EQ(otherCopy.GetSetting("LogInfo", "0", "0"), "1"); // reading waits for nobody
+    });
+    EXPECT_FALSE(isLocked());
+    EXPECT_THROW(store.exclusively([] { throw RunTimeError(RunTimeError::Overflow); }), RunTimeError);
+    EXPECT_FALSE(isLocked());
 }
 
 TEST_F(QtSettingsStoreTest, copiesThatWriteAtOnceLoseNothing) {

@@ -80,15 +80,38 @@ TEST_F(InstancesTest, theNumberIsTheCountPlusOneWhateverTheStoreHolds) {
     EXPECT_EQ(told(), "Error in AddInstance!  6Overflow");
 }
 
-TEST_F(InstancesTest, aFailingStoreIsTold) {
-    keep("0", "2");
-    identity.InstanceNumber = 3;
-    instances.RemoveRegistryEntry();
+TEST_F(InstancesTest, copiesThatStartAtTheSameInstantGetNumbersAndEntriesOfTheirOwn) {
+    Identity other;
+    Instances otherCopy(other, store, prompts, clock, app.path());
+    store.otherCopies = [&] {
+        store.otherCopies = nullptr;
+        otherCopy.AddInstance();
+        otherCopy.UpdateRegistry();
+    };
+    instances.AddInstance();
+    instances.UpdateRegistry();
+    EXPECT_EQ(identity.InstanceNumber + other.InstanceNumber, 1 + 2);
     EXPECT_EQ(stored("0"), "2");
+    EXPECT_EQ(store.rows.size(), 3U);
+    EXPECT_EQ(told(), "");
+}
+
+TEST_F(InstancesTest, whoEndsUnaskedTakesNobodysEntry) {
+    keep("0", "1");
+    keep("2", "Alpha|d|t|17");
+    instances.registerUnasked();
+    EXPECT_EQ(identity.InstanceNumber, 3);
+    EXPECT_EQ(stored("2"), "Alpha|d|t|17");
+    EXPECT_TRUE(stored("3").endsWith(identity.InstanceTag));
+    EXPECT_EQ(told(), "");
+}
+
+TEST_F(InstancesTest, aFailingStoreIsToldAndAMissingEntryIsNoFailure) {
+    instances.RemoveRegistryEntry(); // of a first start that found no port
+    EXPECT_EQ(stored("0"), "-1");
     store.broken = RunTimeError::DiskFull;
     instances.UpdateRegistry();
-    EXPECT_EQ(told(), "Error in RemoveRegistryEntry!  5Invalid procedure call or argument;"
-                      "Error in UpdateRegistry!  61Disk full");
+    EXPECT_EQ(told(), "Error in UpdateRegistry!  61Disk full");
 }
 
 TEST_F(InstancesTest, anEntryLeadsNowhereOutsideTheLogFolder) {
