@@ -53,8 +53,8 @@ Program::Program(const Platform &on)
       helpKey_([this](int HelpContextID) { platform_.help.showTopic(HelpContextID); }),
 
       openFiles_(values_.tabs, documentCharts(window_), fileWindow_, on.ComDlg, on.prompts),
-      saveFiles_(values_.tabs, documentCharts(window_), fileWindow_, on.ComDlg, on.prompts, errors_),
-      clearAndClose_(values_.tabs, documentCharts(window_), fileWindow_, on.prompts, errors_, saveFiles_),
+      saveFiles_(values_.tabs, values_.run, documentCharts(window_), fileWindow_, on.ComDlg, on.prompts, errors_),
+      clearAndClose_(values_.tabs, values_.run, documentCharts(window_), fileWindow_, on.prompts, errors_, saveFiles_),
       log_({values_.link, values_.identity}, values_.run, values_.options, values_.log, window_.chart(logChart),
            window_.chart(scratchChart), *timers_.SaveLog, states_, on.ComDlg, errors_),
 
@@ -80,7 +80,8 @@ Program::Program(const Platform &on)
                 {window_.chart(logChart), logSaver_, on.store, on.prompts,
                  [this](Recovery &recovery) { frmDataRecovery(recovery, &window_).exec(); }}),
       naming_(values_.identity, instances_, on.prompts, shellWindow_, &window_),
-      textWindows_(values_.tabs, documentCharts(window_), shellWindow_, on.prompts, &window_),
+      textWindows_(values_.tabs, documentCharts(window_), {window_.chart(logChart), [this] { log_.writeNow(); }},
+                   shellWindow_, on.prompts, &window_),
       activation_(values_.identity, values_.options, recovery_, instances_, *timers_.CheckComData, shellWindow_,
                   {[this] { commands_.run(QStringLiteral("mnuLogName")); },
                    [this](const QString &FileName) {
@@ -90,6 +91,7 @@ Program::Program(const Platform &on)
             {window_.chart(recorderChart), window_.chart(logChart), logSaver_, states_, settings_, instances_,
              on.prompts, on.process}) {
     values_.identity.PrevInstance = on.PrevInstance;
+    window_.chart(logChart).setWastebasket(instances_.wastebasket());
     bindEvents();
     bindCommands();
 }
@@ -179,7 +181,10 @@ void Program::bindCommands() {
     commands_.bind(QStringLiteral("mnuSaveLog"), [this] { log_.mnuSaveLog_Click(); });
     commands_.bind(QStringLiteral("mnuLogOn"), [this] { log_.mnuLogOn_Click(); });
     commands_.bind(QStringLiteral("mnuLogOff"), [this] { log_.mnuLogOff_Click(); });
-    commands_.bind(QStringLiteral("mnuLogName"), [this] { naming_.mnuLogName_Click(); });
+    commands_.bind(QStringLiteral("mnuLogName"), [this] {
+        naming_.mnuLogName_Click();
+        window_.chart(logChart).setChartTitle(values_.identity.SystemName); // the log itself tells whose it is
+    });
     commands_.bind(QStringLiteral("mnuMethod"), [this] { textWindows_.mnuMethod_Click(); });
     commands_.bind(QStringLiteral("mnuNotes"), [this] { textWindows_.mnuNotes_Click(); });
     commands_.bind(QStringLiteral("cmdMethod"), [this] { textWindows_.cmdMethod_Click(); });
@@ -215,6 +220,7 @@ void Program::comeUp() {
     if (!loadWindow())
         return; // there is no port, and the program is on its way out
     window_.comeUp();
+    window_.chart(logChart).KeepWastebasketLimits();
     activation_.run(platform_.commandLine);
     splash_.hide();
     splash_.showClose(true);

@@ -62,14 +62,15 @@ Salvaged fromFile(const QString &path, QTextStream &out) {
 Salvaged fromDirectory(const QString &path, QTextStream &out) {
     RecoveredLog log = readRunningLog(path);
     Salvaged salvaged{.run = {}, .axes = log.axes(), .missing = {}};
-    for (const RecoveredLog::BadFile &file : log.badFiles)
-        salvaged.missing << file.path + ": " + QString::fromStdString(file.error.message());
+    salvaged.missing << inWords(log.badFiles);
     for (const RecoveredLog::Gap &gap : log.gaps)
         salvaged.missing << QString("%1 minutes of samples from minute %2 on%3")
                                 .arg(minutes(gap.length), minutes(gap.at))
                                 .arg(gap.filled ? "" : "; later times have moved up");
     tellLost(salvaged.missing, log.lostMarks, "event marks");
     tellLost(salvaged.missing, log.lostMethodTexts, "method texts");
+    if (log.lostTexts)
+        salvaged.missing << "the notes or the name of the system, perhaps";
     if (log.empty())
         throw EarlyEnd{Failed, path + ": holds no running log"};
     salvaged.run = std::move(log.data);

@@ -71,7 +71,7 @@ bool Reading::beginsWell() {
     else if (report.head->version > chartFileVersion)
         note(ChartFileFault::NewerVersion, 0);
     else
-        run.samples.expect(static_cast<qint64>(reader_.fileSize() / sizeof(SamplePair)));
+        run.samples.expect(static_cast<qint64>(reader_.filledSize() / sizeof(SamplePair)));
     return report.good();
 }
 

@@ -84,6 +84,11 @@ public:
     Q_INVOKABLE qint16 SaveLogAs(const QString &LogDirectory, qint16 InstanceNumber,
                                  const QString &NewFileName) override;
     Q_INVOKABLE void CloseLog(const QString &LogDirectory, qint16 InstanceNumber) override;
+    QStringList UnreadLogFiles(const QString &LogDirectory, Look look) override;
+    bool DiscardLog(const QString &LogDirectory) override;
+    void KeepWastebasketLimits() override;
+    /// The folder that discarded logs go to. Without it they are deleted.
+    void setWastebasket(const QString &folder) { wastebasket_ = folder; }
 
     /// What the chart holds, for scripts: `count` pairs [UV, conductivity] from a sample's number on (as many as there
     /// are); every mark as a map of Label, Color, Height, Time.
@@ -143,5 +148,6 @@ private:
     QString fileName_;              // where the run was last read from or written to
     bool holdsNothing_ = false;     // since a load failed: saving would empty a file that is only out of reach
     std::function<QPrinter &()> printer_;
+    QString wastebasket_;
     RunningLogWriter log_;
 };

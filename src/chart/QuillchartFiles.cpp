@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ChartFile.h"
+#include "chart/LogWastebasket.h"
 #include "chart/Quillchart.h"
 #include "chart/RecordFile.h"
 #include "chart/ReportPrinter.h"
@@ -150,7 +151,10 @@ qint16 Quillchart::WriteLog(const QString &LogDirectory, qint16 InstanceNumber, 
 }
 
 bool Quillchart::CheckLogFile(const QString &LogDirectory) {
-    return succeeds([&] { return runningLogStands(LogDirectory); });
+    return succeeds([&] {
+        const LogGlance glance = glanceAtRunningLog(LogDirectory);
+        return glance.holdsLog || !glance.unread.empty();
+    });
 }
 
 qint16 Quillchart::SaveLogAs(const QString &LogDirectory, qint16, const QString &NewFileName) {
@@ -168,5 +172,29 @@ qint16 Quillchart::SaveLogAs(const QString &LogDirectory, qint16, const QString 
 
 void Quillchart::CloseLog(const QString &LogDirectory, qint16) {
     log_.close();
+    DiscardLog(LogDirectory);
+}
+
+QStringList Quillchart::UnreadLogFiles(const QString &LogDirectory, Look look) {
+    if (look == Look::Glance)
+        return inWords(glanceAtRunningLog(LogDirectory).unread);
+    std::vector<BadLogFile> files = readRunningLog(LogDirectory).badFiles;
+    std::erase_if(files, [](const BadLogFile &file) { return !file.isUnread(); });
+    return inWords(files);
+}
+
+bool Quillchart::DiscardLog(const QString &LogDirectory) {
+    const LogGlance glance = glanceAtRunningLog(LogDirectory);
+    if (!glance.unread.empty())
+        return false;
+    const bool worthKeeping = (glance.holdsLog || glance.isDamaged) && !wastebasket_.isEmpty();
+    if (worthKeeping && moveToWastebasket(LogDirectory, wastebasket_, QDate::currentDate()))
+        return false;
     emptyLogDirectory(LogDirectory);
+    return true;
+}
+
+void Quillchart::KeepWastebasketLimits() {
+    if (!wastebasket_.isEmpty())
+        keepWastebasketLimits(wastebasket_, QDate::currentDate());
 }

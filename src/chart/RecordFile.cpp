@@ -8,7 +8,6 @@
 #include <QRandomGenerator>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -28,6 +27,7 @@ constexpr std::size_t large = 1 << 14;
 constexpr std::size_t ahead = 1 << 12; // the head of the next record is fetched along with a large stretch
 constexpr quint64 mostZeros = 1 << 24; // more are laid out ahead by nobody, and a hole in a file can be endless
 constexpr char zeros[8] = {};
+constexpr quint64 blockSize = 512; // in which the operating system counts what a file takes
 
 /// Puts values one behind the other, and takes them back.
 template <typename... T>
@@ -37,6 +37,16 @@ void put(char *to, const T &...values) {
 template <typename... T>
 void get(const char *from, T &...values) {
     ((std::memcpy(&values, from, sizeof values), from += sizeof values), ...);
+}
+
+/// Four capital letters or blanks: so a search need not work out the checksum of every place.
+bool isKind(quint32 kind) {
+    for (int i = 0; i < 4; ++i, kind >>= 8) {
+        const auto letter = static_cast<unsigned char>(kind);
+        if (letter != ' ' && (letter < 'A' || letter > 'Z'))
+            return false;
+    }
+    return true;
 }
 
 quint32 headSum(const char *bytes, quint64 identity) {
@@ -111,7 +121,7 @@ const std::vector<std::span<const char>> &RecordPieces::seal(quint64 identity, q
     return pieces_;
 }
 
-RecordReader::RecordReader(const QString &path) {
+RecordReader::RecordReader(const QString &path, FileOperations &operations) : operations_(operations) {
     if (!open(path))
         error_ = {errno, std::generic_category()};
     buffer_.resize(std::min<quint64>(bufferSize, size_));
@@ -123,7 +133,7 @@ RecordReader::RecordReader(const QString &path) {
 
 bool RecordReader::open(const QString &path) {
     // Not to wait at a pipe for somebody to write.
-    fd_ = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    fd_ = operations_.open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK, 0);
     struct stat file {};
     if (fd_ < 0 || ::fstat(fd_, &file) != 0)
         return false;
@@ -132,12 +142,24 @@ bool RecordReader::open(const QString &path) {
         return false;
     }
     size_ = static_cast<quint64>(file.st_size);
+    filled_ = std::min(size_, static_cast<quint64>(file.st_blocks) * blockSize);
     return true;
 }
 
 RecordReader::~RecordReader() {
     if (fd_ >= 0)
-        ::close(fd_);
+        ::close(fd_); // nothing was written
+}
+
+QByteArray RecordReader::beginning(std::size_t size) {
+    QByteArray bytes(static_cast<qsizetype>(std::min<quint64>(size, size_)), Qt::Uninitialized);
+    return read(bytes.data(), static_cast<std::size_t>(bytes.size()), 0) ? bytes : QByteArray();
+}
+
+bool RecordReader::isBlankAt(quint64 position) {
+    char bytes[RecordHead::size];
+    return position + sizeof bytes <= size_ && read(bytes, sizeof bytes, position) &&
+           std::all_of(bytes, bytes + sizeof bytes, [](char byte) { return byte == 0; });
 }
 
 RecordReader::Found RecordReader::next() {
@@ -155,11 +177,25 @@ bool RecordReader::searchNext() {
     if (!head_)
         return false;
     // Any boundary may be the beginning of a record.
-    for (quint64 position = filledUp(recordEnd_); !error_ && position < size_; position += 8) {
-        if (enter(position))
+    for (quint64 position = filledUp(recordEnd_); !gaveUp(); position += 8) {
+        if (position % bufferSize == 0)
+            position = filledUp(behindHole(position));
+        quint32 kind = 0;
+        if (position + RecordHead::size > size_ || !read(&kind, sizeof kind, position))
+            return false;
+        if (isKind(kind) && enter(position))
             return true;
+        searchable_ -= std::min<quint64>(searchable_, 8);
     }
     return false;
+}
+
+/// Where the next data begin, from here on. Holes are endless and cost nothing.
+quint64 RecordReader::behindHole(quint64 position) {
+    const off_t data = operations_.dataFrom(fd_, static_cast<off_t>(position));
+    if (data >= 0)
+        return static_cast<quint64>(data);
+    return errno == ENXIO ? size_ : position;
 }
 
 /// The record that begins here becomes the present one. False when none does that the file has room for.
@@ -235,7 +271,7 @@ bool RecordReader::fetch(char *to, std::size_t size, quint64 position, std::size
     buffered_ = 0;
     do {
         const iovec pieces[] = {{to, size}, {buffer_.data(), std::min(further, buffer_.size())}};
-        const ssize_t got = ::preadv(fd_, pieces, 2, static_cast<off_t>(position));
+        const ssize_t got = operations_.readAt(fd_, pieces, 2, static_cast<off_t>(position));
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0) { // a file that is shorter than it was cannot be read either

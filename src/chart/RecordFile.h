@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "files/FileOperations.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QtGlobal>
 
 #include <cstddef>
+#include <limits>
 #include <optional>
 #include <span>
 #include <system_error>
@@ -84,7 +87,7 @@ public:
         Damage ///< something else than a whole head of a record, or a record that the file is too short for
     };
 
-    explicit RecordReader(const QString &path);
+    explicit RecordReader(const QString &path, FileOperations &operations = FileOperations::system());
     ~RecordReader();
     RecordReader(const RecordReader &) = delete;
     RecordReader &operator=(const RecordReader &) = delete;
@@ -96,11 +99,22 @@ public:
     /// Goes on as if the file began with this head: its records may be whole though its own is not.
     void presume(const FileHead &head) { head_ = head; }
     quint64 fileSize() const { return size_; }
+    /// So much of it can hold anything at all: holes cannot.
+    quint64 filledSize() const { return filled_; }
+    /// What the file begins with, up to `size` bytes.
+    QByteArray beginning(std::size_t size);
+    /// The file holds zeros where the head of a record could begin: nothing was ever written there.
+    bool isBlankAt(quint64 position);
 
     /// Goes to the next record; what is left of the present one is skipped.
     Found next();
-    /// After a damage: goes to the next whole head of a record of this file, wherever it stands. False when none comes.
+    /// After a damage: goes to the next whole head of a record of this file, wherever it stands. False when none comes,
+    /// or not within the bytes that may be searched.
     bool searchNext();
+    /// From now on only so many bytes are searched.
+    void searchAtMost(quint64 bytes) { searchable_ = bytes; }
+    /// A search has ended before the file did.
+    bool gaveUp() const { return searchable_ == 0; }
     /// The damage is that the file ends too early for what begins here.
     bool cutOff() const { return cutOff_; }
     const RecordHead &record() const { return record_; }
@@ -120,14 +134,18 @@ public:
 private:
     bool open(const QString &path);
     bool enter(quint64 position);
+    quint64 behindHole(quint64 position);
     bool read(void *to, std::size_t size, quint64 position);
     bool fetch(char *to, std::size_t size, quint64 position, std::size_t further);
     bool onlyZerosFrom(quint64 position);
 
+    FileOperations &operations_;
     int fd_ = -1;
     std::error_code error_;
     std::optional<FileHead> head_;
     quint64 size_ = 0;
+    quint64 filled_ = 0;
+    quint64 searchable_ = std::numeric_limits<quint64>::max();
     bool cutOff_ = false;
     RecordHead record_;
     quint64 recordPosition_ = 0;

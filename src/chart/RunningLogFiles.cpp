@@ -7,12 +7,9 @@
 
 namespace {
 
-/// A run that the user chose to keep here, of all places.
-bool isSavedDocument(const QFileInfo &entry) {
-    if (entry.isSymLink() || !entry.isFile())
-        return false;
-    const RecordReader reader(entry.filePath());
-    return reader.head() && reader.head()->kind != runningLogKind;
+bool isNamedAsDocument(const QString &name) {
+    return name.endsWith(QStringLiteral(".chl"), Qt::CaseInsensitive) ||
+           name.endsWith(QStringLiteral(".chd"), Qt::CaseInsensitive);
 }
 
 } // namespace
@@ -26,6 +23,14 @@ int logFileNumber(const QString &name) {
     return form.match(name).captured(1).toInt();
 }
 
+bool belongsToLog(const QString &path, FileOperations &operations) {
+    const QFileInfo entry(path);
+    if (entry.isSymLink() || !entry.isFile() || isNamedAsDocument(entry.fileName()))
+        return false;
+    const RecordReader reader(path, operations);
+    return !reader.head() || reader.head()->kind == runningLogKind;
+}
+
 void emptyLogDirectory(const QString &directory, FileOperations &operations) {
     const QString folder = logDirectory(directory);
     if (folder.isEmpty())
@@ -35,7 +40,8 @@ void emptyLogDirectory(const QString &directory, FileOperations &operations) {
         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed);
     for (const QFileInfo &entry : entries) {
         const bool isFolder = entry.isDir() && !entry.isSymLink();
-        if (!isFolder && !isSavedDocument(entry))
+        const bool isDocument = entry.isFile() && !entry.isSymLink() && !belongsToLog(entry.filePath(), operations);
+        if (!isFolder && !isDocument)
             operations.remove(QFile::encodeName(entry.filePath()).constData());
     }
 }

@@ -21,5 +21,8 @@ QString logFileName(int number);
 /// 0 when it is not the name of a data file.
 int logFileNumber(const QString &name);
 
+/// A plain file that is no document that the user saved into the log's directory, of all places.
+bool belongsToLog(const QString &path, FileOperations &operations = FileOperations::system());
+
 /// Leaves nothing in the directory but folders and documents that the user saved into it.
 void emptyLogDirectory(const QString &directory, FileOperations &operations = FileOperations::system());

@@ -2,22 +2,29 @@
 #include "chart/RunningLogReader.h"
 
 #include "chart/ChartRecords.h"
+#include "chart/LogPromises.h"
 #include "chart/RunningLogFiles.h"
 #include "files/AppendFile.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QStringList>
+#include <QFile>
+#include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <limits>
 #include <utility>
+
+// How a log is put together: the data files of a directory are sorted by the run of the program that wrote them, and
+// within a run by the sample that they set in with. Samples are then taken in the order of their numbers; marks and
+// method texts are gathered with their numbers and sorted at the end of the run, since a failed call leaves some of
+// them twice. What each writing has promised to hold (LogPromises) tells what is missing.
 
 namespace {
 
 constexpr quint64 lastNumber = quint64{1} << 48; // beyond any log
 constexpr quint64 nowhere = std::numeric_limits<quint64>::max();
+constexpr quint64 searchedAtAGlance = 4 << 20; // bytes
 
 struct DataFile {
     QString path;
@@ -33,14 +40,22 @@ struct Numbered {
     Item item;
 };
 
-bool toNextRecord(RecordReader &reader) {
-    const RecordReader::Found found = reader.next();
-    return found == RecordReader::Found::Record || (found == RecordReader::Found::Damage && reader.searchNext());
-}
+/// A text of which the latest counts: that of the file begun last.
+struct LatestText {
+    int file = -1;
+    QString text;
+
+    void take(int number, const QString &found) {
+        if (number >= file)
+            *this = {number, found};
+    }
+};
 
 /// Where the file sets in; `nowhere` when no record says so.
 quint64 firstSampleOf(RecordReader &reader) {
-    while (toNextRecord(reader)) {
+    for (auto found = reader.next();
+         found == RecordReader::Found::Record || (found == RecordReader::Found::Damage && reader.searchNext());
+         found = reader.next()) {
         if (reader.record().kind != samplesRecord)
             continue;
         const std::optional<SampleNumbers> numbers = takeSampleNumbers(reader);
@@ -50,16 +65,12 @@ quint64 firstSampleOf(RecordReader &reader) {
     return nowhere;
 }
 
-QByteArray beginningOf(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.read(qint64{AppendFile::layout}) : QByteArray();
-}
-
 bool isBlank(const QByteArray &bytes) { return bytes.count('\0') == bytes.size(); }
 
-/// Puts the items of a run in their order, each once, behind those of the runs before. Answers how many are missing.
+/// Puts the items of a run in their order, each once, behind those of the runs before. Answers how many are missing of
+/// the `promised` ones, or of those before the last.
 template <typename Item>
-quint64 join(std::vector<Numbered<Item>> &from, std::vector<Item> &to) {
+quint64 join(std::vector<Numbered<Item>> &from, std::vector<Item> &to, quint64 promised) {
     std::stable_sort(from.begin(), from.end(), [](const auto &a, const auto &b) { return a.number < b.number; });
     quint64 lost = 0;
     quint64 next = 0;
@@ -71,13 +82,13 @@ quint64 join(std::vector<Numbered<Item>> &from, std::vector<Item> &to) {
         to.push_back(std::move(numbered.item));
     }
     from.clear();
-    return lost;
+    return lost + (std::max(promised, next) - next);
 }
 
 class Joiner {
 public:
-    /// With `glance` it ends with the first sample or mark.
-    Joiner(const QString &directory, bool glance) : glance_(glance) {
+    Joiner(const QString &directory, bool glance, FileOperations &operations)
+        : operations_(operations), glance_(glance) {
         findFiles(directory);
         for (const QString &path : std::as_const(headless_))
             lookBehindHead(path);
@@ -87,22 +98,31 @@ public:
             joinRun(run);
     }
     RecoveredLog &log() { return log_; }
+    bool gaveUp() const { return gaveUp_; }
+    bool holdsMarks() const { return !marks_.empty(); }
 
 private:
     void findFiles(const QString &directory);
-    void look(const QFileInfo &entry);
+    void look(const QString &folder, const QString &name);
+    void open(const QString &path, bool isNamedSo);
     void lookBehindHead(const QString &path);
     void addToRun(DataFile file);
     void joinRun(std::vector<DataFile> &run);
     void takeFile(const DataFile &file);
-    void takeSamples(RecordReader &reader);
+    bool toNextRecord(RecordReader &reader);
+    bool takeRecord(RecordReader &reader, int file);
+    bool takeSamples(RecordReader &reader);
     void bridge(quint64 missing);
     template <typename Item, typename Take>
-    void takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take);
+    bool takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take);
+    void endRun(std::size_t gaps);
     bool seenEnough() const { return glance_ && (log_.data.samples.size() > 0 || !marks_.empty()); }
     void addBadFile(const QString &path, std::error_code error) { log_.badFiles.push_back({path, error}); }
+    void addUnread(const QString &path, int error) { addBadFile(path, {error, std::generic_category()}); }
 
+    FileOperations &operations_;
     bool glance_;
+    bool gaveUp_ = false;
     RecoveredLog log_;
     std::vector<std::vector<DataFile>> runs_;
     QStringList headless_;   ///< data files whose head is damaged
@@ -110,6 +130,9 @@ private:
     quint64 nextSample_ = 0; ///< of the run
     std::vector<Numbered<EventMark>> marks_;
     std::vector<Numbered<MethodText>> methodTexts_;
+    LatestText title_;
+    LatestText notes_;
+    LogPromises promises_;
     std::vector<SamplePair> samples_; ///< of the present record
 };
 
@@ -117,37 +140,50 @@ void Joiner::findFiles(const QString &directory) {
     const QString folder = logDirectory(directory);
     if (folder.isEmpty())
         return;
-    const QDir dir(folder);
-    if (dir.exists() && !QFileInfo(folder).isReadable())
-        addBadFile(folder, std::make_error_code(std::errc::permission_denied));
-    for (const QFileInfo &entry : dir.entryInfoList(QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Name))
-        look(entry);
+    QStringList names;
+    if (const std::error_code error = listFolder(operations_, folder, names))
+        if (error != std::errc::no_such_file_or_directory && error != std::errc::not_a_directory)
+            addBadFile(folder, error);
+    for (const QString &name : std::as_const(names))
+        look(folder, name);
+}
+
+/// Links are never followed.
+void Joiner::look(const QString &folder, const QString &name) {
+    const QString path = folder + u'/' + name;
+    const bool isNamedSo = logFileNumber(name) != 0;
+    struct stat entry {};
+    if (::lstat(QFile::encodeName(path).constData(), &entry) != 0) {
+        if (isNamedSo && errno != ENOENT)
+            addUnread(path, errno);
+    } else if (S_ISREG(entry.st_mode)) {
+        open(path, isNamedSo);
+    }
 }
 
 /// Files of ours are known by what they hold, however they are named. Of others it is none of our business what they
 /// are.
-void Joiner::look(const QFileInfo &entry) {
-    const QString path = entry.filePath();
-    RecordReader reader(path);
+void Joiner::open(const QString &path, bool isNamedSo) {
+    RecordReader reader(path, operations_);
+    if (glance_)
+        reader.searchAtMost(searchedAtAGlance);
     const std::optional<FileHead> head = reader.head();
     if (!head) {
-        if (logFileNumber(entry.fileName()) == 0)
-            return;
-        if (reader.error())
+        if (isNamedSo && reader.error())
             addBadFile(path, reader.error());
-        else
+        else if (isNamedSo)
             headless_ << path;
     } else if (head->kind == runningLogKind && head->version > runningLogVersion) {
         addBadFile(path, std::make_error_code(std::errc::not_supported));
     } else if (head->kind == runningLogKind) {
-        addToRun({path, *head, reader.fileSize(), firstSampleOf(reader)});
+        addToRun({path, *head, reader.filledSize(), firstSampleOf(reader)});
     }
 }
 
 /// Records are known by the file's identity. If that is damaged itself, it is most likely that of the run beside it.
 void Joiner::lookBehindHead(const QString &path) {
     constexpr auto headSize = static_cast<qsizetype>(FileHead::size);
-    const QByteArray beginning = beginningOf(path);
+    const QByteArray beginning = RecordReader(path, operations_).beginning(AppendFile::layout);
     if (isBlank(beginning.mid(headSize)))
         return; // the power went while the file was begun
     std::vector heads{
@@ -155,10 +191,13 @@ void Joiner::lookBehindHead(const QString &path) {
     if (!runs_.empty())
         heads.push_back(runs_.front().front().head);
     for (const FileHead &head : heads) {
-        RecordReader reader(path);
+        RecordReader reader(path, operations_);
+        if (glance_)
+            reader.searchAtMost(searchedAtAGlance);
         reader.presume(head);
         if (const quint64 first = firstSampleOf(reader); first != nowhere)
-            return addToRun({path, head, reader.fileSize(), first});
+            return addToRun({path, head, reader.filledSize(), first});
+        gaveUp_ |= reader.gaveUp();
     }
     // Also when it took what stood further behind but not the head: nobody was ever told that any of it is safe.
     if (!isBlank(beginning.first(headSize)))
@@ -167,6 +206,7 @@ void Joiner::lookBehindHead(const QString &path) {
 
 void Joiner::addToRun(DataFile file) {
     fillable_ += file.size / sizeof(SamplePair);
+    log_.begun = log_.begun == 0 ? file.head.written : std::min(log_.begun, file.head.written);
     const auto run = std::find_if(runs_.begin(), runs_.end(), [&](const std::vector<DataFile> &files) {
         return files.front().head.identity == file.head.identity;
     });
@@ -181,42 +221,102 @@ void Joiner::joinRun(std::vector<DataFile> &run) {
         return std::pair(a.firstSample, a.head.sequence) < std::pair(b.firstSample, b.head.sequence);
     });
     nextSample_ = 0;
+    title_ = notes_ = {};
+    promises_ = {};
+    const std::size_t gaps = log_.gaps.size();
     for (const DataFile &file : run)
         takeFile(file);
-    log_.lostMarks += join(marks_, log_.data.marks);
-    log_.lostMethodTexts += join(methodTexts_, log_.data.methodTexts);
+    if (!glance_)
+        endRun(gaps);
+}
+
+/// `gaps` stood in the runs before.
+void Joiner::endRun(std::size_t gaps) {
+    const ChartCounts &promised = promises_.counts();
+    if (promised.samples > nextSample_ && promised.samples <= lastNumber)
+        bridge(promised.samples - nextSample_);
+    const quint64 marks = join(marks_, log_.data.marks, std::min(promised.marks, lastNumber));
+    const quint64 texts = join(methodTexts_, log_.data.methodTexts, std::min(promised.methodTexts, lastNumber));
+    log_.lostMarks += marks;
+    log_.lostMethodTexts += texts;
+    log_.lostTexts |= promises_.lostTexts(log_.gaps.size() > gaps || marks > 0 || texts > 0);
+    if (log_.data.title.isEmpty())
+        log_.data.title = title_.text;
+    if (!log_.data.notes.isEmpty() && !notes_.text.isEmpty())
+        log_.data.notes += QStringLiteral("\r\n");
+    log_.data.notes += notes_.text;
 }
 
 void Joiner::takeFile(const DataFile &file) {
-    RecordReader reader(file.path);
+    RecordReader reader(file.path, operations_);
+    if (glance_)
+        reader.searchAtMost(searchedAtAGlance);
     reader.presume(file.head);
+    promises_.beginFile();
+    const int number = logFileNumber(file.path.section(u'/', -1));
     while (!seenEnough() && toNextRecord(reader)) {
-        if (reader.record().kind == samplesRecord)
-            takeSamples(reader);
-        else if (reader.record().kind == marksRecord)
-            takeItems(reader, marks_, takeMarks);
-        else if (reader.record().kind == methodRecord)
-            takeItems(reader, methodTexts_, takeMethodTexts);
+        const RecordHead record = reader.record();
+        if (ChartCounts counts; record.kind != endRecord)
+            promises_.see(record, takeRecord(reader, number));
+        else if (takeCounts(reader, counts))
+            promises_.promise(record, counts);
     }
+    gaveUp_ |= reader.gaveUp();
     if (reader.error())
         addBadFile(file.path, reader.error());
 }
 
+bool Joiner::toNextRecord(RecordReader &reader) {
+    switch (reader.next()) {
+    case RecordReader::Found::Record:
+        return true;
+    case RecordReader::Found::Damage:
+        if (reader.isBlankAt(reader.nextPosition()))
+            promises_.passBlank();
+        return reader.searchNext();
+    case RecordReader::Found::End:
+        break;
+    }
+    return false;
+}
+
+/// False when the record's payload is damaged. One of a kind that is not known here counts as whole.
+bool Joiner::takeRecord(RecordReader &reader, int file) {
+    QString text;
+    switch (reader.record().kind) {
+    case samplesRecord:
+        return takeSamples(reader);
+    case marksRecord:
+        return takeItems(reader, marks_, takeMarks);
+    case methodRecord:
+        return takeItems(reader, methodTexts_, takeMethodTexts);
+    case titleRecord:
+    case notesRecord:
+        if (!takeText(reader, text))
+            return false;
+        (reader.record().kind == titleRecord ? title_ : notes_).take(file, text);
+        return true;
+    default:
+        return true;
+    }
+}
+
 /// What earlier files hold already is passed over: a failed call may have reached the disk all the same.
-void Joiner::takeSamples(RecordReader &reader) {
+bool Joiner::takeSamples(RecordReader &reader) {
     const std::optional<SampleNumbers> numbers = takeSampleNumbers(reader);
     if (!numbers || numbers->first > lastNumber)
-        return;
+        return false;
     samples_.resize(numbers->count);
     if (!reader.take(samples_.data(), samples_.size() * sizeof(SamplePair)) || !reader.finish())
-        return;
+        return false;
     const quint64 end = numbers->first + numbers->count;
     if (end <= nextSample_)
-        return;
+        return true;
     if (numbers->first > nextSample_)
         bridge(numbers->first - nextSample_);
     log_.data.samples.append(std::span(samples_).last(end - nextSample_));
     nextSample_ = end;
+    return true;
 }
 
 void Joiner::bridge(quint64 missing) {
@@ -231,11 +331,11 @@ void Joiner::bridge(quint64 missing) {
 }
 
 template <typename Item, typename Take>
-void Joiner::takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take) {
+bool Joiner::takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take) {
     quint64 number = 0;
     std::vector<Item> items;
     if (!take(reader, number, items) || number > lastNumber)
-        return;
+        return false;
     // Times count from the start of the item's own run, and with all of its samples.
     const auto shift = static_cast<double>(log_.data.samples.size()) - static_cast<double>(nextSample_);
     for (Item &item : items) {
@@ -243,6 +343,7 @@ void Joiner::takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Ta
             item.time = static_cast<float>(item.time + shift / samplesPerMinute);
         to.push_back({number++, std::move(item)});
     }
+    return true;
 }
 
 } // namespace
@@ -254,9 +355,31 @@ AxisValues RecoveredLog::axes() const {
     return axes;
 }
 
-RecoveredLog readRunningLog(const QString &directory) { return std::move(Joiner(directory, false).log()); }
+RecoveredLog readRunningLog(const QString &directory, FileOperations &operations) {
+    return std::move(Joiner(directory, false, operations).log());
+}
 
-bool runningLogStands(const QString &directory) {
-    Joiner joiner(directory, true);
-    return !joiner.log().empty();
+LogGlance glanceAtRunningLog(const QString &directory, FileOperations &operations) {
+    Joiner joiner(directory, true, operations);
+    LogGlance glance;
+    glance.holdsLog = joiner.gaveUp() || !joiner.log().empty() || joiner.holdsMarks();
+    for (const BadLogFile &file : joiner.log().badFiles) {
+        if (file.isUnread())
+            glance.unread.push_back(file);
+        else
+            glance.isDamaged = true;
+    }
+    return glance;
+}
+
+QStringList inWords(const std::vector<BadLogFile> &files) {
+    QStringList lines;
+    for (const BadLogFile &file : files) {
+        const std::error_code error = file.error;
+        const QString why = !file.isUnread()                    ? QStringLiteral("damaged")
+                            : error == std::errc::not_supported ? QStringLiteral("of a newer version of the program")
+                                                                : QString::fromLocal8Bit(error.message().c_str());
+        lines << file.path + QStringLiteral(": ") + why;
+    }
+    return lines;
 }

@@ -3,14 +3,26 @@
 
 #include "chart/ChartData.h"
 #include "chart/Scale.h"
+#include "files/FileOperations.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <system_error>
 #include <vector>
 
+/// A file of a running log that cannot be used.
+struct BadLogFile {
+    QString path;
+    std::error_code error; ///< bad_message: its head is damaged and nothing behind it is whole; not_supported: of a
+                           ///< newer version; anything else is the operating system's
+
+    /// It may hold more of the log than can be read at this moment, or by this program.
+    bool isUnread() const { return error != std::errc::bad_message; }
+};
+
 /// What was found of a running log, put together: all whole records of all data files in a directory. What a failed
-/// call or a power cut left half-written at the end of a file is no fault; what is missing of what follows it is.
+/// call or a power cut left half-written at the end of a file is no fault; what is missing of the rest is.
 struct RecoveredLog {
     /// Samples that no file holds. Where so many are missing that it cannot be true the times behind them move up;
     /// otherwise the gap holds samples that are not a number.
@@ -19,26 +31,36 @@ struct RecoveredLog {
         double length; ///< minutes
         bool filled;
     };
-    struct BadFile {
-        QString path;
-        std::error_code error; ///< bad_message: not whole at its head; not_supported: of a newer version
-    };
 
-    ChartData data; ///< several runs of the program stand one behind the other
+    ChartData data; ///< several runs of the program stand one behind the other; its title is the name of the system
     std::vector<Gap> gaps;
     quint64 lostMarks = 0;
     quint64 lostMethodTexts = 0;
-    std::vector<BadFile> badFiles;
+    bool lostTexts = false; ///< the notes, or the name of the system, in the last form or in all
+    std::vector<BadLogFile> badFiles;
+    qint64 begun = 0; ///< when the first file was, milliseconds since 1970, UTC; 0 without any
 
     /// Nothing that would be worth a file.
     bool empty() const { return data.samples.size() == 0 && data.marks.empty(); }
     /// Nothing is missing.
-    bool whole() const { return gaps.empty() && lostMarks == 0 && lostMethodTexts == 0 && badFiles.empty(); }
+    bool whole() const {
+        return gaps.empty() && lostMarks == 0 && lostMethodTexts == 0 && !lostTexts && badFiles.empty();
+    }
     /// To show all of it.
     AxisValues axes() const;
 };
 
 /// Reads the log, of whichever run and instance. The path comes with or without a separator at its end.
-RecoveredLog readRunningLog(const QString &directory);
-/// What readRunningLog finds would not be empty.
-bool runningLogStands(const QString &directory);
+RecoveredLog readRunningLog(const QString &directory, FileOperations &operations = FileOperations::system());
+
+/// What a quick look at a directory tells: it ends with the first sample or mark, and searches some megabytes of a
+/// damaged file at most.
+struct LogGlance {
+    bool holdsLog = false;  ///< a sample or a mark, or a damaged file that may hold one further on
+    bool isDamaged = false; ///< a file is there of which nothing could be made out
+    std::vector<BadLogFile> unread;
+};
+LogGlance glanceAtRunningLog(const QString &directory, FileOperations &operations = FileOperations::system());
+
+/// The files in words, a line each.
+QStringList inWords(const std::vector<BadLogFile> &files);

@@ -83,12 +83,14 @@ std::error_code RunningLogWriter::bringUp(const ChartData &data, qint16 instance
         const bool last = until.samples == all.samples;
         if (last)
             until = all;
-        if (begins || until != safe_) {
+        if (begins || until != safe_ || safeTitle_ != data.title || safeNotes_ != data.notes) {
             gather(data, until);
             if (const std::error_code error = file_.flush())
                 return error;
             files_.back().size = static_cast<qint64>(file_.length());
             safe_ = until;
+            safeTitle_ = data.title;
+            safeNotes_ = data.notes;
             established_ = true;
         }
         if (last)
@@ -113,6 +115,8 @@ std::error_code RunningLogWriter::beginFile(qint16 instance) {
     file_.add(bytes.constData(), static_cast<std::size_t>(bytes.size()));
     recordNumber_ = 0;
     firstInFile_ = safe_.samples;
+    safeTitle_.reset(); // each file has them
+    safeNotes_.reset();
     return {};
 }
 
@@ -166,6 +170,19 @@ void RunningLogWriter::gather(const ChartData &data, const ChartCounts &until) {
         putMethodTexts(record, safe_.methodTexts, part(data.methodTexts, safe_.methodTexts, until.methodTexts));
         gather(record);
     }
+    gatherText(titleRecord, data.title, safeTitle_);
+    gatherText(notesRecord, data.notes, safeNotes_);
+    RecordPieces promise(endRecord);
+    putCounts(promise, until);
+    gather(promise);
+}
+
+void RunningLogWriter::gatherText(quint32 kind, const QString &text, const std::optional<QString> &safe) {
+    if (safe == text)
+        return;
+    RecordPieces record(kind);
+    putText(record, text);
+    gather(record);
 }
 
 void RunningLogWriter::gather(RecordPieces &record) {

@@ -7,11 +7,12 @@
 
 #include <QString>
 
+#include <optional>
 #include <system_error>
 #include <vector>
 
-/// Keeps the log of a run on the disk: each call brings there what came since the last one that succeeded, in one write
-/// and one flush, and so costs the same at every length of the run.
+/// Keeps the log of a run on the disk: each call brings there what came since the last one that succeeded, title and
+/// notes as they are, in one write and one flush, and so costs the same at every length of the run.
 ///
 /// After a failure the log goes on in a new data file at the next call, with all that is not safe yet. What vanishes
 /// behind our back, the directory included, is written again from the start of the run.
@@ -41,17 +42,20 @@ private:
     bool filesStand() const;
     void startOver();
     void gather(const ChartData &data, const ChartCounts &until);
+    void gatherText(quint32 kind, const QString &text, const std::optional<QString> &safe);
     void gather(RecordPieces &record);
 
     FileOperations &operations_;
     AppendFile file_;
     QString directory_;
-    bool established_ = false;    ///< the directory took some of the log
-    quint64 identity_ = 0;        ///< of the run; 0 before it has one
-    int number_ = 0;              ///< of the latest data file; 0 before the first in this directory
-    quint32 sequence_ = 0;        ///< of the next data file
-    quint32 recordNumber_ = 0;    ///< of the next record in its file
-    quint64 firstInFile_ = 0;     ///< the sample that the file sets in with
-    ChartCounts safe_;            ///< how much of the run is on the disk
+    bool established_ = false;         ///< the directory took some of the log
+    quint64 identity_ = 0;             ///< of the run; 0 before it has one
+    int number_ = 0;                   ///< of the latest data file; 0 before the first in this directory
+    quint32 sequence_ = 0;             ///< of the next data file
+    quint32 recordNumber_ = 0;         ///< of the next record in its file
+    quint64 firstInFile_ = 0;          ///< the sample that the file sets in with
+    ChartCounts safe_;                 ///< how much of the run is on the disk
+    std::optional<QString> safeTitle_; ///< in the present file; likewise the notes
+    std::optional<QString> safeNotes_;
     std::vector<DataFile> files_; ///< that hold it
 };

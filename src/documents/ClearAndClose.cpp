@@ -12,9 +12,9 @@ constexpr double startWindow = 10;
 
 } // namespace
 
-ClearAndClose::ClearAndClose(TabStates &tabs, const DocumentCharts &charts, DocumentWindow &window, Prompts &prompts,
-                             ErrorRoute &errors, SaveFiles &save)
-    : tabs_(tabs), charts_(charts), window_(window), prompts_(prompts), errors_(errors), save_(save) {}
+ClearAndClose::ClearAndClose(TabStates &tabs, const RunState &run, const DocumentCharts &charts, DocumentWindow &window,
+                             Prompts &prompts, ErrorRoute &errors, SaveFiles &save)
+    : tabs_(tabs), run_(run), charts_(charts), window_(window), prompts_(prompts), errors_(errors), save_(save) {}
 
 void ClearAndClose::mnuClear_Click() {
     if (!tabs_.ChartSaved[recorderChart]) {
@@ -27,7 +27,7 @@ void ClearAndClose::mnuClear_Click() {
             if (tabs_.ChartFileName[recorderChart].isEmpty())
                 return;
         }
-        tabs_.ChartSaved[recorderChart] = true;
+        tabs_.ChartSaved[recorderChart] = !run_.Recording; // one may have begun under the question
     }
     DocumentChart &recorder = *charts_[recorderChart];
     recorder.setChartTitle(QStringLiteral("Chart Recorder"));

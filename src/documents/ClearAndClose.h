@@ -10,8 +10,8 @@
 /// Empties the recorder's tab and closes the files of the others. Both ask first when the data are not saved.
 class ClearAndClose {
 public:
-    ClearAndClose(TabStates &tabs, const DocumentCharts &charts, DocumentWindow &window, Prompts &prompts,
-                  ErrorRoute &errors, SaveFiles &save);
+    ClearAndClose(TabStates &tabs, const RunState &run, const DocumentCharts &charts, DocumentWindow &window,
+                  Prompts &prompts, ErrorRoute &errors, SaveFiles &save);
 
     /// The recorder's axes and view stay. Nothing is cleared when a save that was asked for left no file name.
     void mnuClear_Click();
@@ -28,6 +28,7 @@ private:
     void emptyLastTab();
 
     TabStates &tabs_;
+    const RunState &run_;
     DocumentCharts charts_;
     DocumentWindow &window_;
     Prompts &prompts_;

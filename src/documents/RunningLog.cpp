@@ -28,6 +28,11 @@ void RunningLog::TimerSaveLog_Timer() {
     skippingErrors([&] { errors_.HandelError(status); });
 }
 
+void RunningLog::writeNow() {
+    if (TimerSaveLog_.Enabled())
+        TimerSaveLog_Timer();
+}
+
 void RunningLog::mnuSaveLog_Click() {
     log_.LogSaved = true;
     if (!Chart5_.CheckLogFile(reads_.identity.LogDirectory)) {
@@ -61,7 +66,8 @@ void RunningLog::mnuSaveLog_Click() {
 void RunningLog::mnuLogOn_Click() {
     window_.showLogging(true);
     options_.DataLogging = true;
-    if (!reads_.link.ComDataSeen)
+    // The watchdog takes the first back with each of its looks, whatever comes in.
+    if (!reads_.link.ComDataSeen && !reads_.link.FirstSyncFound)
         return; // the timer starts when the stream is next synchronised
     run_.LogEventNumber = run_.ChartEventNumber;
     run_.LogLabelType = Label::None;

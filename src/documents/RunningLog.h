@@ -21,6 +21,8 @@ public:
                Timer &TimerSaveLog, LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors);
 
     void TimerSaveLog_Timer();
+    /// The same out of turn, while the log is at work: for what the operator has entered and counts on.
+    void writeNow();
     /// LogSaved tells afterwards whether the log was saved. Its dialog leaves CancelError set.
     void mnuSaveLog_Click();
     void mnuLogOn_Click();

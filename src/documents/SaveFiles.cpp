@@ -9,9 +9,9 @@ constexpr qint32 saveError = -16;
 
 }
 
-SaveFiles::SaveFiles(TabStates &tabs, const DocumentCharts &charts, DocumentWindow &window, CommonDialog &ComDlg,
-                     Prompts &prompts, ErrorRoute &errors)
-    : tabs_(tabs), charts_(charts), window_(window), ComDlg_(ComDlg), prompts_(prompts), errors_(errors) {}
+SaveFiles::SaveFiles(TabStates &tabs, const RunState &run, const DocumentCharts &charts, DocumentWindow &window,
+                     CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors)
+    : tabs_(tabs), run_(run), charts_(charts), window_(window), ComDlg_(ComDlg), prompts_(prompts), errors_(errors) {}
 
 void SaveFiles::mnuSaveData_Click() {
     if (fileName().isEmpty() || showsLog()) {
@@ -19,7 +19,7 @@ void SaveFiles::mnuSaveData_Click() {
     } else {
         prompts_.setMousePointer(MousePointer::Hourglass);
         if (chart().SaveDataFile(fileName()))
-            tabs_.ChartSaved[tabs_.CurrentChart] = true;
+            saved();
         else
             errors_.HandelError(saveError);
     }
@@ -37,7 +37,7 @@ void SaveFiles::mnuSaveDataAs_Click() {
     }
     if (tabs_.CurrentChart != recorderChart)
         nameTab(window_, tabs_.CurrentChart, title);
-    tabs_.ChartSaved[tabs_.CurrentChart] = true;
+    saved();
     fileName() = path;
     chart().setChartTitle(StripExtension(title));
     chart().Redraw(); // with its new title
@@ -47,6 +47,10 @@ void SaveFiles::mnuSaveSlectedData_Click() {
     const QString path = askForFile(QStringLiteral("Save Selected Data As..."), {});
     if (!path.isEmpty() && !chart().SaveSelectedData(path))
         errors_.HandelError(saveError);
+}
+
+void SaveFiles::saved() {
+    tabs_.ChartSaved[tabs_.CurrentChart] = tabs_.CurrentChart != recorderChart || !run_.Recording;
 }
 
 bool SaveFiles::showsLog() const { return fileName().right(3).toUpper() == QLatin1String("CHL"); }

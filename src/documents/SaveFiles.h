@@ -9,12 +9,14 @@
 
 /// Saves the chart in front to data files. A log file is never written over: its tab saves to a data file anew.
 ///
+/// While a recording is on the recorder's chart does not count as saved: samples go on coming.
+///
 /// A file that cannot be written is told to the operator and changes nothing. A cancelled dialog ends a command
 /// quietly, unless CancelError stands on the shared dialog: then its error (32755) flies on to the caller.
 class SaveFiles {
 public:
-    SaveFiles(TabStates &tabs, const DocumentCharts &charts, DocumentWindow &window, CommonDialog &ComDlg,
-              Prompts &prompts, ErrorRoute &errors);
+    SaveFiles(TabStates &tabs, const RunState &run, const DocumentCharts &charts, DocumentWindow &window,
+              CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors);
 
     /// To the file that the tab has; without one, or with a log, as mnuSaveDataAs_Click.
     void mnuSaveData_Click();
@@ -27,10 +29,12 @@ private:
     DocumentChart &chart() const { return *charts_[tabs_.CurrentChart]; }
     QString &fileName() const { return tabs_.ChartFileName[tabs_.CurrentChart]; }
     bool showsLog() const;
+    void saved();
     /// Shows the dialog with a name to begin with; answers the path chosen, empty for none.
     QString askForFile(const QString &title, const QString &offered);
 
     TabStates &tabs_;
+    const RunState &run_;
     DocumentCharts charts_;
     DocumentWindow &window_;
     CommonDialog &ComDlg_;

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "files/FileOperations.h"
 
+#include <QFile>
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <memory>
+#include <string_view>
 
 namespace {
 
@@ -15,6 +19,12 @@ FileOperations *standsIn = nullptr;
 } // namespace
 
 int FileOperations::open(const char *path, int flags, mode_t mode) { return ::open(path, flags | O_CLOEXEC, mode); }
+
+ssize_t FileOperations::readAt(int fd, const iovec *pieces, int count, off_t position) {
+    return ::preadv(fd, pieces, count, position);
+}
+
+off_t FileOperations::dataFrom(int fd, off_t position) { return ::lseek(fd, position, SEEK_DATA); }
 
 ssize_t FileOperations::write(int fd, const void *data, std::size_t size) { return ::write(fd, data, size); }
 
@@ -71,4 +81,24 @@ bool syncFolder(FileOperations &operations, const char *path) {
     operations.close(folder);
     errno = error;
     return synced;
+}
+
+std::error_code listFolder(FileOperations &operations, const QString &folder, QStringList &names) {
+    const int fd = operations.open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY, 0);
+    if (fd < 0)
+        return {errno, std::generic_category()};
+    const std::unique_ptr<DIR, int (*)(DIR *)> listing(::fdopendir(fd), &::closedir);
+    if (!listing) {
+        const int error = errno;
+        ::close(fd);
+        return {error, std::generic_category()};
+    }
+    errno = 0;
+    while (const dirent *entry = ::readdir(listing.get())) {
+        if (const std::string_view name = entry->d_name; name != "." && name != "..")
+            names << QFile::decodeName(entry->d_name);
+    }
+    const int error = errno;
+    names.sort();
+    return {error, std::generic_category()};
 }

@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QStringList>
 #include <sys/types.h>
+#include <sys/uio.h>
 
 #include <cstddef>
+#include <system_error>
 
-/// The calls of the operating system that put data on a disk, one for one: -1 and errno for a failure. A test stands in
-/// for the disk here.
+/// The calls of the operating system that put data on a disk and take them from there, one for one: -1 and errno for a
+/// failure. A test stands in for the disk here.
 class FileOperations {
 public:
     virtual ~FileOperations() = default;
 
     virtual int open(const char *path, int flags, mode_t mode);
+    virtual ssize_t readAt(int fd, const iovec *pieces, int count, off_t position); ///< preadv
+    virtual off_t dataFrom(int fd, off_t position); ///< where a file's next data begin, ENXIO behind the last
     virtual ssize_t write(int fd, const void *data, std::size_t size);
     virtual ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position); ///< pwrite
     virtual int chmod(int fd, mode_t mode);
@@ -36,3 +41,6 @@ protected:
 bool writeAll(FileOperations &operations, int fd, const void *data, std::size_t size);
 /// Brings the entries of a folder to the disk. False, with errno, when that failed.
 bool syncFolder(FileOperations &operations, const char *path);
+/// The names in a folder, hidden ones too, without "." and "..", sorted. The error is that of the operating system
+/// (errno); what had been read by then stands in `names`.
+std::error_code listFolder(FileOperations &operations, const QString &folder, QStringList &names);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "shell/FirstActivation.h"
 
+#include <QFileInfo>
+
 #include <utility>
 
 FirstActivation::FirstActivation(const Identity &identity, const Options &options, Recovery &recovery,
@@ -20,5 +22,5 @@ void FirstActivation::run(const QString &commandLine) {
     window_.setCaption(systemCaption(identity_.SystemName));
     TimerCheckComData_.setEnabled(true);
     if (!commandLine.isEmpty())
-        steps_.DrawChartLabel(commandLine);
+        steps_.DrawChartLabel(QFileInfo(commandLine).absoluteFilePath());
 }

@@ -39,7 +39,7 @@ void padTo(int width, QString &text) {
 Instances::Instances(Identity &identity, SettingsStore &store, Prompts &prompts, const Clock &clock,
                      const QString &appPath)
     : identity_(identity), store_(store), prompts_(prompts), clock_(clock),
-      logFolder_(appPath + QStringLiteral("/Log")) {}
+      logFolder_(appPath + QStringLiteral("/Log")), wastebasket_(appPath + QStringLiteral("/Discarded")) {}
 
 void Instances::prepareLogDirectory() {
     const QDateTime now = clock_.now();
@@ -48,6 +48,7 @@ void Instances::prepareLogDirectory() {
     identity_.SystemName = Identity().SystemName;
     if (!Directories::exists(logFolder_))
         makeLogFolder();
+    skippingErrors([this] { Directories::hide(wastebasket_); });
     makeOwnDirectory(now);
 }
 
@@ -60,11 +61,14 @@ void Instances::makeLogFolder() {
 
 void Instances::makeOwnDirectory(const QDateTime &now) {
     qint64 number = std::max<qint64>(now.toMSecsSinceEpoch(), 0);
+    QString tag;
     QString directory;
     do {
-        identity_.InstanceTag = QString::number(number++).rightJustified(tagDigits, u'0');
-        directory = logFolder_ + u'/' + identity_.InstanceTag;
+        tag = QString::number(number++).rightJustified(tagDigits, u'0');
+        directory = logFolder_ + u'/' + tag;
     } while (!Directories::make(directory));
+    // The two go together: as long as there is no tag, LogDirectory may name what a crash left behind.
+    identity_.InstanceTag = tag;
     identity_.LogDirectory = directory + u'/';
 }
 

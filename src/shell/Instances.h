@@ -34,6 +34,8 @@ public:
     void registerUnasked();
 
     const QString &logFolder() const { return logFolder_; }
+    /// Where thrown away logs go.
+    const QString &wastebasket() const { return wastebasket_; }
     /// The directory that an entry names; the Log folder itself where the entry names none. An entry may hold anything:
     /// staysInLogFolder() tells whether to go there.
     QString LogDirFromEntry(const QString &value) const;
@@ -56,4 +58,5 @@ private:
     Prompts &prompts_;
     const Clock &clock_;
     QString logFolder_;
+    QString wastebasket_;
 };

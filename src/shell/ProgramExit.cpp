@@ -49,25 +49,38 @@ bool ProgramExit::ask() {
 }
 
 void ProgramExit::tearDown() {
-    const QString &directory = identity_.LogDirectory;
     skippingErrors(
         [&] {
             if (identity_.InstanceNumber == firstInstance)
                 uses_.settings.SaveSettings();
         },
-        [&] { uses_.Chart5.CloseLog(directory, identity_.InstanceNumber); },
-        [&] { Directories::remove(directory.chopped(directory.isEmpty() ? 0 : 1)); },
-        [&] { uses_.instances.RemoveRegistryEntry(); });
+        [&] { takePlace(); }, [&] { writeLog(); }, // the wastebasket keeps what came in up to now
+        [&] { closeLog(); },
+        [&] {
+            // Also of a copy that found no port and comes to an end before its window did.
+            if (!isWindowUp() || !identity_.InstanceTag.isEmpty())
+                uses_.instances.RemoveRegistryEntry();
+        });
     uses_.process.end();
 }
 
+void ProgramExit::closeLog() {
+    if (identity_.InstanceTag.isEmpty())
+        return; // LogDirectory names nothing, or what a crash left behind
+    uses_.Chart5.CloseLog(identity_.LogDirectory, identity_.InstanceNumber);
+    Directories::remove(identity_.LogDirectory.chopped(1));
+}
+
 void ProgramExit::endUnasked() {
-    // While left-over logs are still being offered, this copy has no place of its own for what the instrument sends.
-    const bool windowUp = tabs_.ChartCount > 0;
-    if (windowUp && identity_.InstanceTag.isEmpty())
-        skippingErrors([&] { uses_.instances.registerUnasked(); });
+    skippingErrors([&] { takePlace(); });
     writeLog();
     uses_.process.end();
+}
+
+/// While left-over logs are still being offered, this copy has no place of its own for what the instrument sends.
+void ProgramExit::takePlace() {
+    if (isWindowUp() && identity_.InstanceTag.isEmpty())
+        uses_.instances.registerUnasked();
 }
 
 void ProgramExit::writeLog() {

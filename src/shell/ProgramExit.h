@@ -32,7 +32,8 @@ public:
     bool frmMain_Unload();
     /// The same without the end: true when the operator lets the program go.
     bool askToEnd();
-    /// The end alone: nothing of this copy stays behind.
+    /// The end alone: nothing of this copy stays behind, its log goes to the wastebasket. What a crash left behind and
+    /// is still being offered is not touched.
     void tearDown();
     /// The end without anybody to ask: all that is on the screen or in the log goes to the log directory once more,
     /// which stays for the next start to recover.
@@ -42,6 +43,9 @@ public:
 
 private:
     bool ask();
+    void takePlace();
+    void closeLog();
+    bool isWindowUp() const { return tabs_.ChartCount > 0; }
 
     const Identity &identity_;
     const TabStates &tabs_;

@@ -20,12 +20,6 @@ QStringList directoriesIn(const QString &logFolder) {
     return names;
 }
 
-/// What an operator saved among the left-overs, of all places, is none of them.
-bool isSavedRun(const QString &name) {
-    return name.endsWith(QStringLiteral(".chl"), Qt::CaseInsensitive) ||
-           name.endsWith(QStringLiteral(".chd"), Qt::CaseInsensitive);
-}
-
 } // namespace
 
 Recovery::Recovery(Identity &identity, const std::vector<SettingRow> &LogInfoTable, const LogState &log,
@@ -55,8 +49,12 @@ void Recovery::FillKnownLogs() {
     for (const SettingRow &entry : LogInfoTable_) {
         if (entry.key == countKey)
             continue;
-        identity_.LogDirectory = instances_.LogDirFromEntry(entry.value);
-        if (holdsLog(identity_.LogDirectory))
+        // An entry may name any place: nothing outside the Log folder is even looked at.
+        const QString directory = instances_.LogDirFromEntry(entry.value);
+        if (!instances_.staysInLogFolder(directory))
+            continue;
+        identity_.LogDirectory = directory;
+        if (uses_.Chart5.CheckLogFile(directory))
             rows_.push_back({Instances::EntryDisplayText(entry.value)});
     }
 }
@@ -65,7 +63,8 @@ void Recovery::FillUnknownLogs() {
     UnknownLogDirs_.clear();
     // The Log folder itself first: what lies in it openly may be swept away too.
     for (const QString &name : QStringList{QStringLiteral(".")} + leftOvers_) {
-        if (holdsLog(directoryOf(name)) && !isKnown(name))
+        if (instances_.staysInLogFolder(directoryOf(name)) && uses_.Chart5.CheckLogFile(directoryOf(name)) &&
+            !isKnown(name))
             UnknownLogDirs_ << name;
     }
     for (const QString &name : std::as_const(UnknownLogDirs_))
@@ -77,11 +76,6 @@ bool Recovery::isKnown(const QString &name) const {
         throw RunTimeError(RunTimeError::TypeMismatch);
     return std::any_of(LogInfoTable_.begin(), LogInfoTable_.end(),
                        [&](const SettingRow &entry) { return entry.value.contains(name); });
-}
-
-/// An entry of the store may name any place: nothing outside the Log folder is even looked at.
-bool Recovery::holdsLog(const QString &directory) const {
-    return instances_.staysInLogFolder(directory) && uses_.Chart5.CheckLogFile(directory);
 }
 
 QString Recovery::directoryOf(const QString &name) const { return instances_.logFolder() + u'/' + name; }
@@ -113,9 +107,23 @@ void Recovery::recover(RecoveryRow &row, const QString &LogDirectory, const QStr
         return;
     identity_.LogDirectory = LogDirectory;
     identity_.SystemName = SystemName;
+    tellUnread(LogDirectory);
     uses_.logSaver.mnuSaveLog_Click();
     if (log_.LogSaved)
         row.itemData = RecoveryRow::recovered;
+}
+
+/// Before the operator saves the rest.
+void Recovery::tellUnread(const QString &directory) {
+    const QStringList files = uses_.Chart5.UnreadLogFiles(directory, ChartLog::Look::Whole);
+    if (files.isEmpty())
+        return;
+    unread_ << directory;
+    uses_.prompts.show(
+        {QStringLiteral("A part of this log cannot be read at this moment:\n\n%1\n\nWhat can be read "
+                        "can be saved. The log stays where it is and is offered again at the next start.")
+             .arg(files.join(u'\n')),
+         BoxIcon::Exclamation});
 }
 
 /// What was not recovered stays, unchecked.
@@ -141,25 +149,34 @@ bool Recovery::cmdDoneButton_Click() {
 /// sweeps away, and no log without its entry.
 void Recovery::PurgeLogDirectories() {
     QStringList standing;
+    QStringList kept;
     skippingErrors([&] { standing = directoriesIn(instances_.logFolder()); });
     if (standing.isEmpty())
         purge(instances_.logFolder());
     for (const QString &name : std::as_const(standing)) {
         // Those that came up since belong to copies that were started while the operator was choosing.
-        if (leftOvers_.contains(name))
-            purge(directoryOf(name));
+        if (leftOvers_.contains(name) && !purge(directoryOf(name)))
+            kept << directoryOf(name);
     }
-    if (!LogInfoTable_.empty())
-        skippingErrors([&] { uses_.store.DeleteSection(logInfoSection); });
+    skippingErrors([&] { purgeEntries(kept); });
 }
 
-/// The latest data file first: what a power cut leaves of a log is still its whole beginning.
-void Recovery::purge(const QString &directory) {
-    QStringList names;
-    skippingErrors([&] { names = Directories::names(directory); });
-    for (auto name = names.crbegin(); name != names.crend(); ++name) {
-        if (!isSavedRun(*name))
-            skippingErrors([&] { Directories::removeFile(directory + u'/' + *name); });
+/// The count stays as long as an entry does: the number of this copy must not be that of one that is kept.
+void Recovery::purgeEntries(const QStringList &kept) {
+    if (LogInfoTable_.empty())
+        return;
+    if (kept.isEmpty())
+        return uses_.store.DeleteSection(logInfoSection);
+    for (const SettingRow &entry : LogInfoTable_) {
+        if (entry.key != countKey && !kept.contains(instances_.LogDirFromEntry(entry.value)))
+            uses_.store.DeleteSetting(logInfoSection, entry.key);
     }
+}
+
+/// False when a log stays there that cannot be read or moved at this moment.
+bool Recovery::purge(const QString &directory) {
+    if (unread_.contains(directory) || Directories::isLink(directory) || !uses_.Chart5.DiscardLog(directory))
+        return false;
     skippingErrors([&] { Directories::remove(directory); });
+    return true;
 }

@@ -24,7 +24,9 @@ struct RecoveryRow {
 };
 
 /// Offers the logs that crashed runs left behind. Recovering one means saving it as a log file; when the operator is
-/// done, or there is nothing to offer, all left-overs are deleted. Only for a copy that found no other one running.
+/// done, or there is nothing to offer, all left-overs go to the wastebasket, but for those that cannot be read at this
+/// start: they stay with their entries and are offered again at the next. Only for a copy that found no other one
+/// running.
 class Recovery {
 public:
     /// What recovery runs and reaches.
@@ -56,9 +58,10 @@ private:
     void FillUnknownLogs();
     void RebuildLogList();
     void PurgeLogDirectories();
+    void purgeEntries(const QStringList &kept);
     void recover(RecoveryRow &row, const QString &LogDirectory, const QString &SystemName);
-    void purge(const QString &directory);
-    bool holdsLog(const QString &directory) const;
+    bool purge(const QString &directory);
+    void tellUnread(const QString &directory);
     bool isKnown(const QString &name) const;
     QString directoryOf(const QString &name) const;
 
@@ -71,4 +74,5 @@ private:
     std::vector<RecoveryRow> rows_;
     QStringList UnknownLogDirs_;
     QStringList leftOvers_; ///< the directories that stood when the looking began
+    QStringList unread_;    ///< those of which a file could not be read
 };

@@ -4,6 +4,8 @@
 #include "shell/frmMethod.h"
 #include "shell/frmNotes.h"
 
+#include <utility>
+
 namespace {
 
 struct CheckButton {
@@ -38,9 +40,9 @@ void unload(Form *loaded) {
 
 } // namespace
 
-TextWindows::TextWindows(TabStates &tabs, const DocumentCharts &charts, ShellWindow &window, Prompts &prompts,
+TextWindows::TextWindows(TabStates &tabs, const DocumentCharts &charts, Log log, ShellWindow &window, Prompts &prompts,
                          QWidget *parent)
-    : tabs_(tabs), charts_(charts), window_(window), prompts_(prompts), parent_(parent) {}
+    : tabs_(tabs), charts_(charts), log_(std::move(log)), window_(window), prompts_(prompts), parent_(parent) {}
 
 void TextWindows::mnuMethod_Click() { click(methodButton.key, true); }
 
@@ -63,6 +65,16 @@ void TextWindows::cmdNotes_Click() {
     if (!tellValue(notesButton, window_))
         return unload(frmNotes_);
     frmNotes form(
-        chart(), tabs_.ChartSaved[tabs_.CurrentChart], prompts_, [this] { click(notesButton.key, false); }, parent_);
+        chart(), prompts_, [this](const QString &Notes) { takeNotes(Notes); },
+        [this] { click(notesButton.key, false); }, parent_);
     showModally(form, frmNotes_);
+}
+
+void TextWindows::takeNotes(const QString &Notes) {
+    chart().SetNotes(Notes);
+    tabs_.ChartSaved[tabs_.CurrentChart] = false;
+    if (tabs_.CurrentChart != recorderChart)
+        return;
+    log_.chart.SetNotes(Notes);
+    log_.writeNow();
 }

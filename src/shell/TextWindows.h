@@ -8,6 +8,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class frmMethod;
 class frmNotes;
 
@@ -15,8 +17,15 @@ class frmNotes;
 /// pressed: the button brings it up and takes it away, and its closing releases the button.
 class TextWindows {
 public:
+    /// The running log, which bears the notes of the recorder too.
+    struct Log {
+        ChartDocument &chart;
+        std::function<void()> writeNow; ///< brings them to the disk, while logging is on
+    };
+
     /// The windows stand over `parent`.
-    TextWindows(TabStates &tabs, const DocumentCharts &charts, ShellWindow &window, Prompts &prompts, QWidget *parent);
+    TextWindows(TabStates &tabs, const DocumentCharts &charts, Log log, ShellWindow &window, Prompts &prompts,
+                QWidget *parent);
 
     void mnuMethod_Click();
     void mnuNotes_Click();
@@ -27,10 +36,12 @@ public:
 
 private:
     void click(const char *button, bool pressed);
+    void takeNotes(const QString &Notes);
     DocumentChart &chart() const { return *charts_[tabs_.CurrentChart]; }
 
     TabStates &tabs_;
     DocumentCharts charts_;
+    Log log_;
     ShellWindow &window_;
     Prompts &prompts_;
     QWidget *parent_;

@@ -18,9 +18,9 @@ constexpr int helpTopic = 4;
 
 }
 
-frmNotes::frmNotes(ChartDocument &chart, bool &ChartSaved, Prompts &prompts, std::function<void()> release,
-                   QWidget *parent)
-    : QDialog(parent), chart_(chart), ChartSaved_(ChartSaved), prompts_(prompts), release_(std::move(release)),
+frmNotes::frmNotes(const ChartDocument &chart, Prompts &prompts, std::function<void(const QString &)> taken,
+                   std::function<void()> release, QWidget *parent)
+    : QDialog(parent), chart_(chart), prompts_(prompts), taken_(std::move(taken)), release_(std::move(release)),
       txtNotes_(new TextBox(QStringLiteral("txtNotes"), QStringLiteral("Notes"), this)) {
     setObjectName(QStringLiteral("frmNotes"));
     setWindowTitle(QStringLiteral("Notes"));
@@ -46,15 +46,10 @@ frmNotes::frmNotes(ChartDocument &chart, bool &ChartSaved, Prompts &prompts, std
 
 bool frmNotes::isChanged() const { return txtNotes_->Text() != chart_.GetNotes(); }
 
-void frmNotes::takeNotes() {
-    chart_.SetNotes(txtNotes_->Text());
-    ChartSaved_ = false;
-}
-
 void frmNotes::cmdOK_Click() {
     NotesClosing_ = true;
     if (isChanged())
-        takeNotes();
+        taken_(txtNotes_->Text());
     CloseNotes();
 }
 
@@ -70,7 +65,7 @@ bool frmNotes::CloseNotes() {
                                                 .icon = BoxIcon::Question,
                                                 .buttons = BoxButtons::YesNoCancel});
         if (answer == BoxAnswer::Yes)
-            takeNotes();
+            taken_(txtNotes_->Text());
         result = answer != BoxAnswer::Cancel;
     }
     if (result)

@@ -14,9 +14,10 @@ class TextBox;
 class frmNotes : public QDialog {
     Q_OBJECT
 public:
-    /// New notes go to `chart`, and `ChartSaved` of it is taken back. `release` lets the toolbar button of this window
-    /// up and has the window unloaded.
-    frmNotes(ChartDocument &chart, bool &ChartSaved, Prompts &prompts, std::function<void()> release, QWidget *parent);
+    /// `taken` gets the new notes of `chart`. `release` lets the toolbar button of this window up and has the window
+    /// unloaded.
+    frmNotes(const ChartDocument &chart, Prompts &prompts, std::function<void(const QString &Notes)> taken,
+             std::function<void()> release, QWidget *parent);
 
     /// Asks about changed notes. False when the user stays in the window, which is unloaded otherwise.
     bool CloseNotes();
@@ -31,11 +32,10 @@ private:
     void cmdOK_Click();
     void cmdCancel_Click();
     bool isChanged() const;
-    void takeNotes();
 
-    ChartDocument &chart_;
-    bool &ChartSaved_;
+    const ChartDocument &chart_;
     Prompts &prompts_;
+    std::function<void(const QString &Notes)> taken_;
     std::function<void()> release_;
     TextBox *txtNotes_;
     bool NotesClosing_ = false; ///< one of the buttons is closing the window

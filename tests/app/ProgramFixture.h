@@ -9,6 +9,7 @@
 #include "forms/Shapes.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QListWidget>
 #include <QPrinter>
 #include <QTemporaryDir>
@@ -74,6 +75,9 @@ public:
         return labels.join(' ');
     }
 
+    QStringList logDirectories() const {
+        return QDir(folder.filePath("Log")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    }
     /// The line brings these bytes, and the decoder's tick comes.
     void feed(const QByteArray &bytes) {
         ComPort.arrive(bytes);

@@ -173,11 +173,123 @@ TEST_F(ProgramTest, whatAnUnaskedEndLeftIsRecoveredAtTheNextStart) {
     EXPECT_EQ(chart(1).marks().size(), 1);
 }
 
+TEST_F(ProgramTest, whateverEndsTheProgramWhileLeftOversAreOfferedTouchesNoneOfThem) {
+    start();
+    link();
+    play(". . E2 . .");
+    program->endUnasked();
+    program.reset();
+    const QString crashed = logDirectories().value(0);
+    const QString entry = store.GetSetting("LogInfo", "1", "");
+    const QString victim = folder.filePath("victim");
+    ASSERT_TRUE(QDir(folder.path()).mkdir("victim"));
+    ASSERT_TRUE(QFile::copy(folder.filePath("Log/" + crashed + "/Log00001.dat"), victim + "/Log00001.dat"));
+    store.SaveSetting("LogInfo", "2", "x|a|b|../victim");
+
+    const std::pair<const char *, std::function<void()>> ends[] = {
+        {"Exit", [this] { commands("mnuExit"); }},
+        {"the close box", [this] { find<QWidget>("frmMain")->close(); }},
+        {"log-out", [this] { program->askToEnd() ? program->endAgreed() : void(); }},
+        {"a signal", [this] { program->endUnasked(); }},
+        {"Exit out of the lost link",
+         [this] {
+             meanwhile([this] { QTest::mouseClick(find<QWidget>("cmdExit"), Qt::LeftButton); });
+             clock.advance(10s);
+         }},
+    };
+    for (const auto &[what, end] : ends) {
+        SCOPED_TRACE(what);
+        process.ended = false;
+        process.atEnd = [&] {
+            EXPECT_TRUE(logDirectories().contains(crashed));
+            EXPECT_EQ(QDir(folder.filePath("Log/" + crashed)).count(), 3U); // with . and ..
+            EXPECT_EQ(store.GetSetting("LogInfo", "1", ""), entry);
+            EXPECT_TRUE(QFile::exists(victim + "/Log00001.dat"));
+        };
+        dialogAnswers["frmDataRecovery"] = [&, &act = end] {
+            dialogAnswers.erase("frmDataRecovery");
+            link();
+            play(". . ."); // comes in under the dialog
+            act();
+            find<QWidget>("frmDataRecovery")->close();
+        };
+        clock.advance(1h);
+        start();
+        EXPECT_TRUE(process.ended);
+        process.atEnd = nullptr;
+        program.reset();
+    }
+}
+
+TEST_F(ProgramTest, whatIsThrownAwayLiesInTheWastebasket) {
+    start();
+    link();
+    play("R1 . . E2 . .");
+    find<QAction>("mnuLogOff")->trigger();
+    prompts.answers = {BoxAnswer::Yes}; // without saving
+    find<QWidget>("frmMain")->close();
+    EXPECT_TRUE(process.ended && logDirectories().isEmpty());
+    const QDir wastebasket(folder.filePath("Discarded"));
+    const QStringList discarded = wastebasket.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    ASSERT_EQ(discarded.size(), 1);
+    chart(6).setWastebasket({});
+    EXPECT_EQ(chart(6).SaveLogAs(wastebasket.filePath(discarded[0]), 0, folder.filePath("back.chl")), 0);
+    EXPECT_TRUE(chart(6).LoadDataFile(folder.filePath("back.chl")));
+    EXPECT_EQ(chart(6).SampleCount(), chart(0).SampleCount() + chart(5).SampleCount()); // the recorder's own, too
+    EXPECT_EQ(chart(6).ChartTitle(), "Default");
+}
+
+TEST_F(ProgramTest, notesAreInTheLogFromTheMomentTheyAreAccepted) {
+    start();
+    link();
+    play(". .");
+    meanwhile([this] {
+        QTest::keyClicks(find<QWidget>("txtNotes"), "Column B");
+        QTest::mouseClick(find<QWidget>("cmdOK"), Qt::LeftButton);
+    });
+    find<QAction>("mnuNotes")->trigger();
+    program.reset(); // a power failure
+    const QString saved = folder.filePath("saved.chl");
+    dialogAnswers["frmDataRecovery"] = [&] { recoverTo(saved); };
+    start();
+    EXPECT_TRUE(chart(1).LoadDataFile(saved));
+    EXPECT_EQ(chart(1).GetNotes(), "Column B");
+    EXPECT_EQ(chart(1).SampleCount(), 2 + 2);
+}
+
+TEST_F(ProgramTest, aRunThatGoesOnArrivingIsNotSaved) {
+    start();
+    link();
+    find<QAction>("mnuStart")->trigger();
+    play(". .");
+    find<QAction>("mnuStop")->trigger();
+    ComDlg.whileShown = [this] { play("R1 . ."); }; // the instrument starts a run under the dialog
+    ComDlg.answers = {folder.filePath("SEC 3.chd")};
+    find<QAction>("mnuSaveDataAs")->trigger();
+    play("R0 . .");
+    prompts.answers = {BoxAnswer::No};
+    find<QWidget>("frmMain")->close();
+    EXPECT_FALSE(process.ended);
+    EXPECT_TRUE(prompts.shown.back().text.contains("Exit without save?"));
+}
+
 TEST_F(ProgramTest, aFileOnTheCommandLineIsOpenedAtTheEndOfTheStart) {
     commandLine = folder.filePath("none.chd");
     start();
     EXPECT_EQ(prompts.shown.at(0).caption, "FILE OPEN ERROR!");
     EXPECT_EQ(find<QTabBar>("TabChart")->tabText(1), "(empty)");
+    EXPECT_TRUE(chart(0).SaveDataFile(folder.filePath("run.chd")));
+    program.reset();
+
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(folder.path()));
+    commandLine = "run.chd";
+    start();
+    ASSERT_TRUE(QDir::setCurrent(before));
+    EXPECT_EQ(find<QTabBar>("TabChart")->tabText(1), "run");
+    find<QAction>("mnuSaveData")->trigger(); // to where it was, wherever the program works now
+    EXPECT_FALSE(QFile::exists("run.chd"));
+    EXPECT_EQ(prompts.shown.size(), 1U);
 }
 
 } // namespace

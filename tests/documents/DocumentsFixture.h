@@ -62,6 +62,7 @@ protected:
     FakePrompts prompts;
     FakeErrorRoute errors;
     OpenFiles openFiles{tabs, charts, *this, ComDlg, prompts};
-    SaveFiles save{tabs, charts, *this, ComDlg, prompts, errors};
-    ClearAndClose clearAndClose{tabs, charts, *this, prompts, errors, save};
+    RunState run;
+    SaveFiles save{tabs, run, charts, *this, ComDlg, prompts, errors};
+    ClearAndClose clearAndClose{tabs, run, charts, *this, prompts, errors, save};
 };

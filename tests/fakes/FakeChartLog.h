@@ -22,6 +22,9 @@ public:
         return status;
     }
     void CloseLog(const QString &LogDirectory, qint16) override { logs.erase(withoutSeparator(LogDirectory)); }
+    QStringList UnreadLogFiles(const QString &, Look) override { return {}; }
+    bool DiscardLog(const QString &) override { return true; }
+    void KeepWastebasketLimits() override {}
 
     std::set<QString> logs;           ///< directories with a usable log
     std::map<QString, QString> saved; ///< files, and the directories that they came from

@@ -7,7 +7,9 @@
 #include <QFileInfo>
 
 #include <deque>
+#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 /// The dialogs with answers laid ready. An empty answer, or none, is a Cancel.
@@ -33,6 +35,7 @@ public:
 
     std::vector<Showing> shown;
     std::deque<QString> answers;
+    std::function<void()> whileShown; ///< once, while the next one is up
     int printerShown = 0;
     std::optional<int> chosenCopies; ///< none: a Cancel
     std::optional<RunTimeError> printerError;
@@ -40,6 +43,8 @@ public:
 private:
     void show() {
         shown.push_back({DialogTitle, DefaultExt, FileName, Flags});
+        if (const auto act = std::exchange(whileShown, nullptr))
+            act();
         FileName.clear();
         if (!answers.empty()) {
             FileName = answers.front();

@@ -207,9 +207,14 @@ public:
 
 class FakeProcess : public Process {
 public:
-    void end() override { ended = true; }
+    void end() override {
+        ended = true;
+        if (atEnd)
+            atEnd();
+    }
 
     bool ended = false;
+    std::function<void()> atEnd; ///< looks at what is left
 };
 
 class FakeSleepGuard : public SleepGuard {

@@ -30,7 +30,7 @@ public:
         lay(2, files.subspan(first));
 
         const RecoveredLog log = readRunningLog(folder().path());
-        require(runningLogStands(folder().path()) == !log.empty());
+        require(glanceAtRunningLog(folder().path()).holdsLog == !log.empty());
         // Each sample is one of a file, or one of at most as many that fill gaps.
         require(static_cast<std::size_t>(log.data.samples.size()) * sizeof(SamplePair) <= 2 * files.size());
         require(16 * log.data.marks.size() + 8 * log.data.methodTexts.size() <= files.size());

@@ -49,7 +49,7 @@ TEST_F(InstancesTest, theFirstStartMakesAHiddenLogFolderAndTheFirstEntry) {
     EXPECT_TRUE(QDir(identity.LogDirectory).exists());
     QFile hidden(app.filePath(".hidden"));
     ASSERT_TRUE(hidden.open(QIODevice::ReadOnly));
-    EXPECT_EQ(hidden.readAll(), "Log\n");
+    EXPECT_EQ(hidden.readAll(), "Log\nDiscarded\n");
     EXPECT_EQ(stored("0"), "1");
     EXPECT_EQ(stored("1"), "Bench 3|14 Mar 2026|09:26:53|1773480413000");
     EXPECT_EQ(told(), "");

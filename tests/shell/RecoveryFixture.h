@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "fakes/FakeChartLog.h"
+#include "chart/Quillchart.h"
 #include "fakes/FakePlatform.h"
 #include "shell/Recovery.h"
 
@@ -11,17 +11,24 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-/// Recovery on a real folder. The operator is `dialog`; saving a log writes down what was saved.
+/// Recovery on a real folder with real logs. The operator is `dialog`; saving a log writes down what was saved.
 class RecoveryFixture : public testing::Test, public LogSaver {
 protected:
+    RecoveryFixture() { chart.setWastebasket(instances.wastebasket()); }
+
     /// A run of that name crashes: its log stands in a directory, its entry in the store.
     void leave(const QString &tag, const char *SystemName) {
-        makeFile("Log/" + tag + "/Log00001.dat");
+        layLog("Log/" + tag);
         addEntry(tag, SystemName);
     }
     void addEntry(const QString &tag, const char *SystemName) {
-        chart.logs.insert(app.path() + "/Log/" + tag);
         table.push_back({QString::number(table.size()), QString("%1|14.03.26|09:26|%2").arg(SystemName, tag)});
+    }
+    void layLog(const QString &directory) {
+        ASSERT_TRUE(QDir(app.path()).mkpath(directory));
+        Quillchart run(5);
+        run.AddSample(0.5F, 20);
+        ASSERT_EQ(run.WriteLog(app.filePath(directory), 1, 20000, 24), 0);
     }
     void makeFile(const QString &path) {
         ASSERT_TRUE(QDir(app.path()).mkpath(QFileInfo(path).path()));
@@ -35,9 +42,8 @@ protected:
         recovery.offer();
         return offered.join(';');
     }
-    /// What is in the Log folder.
-    QString standing() const {
-        return QDir(app.filePath("Log")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name).join(' ');
+    QString standing(const char *folder = "Log") const {
+        return QDir(app.filePath(folder)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name).join(' ');
     }
     void mnuSaveLog_Click() override {
         log.LogSaved = !cancelled.contains(identity.SystemName);
@@ -58,7 +64,7 @@ protected:
     FakeSettingsStore store;
     FakePrompts prompts;
     FakeClock clock;
-    FakeChartLog chart;
+    Quillchart chart{5};
     std::vector<SettingRow> table{{"0", "1"}};
     Instances instances{identity, store, prompts, clock, app.path()};
     Recovery recovery{

@@ -15,8 +15,7 @@ protected:
 
 TEST_F(RecoveryTest, whatIsSavedIsSweptAwayWithItsEntry) {
     leave("17", "Alpha");
-    makeFile("Log/19/Log00001.dat");
-    chart.logs.insert(app.filePath("Log/19"));
+    layLog("Log/19");
     dialog = [](Recovery &form) { EXPECT_TRUE(recoverFirst(form, 2)); };
     EXPECT_EQ(offer(), "Alpha 14.03.26 09:26;Unknown Log File 19");
     EXPECT_EQ(saved, "Alpha from 17, 19 from 19");
@@ -24,6 +23,64 @@ TEST_F(RecoveryTest, whatIsSavedIsSweptAwayWithItsEntry) {
     EXPECT_TRUE(prompts.shown.empty());
     EXPECT_EQ(standing(), "");
     EXPECT_TRUE(store.rows.empty());
+    EXPECT_TRUE(standing("Discarded").startsWith("17-20")); // and lies in the wastebasket
+}
+
+TEST_F(RecoveryTest, whatCannotBeReadAtThisStartIsOfferedAndStays) {
+    class OneUnreadFile : public FileOperations {
+    public:
+        OneUnreadFile() { standIn(this); }
+        ~OneUnreadFile() override { standIn(nullptr); }
+        int open(const char *path, int flags, mode_t mode) override {
+            errno = error;
+            return QByteArray(path).contains(unread) ? -1 : FileOperations::open(path, flags, mode);
+        }
+        QByteArray unread;
+        int error = EIO;
+    };
+    leave("17", "Alpha");
+    leave("18", "Beta");
+    leave("19", "Gamma");
+    makeFile("Log/18/Log00002.dat");
+    dialog = [this](Recovery &form) {
+        EXPECT_EQ(form.rows().size(), 3U);
+        EXPECT_FALSE(recoverFirst(form, 2));
+        prompts.answers = {BoxAnswer::Ok};
+        EXPECT_TRUE(form.cmdDoneButton_Click());
+    };
+    {
+        OneUnreadFile disk;
+        for (const auto &[unread, error] : {std::pair("Log/18/Log00002", EIO), std::pair("Log/18/Log00002", EACCES),
+                                            std::pair("Log/18/Log00002", EMFILE), std::pair("Log/18", ENOTCONN)}) {
+            SCOPED_TRACE(unread);
+            disk.unread = unread;
+            disk.error = error;
+            EXPECT_TRUE(chart.CheckLogFile(app.filePath("Log/18")));
+            EXPECT_EQ(chart.UnreadLogFiles(app.filePath("Log/18"), ChartLog::Look::Glance).size(), 1);
+            EXPECT_FALSE(chart.DiscardLog(app.filePath("Log/18")));
+        }
+        disk.unread = "Log/18/Log00002";
+        offer();
+    }
+    EXPECT_EQ(saved, "Alpha from 17, Beta from 18");
+    EXPECT_TRUE(prompts.shown.at(0).text.contains("Log/18/Log00002.dat: Transport endpoint is not connected"));
+    EXPECT_EQ(standing(), "18");
+    EXPECT_EQ(standing("Log/18"), "Log00001.dat Log00002.dat");
+    EXPECT_EQ(store.GetAllSettings("LogInfo").size(), 2U); // the count, and what names the log
+    EXPECT_EQ(store.GetSetting("LogInfo", "2", "").left(4), "Beta");
+    EXPECT_EQ(store.GetSetting("LogInfo", "0", ""), "1");
+}
+
+TEST_F(RecoveryTest, aLogThatCannotBeMovedStays) {
+    leave("17", "Alpha");
+    makeFile("Discarded");
+    dialog = [this](Recovery &form) {
+        prompts.answers = {BoxAnswer::Ok};
+        EXPECT_TRUE(form.cmdDoneButton_Click());
+    };
+    offer();
+    EXPECT_EQ(standing("Log/17"), "Log00001.dat");
+    EXPECT_TRUE(exists("Discarded"));
 }
 
 TEST_F(RecoveryTest, whatWasCancelledIsLostOnlyWhenTheOperatorSaysSo) {
@@ -37,7 +94,7 @@ TEST_F(RecoveryTest, whatWasCancelledIsLostOnlyWhenTheOperatorSaysSo) {
         prompts.answers = {BoxAnswer::Cancel, BoxAnswer::Ok};
         EXPECT_FALSE(form.cmdDoneButton_Click());
         EXPECT_EQ(standing(), "17 18");
-        makeFile("Log/20/Log00001.dat"); // of a copy that is started meanwhile
+        layLog("Log/20"); // of a copy that is started meanwhile
         EXPECT_TRUE(form.cmdDoneButton_Click());
     };
     offer();
@@ -48,9 +105,13 @@ TEST_F(RecoveryTest, whatWasCancelledIsLostOnlyWhenTheOperatorSaysSo) {
 TEST_F(RecoveryTest, runsThatLookAlikeAreAllSavedUnlessTheirEntryLeadsOutside) {
     leave("17", "Alpha");
     leave("18", "Alpha");
+    layLog("outside");
     addEntry("..", "Alpha");
     addEntry("../outside", "Beta");
-    dialog = [](Recovery &form) { EXPECT_FALSE(recoverFirst(form, 1)); };
+    dialog = [this](Recovery &form) {
+        EXPECT_TRUE(identity.LogDirectory.endsWith("/Log/18")); // never a place outside
+        EXPECT_FALSE(recoverFirst(form, 1));
+    };
     EXPECT_EQ(offer(), "Alpha 14.03.26 09:26;Alpha 14.03.26 09:26");
     EXPECT_EQ(saved, "Alpha from 17, Alpha from 18");
 }

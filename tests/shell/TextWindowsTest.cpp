@@ -51,7 +51,11 @@ protected:
     FakeChart chart[tabCount];
     FakePrompts prompts;
     std::map<QString, bool> pressed;
-    TextWindows windows{tabs, {&chart[0], &chart[1], &chart[2], &chart[3], &chart[4]}, *this, prompts, nullptr};
+    FakeChart log;
+    int written = 0;
+    TextWindows windows{
+        tabs,   {&chart[0], &chart[1], &chart[2], &chart[3], &chart[4]}, {log, [this] { ++written; }}, *this, prompts,
+        nullptr};
 };
 
 TEST_F(TextWindowsTest, OkTakesChangedNotesAndLeavesOthersLetterForLetter) {
