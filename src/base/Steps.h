@@ -3,6 +3,7 @@
 
 #include "base/RunTimeError.h"
 
+#include <exception>
 #include <utility>
 
 /// Runs `body`; a run-time error ends it. Answers the error's number, 0 when there was none.
@@ -13,6 +14,17 @@ int errorNumberOf(Body &&body) {
         return 0;
     } catch (const RunTimeError &error) {
         return error.number();
+    }
+}
+
+/// Runs `body`. Answers what flew out of it, of any type, to be thrown again where that does no harm; null for nothing.
+template <typename Body>
+std::exception_ptr errorOf(Body &&body) {
+    try {
+        std::forward<Body>(body)();
+        return nullptr;
+    } catch (...) {
+        return std::current_exception();
     }
 }
 

@@ -74,8 +74,21 @@ QByteArray SerialDevice::takeWaiting() {
 }
 
 std::optional<LineCounters> SerialDevice::counters() const {
+    // The signals first: without a handshake a chip tells their changes, and has them counted, only when it is asked.
+    int on = 0;
     serial_icounter_struct counted{};
-    if (::ioctl(device_.get(), TIOCGICOUNT, &counted) != 0)
+    const bool hasSignals = ::ioctl(device_.get(), TIOCMGET, &on) == 0;
+    const bool counts = ::ioctl(device_.get(), TIOCGICOUNT, &counted) == 0;
+    if (!hasSignals && !counts)
         return std::nullopt;
-    return LineCounters{counted.brk, counted.frame, counted.overrun, counted.buf_overrun, counted.parity};
+    const auto signal = [on](int changes, int line) { return changes * 2 + ((on & line) != 0 ? 1 : 0); };
+    return LineCounters{.breaks = counted.brk,
+                        .framing = counted.frame,
+                        .overrun = counted.overrun,
+                        .lost = counted.buf_overrun,
+                        .parity = counted.parity,
+                        .cts = signal(counted.cts, TIOCM_CTS),
+                        .dsr = signal(counted.dsr, TIOCM_DSR),
+                        .carrier = signal(counted.dcd, TIOCM_CAR),
+                        .ring = signal(counted.rng, TIOCM_RNG)};
 }

@@ -8,13 +8,19 @@
 
 #include <optional>
 
-/// What a serial line has suffered since the computer started.
+/// What has happened on a serial line since the computer started.
 struct LineCounters {
     int breaks = 0;
     int framing = 0;
     int overrun = 0; ///< the chip was not read in time
     int lost = 0;    ///< the kernel's buffer was not read in time
     int parity = 0;
+
+    // The signals: twice the changes that the driver counted, plus 1 while the signal is on. Some drivers count none.
+    int cts = 0;
+    int dsr = 0;
+    int carrier = 0;
+    int ring = 0;
 };
 
 /// The terminal device of a serial port beneath QSerialPort: claimed for one program, and asked and told what
@@ -34,7 +40,7 @@ public:
     int waiting() const;
     QByteArray takeWaiting();
 
-    /// None for a device that does not count, such as a pseudo-terminal.
+    /// None for a device that neither counts nor has signals, such as a pseudo-terminal.
     std::optional<LineCounters> counters() const;
 
 private:

@@ -213,10 +213,71 @@ TEST_F(QtSerialControlTest, countedFaultsBecomeEvents) {
     EXPECT_EQ(eventsAfter("x"), Events{SerialControl::Receive});
     counters = LineCounters{8, 9, 8, 8, 8};
     EXPECT_EQ(eventsAfter("x"), (Events{1001, 1004, 1006, 1008, 1009, SerialControl::Receive}));
+    counters->ring = 8;
+    counters->cts = 8;
+    EXPECT_EQ(eventsAfter("x"), (Events{3, 6, SerialControl::Receive}));
     counters->breaks = 9; // a break without bytes is found by the slow look
     events.clear();
     QTest::qWait(2300);
     EXPECT_EQ(events, Events{SerialControl::Break});
+}
+
+TEST_F(QtSerialControlTest, whoAsksWhetherTheLineLivesIsToldAtOnce) {
+    taking = false;
+    counters = LineCounters{};
+    ComPort.setRThreshold(3);
+    ASSERT_EQ(open(ComPort), 0);
+    counters->carrier = counters->dsr = 5;
+    ComPort.lookAtLine();
+    EXPECT_EQ(events, (Events{SerialControl::DataSetReadyChanged, SerialControl::CarrierChanged}));
+    instrument.send("ab");
+    ComPort.lookAtLine();
+    EXPECT_EQ(events.size(), 2U);
+    instrument.send("c");
+    ComPort.lookAtLine();
+    EXPECT_EQ(events.back(), SerialControl::Receive);
+    EXPECT_EQ(ComPort.Input(), "abc");
+    counters.reset(); // the driver does not answer
+    ComPort.lookAtLine();
+    ComPort.setPortOpen(false);
+    ComPort.lookAtLine();
+    EXPECT_EQ(events.size(), 3U);
+}
+
+TEST_F(QtSerialControlTest, anErrorOfTheHandlerLeavesTheLineAlive) {
+    counters = LineCounters{};
+    ComPort.OnComm = [this] {
+        events.push_back(ComPort.CommEvent());
+        throw RunTimeError(RunTimeError::Overflow);
+    };
+    ASSERT_EQ(open(ComPort), 0);
+    const int before = qApp->property("caught").toInt();
+    counters->breaks = 1;
+    EXPECT_EQ(eventsAfter("a"), (Events{SerialControl::Break, SerialControl::Receive}));
+    EXPECT_EQ(eventsAfter("b"), Events{SerialControl::Receive});
+    EXPECT_EQ(qApp->property("caught").toInt(), before + 2);
+    EXPECT_EQ(ComPort.Input(), "ab");
+}
+
+TEST_F(QtSerialControlTest, theLineLivesOnUnderADialogOfTheHandler) {
+    plugIn(instrument);
+    bool dialog = false;
+    ComPort.OnComm = [&] {
+        input += ComPort.Input();
+        if (std::exchange(dialog, true))
+            return;
+        instrument.send("b");
+        settle();
+        EXPECT_EQ(input, "ab");
+        instrument.unplug();
+        settle();
+        EXPECT_EQ(ComPort.InBufferCount(), 0);
+        ComPort.setPortOpen(false);
+    };
+    ASSERT_EQ(open(ComPort, 2), 0);
+    eventsAfter("a");
+    EXPECT_TRUE(dialog);
+    EXPECT_EQ(ComPort.Input(), "");
 }
 
 } // namespace
