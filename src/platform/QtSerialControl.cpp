@@ -3,7 +3,9 @@
 
 #include "base/RunTimeError.h"
 #include "base/Steps.h"
+#include "platform/PortLocks.h"
 
+#include <QFile>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -16,6 +18,8 @@ namespace {
 constexpr int lookForDeviceEvery = 1000; ///< ms
 /// ms; only for what happens without bytes, as every arrival looks too.
 constexpr int lookAtLineEvery = 2000;
+
+constexpr QFile::Permissions readableToAll = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
 
 struct LineRow {
     int LineCounters::*counter;
@@ -88,22 +92,29 @@ void QtSerialControl::setPortOpen(bool open) {
 }
 
 void QtSerialControl::openDevice() {
+    auto unlessOpen = qScopeGuard([this] { closeDevice(); });
     device_.emplace(path_);
-    line_.setPortName(path_);
-    if (!line_.open(QIODevice::ReadOnly)) {
-        device_.reset();
+    PortLocks::takeOver({path_, device_->path()});
+    const QString name = PortLocks::freeName({device_->path(), device_->privatePath()});
+    const QString lockFile = PortLocks::fileOfQSerialPort(name);
+    held_.emplace(device_->descriptor(), lockFile);
+    line_.setPortName(name);
+    if (!line_.open(QIODevice::ReadOnly))
         throw RunTimeError(errorFor(line_.error()), line_.errorString());
-    }
+    QFile::setPermissions(lockFile, readableToAll); // the next user must see whether its owner lives
     device_->excludeOthers();
     countInDevice();
     seen_ = counting_(*device_);
     if (seen_)
         lookAtLine_.start();
+    unlessOpen.dismiss();
 }
 
 void QtSerialControl::closeDevice() {
     lookAtLine_.stop();
-    line_.close();
+    if (line_.isOpen())
+        line_.close();
+    held_.reset();
     device_.reset();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/HeldPort.h"
 #include "platform/SerialControl.h"
 #include "platform/SerialDevice.h"
 
@@ -60,6 +61,7 @@ private:
     bool open_ = false;
     QString path_;                       ///< of the open port
     std::optional<SerialDevice> device_; ///< none while the port is closed or its device has vanished
+    std::optional<HeldPort> held_;       ///< of the device
     QSerialPort line_;
     QTimer lookForDevice_; ///< on while the device has vanished
     QTimer lookAtLine_;    ///< on while the device counts, or has signals

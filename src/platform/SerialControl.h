@@ -31,8 +31,8 @@ public:
 
     /// Stays true when the device vanishes; the control then opens the device again by itself when it comes back.
     virtual bool PortOpen() const = 0;
-    /// Raises 8002 when the computer has no such port, 8005 when another program holds it or it may not be opened,
-    /// another number when the device fails.
+    /// Raises 8002 when the computer has no such port or it is no terminal, 8005 when another program holds it or it
+    /// may not be opened, another number when the device fails.
     virtual void setPortOpen(bool open) = 0;
 
     /// Bytes that the input buffer takes; what comes beyond is lost with event 1008.

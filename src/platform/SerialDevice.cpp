@@ -8,6 +8,7 @@
 #include <linux/serial.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -23,9 +24,13 @@ RunTimeError openError(int error, const QString &path) {
     switch (error) {
     case ENOENT:
     case ENOTDIR:
+    case ELOOP:
+    case ENAMETOOLONG:
     case ENODEV:
     case ENXIO:
-    case EIO: // a port of the kernel's list that has no chip
+    case ENOTTY:
+    case EINVAL: // no terminal either
+    case EIO:    // a port of the kernel's list that has no chip
         return RunTimeError(RunTimeError::InvalidPortNumber);
     case EACCES:
     case EPERM:
@@ -37,13 +42,29 @@ RunTimeError openError(int error, const QString &path) {
     }
 }
 
+/// Nothing else is opened: whoever writes into a FIFO would take that for a listener.
+Descriptor opened(const QString &path) {
+    const QByteArray name = QFile::encodeName(path);
+    struct stat found {};
+    if (::stat(name.constData(), &found) != 0)
+        throw openError(errno, path);
+    if (!S_ISCHR(found.st_mode))
+        throw RunTimeError(RunTimeError::InvalidPortNumber);
+    return Descriptor(::open(name.constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+}
+
 } // namespace
 
-SerialDevice::SerialDevice(const QString &path)
-    : device_(::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {
+SerialDevice::SerialDevice(const QString &path) : device_(opened(path)) {
     termios settings{};
     if (!device_ || ::tcgetattr(device_.get(), &settings) != 0 || ::flock(device_.get(), LOCK_EX | LOCK_NB) != 0)
         throw openError(errno, path);
+}
+
+QString SerialDevice::path() const { return QFile::symLinkTarget(privatePath()); }
+
+QString SerialDevice::privatePath() const {
+    return QStringLiteral("/proc/%1/fd/%2").arg(::getpid()).arg(device_.get());
 }
 
 void SerialDevice::excludeOthers() { ::ioctl(device_.get(), TIOCEXCL); }

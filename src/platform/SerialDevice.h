@@ -27,9 +27,15 @@ struct LineCounters {
 /// QSerialPort has no words for.
 class SerialDevice {
 public:
-    /// Claims the device before anything of it is touched. Raises 8002 when there is none, 8005 when another program
-    /// holds it or it may not be opened, another number for what is no terminal.
+    /// Claims the device before anything of it is touched. Raises 8002 when there is none or it is no terminal, 8005
+    /// when another program holds it or it may not be opened.
     explicit SerialDevice(const QString &path);
+
+    /// The device's own path, by whatever link it was found.
+    QString path() const;
+    /// A path of the device that no other process has.
+    QString privatePath() const;
+    int descriptor() const { return device_.get(); }
 
     /// Others can no longer open the device, whether they honour locks or not; only root still can.
     void excludeOthers();
