@@ -129,7 +129,10 @@ void Program::bindEvents() {
         decoder_.TimerProcess_Timer();
         window_.chart(recorderChart).DrawNewData(); // the live view no longer does when the pass ended the recording
     });
-    timers_.CheckComData->Tick = underNet("TimerCheckComData_Timer", [this] { session_.TimerCheckComData_Timer(); });
+    timers_.CheckComData->Tick = underNet("TimerCheckComData_Timer", [this] {
+        platform_.ComPort.lookAtLine(); // what has only just come is life on the line, too
+        session_.TimerCheckComData_Timer();
+    });
     timers_.StopWaitForMethod->Tick =
         underNet("TimerStopWaitForMethod_Timer", [this] { intake_.TimerStopWaitForMethod_Timer(); });
     timers_.SaveLog->Tick = underNet("TimerSaveLog_Timer", [this] { log_.TimerSaveLog_Timer(); });

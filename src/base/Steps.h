@@ -3,7 +3,7 @@
 
 #include "base/RunTimeError.h"
 
-#include <optional>
+#include <exception>
 #include <utility>
 
 /// Runs `body`; a run-time error ends it. Answers the error's number, 0 when there was none.
@@ -30,26 +30,26 @@ int skippingErrors(Steps &&...steps) {
     return last;
 }
 
-/// Runs steps one after the other, each whatever has become of those before it. raise() then raises the first run-time
-/// error that came up, if any did.
+/// Runs steps one after the other, each whatever has become of those before it. raise() then raises the first error that
+/// came up, of any type, if one did.
 class EveryStep {
 public:
     template <typename Step>
     void run(Step &&step) {
         try {
             std::forward<Step>(step)();
-        } catch (const RunTimeError &error) {
+        } catch (...) {
             if (!first_)
-                first_ = error;
+                first_ = std::current_exception();
         }
     }
     void raise() const {
         if (first_)
-            throw RunTimeError(*first_);
+            std::rethrow_exception(first_);
     }
 
 private:
-    std::optional<RunTimeError> first_;
+    std::exception_ptr first_;
 };
 
 /// One handler over a whole routine: the first run-time error ends `body` and is handed to `handler`.

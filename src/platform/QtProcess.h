@@ -6,8 +6,11 @@
 /// The running program as the QApplication knows it, which must exist.
 class QtProcess : public Process {
 public:
-    /// The arguments that Qt left, one blank apart.
-    /// What was printed goes out; nothing is torn down and no destructor runs, since one that waits would keep the
-    /// program alive. The operating system closes the files and the serial port and drops their locks. Exit status 0.
+    /// From now on every end of the process lets go of the serial ports, a crash too.
+    QtProcess();
+
+    /// The serial ports are let go of and what was printed goes out; nothing is torn down and no destructor runs, since
+    /// one that waits would keep the program alive. The operating system closes the files and drops their locks. Exit
+    /// status 0.
     [[noreturn]] void end() override;
 };

@@ -3,26 +3,41 @@
 
 #include "base/RunTimeError.h"
 #include "base/Steps.h"
+#include "platform/PortLocks.h"
+
+#include <QFile>
+#include <QScopeGuard>
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace {
 
 constexpr int lookForDeviceEvery = 1000; ///< ms
-/// ms; only for faults without bytes, as every receive event looks too.
-constexpr int tellFaultsEvery = 2000;
+/// ms; only for what happens without bytes, as every arrival looks too.
+constexpr int lookAtLineEvery = 2000;
 
-struct FaultRow {
+constexpr QFile::Permissions readableToAll = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
+
+struct LineRow {
     int LineCounters::*counter;
     SerialControl::Event event;
 };
 
-constexpr FaultRow faults[] = {
-    {&LineCounters::breaks, SerialControl::Break},    {&LineCounters::framing, SerialControl::Framing},
-    {&LineCounters::overrun, SerialControl::Overrun}, {&LineCounters::lost, SerialControl::ReceiveBufferOverflow},
-    {&LineCounters::parity, SerialControl::Parity},
+// clang-format off
+constexpr LineRow lineEvents[] = {
+    {&LineCounters::cts,     SerialControl::ClearToSendChanged},
+    {&LineCounters::dsr,     SerialControl::DataSetReadyChanged},
+    {&LineCounters::carrier, SerialControl::CarrierChanged},
+    {&LineCounters::ring,    SerialControl::Ring},
+    {&LineCounters::breaks,  SerialControl::Break},
+    {&LineCounters::framing, SerialControl::Framing},
+    {&LineCounters::overrun, SerialControl::Overrun},
+    {&LineCounters::lost,    SerialControl::ReceiveBufferOverflow},
+    {&LineCounters::parity,  SerialControl::Parity},
 };
+// clang-format on
 
 int errorFor(QSerialPort::SerialPortError error) {
     switch (error) {
@@ -46,11 +61,13 @@ QtSerialControl::QtSerialControl(QObject *parent, const QString &name, DeviceOfP
     line_.setStopBits(QSerialPort::OneStop);
     line_.setFlowControl(QSerialPort::NoFlowControl);
     lookForDevice_.setInterval(lookForDeviceEvery);
-    tellFaults_.setInterval(tellFaultsEvery);
-    connect(&line_, &QSerialPort::readyRead, this, &QtSerialControl::receive);
-    connect(&line_, &QSerialPort::errorOccurred, this, &QtSerialControl::onLineError);
+    lookAtLine_.setInterval(lookAtLineEvery);
+    // Never from inside QSerialPort: while its signal lasts it gives no other, not even under a dialog of the
+    // handler's, and after an exception none at all.
+    connect(&line_, &QSerialPort::readyRead, this, &QtSerialControl::lookAtLine, Qt::QueuedConnection);
+    connect(&line_, &QSerialPort::errorOccurred, this, &QtSerialControl::onLineError, Qt::QueuedConnection);
     connect(&lookForDevice_, &QTimer::timeout, this, &QtSerialControl::lookForDevice);
-    connect(&tellFaults_, &QTimer::timeout, this, &QtSerialControl::tellFaults);
+    connect(&lookAtLine_, &QTimer::timeout, this, &QtSerialControl::lookAtLine);
 }
 
 void QtSerialControl::setPortOpen(bool open) {
@@ -65,6 +82,7 @@ void QtSerialControl::setPortOpen(bool open) {
         openDevice();
         // What came before nobody listened to; a line that was closed has heard nothing.
         line_.clear(QSerialPort::Input);
+        line_.clearError();
     } else {
         closeDevice();
         lookForDevice_.stop();
@@ -73,30 +91,38 @@ void QtSerialControl::setPortOpen(bool open) {
 }
 
 void QtSerialControl::openDevice() {
+    auto unlessOpen = qScopeGuard([this] { closeDevice(); });
     device_.emplace(path_);
-    line_.setPortName(path_);
-    if (!line_.open(QIODevice::ReadOnly)) {
-        device_.reset();
+    PortLocks::takeOver({path_, device_->path()});
+    const QString name = PortLocks::freeName({device_->path(), device_->privatePath()});
+    const QString lockFile = PortLocks::fileOfQSerialPort(name);
+    held_.emplace(device_->descriptor(), lockFile);
+    line_.setPortName(name);
+    if (!line_.open(QIODevice::ReadOnly))
         throw RunTimeError(errorFor(line_.error()), line_.errorString());
-    }
+    QFile::setPermissions(lockFile, readableToAll); // the next user must see whether its owner lives
     device_->excludeOthers();
     countInDevice();
-    told_ = counting_(*device_);
-    if (told_)
-        tellFaults_.start();
+    seen_ = counting_(*device_);
+    if (seen_)
+        lookAtLine_.start();
+    unlessOpen.dismiss();
 }
 
 void QtSerialControl::closeDevice() {
-    tellFaults_.stop();
-    line_.close();
+    lookAtLine_.stop();
+    if (line_.isOpen())
+        line_.close();
+    held_.reset();
     device_.reset();
 }
 
 /// The device has vanished. QSerialPort would go on complaining without end, so that the first complaint closes it. No
-/// event is raised: an unplugged line is no sign of life.
-void QtSerialControl::onLineError(QSerialPort::SerialPortError error) {
-    if (error == QSerialPort::NoError || !line_.isOpen() || !open_)
+/// event is raised: an unplugged line is no sign of life. A complaint about a port that was closed meanwhile is void.
+void QtSerialControl::onLineError() {
+    if (!open_ || !line_.isOpen() || line_.error() == QSerialPort::NoError)
         return;
+    keep(line_.readAll() + device_->takeWaiting());
     closeDevice();
     lookForDevice_.start();
 }
@@ -125,14 +151,18 @@ QByteArray QtSerialControl::Input() {
     return bytes;
 }
 
-void QtSerialControl::receive() {
-    const bool kept = keep(line_.readAll());
-    tellFaults();
-    if (!kept && !std::exchange(overflowing_, true))
-        raise(ReceiveBufferOverflow);
-    if (threshold_ > 0 && InBufferCount() >= threshold_)
-        raise(Receive);
-    countInDevice();
+void QtSerialControl::lookAtLine() {
+    if (!device_)
+        return;
+    const auto afterwards = qScopeGuard([this] { countInDevice(); });
+    const QByteArray arrived = line_.readAll() + device_->takeWaiting();
+    std::set<int> happened = eventsOfLine();
+    if (!keep(arrived) && !std::exchange(overflowing_, true))
+        happened.insert(ReceiveBufferOverflow);
+    QList<int> events(happened.begin(), happened.end());
+    if (threshold_ > 0 && !arrived.isEmpty() && input_.size() >= threshold_)
+        events << Receive;
+    raise(events);
 }
 
 /// False when the input buffer could not take all of it.
@@ -142,24 +172,29 @@ bool QtSerialControl::keep(const QByteArray &bytes) {
     return bytes.size() <= room;
 }
 
-/// One event for each kind of fault since the last look, however many there were.
-void QtSerialControl::tellFaults() {
-    if (!device_ || !told_)
-        return;
-    const LineCounters before = *told_;
-    const LineCounters now = counting_(*device_).value_or(before);
-    told_ = now;
-    for (const FaultRow &fault : faults) {
-        if (now.*fault.counter != before.*fault.counter)
-            raise(fault.event);
+/// What has happened since the last look, however often.
+std::set<int> QtSerialControl::eventsOfLine() {
+    std::set<int> events;
+    if (!seen_)
+        return events;
+    const LineCounters before = *seen_;
+    seen_ = counting_(*device_).value_or(before);
+    for (const LineRow &row : lineEvents) {
+        if ((*seen_).*row.counter != before.*row.counter)
+            events.insert(row.event);
     }
+    return events;
 }
 
-/// Nothing comes from a port that a handler has closed meanwhile.
-void QtSerialControl::raise(int event) {
-    event_ = event;
-    if (open_ && OnComm)
-        OnComm();
+/// Nothing comes from a port that a handler has closed meanwhile. An error of the handler keeps no event from it.
+void QtSerialControl::raise(const QList<int> &events) {
+    EveryStep told;
+    for (const int event : events) {
+        event_ = event;
+        if (open_ && OnComm)
+            told.run(OnComm);
+    }
+    told.raise();
 }
 
 /// What already waits in the input buffer need not be counted again.

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/HeldPort.h"
 #include "platform/SerialControl.h"
 #include "platform/SerialDevice.h"
 
+#include <QList>
 #include <QObject>
 #include <QSerialPort>
 #include <QTimer>
 
 #include <functional>
 #include <optional>
+#include <set>
 
 /// A serial port on QSerialPort. Wakes the program only when a whole receive event has come in: the terminal itself
 /// counts to RThreshold.
@@ -19,7 +22,7 @@ class QtSerialControl : public QObject, public SerialControl {
 public:
     /// The path of the device that stands for a port's number; empty for none.
     using DeviceOfPort = std::function<QString(int)>;
-    /// What the line's faults are counted by.
+    /// What the line's faults and the changes of its signals are counted by.
     using Counting = std::function<std::optional<LineCounters>(const SerialDevice &)>;
 
     /// `name` becomes the object name.
@@ -36,16 +39,16 @@ public:
     int InBufferCount() const override;
     QByteArray Input() override;
     int CommEvent() const override { return event_; }
+    void lookAtLine() override;
 
 private:
     void openDevice();
     void closeDevice();
-    void onLineError(QSerialPort::SerialPortError error);
+    void onLineError();
     void lookForDevice();
-    void receive();
     bool keep(const QByteArray &bytes);
-    void tellFaults();
-    void raise(int event);
+    std::set<int> eventsOfLine();
+    void raise(const QList<int> &events);
     void countInDevice();
 
     DeviceOfPort deviceOfPort_;
@@ -58,10 +61,11 @@ private:
     bool open_ = false;
     QString path_;                       ///< of the open port
     std::optional<SerialDevice> device_; ///< none while the port is closed or its device has vanished
+    std::optional<HeldPort> held_;       ///< of the device
     QSerialPort line_;
     QTimer lookForDevice_; ///< on while the device has vanished
-    QTimer tellFaults_;    ///< on while the device counts its faults
-    std::optional<LineCounters> told_;
+    QTimer lookAtLine_;    ///< on while the device counts, or has signals
+    std::optional<LineCounters> seen_;
 
     QByteArray input_;
     bool overflowing_ = false; ///< bytes are being lost, and that has been told

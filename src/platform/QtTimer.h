@@ -6,7 +6,7 @@
 #include <QPointer>
 #include <QTimer>
 
-/// A timer on Qt's own, coarse one: ticks may gather with others, up to a twentieth of the interval away.
+/// A timer on Qt's own, precise to the millisecond as far as the event loop is free.
 class QtTimer : public Timer {
 public:
     /// The QTimer becomes a child of `parent`, which may go first, and bears `name` as its object name.

@@ -9,9 +9,13 @@
 /// The receiving end of a serial port: 9600 baud, 8 data bits, no parity, 1 stop bit, raw, no handshaking, exclusive.
 class SerialControl {
 public:
-    /// What CommEvent answers: a receive event, the line's faults, the buffer's overflow.
+    /// What CommEvent answers: a receive event, changes of the line's signals, its faults, the buffer's overflow.
     enum Event : int {
         Receive = 2,
+        ClearToSendChanged = 3,
+        DataSetReadyChanged = 4,
+        CarrierChanged = 5,
+        Ring = 6,
         Break = 1001,
         Framing = 1004,
         Overrun = 1006,
@@ -27,8 +31,8 @@ public:
 
     /// Stays true when the device vanishes; the control then opens the device again by itself when it comes back.
     virtual bool PortOpen() const = 0;
-    /// Raises 8002 when the computer has no such port, 8005 when another program holds it or it may not be opened,
-    /// another number when the device fails.
+    /// Raises 8002 when the computer has no such port or it is no terminal, 8005 when another program holds it or it
+    /// may not be opened, another number when the device fails.
     virtual void setPortOpen(bool open) = 0;
 
     /// Bytes that the input buffer takes; what comes beyond is lost with event 1008.
@@ -42,6 +46,11 @@ public:
 
     /// What the event being raised is; see Event.
     virtual int CommEvent() const = 0;
-    /// Raised for every event of the line, on the user-interface thread.
+    /// Raised for every event of the line, on the user-interface thread. It may show dialogs and close the port. What
+    /// it throws reaches the event loop, or the caller of lookAtLine, after the other events that were due.
     std::function<void()> OnComm;
+
+    /// Raises at once what has come in and what has happened on the line since the last look, one event of a kind. The
+    /// control looks by itself at each arrival and now and then; whoever asks whether the line lives calls this first.
+    virtual void lookAtLine() {}
 };

@@ -8,6 +8,7 @@
 #include <linux/serial.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -23,9 +24,13 @@ RunTimeError openError(int error, const QString &path) {
     switch (error) {
     case ENOENT:
     case ENOTDIR:
+    case ELOOP:
+    case ENAMETOOLONG:
     case ENODEV:
     case ENXIO:
-    case EIO: // a port of the kernel's list that has no chip
+    case ENOTTY:
+    case EINVAL: // no terminal either
+    case EIO:    // a port of the kernel's list that has no chip
         return RunTimeError(RunTimeError::InvalidPortNumber);
     case EACCES:
     case EPERM:
@@ -37,13 +42,29 @@ RunTimeError openError(int error, const QString &path) {
     }
 }
 
+/// Nothing else is opened: whoever writes into a FIFO would take that for a listener.
+Descriptor opened(const QString &path) {
+    const QByteArray name = QFile::encodeName(path);
+    struct stat found {};
+    if (::stat(name.constData(), &found) != 0)
+        throw openError(errno, path);
+    if (!S_ISCHR(found.st_mode))
+        throw RunTimeError(RunTimeError::InvalidPortNumber);
+    return Descriptor(::open(name.constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+}
+
 } // namespace
 
-SerialDevice::SerialDevice(const QString &path)
-    : device_(::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {
+SerialDevice::SerialDevice(const QString &path) : device_(opened(path)) {
     termios settings{};
     if (!device_ || ::tcgetattr(device_.get(), &settings) != 0 || ::flock(device_.get(), LOCK_EX | LOCK_NB) != 0)
         throw openError(errno, path);
+}
+
+QString SerialDevice::path() const { return QFile::symLinkTarget(privatePath()); }
+
+QString SerialDevice::privatePath() const {
+    return QStringLiteral("/proc/%1/fd/%2").arg(::getpid()).arg(device_.get());
 }
 
 void SerialDevice::excludeOthers() { ::ioctl(device_.get(), TIOCEXCL); }
@@ -74,8 +95,21 @@ QByteArray SerialDevice::takeWaiting() {
 }
 
 std::optional<LineCounters> SerialDevice::counters() const {
+    // The signals first: without a handshake a chip tells their changes, and has them counted, only when it is asked.
+    int on = 0;
     serial_icounter_struct counted{};
-    if (::ioctl(device_.get(), TIOCGICOUNT, &counted) != 0)
+    const bool hasSignals = ::ioctl(device_.get(), TIOCMGET, &on) == 0;
+    const bool counts = ::ioctl(device_.get(), TIOCGICOUNT, &counted) == 0;
+    if (!hasSignals && !counts)
         return std::nullopt;
-    return LineCounters{counted.brk, counted.frame, counted.overrun, counted.buf_overrun, counted.parity};
+    const auto signal = [on](int changes, int line) { return changes * 2 + ((on & line) != 0 ? 1 : 0); };
+    return LineCounters{.breaks = counted.brk,
+                        .framing = counted.frame,
+                        .overrun = counted.overrun,
+                        .lost = counted.buf_overrun,
+                        .parity = counted.parity,
+                        .cts = signal(counted.cts, TIOCM_CTS),
+                        .dsr = signal(counted.dsr, TIOCM_DSR),
+                        .carrier = signal(counted.dcd, TIOCM_CAR),
+                        .ring = signal(counted.rng, TIOCM_RNG)};
 }

@@ -108,6 +108,10 @@ public:
     int InBufferCount() const override { return pretendedCount >= 0 ? pretendedCount : int(buffer_.size()); }
     QByteArray Input() override { return std::exchange(buffer_, {}); }
     int CommEvent() const override { return event_; }
+    void lookAtLine() override {
+        if (const int event = std::exchange(unseen, 0); event != 0)
+            raise(event);
+    }
 
     /// Bytes come in; the receive event follows when enough wait.
     void arrive(const QByteArray &bytes) {
@@ -123,6 +127,7 @@ public:
 
     std::map<int, int> failing; ///< port number to error number
     int inBufferSize = 0;
+    int unseen = 0;          ///< the event that the next look at the line raises when not 0
     int pretendedCount = -1; ///< what InBufferCount answers when not negative
 
 private:

@@ -23,7 +23,9 @@ TEST(QtTimerTest, enablingARunningTimerLeavesItsCountdownAlone) {
     int ticks = 0;
     QtTimer timer(&window, "TimerProcess", 200);
     timer.Tick = [&] { ++ticks; };
-    EXPECT_NE(window.findChild<QTimer *>("TimerProcess"), nullptr);
+    const QTimer *named = window.findChild<QTimer *>("TimerProcess");
+    ASSERT_NE(named, nullptr);
+    EXPECT_EQ(named->timerType(), Qt::PreciseTimer);
     timer.setEnabled(true);
     QTest::qWait(120);
     timer.setEnabled(true);

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/QtSerialControl.h"
 
+#include "OtherProcess.h"
 #include "base/RunTimeError.h"
 #include "base/Steps.h"
+#include "platform/PortLocks.h"
+#include "platform/QtProcess.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -10,9 +13,12 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <csignal>
+#include <cstdlib>
 #include <map>
 
 namespace {
@@ -65,6 +71,28 @@ protected:
     }
     /// Long enough for all that was sent to arrive.
     static void settle() { QTest::qWait(60); }
+    void leaveLock(pid_t owner) const {
+        QFile lock(lockFile);
+        ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+        lock.write(QByteArray::number(owner).rightJustified(10) + "\n");
+    }
+    /// What opening by the link says to a lock of this owner.
+    int lockedBy(pid_t owner) {
+        leaveLock(owner);
+        return open(ComPort, 2);
+    }
+    QByteArray lock() const {
+        QFile file(lockFile);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    /// 0 when an ordinary user can open the port.
+    int openedByUser() const {
+        ::chmod(instrument.path().toLocal8Bit().constData(), 0666);
+        return exitStatusOfUser([this] {
+            QtSerialControl control(nullptr, "ComPort", [this](int number) { return device(number); });
+            return errorNumberOf([&] { control.setPortOpen(true); }) == 0 ? 0 : 1;
+        });
+    }
     std::vector<int> eventsAfter(const QByteArray &bytes) {
         events.clear();
         EXPECT_TRUE(instrument.send(bytes));
@@ -75,6 +103,7 @@ protected:
     QTemporaryDir folder;
     QString link = folder.filePath("instrument");
     Instrument instrument;
+    QString lockFile = PortLocks::fileOfQSerialPort(instrument.path());
     std::map<int, QString> devices{{1, instrument.path()}, {2, link}};
     std::optional<LineCounters> counters;
     QtSerialControl ComPort{nullptr, "ComPort", [this](int number) { return device(number); },
@@ -161,13 +190,62 @@ TEST_F(QtSerialControlTest, aPortIsHeldByOneAlone) {
     EXPECT_EQ(open(CommTmp, 2), 0);
 }
 
-TEST_F(QtSerialControlTest, aMissingPortIsInvalidAndAPlainFileAnotherError) {
+TEST_F(QtSerialControlTest, whatIsMissingOrNoTerminalIsAnInvalidPort) {
+    const auto lay = [this](int number, const char *name) { return devices[number] = folder.filePath(name); };
     devices[4] = "/dev/ttyNone";
     devices[5] = "/dev/null";
-    EXPECT_EQ(open(ComPort, 3), RunTimeError::InvalidPortNumber);
-    EXPECT_EQ(open(ComPort, 4), RunTimeError::InvalidPortNumber);
-    EXPECT_EQ(open(ComPort, 5), RunTimeError::PathFileAccess);
+    devices[6] = folder.path();
+    ASSERT_EQ(::mkfifo(lay(7, "fifo").toLocal8Bit().constData(), 0666), 0);
+    ASSERT_TRUE(QFile(lay(8, "file")).open(QIODevice::WriteOnly));
+    ASSERT_TRUE(QFile::link(lay(9, "loop"), lay(9, "loop")));
+    for (const qint16 number : {3, 4, 5, 6, 7, 8, 9}) {
+        EXPECT_EQ(open(ComPort, number), RunTimeError::InvalidPortNumber) << number;
+        EXPECT_FALSE(QFile::exists(PortLocks::fileOfQSerialPort(device(number)))) << number;
+    }
     EXPECT_FALSE(ComPort.PortOpen());
+}
+
+TEST_F(QtSerialControlTest, aLockOfALivingProgramIsHonouredAndADeadOnesTakenOver) {
+    plugIn(instrument);
+    EXPECT_EQ(lockedBy(::getppid()), RunTimeError::PortAlreadyOpen);
+    EXPECT_FALSE(instrument.isExclusive());
+    EXPECT_EQ(lockedBy(deadProcess()), 0);
+    EXPECT_TRUE(lock().startsWith(QByteArray::number(::getpid()) + '\n'));
+    ComPort.setPortOpen(false);
+    EXPECT_FALSE(QFile::exists(lockFile));
+    EXPECT_FALSE(instrument.isExclusive());
+}
+
+TEST_F(QtSerialControlTest, everyEndLetsGoOfThePortForAnotherUser) {
+    if (::getuid() != 0)
+        GTEST_SKIP() << "only root can be another user";
+    const std::pair<const char *, std::function<void()>> ends[] = {
+        {"end", [] { QtProcess().end(); }},    {"exit", [] { std::exit(1); }},
+        {"abort", [] { std::abort(); }},       {"terminate", [] { std::terminate(); }},
+        {"quit", [] { std::raise(SIGQUIT); }}, {"pipe", [] { std::raise(SIGPIPE); }},
+    };
+    std::signal(SIGPIPE, SIG_DFL);
+    for (const auto &[name, end] : ends) {
+        const int status = statusOfProcess([&, &end = end] {
+            const QtProcess process;
+            if (open(ComPort) != 0 || !QFile::exists(lockFile) || openedByUser() == 0)
+                return 99;
+            end();
+            return 98;
+        });
+        EXPECT_NE(WIFEXITED(status) ? WEXITSTATUS(status) : 0, 99) << name;
+        EXPECT_EQ(openedByUser(), 0) << name;
+        EXPECT_FALSE(QFile::exists(lockFile)) << name;
+    }
+}
+
+TEST_F(QtSerialControlTest, theLockOfADeadUserKeepsNobodyOut) {
+    if (::getuid() != 0)
+        GTEST_SKIP() << "only root can be another user";
+    leaveLock(deadProcess());
+    EXPECT_EQ(openedByUser(), 0);
+    EXPECT_TRUE(QFile::exists(lockFile)); // whose folder keeps it for its owner
+    QFile::remove(lockFile);
 }
 
 TEST_F(QtSerialControlTest, anUnpluggedDeviceIsSilentAndIsTakenUpAgain) {
@@ -213,10 +291,71 @@ TEST_F(QtSerialControlTest, countedFaultsBecomeEvents) {
     EXPECT_EQ(eventsAfter("x"), Events{SerialControl::Receive});
     counters = LineCounters{8, 9, 8, 8, 8};
     EXPECT_EQ(eventsAfter("x"), (Events{1001, 1004, 1006, 1008, 1009, SerialControl::Receive}));
+    counters->ring = 8;
+    counters->cts = 8;
+    EXPECT_EQ(eventsAfter("x"), (Events{3, 6, SerialControl::Receive}));
     counters->breaks = 9; // a break without bytes is found by the slow look
     events.clear();
     QTest::qWait(2300);
     EXPECT_EQ(events, Events{SerialControl::Break});
+}
+
+TEST_F(QtSerialControlTest, whoAsksWhetherTheLineLivesIsToldAtOnce) {
+    taking = false;
+    counters = LineCounters{};
+    ComPort.setRThreshold(3);
+    ASSERT_EQ(open(ComPort), 0);
+    counters->carrier = counters->dsr = 5;
+    ComPort.lookAtLine();
+    EXPECT_EQ(events, (Events{SerialControl::DataSetReadyChanged, SerialControl::CarrierChanged}));
+    instrument.send("ab");
+    ComPort.lookAtLine();
+    EXPECT_EQ(events.size(), 2U);
+    instrument.send("c");
+    ComPort.lookAtLine();
+    EXPECT_EQ(events.back(), SerialControl::Receive);
+    EXPECT_EQ(ComPort.Input(), "abc");
+    counters.reset(); // the driver does not answer
+    ComPort.lookAtLine();
+    ComPort.setPortOpen(false);
+    ComPort.lookAtLine();
+    EXPECT_EQ(events.size(), 3U);
+}
+
+TEST_F(QtSerialControlTest, anErrorOfTheHandlerLeavesTheLineAlive) {
+    counters = LineCounters{};
+    ComPort.OnComm = [this] {
+        events.push_back(ComPort.CommEvent());
+        throw RunTimeError(RunTimeError::Overflow);
+    };
+    ASSERT_EQ(open(ComPort), 0);
+    const int before = qApp->property("caught").toInt();
+    counters->breaks = 1;
+    EXPECT_EQ(eventsAfter("a"), (Events{SerialControl::Break, SerialControl::Receive}));
+    EXPECT_EQ(eventsAfter("b"), Events{SerialControl::Receive});
+    EXPECT_EQ(qApp->property("caught").toInt(), before + 2);
+    EXPECT_EQ(ComPort.Input(), "ab");
+}
+
+TEST_F(QtSerialControlTest, theLineLivesOnUnderADialogOfTheHandler) {
+    plugIn(instrument);
+    bool dialog = false;
+    ComPort.OnComm = [&] {
+        input += ComPort.Input();
+        if (std::exchange(dialog, true))
+            return;
+        instrument.send("b");
+        settle();
+        EXPECT_EQ(input, "ab");
+        instrument.unplug();
+        settle();
+        EXPECT_EQ(ComPort.InBufferCount(), 0);
+        ComPort.setPortOpen(false);
+    };
+    ASSERT_EQ(open(ComPort, 2), 0);
+    eventsAfter("a");
+    EXPECT_TRUE(dialog);
+    EXPECT_EQ(ComPort.Input(), "");
 }
 
 } // namespace
