@@ -68,14 +68,22 @@ int play(const SimulatorOptions &options) {
         truth.emplace(sink);
     const std::unique_ptr<LineSource> source = makeSource(options, truth ? &*truth : nullptr);
 
-    Transmitter transmitter{*source, {options.link, options.speed, recordIn(options.record)}};
-    transmitter.plugged = [](const QString &path) { print(stdout, path + '\n'); };
-    transmitter.finished = [] { QCoreApplication::exit(Good); };
-    transmitter.failed = [](const RunTimeError &error) {
+    const auto fail = [](const RunTimeError &error) {
         print(stderr, "velquin-sim: " + error.description() + '\n');
         QCoreApplication::exit(Failed);
     };
+    Plug plug{options.link};
+    plug.newPort = [](const QString &path) { print(stdout, path + '\n'); };
+    plug.failed = fail;
+    Transmitter transmitter{*source, plug, {options.speed, recordIn(options.record)}};
+    transmitter.finished = [] { QCoreApplication::exit(Good); };
+    transmitter.failed = fail;
     const StopSignals signals_{[] { QCoreApplication::exit(Good); }};
+    if (options.speed > Transmitter::recorderFollows)
+        print(stderr, QString{"velquin-sim: --speed above %1 is faster than the recorder decodes; it will miss parts "
+                              "of the run\n"}
+                          .arg(Transmitter::recorderFollows));
+    plug.set(true);
     transmitter.start();
     return QCoreApplication::exec();
 }
