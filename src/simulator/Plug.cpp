@@ -35,11 +35,14 @@ void Plug::set(bool in) {
 void Plug::watchPort() {
     gone_ = std::make_unique<QSocketNotifier>(port_->file(), QSocketNotifier::Read);
     gone_->setEnabled(false);
-    QObject::connect(gone_.get(), &QSocketNotifier::activated, &look_, [this] {
-        // Off until the next look by time: a listener that keeps sending must not keep us busy.
-        gone_->setEnabled(false);
-        QTimer::singleShot(0, &look_, [this] { lookAfterPort(); });
-    });
+    // Queued, since a new port takes the place of the notifier too. It is off until the next look by time: a listener
+    // that keeps sending must not keep us busy.
+    const auto look = [this] {
+        if (gone_)
+            gone_->setEnabled(false);
+        lookAfterPort();
+    };
+    QObject::connect(gone_.get(), &QSocketNotifier::activated, &look_, look, Qt::QueuedConnection);
     newPort(port_->path());
 }
 

@@ -114,7 +114,7 @@ void ScriptReader::closeLoop(int column) {
 QString decodeScript(const QByteArray &utf8) {
     using Converter = QStringConverter;
     QStringDecoder atOnce{Converter::Utf8, Converter::Flag::Stateless};
-    const QString text = atOnce(utf8);
+    QString text = atOnce(utf8);
     if (!atOnce.hasError())
         return text;
     QStringDecoder bytewise{Converter::Utf8};
