@@ -3,7 +3,9 @@
 
 #include "base/RunTimeError.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
+#include <QThread>
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -112,10 +114,15 @@ void OutputFile::joinStandardStream(const struct stat &found) {
         refuseKind(found, path_);
 }
 
-/// Without waiting for the reader of a pipe, and without emptying anything.
+/// Without waiting for ever for the reader of a pipe, and without emptying anything.
 void OutputFile::openApart(int flags) {
     constexpr int careful = O_WRONLY | O_NOCTTY | O_CLOEXEC | O_NONBLOCK;
-    file_ = SystemFile{::open(QFile::encodeName(path_).constData(), careful | flags, 0666)};
+    const auto open = [&] {
+        file_ = SystemFile{::open(QFile::encodeName(path_).constData(), careful | flags, 0666)};
+        return bool(file_) || errno != ENXIO;
+    };
+    for (const QDeadlineTimer patience{readerPatience}; !open() && !patience.hasExpired();)
+        QThread::msleep(20);
     if (!file_ && errno == ENXIO)
         refuse(path_, "is a pipe that nobody reads");
     if (!file_)

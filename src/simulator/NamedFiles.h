@@ -27,7 +27,8 @@ private:
 /// it is left alone until begin(). What is standard output or standard error already is written along with these.
 class OutputFile {
 public:
-    /// Raises a run-time error for a folder, a pipe that nobody reads, a disk, and for what may not be written.
+    /// Raises a run-time error for a folder, a pipe that nobody reads within five seconds, a disk, and for what may not
+    /// be written.
     explicit OutputFile(const QString &path);
     /// A file that was made here and never begun is removed again.
     ~OutputFile();

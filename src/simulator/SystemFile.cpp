@@ -11,11 +11,9 @@
 
 namespace {
 
-constexpr int readerMayTake = 5000; // ms
-
 void awaitReader(int file, const QString &name) {
     pollfd reader{file, POLLOUT, 0};
-    if (::poll(&reader, 1, readerMayTake) == 0)
+    if (::poll(&reader, 1, readerPatience) == 0)
         throw RunTimeError(RunTimeError::PathFileAccess, name + ": nobody reads it");
 }
 

@@ -36,6 +36,9 @@ struct FileIdentity {
     bool operator==(const FileIdentity &) const = default;
 };
 
+/// How long a reader of a pipe may keep us waiting, in ms.
+constexpr int readerPatience = 5000;
+
 /// Writes all of it to a file, pipe or terminal, `name` being its name in messages. Raises a run-time error when that
-/// fails or when a reader takes nothing for five seconds.
+/// fails or when a reader takes nothing for that long.
 void writeAll(int file, QByteArrayView bytes, const QString &name);
