@@ -16,7 +16,7 @@ double heightNow(const Peak &peak) {
     return peak.height * std::exp2(-(peak.time / flank) * (peak.time / flank));
 }
 
-bool isOver(const Peak &peak) { return -peak.time > 10 * peak.width * std::max(1.0, peak.tail); }
+bool isOver(const Peak &peak) { return -peak.time > 10 * peak.width; }
 
 } // namespace
 

@@ -15,6 +15,9 @@ namespace {
 // Eight data bits take ten on the line, with start and stop bit.
 constexpr qsizetype bytesPerTick = baudRate / 10 / samplesPerSecond;
 
+// More than a single statement and what is measured meanwhile; some forty minutes on the line.
+constexpr qsizetype mostWaiting = 2'000'000;
+
 struct Block {
     char letter; // 0: this kind has no block for it
     quint8 parameter;
@@ -53,7 +56,7 @@ Player::Player(RunScript script, const Settings &settings)
 
 std::optional<LineTick> Player::next() {
     performSteps();
-    if (ticksLeft_ > 0) {
+    if (ticksLeft_ > 0 && !isCongested()) {
         --ticksLeft_;
         if (state_ == Line::Sending)
             sendPair();
@@ -70,12 +73,14 @@ std::optional<LineTick> Player::next() {
 }
 
 void Player::performSteps() {
-    while (ticksLeft_ == 0 && position_ < script_.steps.size()) {
+    while (ticksLeft_ == 0 && position_ < script_.steps.size() && !isCongested()) {
         perform(script_.steps[position_++]);
         if (position_ == script_.steps.size() && settings_.loops)
             position_ = 0;
     }
 }
+
+bool Player::isCongested() const { return line_.size() > mostWaiting; }
 
 void Player::perform(const Step &step) {
     switch (step.action) {

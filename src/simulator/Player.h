@@ -7,7 +7,8 @@
 #include "simulator/TruthRecord.h"
 
 /// Plays a script as an instrument of either kind would send it. News stands before the sample pair at which it comes.
-/// What takes longer on the line than a sample time delays the blocks behind it.
+/// What takes longer on the line than a sample time delays the blocks behind it. A script that goes on sending more
+/// than the line carries stands still while two million bytes wait.
 class Player : public LineSource {
 public:
     struct Settings {
@@ -25,6 +26,7 @@ private:
     enum class Line { Sending, Silent, Unplugged };
 
     void performSteps();
+    bool isCongested() const;
     void perform(const Step &step);
     void performOther(const Step &step);
     void sendNews(Action action);
@@ -37,8 +39,8 @@ private:
     Detectors detectors_;
     size_t position_ = 0;
     int ticksLeft_ = 0;
-    int ticksPlayed_ = 0;
-    int pairsSent_ = 0;
+    qint64 ticksPlayed_ = 0;
+    qint64 pairsSent_ = 0;
     Line state_ = Line::Sending;
     Flow flow_ = Flow::Running;
     char uvLetter_;

@@ -3,96 +3,154 @@
 
 #include "base/RunTimeError.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <fcntl.h>
 #include <poll.h>
-#include <termios.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
+#include <tuple>
 
 namespace {
+
+constexpr mode_t everybody = 0666;
 
 void check(bool good, const QString &what) {
     if (!good)
         throw RunTimeError::fromErrno(errno, what);
 }
 
-void discardWaiting(int file) {
-    char bytes[256];
-    while (::read(file, bytes, sizeof bytes) > 0) {
-    }
+termios settingsOf(const SystemFile &terminal) {
+    termios settings{};
+    ::tcgetattr(terminal.number(), &settings);
+    return settings;
+}
+
+int answerOf(const SystemFile &terminal, unsigned long question) {
+    int answer = 0;
+    return ::ioctl(terminal.number(), question, &answer) == 0 ? answer : 0;
+}
+
+bool isSame(const termios &one, const termios &other) {
+    const auto flags = [](const termios &line) {
+        return std::tie(line.c_iflag, line.c_oflag, line.c_cflag, line.c_lflag, line.c_ispeed, line.c_ospeed);
+    };
+    return flags(one) == flags(other) && std::ranges::equal(one.c_cc, other.c_cc);
+}
+
+void makeRaw(const SystemFile &terminal) {
+    termios line = settingsOf(terminal);
+    ::cfmakeraw(&line);
+    line.c_cflag |= CLOCAL | CREAD;
+    ::cfsetspeed(&line, B9600);
+    check(::tcsetattr(terminal.number(), TCSANOW, &line) == 0, "the pseudo-terminal cannot be set up");
 }
 
 } // namespace
 
 PseudoTerminal::PseudoTerminal(const QString &link) : link_(QFile::encodeName(link)) {
-    try {
-        open();
-        makeRaw();
-        if (!link_.isEmpty())
-            makeLink();
-    } catch (...) {
-        ::close(master_);
-        throw;
-    }
+    open();
+    makeLink();
 }
 
 PseudoTerminal::~PseudoTerminal() {
     // Another instrument may have taken the link over.
     if (!link_.isEmpty() && QFile::symLinkTarget(QFile::decodeName(link_)) == path_)
         ::unlink(link_.constData());
-    ::close(master_);
-}
-
-void PseudoTerminal::open() {
-    master_ = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
-    check(master_ >= 0, "pseudo-terminal");
-    char name[128];
-    const bool ready = ::grantpt(master_) == 0 && ::unlockpt(master_) == 0;
-    check(ready && ::ptsname_r(master_, name, sizeof name) == 0, "pseudo-terminal");
-    path_ = QFile::decodeName(name);
 }
 
 /// Opens and closes the listener's end once, so that the line also knows from the start that nobody listens.
-void PseudoTerminal::makeRaw() const {
-    const int listener = ::open(QFile::encodeName(path_).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    check(listener >= 0, path_);
-    termios line{};
-    bool good = ::tcgetattr(listener, &line) == 0;
-    ::cfmakeraw(&line);
-    line.c_cflag |= CLOCAL | CREAD;
-    good = good && ::cfsetspeed(&line, B9600) == 0 && ::tcsetattr(listener, TCSANOW, &line) == 0;
-    const int error = errno;
-    ::close(listener);
-    errno = error;
-    check(good, path_);
+void PseudoTerminal::open() {
+    const QString failure = "a pseudo-terminal cannot be made";
+    SystemFile master{::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK)};
+    check(bool(master), failure);
+    char name[128];
+    const bool ready = ::grantpt(master.number()) == 0 && ::unlockpt(master.number()) == 0;
+    check(ready && ::ptsname_r(master.number(), name, sizeof name) == 0, failure);
+    master_ = std::move(master);
+    path_ = QFile::decodeName(name);
+
+    const SystemFile listener = openListener();
+    check(bool(listener), path_);
+    makeRaw(listener);
+    raw_ = settingsOf(listener);
+    // An instrument that root has started can also be listened to by the users of the computer.
+    check(::fchmod(listener.number(), everybody) == 0, path_);
 }
 
 void PseudoTerminal::makeLink() const {
-    const QString link = QFile::decodeName(link_);
-    const QFileInfo standing{link};
+    if (link_.isEmpty())
+        return;
+    const QFileInfo standing{QFile::decodeName(link_)};
+    const QString failure = QString{"the link %1 cannot be made"}.arg(standing.filePath());
     if (standing.exists() && !standing.isSymLink())
-        throw RunTimeError(RunTimeError::FileAlreadyExists, link + ": is there already, and no symbolic link");
+        throw RunTimeError(RunTimeError::FileAlreadyExists,
+                           failure + (standing.isDir() ? ": a folder stands there" : ": a file stands there"));
+    if (!standing.dir().exists())
+        throw RunTimeError(RunTimeError::PathNotFound, failure + ": there is no folder " + standing.path());
     const QByteArray fresh = link_ + '.' + QByteArray::number(::getpid());
-    check(::symlink(QFile::encodeName(path_).constData(), fresh.constData()) == 0, link);
+    // One of a program that was killed before it could rename it.
+    if (QFileInfo{QFile::decodeName(fresh)}.isSymLink())
+        ::unlink(fresh.constData());
+    check(::symlink(QFile::encodeName(path_).constData(), fresh.constData()) == 0, failure);
     if (::rename(fresh.constData(), link_.constData()) != 0) {
         const int error = errno;
         ::unlink(fresh.constData());
-        throw RunTimeError::fromErrno(error, link);
+        throw RunTimeError::fromErrno(error, failure);
     }
 }
 
+SystemFile PseudoTerminal::openListener() const {
+    return SystemFile{::open(QFile::encodeName(path_).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK)};
+}
+
+bool PseudoTerminal::isHeard() const {
+    pollfd line{master_.number(), 0, 0};
+    return ::poll(&line, 1, 0) <= 0 || (line.revents & POLLHUP) == 0;
+}
+
 qsizetype PseudoTerminal::send(const QByteArray &bytes) {
-    pollfd line{master_, POLLIN, 0};
-    ::poll(&line, 1, 0);
-    if (line.revents & POLLIN)
-        discardWaiting(master_); // the instrument hears nothing
-    if (line.revents & POLLHUP)
+    if (!isHeard())
         return 0;
-    return std::max<qsizetype>(0, ::write(master_, bytes.constData(), size_t(bytes.size())));
+    return std::max<qsizetype>(0, ::write(master_.number(), bytes.constData(), size_t(bytes.size())));
+}
+
+bool PseudoTerminal::lookAfter() {
+    ::tcflush(master_.number(), TCIFLUSH); // the instrument hears nothing
+    const Left left = isHeard() ? Left::Nothing : leftByListeners();
+    // The next listener may have come while we looked: then all of this is its own.
+    if (left == Left::Nothing || isHeard())
+        return false;
+    if (left == Left::Traces) {
+        clearTraces();
+        return false;
+    }
+    open();
+    makeLink();
+    return true;
+}
+
+PseudoTerminal::Left PseudoTerminal::leftByListeners() const {
+    ::tcflush(master_.number(), TCOFLUSH); // what had no room in the listener's buffer
+    const SystemFile listener = openListener();
+    if (!listener)
+        return Left::Claim;
+    const bool isClean = answerOf(listener, TIOCGEXCL) == 0 && answerOf(listener, FIONREAD) == 0;
+    return isClean && isSame(settingsOf(listener), raw_) ? Left::Nothing : Left::Traces;
+}
+
+/// Lifts the claim last: until then it keeps the next listener out.
+void PseudoTerminal::clearTraces() const {
+    const SystemFile listener = openListener();
+    ::tcsetattr(listener.number(), TCSANOW, &raw_);
+    ::tcflush(listener.number(), TCIFLUSH);
+    ::ioctl(listener.number(), TIOCNXCL);
 }

@@ -5,6 +5,7 @@
 #include "simulator/StatementForms.h"
 
 #include <QRegularExpression>
+#include <QStringDecoder>
 
 #include <algorithm>
 
@@ -15,7 +16,7 @@ std::vector<ScriptWord> wordsOf(const QString &line) {
     std::vector<ScriptWord> words;
     for (auto found = word.globalMatch(line.section('#', 0, 0)); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
-        words.push_back({match.captured(), int(match.capturedStart()) + 1});
+        words.push_back({match.captured(), columnAt(line, match.capturedStart())});
     }
     return words;
 }
@@ -29,8 +30,8 @@ private:
     void readLine(const QString &line);
     void readMethodLine(const QString &line, int bar);
     void readStep(const std::vector<ScriptWord> &words);
-    void setKind(InstrumentKind kind);
-    void closeLoop();
+    void setKind(InstrumentKind kind, int column);
+    void closeLoop(int column);
     [[noreturn]] void fail(int column, const QString &message) const { throw ScriptError{line_, column, message}; }
 
     RunScript script_;
@@ -56,14 +57,14 @@ void ScriptReader::readLine(const QString &line) {
 
 void ScriptReader::readMethodLine(const QString &line, int bar) {
     if (script_.steps.empty() || script_.steps.back().action != Action::Method)
-        fail(bar + 1, "a line of text can only follow \"method\"");
+        fail(columnAt(line, bar), "a line of text can only follow \"method\"");
     const int start = bar + (line.mid(bar + 1, 1) == " " ? 2 : 1);
     const QString text = line.mid(start, line.size() - start - (line.endsWith('\r') ? 1 : 0));
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        const char16_t code = text[at].unicode();
+    int column = columnAt(line, start);
+    for (const uint code : text.toUcs4()) {
         if (code > 0xFF || code == StreamFormat::SyncByte)
-            fail(start + int(at) + 1,
-                 "a method cannot hold U+" + QString::number(code, 16).toUpper().rightJustified(4, '0'));
+            fail(column, "a method cannot hold U+" + QString::number(code, 16).toUpper().rightJustified(4, '0'));
+        ++column;
     }
     QByteArray &method = script_.steps.back().bytes;
     method += (methodHasText_ ? "\r\n" : "") + text.toLatin1();
@@ -81,33 +82,51 @@ void ScriptReader::readStep(const std::vector<ScriptWord> &words) {
     methodHasText_ = false;
     switch (step.action) {
     case Action::KindStatus:
-        return setKind(InstrumentKind::Status);
+        return setKind(InstrumentKind::Status, words.front().column);
     case Action::KindLetters:
-        return setKind(InstrumentKind::Letters);
+        return setKind(InstrumentKind::Letters, words.front().column);
     case Action::Loop:
-        return closeLoop();
+        return closeLoop(words.front().column);
     default:
         script_.steps.push_back(std::move(step));
     }
 }
 
-void ScriptReader::setKind(InstrumentKind kind) {
+void ScriptReader::setKind(InstrumentKind kind, int column) {
     if (script_.kind || !script_.steps.empty())
-        fail(1, "\"kind\" must be the first statement");
+        fail(column, "\"kind\" must be the first statement");
     script_.kind = kind;
 }
 
-void ScriptReader::closeLoop() {
+void ScriptReader::closeLoop(int column) {
     const auto takesTime = [](const Step &step) {
         const bool timed =
             step.action == Action::Wait || step.action == Action::Silence || step.action == Action::Unplug;
         return timed && step.seconds >= 1.0 / StreamFormat::samplesPerSecond;
     };
     if (std::ranges::none_of(script_.steps, takesTime))
-        fail(1, "a loop needs a \"wait\"");
+        fail(column, "a loop needs a \"wait\" of 0.2s or more");
     script_.loops = true;
 }
 
 } // namespace
+
+QString decodeScript(const QByteArray &utf8) {
+    using Converter = QStringConverter;
+    QStringDecoder atOnce{Converter::Utf8, Converter::Flag::Stateless};
+    QString text = atOnce(utf8);
+    if (!atOnce.hasError())
+        return text;
+    QStringDecoder bytewise{Converter::Utf8};
+    QString good;
+    for (qsizetype at = 0; at < utf8.size(); ++at) {
+        const QString next = bytewise(utf8.sliced(at, 1));
+        if (bytewise.hasError())
+            break;
+        good += next;
+    }
+    const QString line = good.section('\n', -1);
+    throw ScriptError{int(good.count('\n')) + 1, columnAt(line, line.size()), "this is not UTF-8"};
+}
 
 RunScript parseRunScript(const QString &text) { return ScriptReader{}.read(text); }

@@ -48,5 +48,8 @@ struct ScriptError {
     QString message;
 };
 
+/// The text of a script's file, without a byte order mark. Throws ScriptError where it is not UTF-8.
+QString decodeScript(const QByteArray &utf8);
+
 /// Throws ScriptError at the first mistake.
 RunScript parseRunScript(const QString &text);

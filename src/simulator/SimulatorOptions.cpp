@@ -24,7 +24,7 @@ void describe(QCommandLineParser &parser) {
         {"kind", "Instrument that reports its state by blocks (status) or by its UV letters (letters).", "kind"},
         {"once", "End after one pass instead of looping."},
         {"seed", "Number that decides the noise (1).", "number"},
-        {"speed", "Play <times> as fast, 0.01 to 1000; for tests and training.", "times"},
+        {"speed", "Play <times> as fast, 0.01 to 1000; the recorder follows up to 20.", "times"},
         {"replay", "Send a captured stream, 60 bytes a second, in place of a run.", "file"},
         {"record", "Write every byte sent to <file>.", "file"},
         {"truth", "Write what the instrument meant, sample by sample, to <file>.", "file"},
@@ -52,7 +52,7 @@ unsigned readSeed(const QString &text) {
     bool good = false;
     const unsigned seed = text.toUInt(&good);
     if (!good)
-        refuse("--seed must be a whole number not below 0");
+        refuse("--seed must be a whole number from 0 to 4294967295");
     return seed;
 }
 
@@ -69,6 +69,8 @@ void refuseContradictions(const QCommandLineParser &parser) {
     }
     if (parser.positionalArguments().size() > 1)
         refuse("only one script can be played");
+    if (parser.positionalArguments().value(0, "script").isEmpty())
+        refuse("the script needs a path");
     const bool ofRun = parser.isSet("truth") || parser.isSet("kind") || !parser.positionalArguments().isEmpty();
     if (parser.isSet("replay") && ofRun)
         refuse("--replay goes with neither a script nor --truth nor --kind");

@@ -3,6 +3,8 @@
 
 #include "simulator/InstrumentStream.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <cmath>
 
@@ -89,9 +91,9 @@ bool readCharacter(const QString &word, char &letter) {
 bool readBlockLetter(const QString &word, char &letter) { return readCharacter(word, letter) && isBlockLetter(letter); }
 
 bool readHex(const QString &word, QByteArray &bytes) {
-    bool good = false;
-    bytes += char(word.toUInt(&good, 16));
-    return good && word.size() == 2;
+    static const QRegularExpression byte{"^[0-9A-Fa-f]{2}$"};
+    bytes += QByteArray::fromHex(word.toLatin1());
+    return byte.match(word).hasMatch();
 }
 
 template <auto field, auto read>
@@ -107,18 +109,18 @@ struct Placeholder {
 
 // clang-format off
 constexpr Placeholder placeholders[] = {
-    {"TIME",      "a time such as 0.4s, 90s or 2m",     into<&Step::seconds, readTime>},
-    {"WIDTH",     "a time above 0",                     into<&Step::width, readLasting>},
-    {"LEVEL",     "a number, nan or inf",               into<&Step::value, readLevel>},
-    {"SIZE",      "a number not below 0",               into<&Step::value, readSize>},
-    {"NUMBER",    "a number",                           into<&Step::value, readNumber>},
-    {"FROM",      "a number",                           into<&Step::from, readNumber>},
-    {"TAIL",      "a number above 0",                   into<&Step::tail, readPositive>},
-    {"COUNT",     "a number of bytes, 1 to 1000000",    into<&Step::count, readWhole<1, 1000000>>},
-    {"PARAMETER", "a byte, 0 to 255",                   into<&Step::count, readWhole<0, 255>>},
-    {"BLOCK",     "the letter of a block",              into<&Step::letter, readBlockLetter>},
-    {"LETTER",    "one character",                      into<&Step::letter, readCharacter>},
-    {"HEX...",    "a byte of two hexadecimal digits",   into<&Step::bytes, readHex>},
+    {"TIME",      "a time such as 0.4s, 90s or 2m, at most 100h", into<&Step::seconds, readTime>},
+    {"WIDTH",     "a time above 0s such as 20s, at most 100h",    into<&Step::width, readLasting>},
+    {"LEVEL",     "a number, nan or inf",                         into<&Step::value, readLevel>},
+    {"SIZE",      "a number not below 0",                         into<&Step::value, readSize>},
+    {"NUMBER",    "a number",                                     into<&Step::value, readNumber>},
+    {"FROM",      "a number",                                     into<&Step::from, readNumber>},
+    {"TAIL",      "a number above 0",                             into<&Step::tail, readPositive>},
+    {"COUNT",     "a number of bytes, 1 to 1000000",              into<&Step::count, readWhole<1, 1000000>>},
+    {"PARAMETER", "a byte, 0 to 255",                             into<&Step::count, readWhole<0, 255>>},
+    {"BLOCK",     "the letter of a block",                        into<&Step::letter, readBlockLetter>},
+    {"LETTER",    "one ASCII character",                          into<&Step::letter, readCharacter>},
+    {"HEX...",    "a byte of two hexadecimal digits",             into<&Step::bytes, readHex>},
 };
 // clang-format on
 
@@ -169,7 +171,7 @@ Match matchForm(const StatementForm &row, const std::vector<ScriptWord> &words) 
 /// What is wrong with the word of this index, or with the line's end behind the last.
 ScriptError mistake(const std::vector<ScriptWord> &words, size_t index, const QStringList &expected, int line) {
     if (index == words.size()) {
-        const int end = words.back().column + int(words.back().text.size());
+        const int end = words.back().column + columnAt(words.back().text, words.back().text.size()) - 1;
         return {line, end, QString{"the line ends where %1 is expected"}.arg(expected.join(" or "))};
     }
     const auto &[text, column] = words[index];
@@ -179,6 +181,8 @@ ScriptError mistake(const std::vector<ScriptWord> &words, size_t index, const QS
 }
 
 } // namespace
+
+int columnAt(const QString &line, qsizetype index) { return int(line.first(index).toUcs4().size()) + 1; }
 
 QStringList statementForms() {
     QStringList lines;

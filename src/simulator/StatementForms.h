@@ -5,7 +5,10 @@
 
 #include <QStringList>
 
-/// A word of a statement and the column it begins in, from 1.
+/// The column, from 1, of what stands at an index of a line. Each character is one column, a tab too.
+int columnAt(const QString &line, qsizetype index);
+
+/// A word of a statement and the column it begins in.
 struct ScriptWord {
     QString text;
     int column;

@@ -6,7 +6,8 @@
 #include <functional>
 
 /// Turns the signals that ask the program to end (interrupt, terminate, hang-up) into a call from the event loop.
-/// A broken pipe ends nothing. Must be made before any other thread starts.
+/// One that the program was started to ignore stays ignored, and a broken pipe ends nothing. Must be made before any
+/// other thread starts.
 class StopSignals {
 public:
     explicit StopSignals(std::function<void()> stop);

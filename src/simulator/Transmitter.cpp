@@ -6,52 +6,92 @@
 
 #include <algorithm>
 
-Transmitter::Transmitter(LineSource &source, const Settings &settings) : source_(source), settings_(settings) {
+namespace {
+
+// ms
+constexpr qint64 tickTime = 1000 / StreamFormat::samplesPerSecond;
+constexpr qint64 mostBehind = 2000;
+constexpr qint64 burstEvery = 1000;
+constexpr qint64 fastPause = 800;  // the recorder decodes when nothing has come for 700
+constexpr qint64 steadyPause = 50; // for late ticks, so that a listener has read what comes before the plug is pulled
+constexpr qint64 retryAfter = 5;
+constexpr qint64 listenerMayStop = 5000;
+
+// Bytes: what a pseudo-terminal holds, and less than half of what the recorder does.
+constexpr qsizetype recorderTakes = 4000;
+constexpr double bytesPerSpeed = recorderTakes / Transmitter::recorderFollows;
+
+} // namespace
+
+Transmitter::Transmitter(LineSource &source, Plug &plug, const Settings &settings)
+    : source_(source), plug_(plug), settings_(settings) {
     timer_.setSingleShot(true);
     timer_.setTimerType(Qt::PreciseTimer);
-    timer_.callOnTimeout([this] { trapped([this] { sendWhatIsDue(); }, failed); });
+    timer_.callOnTimeout([this] { trapped([this] { goOn(); }, failed); });
 }
 
 void Transmitter::start() {
-    setPlugged(true);
     sinceStart_.start();
     timer_.start(0);
 }
 
-void Transmitter::sendWhatIsDue() {
-    while (dueTime() <= sinceStart_.elapsed()) {
-        if (!sendTick())
+void Transmitter::goOn() {
+    if (waiting_.isEmpty()) {
+        forgiveStandstill();
+        if (!gather())
             return finished();
     }
-    timer_.start(int(dueTime() - sinceStart_.elapsed()));
-}
-
-bool Transmitter::sendTick() {
-    const std::optional<LineTick> tick = source_.next();
-    if (!tick)
-        return false;
-    ++ticksSent_;
-    setPlugged(tick->plugged);
-    if (port_)
-        send(tick->bytes);
-    return true;
-}
-
-void Transmitter::setPlugged(bool isPlugged) {
-    if (isPlugged == port_.has_value())
-        return;
-    if (isPlugged)
-        plugged(port_.emplace(settings_.link).path());
-    else
-        port_.reset();
+    send();
+    const qint64 wait = waiting_.isEmpty() ? nextBurst() - now() : retryAfter;
+    timer_.start(int(std::max<qint64>(0, wait))); // a timer refuses times that are over
 }
 
 qint64 Transmitter::dueTime() const {
-    return qint64(double(ticksSent_) * 1000 / StreamFormat::samplesPerSecond / settings_.speed);
+    return stoodStill_ + qint64(double(ticksTaken_) * double(tickTime) / settings_.speed);
 }
 
-void Transmitter::send(const QByteArray &bytes) {
-    const QByteArray taken = bytes.first(port_->send(bytes));
+qint64 Transmitter::nextBurst() const {
+    return isFast() ? std::max(burstBegan_ + burstEvery, lastSent_ + fastPause)
+                    : std::max(dueTime(), lastSent_ + steadyPause);
+}
+
+qsizetype Transmitter::longestBurst() const {
+    return std::max(recorderTakes, qsizetype(bytesPerSpeed * settings_.speed));
+}
+
+void Transmitter::forgiveStandstill() { stoodStill_ += std::max<qint64>(0, now() - dueTime() - mostBehind); }
+
+/// Takes what is due from the source, as much as a burst holds; false at its end. The plug is pulled or put in, and the
+/// play ended, only with a pause before it.
+bool Transmitter::gather() {
+    burstBegan_ = now();
+    for (bool first = true; dueTime() <= burstBegan_ && waiting_.size() < longestBurst(); first = false) {
+        if (!ahead_)
+            ahead_ = source_.next();
+        const bool changes = !ahead_ || ahead_->plugged != plug_.isIn();
+        if (changes && !first)
+            return true;
+        if (!ahead_)
+            return false;
+        plug_.set(ahead_->plugged);
+        waiting_ += ahead_->bytes;
+        ahead_.reset();
+        ++ticksTaken_;
+    }
+    return true;
+}
+
+void Transmitter::send() {
+    if (waiting_.isEmpty())
+        return;
+    const QByteArray taken = waiting_.first(plug_.send(waiting_));
     if (settings_.record)
         settings_.record(taken);
+    waiting_.remove(0, taken.size());
+    lastSent_ = now();
+    if (!taken.isEmpty())
+        lastTaken_ = lastSent_;
+    const bool isAwaited = isFast() && plug_.isHeard() && lastSent_ - lastTaken_ < listenerMayStop;
+    if (!isAwaited)
+        waiting_.clear();
 }

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "base/RunTimeError.h"
-#include "simulator/Player.h"
-#include "simulator/Replay.h"
+#include "base/Steps.h"
+#include "simulator/PlayFiles.h"
 #include "simulator/SimulatorOptions.h"
 #include "simulator/StopSignals.h"
 #include "simulator/Transmitter.h"
 
 #include <QCoreApplication>
-#include <QFile>
+#include <fcntl.h>
 
 #include <cstdio>
 #include <memory>
@@ -16,81 +16,83 @@ namespace {
 
 enum ExitCode : int { Good = 0, Failed = 1, Misused = 2 };
 
-void print(std::FILE *stream, const QString &text) {
-    std::fputs(text.toLocal8Bit().constData(), stream);
-    std::fflush(stream);
-}
-
-[[noreturn]] void failOn(const QFile &file) {
-    throw RunTimeError(RunTimeError::PathFileAccess, file.fileName() + ": " + file.errorString());
-}
-
-QByteArray contentOf(const QString &path) {
-    QFile file{path};
-    if (!file.open(QIODevice::ReadOnly))
-        failOn(file);
-    return file.readAll();
-}
-
-/// Into a file, if one was asked for. Unbuffered, so that the file is whole however the program ends.
-ByteSink recordIn(const QString &path) {
-    if (path.isEmpty())
-        return {};
-    auto file = std::make_shared<QFile>(path);
-    if (!file->open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        failOn(*file);
-    return [file](const QByteArray &bytes) {
-        if (file->write(bytes) != bytes.size())
-            failOn(*file);
-    };
-}
-
-RunScript readScript(const QString &path) {
-    try {
-        return parseRunScript(QString::fromUtf8(contentOf(path)));
-    } catch (const ScriptError &error) {
-        throw EarlyEnd{Misused,
-                       QString{"%1:%2:%3: %4\n"}.arg(path).arg(error.line).arg(error.column).arg(error.message)};
+/// What would be opened in the place of a closed standard stream would get its output. A folder takes none.
+void holdStandardStreams() {
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
+        if (::fcntl(stream, F_GETFD) < 0)
+            ::open("/", O_RDONLY);
     }
 }
 
-std::unique_ptr<LineSource> makeSource(const SimulatorOptions &options, TruthRecord *truth) {
-    if (!options.replay.isEmpty())
-        return std::make_unique<Replay>(contentOf(options.replay));
-    const RunScript script = readScript(options.script.isEmpty() ? ":/simulator/demo.velquin" : options.script);
-    const InstrumentKind kind = options.kind.value_or(script.kind.value_or(InstrumentKind::Status));
-    return std::make_unique<Player>(script, Player::Settings{kind, script.loops && !options.once, options.seed, truth});
+void print(const QString &text) { writeAll(STDOUT_FILENO, text.toLocal8Bit(), "standard output"); }
+
+/// Names and words of a script may hold what a terminal would obey.
+void complain(QString text) {
+    for (QChar &character : text) {
+        if (character != '\n' && character.category() == QChar::Other_Control)
+            character = '?';
+    }
+    std::fputs(text.toLocal8Bit().constData(), stderr);
+}
+
+void complainOf(const RunTimeError &error) { complain("velquin-sim: " + error.description() + '\n'); }
+
+/// The first path must reach whoever asked for it; whoever read that may be gone when there is another.
+std::function<void(const QString &)> announcing() {
+    return [first = true](const QString &path) mutable {
+        if (std::exchange(first, false))
+            return print(path + '\n');
+        trapped([&] { print(path + '\n'); },
+                [&](const RunTimeError &error) {
+                    complain("velquin-sim: " + error.description() + "; the port is " + path + '\n');
+                });
+    };
 }
 
 int play(const SimulatorOptions &options) {
-    std::optional<TruthRecord> truth;
-    if (const ByteSink sink = recordIn(options.truth))
-        truth.emplace(sink);
-    const std::unique_ptr<LineSource> source = makeSource(options, truth ? &*truth : nullptr);
-
-    Transmitter transmitter{*source, {options.link, options.speed, recordIn(options.record)}};
-    transmitter.plugged = [](const QString &path) { print(stdout, path + '\n'); };
-    transmitter.finished = [] { QCoreApplication::exit(Good); };
-    transmitter.failed = [](const RunTimeError &error) {
-        print(stderr, "velquin-sim: " + error.description() + '\n');
+    PlayFiles files{options};
+    const StopSignals signals_{[] { QCoreApplication::exit(Good); }};
+    files.openOutputs();
+    const auto fail = [](const RunTimeError &error) {
+        complainOf(error);
         QCoreApplication::exit(Failed);
     };
-    const StopSignals signals_{[] { QCoreApplication::exit(Good); }};
+    Plug plug{options.link};
+    plug.newPort = announcing();
+    plug.failed = fail;
+    plug.set(true);
+    files.beginOutputs();
+
+    if (options.speed > Transmitter::recorderFollows)
+        complain(QString{
+            "velquin-sim: --speed above %1 is faster than the recorder decodes; it will miss parts of the run\n"}
+                     .arg(Transmitter::recorderFollows));
+    const std::unique_ptr<LineSource> source = files.source();
+    Transmitter transmitter{*source, plug, {options.speed, files.record()}};
+    transmitter.finished = [] { QCoreApplication::exit(Good); };
+    transmitter.failed = fail;
     transmitter.start();
     return QCoreApplication::exec();
+}
+
+int run(const QStringList &arguments) {
+    try {
+        return play(readOptions(arguments));
+    } catch (const EarlyEnd &end) {
+        if (end.exitCode == Good)
+            print(end.text);
+        else
+            complain(end.text);
+        return end.exitCode;
+    }
 }
 
 } // namespace
 
 int main(int argc, char *argv[]) {
+    holdStandardStreams();
     const QCoreApplication application{argc, argv};
-    try {
-        return play(readOptions(QCoreApplication::arguments()));
-    } catch (const EarlyEnd &end) {
-        print(end.exitCode == Good ? stdout : stderr, end.text);
-        return end.exitCode;
-    } catch (const RunTimeError &error) {
-        print(stderr, "velquin-sim: " + error.description() + '\n');
-        return Failed;
-    }
+    int status = Failed;
+    trapped([&] { status = run(QCoreApplication::arguments()); }, complainOf);
+    return status;
 }

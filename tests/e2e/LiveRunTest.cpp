@@ -71,6 +71,13 @@ TEST_P(WholeRun, IsRecordedAsTheInstrumentMeantIt) {
 INSTANTIATE_TEST_SUITE_P(Of, WholeRun, testing::ValuesIn(instruments),
                          [](const auto &tested) { return std::string{tested.param.kind}; });
 
+TEST(FastRun, IsRecordedWholeAtTwentyTimesTheSpeed) {
+    LiveOstrel live{"noise uv 0.01\ncond 20\nnoise cond 0.5\nwait 5m\nstart\nwait 2m\nevent\nwait 2m\nend\nwait 60m\n",
+                    {"--speed", "20"}};
+    ASSERT_TRUE(within(60s, [&] { return live.marks(0) == "S 1 E" && !live.isEnabled("mnuStop"); }));
+    EXPECT_THAT(live.samples(0), ElementsAreArray(recordedOf(live.truth(), 1)));
+}
+
 class LostLink : public testing::TestWithParam<const char *> {};
 
 TEST_P(LostLink, StopsTheRecordingIsToldAndComesBack) {

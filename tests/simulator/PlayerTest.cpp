@@ -73,6 +73,15 @@ TEST(Player, aLongBlockTakesTheTimeThatTheLineNeeds) {
     EXPECT_EQ(method.blocks(), "M U U U U U");
 }
 
+TEST(Player, aScriptThatSendsMoreThanTheLineCarriesStandsStill) {
+    int told = 0;
+    TruthRecord truth{[&](const QByteArray &row) { told += row.contains("garbage") ? 1 : 0; }};
+    Player player{parseRunScript("garbage 1000000\nwait 0.2s\nloop"), {.loops = true, .truth = &truth}};
+    for (int ticks = 0; ticks < 100; ++ticks)
+        EXPECT_EQ(player.next()->bytes.size(), 192);
+    EXPECT_EQ(told, 3);
+}
+
 TEST(TruthRecord, tellsEachPairToTheBitAndAllNewsInOrder) {
     QByteArray rows;
     TruthRecord truth{[&](const QByteArray &bytes) { rows += bytes; }};

@@ -28,6 +28,8 @@ TEST(SimulatorOptions, areReadOrRefused) {
                                      {"a", "b"},
                                      {"--replay", "x", "a"},
                                      {"--seed", "-1"},
+                                     {"--seed", "4294967296"},
+                                     {""},
                                      {"--link", ""}})
         EXPECT_EQ(exitCodeOf(wrong), 2) << wrong.join(' ').toStdString();
 }

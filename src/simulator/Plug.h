@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "simulator/PseudoTerminal.h"
+
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+class RunTimeError;
+
+/// The instrument's plug. In: there is a port, which is looked after from the event loop. Out: there is none.
+class Plug {
+public:
+    std::function<void(const QString &path)> newPort; ///< the first one, and each that takes the place of another
+    std::function<void(const RunTimeError &)> failed; ///< there is no port any more
+
+    /// `link` is a symbolic link to the port, or empty. The plug is out.
+    explicit Plug(const QString &link = {});
+
+    bool isIn() const { return port_.has_value(); }
+    /// Raises a run-time error when a port cannot be made.
+    void set(bool in);
+    bool isHeard() const { return port_ && port_->isHeard(); }
+    /// Answers how many bytes the line took; none while the plug is out.
+    qsizetype send(const QByteArray &bytes) { return port_ ? port_->send(bytes) : 0; }
+
+private:
+    void watchPort();
+    void lookAfterPort();
+
+    QString link_;
+    std::optional<PseudoTerminal> port_;
+    std::unique_ptr<QSocketNotifier> gone_; // tells at once that a listener has gone
+    QTimer look_;
+};
