@@ -165,7 +165,7 @@ qint16 Quillchart::SaveLogAs(const QString &LogDirectory, qint16, const QString 
         return !log.empty() && !saveChartFile(NewFileName, logFile, log.data, log.axes());
     });
     // What there is has been saved; the user hears that something is missing.
-    if (!whole)
+    if (saved && !whole)
         Q_EMIT ChartError(index_, logDamaged);
     return saved ? 0 : failed;
 }

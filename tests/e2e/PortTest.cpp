@@ -28,12 +28,15 @@ TEST_P(EndedBy, APortIsFreeForAnotherUser) {
     const QString port = QFileInfo(live.file("instrument1")).canonicalFilePath();
     EXPECT_TRUE(QFile::exists(lockOf(port)));
     EXPECT_FALSE(opensForAnotherUser(port));
-    ::kill(pid_t(live.recorder().pid()), GetParam());
+    if (GetParam() != 0)
+        ::kill(pid_t(live.recorder().pid()), GetParam());
+    else
+        live->trigger("mnuExit");
     ASSERT_TRUE(live.recorder().endsWithin(10000));
     EXPECT_FALSE(QFile::exists(lockOf(port)));
     EXPECT_TRUE(opensForAnotherUser(port));
 }
 
-INSTANTIATE_TEST_SUITE_P(Port, EndedBy, testing::Values(SIGTERM, SIGABRT, SIGQUIT));
+INSTANTIATE_TEST_SUITE_P(Port, EndedBy, testing::Values(0, SIGTERM, SIGABRT));
 
 } // namespace

@@ -34,11 +34,13 @@ void LiveOstrel::startInstrument(const QByteArray &script, const QStringList &op
         throw std::runtime_error("the simulated instrument does not start");
 }
 
-void LiveOstrel::startRecorder(const QString &firstWindow) {
+void LiveOstrel::startRecorder(const QString &firstWindow, unsigned user) {
     QFile::remove(own("probe"));
     QProcessEnvironment environment = profile_->environment("ostrelprobe");
     environment.insert("OSTREL_PROBE_SOCKET", own("probe"));
-    recorder_.emplace(OSTREL_PROGRAM, QStringList{}, environment, own("recorder.log"));
+    if (user != 0)
+        profile_->giveTo(user);
+    recorder_.emplace(OSTREL_PROGRAM, QStringList{}, environment, own("recorder.log"), user);
     probe_.emplace(own("probe"));
     await(firstWindow);
 }
@@ -57,6 +59,13 @@ void LiveOstrel::await(const QString &window) {
 
 bool LiveOstrel::isUp(const QString &window) {
     return std::ranges::any_of(probe_->windows(), [&](const QJsonValue &shown) { return shown["name"] == window; });
+}
+
+QString LiveOstrel::boxText() {
+    QString text;
+    for (const QJsonValue window : probe_->windows())
+        text = window["name"] == "MsgBox" ? window["text"].toString() : text;
+    return text;
 }
 
 void LiveOstrel::chooseFile(const QString &command, const QString &name) {

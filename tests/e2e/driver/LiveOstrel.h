@@ -28,8 +28,11 @@ public:
     /// A second copy in the same profile, with an instrument of its own on COM 2, which it is told of.
     LiveOstrel(const QByteArray &script, const LiveOstrel &first);
 
-    /// A new recorder after the end of the one before, up to that window.
-    void startRecorder(const QString &firstWindow = "frmMain");
+    /// A new recorder after the end of the one before, up to that window. With a `user` other than 0 it runs as that
+    /// one, to whom the profile is given.
+    void startRecorder(const QString &firstWindow = "frmMain", unsigned user = 0);
+    /// The instrument's line is gone.
+    void stopInstrument() { instrument_.reset(); }
     /// Answers the question for the system's name.
     void takeName();
     /// Waits until a window is up; throws when it does not come.
@@ -40,6 +43,8 @@ public:
     RunningProgram &recorder() { return *recorder_; }
 
     bool isUp(const QString &window);
+    /// What the message box says, a box beneath another left out; empty without one.
+    QString boxText();
     bool isLinked() { return probe_->get("ShapeReciveLed", "FillColor") == "#00ff00"; }
     bool isEnabled(const QString &object) { return probe_->get(object, "enabled").toBool(); }
 

@@ -2,7 +2,9 @@
 #include "Profile.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
+#include <unistd.h>
 
 #include <stdexcept>
 
@@ -20,6 +22,17 @@ void Profile::write(const QString &name, const QByteArray &content) const {
     QFile target{file(name)};
     if (!target.open(QIODevice::WriteOnly) || target.write(content) != content.size())
         throw std::runtime_error("cannot write " + target.fileName().toStdString());
+}
+
+void Profile::giveTo(unsigned user) const {
+    const auto give = [user](const QString &path) { return ::lchown(path.toUtf8().constData(), user, user) == 0; };
+    bool given = give(folder_.path());
+    for (QDirIterator all(folder_.path(), QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                          QDirIterator::Subdirectories);
+         all.hasNext();)
+        given &= give(all.next());
+    if (!given)
+        throw std::runtime_error("the profile cannot be given away");
 }
 
 QProcessEnvironment Profile::environment(const QString &plugin) const {

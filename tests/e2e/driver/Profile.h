@@ -11,6 +11,8 @@ public:
     Profile();
 
     QString file(const QString &name) const { return folder_.filePath(name); }
+    /// All that is in it belongs to this user from now on.
+    void giveTo(unsigned user) const;
     void write(const QString &name, const QByteArray &content) const;
     /// For a recorder in this profile, without a display, with one of our plugins loaded into it.
     QProcessEnvironment environment(const QString &plugin) const;

@@ -4,7 +4,9 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QThread>
+#include <grp.h>
 #include <sys/prctl.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <ctime>
@@ -22,12 +24,16 @@ bool within(std::chrono::milliseconds time, const std::function<bool()> &holds) 
 }
 
 RunningProgram::RunningProgram(const QString &program, const QStringList &arguments,
-                               const QProcessEnvironment &environment, const QString &output) {
+                               const QProcessEnvironment &environment, const QString &output, unsigned user) {
     process_.setProcessEnvironment(environment);
     process_.setProcessChannelMode(QProcess::MergedChannels);
     process_.setStandardOutputFile(output, QIODevice::Append);
     process_.setStandardInputFile(QProcess::nullDevice());
-    process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    process_.setChildProcessModifier([user] {
+        if (user != 0 && (setgroups(0, nullptr) != 0 || setgid(user) != 0 || setuid(user) != 0))
+            _exit(127);
+        prctl(PR_SET_PDEATHSIG, SIGKILL); // which a change of the user takes back
+    });
     process_.start(program, arguments);
     if (!process_.waitForStarted())
         throw std::runtime_error((program + ": " + process_.errorString()).toStdString());

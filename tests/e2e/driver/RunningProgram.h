@@ -12,9 +12,10 @@ bool within(std::chrono::milliseconds time, const std::function<bool()> &holds);
 /// A program that runs beside the test. It ends with this object at the latest, and with the test however that ends.
 class RunningProgram {
 public:
-    /// What the program prints goes to the file `output`. Throws std::runtime_error when it cannot be started.
+    /// What the program prints goes to the file `output`. With a `user` other than 0 it runs as that one, who needs no
+    /// name. Throws std::runtime_error when it cannot be started.
     RunningProgram(const QString &program, const QStringList &arguments, const QProcessEnvironment &environment,
-                   const QString &output);
+                   const QString &output, unsigned user = 0);
     ~RunningProgram();
     RunningProgram(const RunningProgram &) = delete;
     RunningProgram &operator=(const RunningProgram &) = delete;
