@@ -32,9 +32,8 @@ QByteArray temporaryName() {
 
 } // namespace
 
-DurableFile::DurableFile(const QString &path, FileOperations &operations) : operations_(operations) {
-    const QString target = behindLinks(path);
-    path_ = QFile::encodeName(target);
+DurableFile::DurableFile(const QString &path, FileOperations &operations, Links links) : operations_(operations) {
+    path_ = QFile::encodeName(links == Links::Follow ? behindLinks(path) : path);
     folder_ = path_.left(path_.lastIndexOf('/') + 1);
     if (folder_.isEmpty())
         folder_ = "./";
@@ -49,11 +48,11 @@ DurableFile::~DurableFile() {
 
 bool DurableFile::replaceable() {
     struct stat old {};
-    if (::stat(path_.constData(), &old) != 0) {
+    if (::lstat(path_.constData(), &old) != 0) {
         if (errno != ENOENT)
             failWith(errno);
     } else if (!S_ISREG(old.st_mode)) {
-        failWith(S_ISDIR(old.st_mode) ? EISDIR : ENOTSUP);
+        failWith(notPlainError(old.st_mode));
     } else if (::access(path_.constData(), W_OK) != 0) {
         failWith(errno);
     } else {
@@ -93,8 +92,8 @@ std::error_code DurableFile::commit() {
 }
 
 /// The neighbour goes with the first failure, while there is one.
-void DurableFile::failWith(int error) {
-    error_ = {error, std::generic_category()};
+void DurableFile::failWith(std::error_code error) {
+    error_ = error;
     if (const int fd = std::exchange(fd_, -1); fd >= 0)
         operations_.close(fd);
     if (!neighbour_.isEmpty())
@@ -114,8 +113,8 @@ void DurableFile::syncFolder() {
         failWith(errno);
 }
 
-std::error_code replaceFile(const QString &path, QByteArrayView content, FileOperations &operations) {
-    DurableFile file(path, operations);
+std::error_code replaceFile(const QString &path, QByteArrayView content, FileOperations &operations, Links links) {
+    DurableFile file(path, operations, links);
     file.write(content);
     return file.commit();
 }

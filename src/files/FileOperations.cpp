@@ -72,3 +72,12 @@ bool syncFolder(FileOperations &operations, const char *path) {
     errno = error;
     return synced;
 }
+
+int makePrivateFolder(FileOperations &operations, const char *path) {
+    if (operations.makeFolder(path, S_IRWXU) != 0)
+        return -1;
+    struct stat made {};
+    // A umask may take from the owner, too.
+    const bool lacking = ::lstat(path, &made) == 0 && (made.st_mode & S_IRWXU) != S_IRWXU;
+    return lacking ? ::chmod(path, S_IRWXU) : 0;
+}

@@ -36,3 +36,5 @@ protected:
 bool writeAll(FileOperations &operations, int fd, const void *data, std::size_t size);
 /// Brings the entries of a folder to the disk. False, with errno, when that failed.
 bool syncFolder(FileOperations &operations, const char *path);
+/// A folder for the user alone (0700), whatever the umask; -1, with errno, when that failed.
+int makePrivateFolder(FileOperations &operations, const char *path);
