@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "files/DurableFile.h"
 
+#include "files/TemporaryFiles.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
 #include <utility>
 
@@ -22,12 +23,6 @@ QString behindLinks(const QString &path) {
     for (int hops = 0; hops < longestLinkChain && QFileInfo(target).isSymLink(); ++hops)
         target = QFileInfo(target).symLinkTarget();
     return target;
-}
-
-/// A name that no other copy of the program uses at this moment; what an earlier, killed one left may bear it.
-QByteArray temporaryName() {
-    static std::atomic<unsigned> counter = 0;
-    return ".ostrel-" + QByteArray::number(::getpid()) + '-' + QByteArray::number(counter++) + ".tmp";
 }
 
 } // namespace
@@ -63,10 +58,10 @@ bool DurableFile::replaceable() {
 
 void DurableFile::openNeighbour() {
     const mode_t mode = mode_ >= 0 ? S_IRUSR | S_IWUSR : S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
-    do {
-        neighbour_ = folder_ + temporaryName();
-        fd_ = operations_.open(neighbour_.constData(), O_WRONLY | O_CREAT | O_EXCL, mode);
-    } while (fd_ < 0 && errno == EEXIST);
+    TemporaryFiles::clearDead(folder_, operations_);
+    neighbour_ = folder_ + TemporaryFiles::newName();
+    TemporaryFiles::setUnfinished(neighbour_.constData());
+    fd_ = operations_.open(neighbour_.constData(), O_WRONLY | O_CREAT | O_EXCL, mode);
     if (fd_ < 0)
         failWith(errno);
     else if (mode_ >= 0 && operations_.chmod(fd_, static_cast<mode_t>(mode_)) != 0)
@@ -98,6 +93,7 @@ void DurableFile::failWith(std::error_code error) {
         operations_.close(fd);
     if (!neighbour_.isEmpty())
         operations_.remove(neighbour_.constData());
+    TemporaryFiles::setUnfinished(nullptr);
 }
 
 void DurableFile::closeNeighbour() {
@@ -108,6 +104,7 @@ void DurableFile::closeNeighbour() {
 /// From here on the new file stands under its name; a failure tells only that a power cut may still bring the old one
 /// back.
 void DurableFile::syncFolder() {
+    TemporaryFiles::setUnfinished(nullptr);
     neighbour_.clear();
     if (!::syncFolder(operations_, folder_.constData()))
         failWith(errno);

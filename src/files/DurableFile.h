@@ -9,7 +9,7 @@
 
 #include <system_error>
 
-/// Replaces a file, or makes it: what is written gathers in a nameless neighbour, and commit()
+/// Replaces a file, or makes it: what is written gathers in a temporary file beside it (TemporaryFiles.h), and commit()
 /// moves it into place once the disk has all of it. Whatever fails, and wherever a power cut strikes, the old file or
 /// the new one stands whole.
 ///
