@@ -57,5 +57,6 @@ bool bearsChartMark(const QString &path);
 ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes);
 
 /// The same for a damaged file: keeps every sample up to the first that is missing, and every mark and text that is
-/// whole. The report tells the first fault; nothing is handed over of files that are unreadable or no chart's.
+/// whole. The report tells the first fault; nothing is handed over of files that are no chart's, or unreadable from the
+/// beginning.
 ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes);
