@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "archive/Interruptions.h"
 #include "archive/OstrelFile.h"
 
 #include <QFile>
@@ -34,6 +35,7 @@ void occupyClosedStreams() {
 
 int main(int argc, char *argv[]) {
     occupyClosedStreams();
+    tidyWhenInterrupted();
     const std::unique_ptr<QCoreApplication> running = application(argc, argv);
     QFile answers;
     answers.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
