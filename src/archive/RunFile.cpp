@@ -24,7 +24,7 @@ QString unreadable(const ChartFileReport &report) {
 QString damaged(const ChartFileReport &report) {
     if (report.trailing)
         return QString("goes on behind its end at byte %1").arg(report.position);
-    const QString place = QString("damaged at byte %1").arg(report.position);
+    QString place = QString("damaged at byte %1").arg(report.position);
     if (!report.head)
         return place + ", in its head";
     if (!report.record)

@@ -62,9 +62,7 @@ void DurableFile::openNeighbour() {
     neighbour_ = folder_ + TemporaryFiles::newName();
     TemporaryFiles::setUnfinished(neighbour_.constData());
     fd_ = operations_.open(neighbour_.constData(), O_WRONLY | O_CREAT | O_EXCL, mode);
-    if (fd_ < 0)
-        failWith(errno);
-    else if (mode_ >= 0 && operations_.chmod(fd_, static_cast<mode_t>(mode_)) != 0)
+    if (fd_ < 0 || (mode_ >= 0 && operations_.chmod(fd_, static_cast<mode_t>(mode_)) != 0))
         failWith(errno);
 }
 
