@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "archive/Lines.h"
+
 #include <QCommandLineParser>
 #include <QStringList>
-#include <QTextStream>
 
 /// How ostrel-file ends.
 enum ExitCode : int {
     Good = 0,
-    Failed = 1,  ///< a file is not whole, cannot be read, or cannot be written
+    Failed = 1,  ///< a file is not whole, cannot be read, or cannot be written; nothing was left to save
     Misused = 2, ///< the command line is not understood
     Partial = 3  ///< something was saved, and something is missing
 };
@@ -23,8 +24,8 @@ struct EarlyEnd {
 struct ArchiveCall {
     const QCommandLineParser &line;
     QStringList operands;
-    QTextStream &out;
-    QTextStream &complaints;
+    Lines &out;
+    Lines &complaints;
 
     QString operand(int number) const { return operands.value(number); }
 };

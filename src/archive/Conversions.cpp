@@ -37,8 +37,23 @@ double numberOf(const QCommandLineParser &line, const char *option, double least
     bool good = false;
     const double value = line.value(option).toDouble(&good);
     if (!good || !(value >= least && value <= most))
-        throw EarlyEnd{Misused, QString("--%1 is a number from %2 to %3").arg(option).arg(least).arg(most)};
+        throw EarlyEnd{Misused, QString("--%1 is a number from %2 to %3").arg(option).arg(least).arg(most, 0, 'g', 7)};
     return value;
+}
+
+/// Minutes.
+struct Stretch {
+    float from;
+    float to;
+};
+
+Stretch stretchAsked(const QCommandLineParser &line) {
+    constexpr double longest = 1000000;
+    const double from = numberOf(line, "from", 0, longest);
+    const double to = line.isSet("to") ? numberOf(line, "to", 0, longest) : longest;
+    if (from > to)
+        throw EarlyEnd{Misused, "--from is behind --to"};
+    return {static_cast<float>(from), static_cast<float>(to)};
 }
 
 /// What a report may show.
@@ -84,18 +99,21 @@ ExitCode text(const ArchiveCall &call) {
                                                           {"events", &ExportOptions::events},
                                                           {"notes", &ExportOptions::notes},
                                                           {"method", &ExportOptions::method}};
-    constexpr double longest = 1e6; // minutes
     ExportOptions options;
     leaveOut(call.line, options, contents);
+    if (!(options.uv || options.cond || options.events || options.notes || options.method))
+        throw EarlyEnd{Misused, "--without leaves nothing for the file"};
     options.position = methodPosition(call.line.value("method"));
     options.sampleRate = static_cast<float>(numberOf(call.line, "rate", 0.01, 5));
-    options.from = static_cast<float>(numberOf(call.line, "from", 0, longest));
-    mayWrite(call, call.operand(0), call.operand(1));
+    const Stretch asked = stretchAsked(call.line);
+    mayConvertInto(call, call.operand(0), call.operand(1));
 
     const RunFile file = wholeFile(call.operand(0));
     const float last = file.run.lastTime();
-    options.to =
-        call.line.isSet("to") ? std::min(last, static_cast<float>(numberOf(call.line, "to", 0, longest))) : last;
+    if (asked.from > last)
+        throw EarlyEnd{Misused, QString("--from is behind the end of the run, which takes %1").arg(duration(last))};
+    options.from = asked.from;
+    options.to = std::min(asked.to, last);
     options.pointCount = static_cast<qint32>(
         std::lrint(std::max(0.0, (double(options.to) - double(options.from)) * options.sampleRate * 60 + 0.5)));
     options.sourceFile = call.operand(0);
@@ -126,7 +144,7 @@ ExitCode pdf(const ArchiveCall &call) {
     const QString paper = call.line.value("paper");
     if (paper != "a4" && paper != "letter")
         throw EarlyEnd{Misused, "--paper is a4 or letter"};
-    mayWrite(call, call.operand(0), call.operand(1));
+    mayConvertInto(call, call.operand(0), call.operand(1));
 
     RunFile file = wholeFile(call.operand(0));
     if (call.line.isSet("title"))

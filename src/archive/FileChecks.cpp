@@ -6,7 +6,6 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <cmath>
@@ -76,13 +75,13 @@ ExitCode info(const ArchiveCall &call) {
         for (const Fact &fact : facts)
             object[QLatin1String(fact.key)] = fact.value;
         object["marks"] = marksOf(file.run);
-        call.out << QJsonDocument(object).toJson();
+        call.out.tell(object);
         return Good;
     }
     for (const Fact &fact : facts)
-        call.out << QString("%1:").arg(QLatin1String(fact.name)).leftJustified(16) << fact.words << '\n';
+        call.out.tell(QString("%1:").arg(QLatin1String(fact.name)).leftJustified(16) + fact.words);
     for (const EventMark &mark : file.run.marks)
-        call.out << "                " << QString("%1 min  ").arg(mark.time, 10, 'f', 3) << mark.label << '\n';
+        call.out.tell(QString(16, ' ') + QString("%1 min  ").arg(mark.time, 10, 'f', 3) + mark.label);
     return Good;
 }
 
@@ -92,13 +91,11 @@ ExitCode check(const ArchiveCall &call) {
         ChartData run;
         AxisValues axes;
         const ChartFileReport report = loadChartFile(path, run, axes);
-        call.out << path << ": " << describe(report);
-        if (report.good())
-            call.out << ", " << duration(run.lastTime());
-        else
+        call.out.tell(path + ": " + describe(report) + (report.good() ? ", " + duration(run.lastTime()) : QString()));
+        if (!report.good())
             result = Failed;
-        call.out << '\n';
-        call.out.flush();
+        if (!call.out.deliver())
+            break; // nobody learns of the others
     }
     return result;
 }

@@ -7,6 +7,8 @@
 #include "archive/RunFile.h"
 #include "archive/Salvage.h"
 
+#include <QTextStream>
+
 #include <algorithm>
 #include <limits>
 
@@ -31,9 +33,10 @@ QString overview() {
                    "Looks into the chart recorder's data files (.chd) and log files (.chl).\n\n";
     for (const ArchiveCommand &command : commands)
         text += QString("  %1 %2\n        %3\n").arg(command.name, command.operands, command.summary);
-    return text + "\n\"ostrel-file COMMAND --help\" tells a command's options.\n"
-                  "Exit codes: 0 good, 1 a file is not whole or cannot be read or written, 2 the command line is not\n"
-                  "understood, 3 something was saved and something is missing.\n";
+    return text +
+           "\n\"ostrel-file COMMAND --help\" tells a command's options.\n"
+           "Exit codes: 0 good, 1 a file is not whole or cannot be read or written, or nothing is left to save,\n"
+           "2 the command line is not understood, 3 something was saved and something is missing.";
 }
 
 const ArchiveCommand &commandOf(const QString &name) {
@@ -44,7 +47,12 @@ const ArchiveCommand &commandOf(const QString &name) {
     return *found;
 }
 
-ExitCode run(const ArchiveCommand &command, const QStringList &arguments, QTextStream &out, QTextStream &complaints) {
+void tellText(Lines &out, const QString &text) {
+    for (const QString &line : text.split('\n'))
+        out.tell(line);
+}
+
+ExitCode run(const ArchiveCommand &command, const QStringList &arguments, Lines &out, Lines &complaints) {
     QCommandLineParser line;
     line.setApplicationDescription(command.summary);
     line.addPositionalArgument(command.name, {}, QString("%1 %2").arg(command.name, command.operands));
@@ -54,7 +62,7 @@ ExitCode run(const ArchiveCommand &command, const QStringList &arguments, QTextS
     const bool understood = line.parse(arguments);
     if (line.isSet("help")) {
         const QString help = line.helpText();
-        out << help.left(help.indexOf("\nArguments:")); // which the first line has said
+        tellText(out, help.left(help.indexOf("\n\nArguments:"))); // which the first line has said
         return Good;
     }
     const QStringList operands = line.positionalArguments().mid(1);
@@ -65,24 +73,33 @@ ExitCode run(const ArchiveCommand &command, const QStringList &arguments, QTextS
     return command.run({line, operands, out, complaints});
 }
 
+ExitCode answer(const QStringList &arguments, Lines &out, Lines &complaints) {
+    const QString first = arguments.value(1);
+    if (first.isEmpty())
+        throw EarlyEnd{Misused, "no command; try ostrel-file --help"};
+    if (first == "--help" || first == "-h")
+        tellText(out, overview());
+    else if (first == "--version" || first == "-v")
+        out.tell("ostrel-file " OSTREL_VERSION);
+    else
+        return run(commandOf(first), arguments, out, complaints);
+    return Good;
+}
+
 } // namespace
 
 int ostrelFile(const QStringList &arguments, QTextStream &out, QTextStream &complaints) {
-    const QString first = arguments.value(1);
+    Lines answers(out);
+    Lines errors(complaints);
+    ExitCode result = Good;
     try {
-        if (first.isEmpty())
-            throw EarlyEnd{Misused, "no command; try ostrel-file --help"};
-        if (first == "--help" || first == "-h") {
-            out << overview();
-            return Good;
-        }
-        if (first == "--version" || first == "-v") {
-            out << "ostrel-file " OSTREL_VERSION "\n";
-            return Good;
-        }
-        return run(commandOf(first), arguments, out, complaints);
+        result = answer(arguments, answers, errors);
     } catch (const EarlyEnd &end) {
-        complaints << "ostrel-file: " << end.why << '\n';
-        return end.exitCode;
+        errors.tell("ostrel-file: " + end.why);
+        result = end.exitCode;
     }
+    if (answers.deliver())
+        return result;
+    errors.tell("ostrel-file: standard output: cannot be written: " + answers.error());
+    return Failed;
 }

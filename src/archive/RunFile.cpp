@@ -1,17 +1,77 @@
 // SPDX-License-Identifier: MIT
 #include "archive/RunFile.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <cmath>
+#include <filesystem>
 #include <string>
+
+namespace {
+
+QString words(std::error_code error) { return QString::fromStdString(error.message()); }
+
+QString letters(quint32 kind) {
+    return QString::fromLatin1(reinterpret_cast<const char *>(&kind), sizeof kind).trimmed();
+}
+
+QString unreadable(const ChartFileReport &report) {
+    const QString from = report.position > 0 ? QString(" from byte %1 on").arg(report.position) : QString();
+    return "cannot be read" + from + ": " + words(report.error);
+}
+
+QString damaged(const ChartFileReport &report) {
+    if (report.trailing)
+        return QString("goes on behind its end at byte %1").arg(report.position);
+    QString place = QString("damaged at byte %1").arg(report.position);
+    if (!report.head)
+        return place + ", in its head";
+    if (!report.record)
+        return place;
+    const quint64 end = report.position + RecordHead::size + filledUp(report.record->length);
+    return place + QString(", in record %1 (").arg(report.record->number) + letters(report.record->kind) +
+           QString(") that ends at byte %1").arg(end);
+}
+
+/// By whatever names.
+bool isSame(const QString &path, const QString &other) {
+    std::error_code missing;
+    return std::filesystem::equivalent(QFile::encodeName(path).toStdString(), QFile::encodeName(other).toStdString(),
+                                       missing);
+}
+
+void spareSource(const QString &from, const QString &to) {
+    const QString target = QFileInfo(to).canonicalFilePath();
+    if (target.isEmpty())
+        return; // nothing is there
+    if (isSame(target, from))
+        throw EarlyEnd{Misused, to + ": is the file to be read"};
+    if (isSame(QFileInfo(target).path(), from))
+        throw EarlyEnd{Misused, to + ": is a file of the directory to be read"};
+}
+
+void spareCharts(const QString &to) {
+    const QFileInfo target(to);
+    if (bearsChartMark(to))
+        throw EarlyEnd{Failed, to + ": is a chart file; only salvage replaces one"};
+    if (target.isFile() && !target.isReadable())
+        throw EarlyEnd{Failed, to + ": cannot be read, and may be a chart file"};
+}
+
+void askForOverwrite(const ArchiveCall &call, const QString &to) {
+    if (QFileInfo::exists(to) && !call.line.isSet("overwrite"))
+        throw EarlyEnd{Failed, to + ": is there already; --overwrite replaces it"};
+}
+
+} // namespace
 
 QString describe(const ChartFileReport &report) {
     switch (report.fault) {
     case ChartFileFault::None:
         return "whole";
     case ChartFileFault::Unreadable:
-        return "cannot be read: " + QString::fromStdString(report.error.message());
+        return unreadable(report);
     case ChartFileFault::NotAChart:
         return "not a chart file";
     case ChartFileFault::NewerVersion:
@@ -19,7 +79,7 @@ QString describe(const ChartFileReport &report) {
     case ChartFileFault::Truncated:
         return QString("cut off at byte %1").arg(report.position);
     case ChartFileFault::Damaged:
-        return QString("damaged at byte %1").arg(report.position);
+        return damaged(report);
     }
     return {};
 }
@@ -37,16 +97,19 @@ void declareOverwrite(QCommandLineParser &line) {
 }
 
 void mayWrite(const ArchiveCall &call, const QString &from, const QString &to) {
-    const QFileInfo target(to);
-    if (target.exists() && target.canonicalFilePath() == QFileInfo(from).canonicalFilePath())
-        throw EarlyEnd{Misused, to + ": is the file to be read"};
-    if (target.exists() && !call.line.isSet("overwrite"))
-        throw EarlyEnd{Failed, to + ": is there already; --overwrite replaces it"};
+    spareSource(from, to);
+    askForOverwrite(call, to);
+}
+
+void mayConvertInto(const ArchiveCall &call, const QString &from, const QString &to) {
+    spareSource(from, to);
+    spareCharts(to);
+    askForOverwrite(call, to);
 }
 
 void written(const QString &path, std::error_code error) {
     if (error)
-        throw EarlyEnd{Failed, path + ": cannot be written: " + QString::fromStdString(error.message())};
+        throw EarlyEnd{Failed, path + ": cannot be written: " + words(error)};
 }
 
 QString duration(double minutes) {

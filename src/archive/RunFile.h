@@ -11,16 +11,18 @@ struct RunFile {
     ChartFileReport report;
 };
 
-/// In words: "whole", "damaged at byte 4711", ...
+/// In words: "whole", "damaged at byte 208, in record 4 (SAMP) that ends at byte 4712", ...
 QString describe(const ChartFileReport &report);
 
 /// The file, whole; otherwise ends the command.
 RunFile wholeFile(const QString &path);
 
 /// Sees to it that nothing that stands is lost: a file that is there is written over only with --overwrite, and never
-/// the one that is read.
+/// the one that is read, nor one of the directory that is read.
 void declareOverwrite(QCommandLineParser &line);
 void mayWrite(const ArchiveCall &call, const QString &from, const QString &to);
+/// The same for what is no chart file itself: it never takes the place of one, whatever that one's name and state.
+void mayConvertInto(const ArchiveCall &call, const QString &from, const QString &to);
 
 /// Ends the command when writing went wrong.
 void written(const QString &path, std::error_code error);

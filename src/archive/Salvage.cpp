@@ -18,6 +18,11 @@ struct Salvaged {
 
 QString minutes(double value) { return QString::number(value, 'f', 2); }
 
+/// Nothing that would be worth a file.
+bool isEmpty(const ChartData &run) {
+    return run.samples.size() == 0 && run.marks.empty() && run.methodTexts.empty() && run.notes.isEmpty();
+}
+
 void tellLost(QStringList &missing, quint64 lost, const char *what) {
     if (lost > 0)
         missing << QString("%1 %2").arg(lost).arg(what);
@@ -42,24 +47,21 @@ void tellMissing(Salvaged &salvaged, const ChartFileReport &report) {
         salvaged.missing << "title, notes or axes, perhaps";
 }
 
-Salvaged fromFile(const QString &path, QTextStream &out) {
+Salvaged fromFile(const QString &path, Lines &out) {
     Salvaged salvaged;
     const ChartFileReport report = salvageChartFile(path, salvaged.run, salvaged.axes);
-    out << path << ": " << describe(report) << '\n';
-    switch (report.fault) {
-    case ChartFileFault::None:
-        break;
-    case ChartFileFault::Truncated:
-    case ChartFileFault::Damaged:
+    const QString finding = path + ": " + describe(report);
+    // A disk may fail far behind the beginning.
+    const bool unreadable = report.fault == ChartFileFault::Unreadable && isEmpty(salvaged.run);
+    if (unreadable || report.fault == ChartFileFault::NotAChart || report.fault == ChartFileFault::NewerVersion)
+        throw EarlyEnd{Failed, finding};
+    if (!report.good() && !report.trailing)
         tellMissing(salvaged, report);
-        break;
-    default:
-        throw EarlyEnd{Failed, path + ": " + describe(report)};
-    }
+    out.tell(finding);
     return salvaged;
 }
 
-Salvaged fromDirectory(const QString &path, QTextStream &out) {
+Salvaged fromDirectory(const QString &path, Lines &out) {
     RecoveredLog log = readRunningLog(path);
     Salvaged salvaged{.run = {}, .axes = log.axes(), .missing = {}};
     salvaged.missing << inWords(log.badFiles);
@@ -71,12 +73,14 @@ Salvaged fromDirectory(const QString &path, QTextStream &out) {
     tellLost(salvaged.missing, log.lostMethodTexts, "method texts");
     if (log.lostTexts)
         salvaged.missing << "the notes or the name of the system, perhaps";
-    if (log.empty())
-        throw EarlyEnd{Failed, path + ": holds no running log"};
     salvaged.run = std::move(log.data);
-    out << path << ": a running log\n";
+    if (isEmpty(salvaged.run) && salvaged.missing.isEmpty())
+        throw EarlyEnd{Failed, path + ": holds no running log"};
+    out.tell(path + ": a running log");
     return salvaged;
 }
+
+QString butTitle(const QString &title) { return title.isEmpty() ? title : QString(" but the title \"%1\"").arg(title); }
 
 quint32 kindOf(const QString &path) {
     if (path.endsWith(".chd", Qt::CaseInsensitive))
@@ -94,11 +98,15 @@ ExitCode salvage(const ArchiveCall &call) {
     const quint32 kind = kindOf(to);
     mayWrite(call, from, to);
     const Salvaged salvaged = QFileInfo(from).isDir() ? fromDirectory(from, call.out) : fromFile(from, call.out);
-    written(to, saveChartFile(to, kind, salvaged.run, salvaged.axes));
-
-    call.out << to << ": " << salvaged.run.samples.size() << " samples, " << duration(salvaged.run.lastTime()) << ", "
-             << salvaged.run.marks.size() << " event marks\n";
+    const ChartData &run = salvaged.run;
+    if (!isEmpty(run)) {
+        written(to, saveChartFile(to, kind, run, salvaged.axes));
+        call.out.tell(to + QString(": %1 samples, ").arg(run.samples.size()) + duration(run.lastTime()) +
+                      QString(", %1 event marks").arg(run.marks.size()));
+    }
     for (const QString &what : salvaged.missing)
-        call.out << "Missing: " << what << '\n';
+        call.out.tell("Missing: " + what);
+    if (isEmpty(run))
+        throw EarlyEnd{Failed, from + ": nothing is left to save" + butTitle(run.title)};
     return salvaged.missing.isEmpty() ? Good : Partial;
 }

@@ -2,7 +2,6 @@
 #include "base/RunTimeError.h"
 
 #include <cerrno>
-#include <cstring>
 #include <new>
 
 namespace {
@@ -70,8 +69,14 @@ QString RunTimeError::describe(int number) {
     return QStringLiteral("Application-defined or object-defined error");
 }
 
+RunTimeError RunTimeError::from(const std::error_code &error, const QString &what) {
+    // A call that failed without a reason must not be told as a success.
+    const QString why = error ? QString::fromLocal8Bit(error.message().c_str()) : describe(PathFileAccess);
+    return {numberForErrno(error.value()), QStringLiteral("%1: %2").arg(what, why)};
+}
+
 RunTimeError RunTimeError::fromErrno(int error, const QString &what) {
-    return {numberForErrno(error), QStringLiteral("%1: %2").arg(what, QString::fromLocal8Bit(std::strerror(error)))};
+    return from({error, std::generic_category()}, what);
 }
 
 RunTimeError caughtError() {

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <exception>
+#include <system_error>
 
 /// A failure of the platform or of checked arithmetic: a number that decides how it is met, and a line of text that is
 /// told to the operator.
@@ -38,7 +39,9 @@ public:
     /// One line of text for any number; empty for 0. A number without a text of its own gets a general one.
     static QString describe(int number);
 
-    /// The error that stands for a failed call of the operating system (`errno`), `what` naming the file or device.
+    /// The error that stands for a failed call of the operating system, `what` naming the file or device. The value of
+    /// `error` is an `errno`.
+    static RunTimeError from(const std::error_code &error, const QString &what);
     static RunTimeError fromErrno(int error, const QString &what);
 
 private:

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ChartFile.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -28,7 +31,7 @@ void mendAxes(AxisValues &axes) {
 /// Reads a file into a run of its own.
 class Reading {
 public:
-    explicit Reading(const QString &path) : reader_(path) {}
+    explicit Reading(const QString &path) : path_(path), reader_(path) {}
 
     /// False with a fault that leaves nothing to read.
     bool beginsWell();
@@ -50,11 +53,15 @@ private:
     bool takeItems(std::vector<Item> &items, bool (*takeFrom)(RecordReader &, quint64 &, std::vector<Item> &));
     bool takeSamples();
     bool takeEnd();
+    void noteHead();
+    void noteRecord();
+    void noteTrailing();
     void note(ChartFileFault fault, quint64 position);
     ChartCounts held() const {
         return {static_cast<quint64>(run.samples.size()), run.marks.size(), run.methodTexts.size()};
     }
 
+    QString path_;
     RecordReader reader_;
     quint32 records_ = 0;
     std::size_t place_ = 0; ///< of the last record in the order of kinds
@@ -65,6 +72,8 @@ bool Reading::beginsWell() {
     report.head = reader_.head();
     if (reader_.error())
         note(ChartFileFault::Unreadable, 0);
+    else if (!report.head && bearsChartMark(path_))
+        noteHead();
     else if (!report.head || (report.head->kind != dataFile && report.head->kind != logFile) ||
              report.head->version == 0)
         note(ChartFileFault::NotAChart, 0);
@@ -93,19 +102,46 @@ void Reading::readLeniently() {
 /// Takes the next record, good or not. False when none begins where it should.
 bool Reading::next() {
     const quint64 position = reader_.nextPosition();
-    if (const RecordReader::Found found = reader_.next(); found != RecordReader::Found::Record) {
-        const bool cut = found == RecordReader::Found::End || reader_.cutOff();
-        note(cut ? ChartFileFault::Truncated : ChartFileFault::Damaged, position);
-        return false;
-    }
-    takeRecord();
-    return true;
+    const RecordReader::Found found = reader_.next();
+    if (found == RecordReader::Found::End)
+        note(ChartFileFault::Truncated, position);
+    else if (found == RecordReader::Found::Record)
+        takeRecord();
+    else if (reader_.cutOff())
+        note(ChartFileFault::Truncated, reader_.fileSize());
+    else
+        note(ChartFileFault::Damaged, position);
+    return found == RecordReader::Found::Record;
 }
 
 void Reading::takeRecord() {
     const bool inOrder = isInOrder();
     if (!take() || !inOrder)
-        note(ChartFileFault::Damaged, reader_.recordPosition());
+        noteRecord();
+    else if (ended_ && reader_.nextPosition() < reader_.fileSize())
+        noteTrailing();
+}
+
+void Reading::noteHead() {
+    const quint64 size = reader_.fileSize();
+    if (size < FileHead::size)
+        note(ChartFileFault::Truncated, size);
+    else
+        note(ChartFileFault::Damaged, 0);
+}
+
+void Reading::noteRecord() {
+    if (reader_.nextPosition() > reader_.fileSize()) // the zeros that fill it up are cut off
+        return note(ChartFileFault::Truncated, reader_.fileSize());
+    const bool first = report.good();
+    note(ChartFileFault::Damaged, reader_.recordPosition());
+    if (first && report.fault == ChartFileFault::Damaged)
+        report.record = reader_.record();
+}
+
+void Reading::noteTrailing() {
+    report.trailing = report.good();
+    note(ChartFileFault::Damaged, reader_.nextPosition());
 }
 
 /// Only the first fault counts. What cannot be read is not damaged, as far as one knows.
@@ -180,7 +216,7 @@ bool Reading::takeEnd() {
     if (!takeCounts(reader_, counts))
         return false;
     report.counts = counts;
-    return counts == held() && reader_.nextPosition() == reader_.fileSize();
+    return counts == held();
 }
 
 ChartFileReport readChartFile(const QString &path, ChartData &run, AxisValues &axes, bool salvage) try {
@@ -205,6 +241,13 @@ ChartFileReport readChartFile(const QString &path, ChartData &run, AxisValues &a
 }
 
 } // namespace
+
+bool bearsChartMark(const QString &path) {
+    constexpr qsizetype letters = 5; // before the line ends, which are lost in a file that was sent as text
+    QFile file(path);
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) &&
+           file.read(letters) == FileHead().bytes().first(letters);
+}
 
 ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes) {
     return readChartFile(path, run, axes, false);

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "files/DurableFile.h"
 
+#include "files/TemporaryFiles.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
 #include <utility>
 
@@ -24,17 +25,10 @@ QString behindLinks(const QString &path) {
     return target;
 }
 
-/// A name that no other copy of the program uses at this moment; what an earlier, killed one left may bear it.
-QByteArray temporaryName() {
-    static std::atomic<unsigned> counter = 0;
-    return ".ostrel-" + QByteArray::number(::getpid()) + '-' + QByteArray::number(counter++) + ".tmp";
-}
-
 } // namespace
 
-DurableFile::DurableFile(const QString &path, FileOperations &operations) : operations_(operations) {
-    const QString target = behindLinks(path);
-    path_ = QFile::encodeName(target);
+DurableFile::DurableFile(const QString &path, FileOperations &operations, Links links) : operations_(operations) {
+    path_ = QFile::encodeName(links == Links::Follow ? behindLinks(path) : path);
     folder_ = path_.left(path_.lastIndexOf('/') + 1);
     if (folder_.isEmpty())
         folder_ = "./";
@@ -49,11 +43,11 @@ DurableFile::~DurableFile() {
 
 bool DurableFile::replaceable() {
     struct stat old {};
-    if (::stat(path_.constData(), &old) != 0) {
+    if (::lstat(path_.constData(), &old) != 0) {
         if (errno != ENOENT)
             failWith(errno);
     } else if (!S_ISREG(old.st_mode)) {
-        failWith(S_ISDIR(old.st_mode) ? EISDIR : ENOTSUP);
+        failWith(notPlainError(old.st_mode));
     } else if (::access(path_.constData(), W_OK) != 0) {
         failWith(errno);
     } else {
@@ -64,13 +58,11 @@ bool DurableFile::replaceable() {
 
 void DurableFile::openNeighbour() {
     const mode_t mode = mode_ >= 0 ? S_IRUSR | S_IWUSR : S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
-    do {
-        neighbour_ = folder_ + temporaryName();
-        fd_ = operations_.open(neighbour_.constData(), O_WRONLY | O_CREAT | O_EXCL, mode);
-    } while (fd_ < 0 && errno == EEXIST);
-    if (fd_ < 0)
-        failWith(errno);
-    else if (mode_ >= 0 && operations_.chmod(fd_, static_cast<mode_t>(mode_)) != 0)
+    TemporaryFiles::clearDead(folder_, operations_);
+    neighbour_ = folder_ + TemporaryFiles::newName();
+    TemporaryFiles::setUnfinished(neighbour_.constData());
+    fd_ = operations_.open(neighbour_.constData(), O_WRONLY | O_CREAT | O_EXCL, mode);
+    if (fd_ < 0 || (mode_ >= 0 && operations_.chmod(fd_, static_cast<mode_t>(mode_)) != 0))
         failWith(errno);
 }
 
@@ -93,12 +85,13 @@ std::error_code DurableFile::commit() {
 }
 
 /// The neighbour goes with the first failure, while there is one.
-void DurableFile::failWith(int error) {
-    error_ = {error, std::generic_category()};
+void DurableFile::failWith(std::error_code error) {
+    error_ = error;
     if (const int fd = std::exchange(fd_, -1); fd >= 0)
         operations_.close(fd);
     if (!neighbour_.isEmpty())
         operations_.remove(neighbour_.constData());
+    TemporaryFiles::setUnfinished(nullptr);
 }
 
 void DurableFile::closeNeighbour() {
@@ -109,13 +102,14 @@ void DurableFile::closeNeighbour() {
 /// From here on the new file stands under its name; a failure tells only that a power cut may still bring the old one
 /// back.
 void DurableFile::syncFolder() {
+    TemporaryFiles::setUnfinished(nullptr);
     neighbour_.clear();
     if (!::syncFolder(operations_, folder_.constData()))
         failWith(errno);
 }
 
-std::error_code replaceFile(const QString &path, QByteArrayView content, FileOperations &operations) {
-    DurableFile file(path, operations);
+std::error_code replaceFile(const QString &path, QByteArrayView content, FileOperations &operations, Links links) {
+    DurableFile file(path, operations, links);
     file.write(content);
     return file.commit();
 }

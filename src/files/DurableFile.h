@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "files/FileOperations.h"
+#include "files/PlainFile.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
@@ -9,15 +9,17 @@
 
 #include <system_error>
 
-/// Replaces a file, or makes it: what is written gathers in a nameless neighbour, and commit() moves it into place once
-/// the disk has all of it. Whatever fails, and wherever a power cut strikes, the old file or the new one stands whole.
+/// Replaces a file, or makes it: what is written gathers in a temporary file beside it (TemporaryFiles.h), and commit()
+/// moves it into place once the disk has all of it. Whatever fails, and wherever a power cut strikes, the old file or
+/// the new one stands whole.
 ///
-/// The new file keeps the permissions of the old one, and a symbolic link goes on pointing to it. A file that the user
-/// may not write is refused, although its folder would allow the exchange; so is anything but a plain file.
-/// Errors are those of the operating system (errno).
+/// The new file keeps the permissions of the old one, and a symbolic link goes on pointing to it, unless links are
+/// refused. A file that the user may not write is refused, although its folder would allow the exchange; so is anything
+/// but a plain file. The values of errors are those of the operating system (errno).
 class DurableFile {
 public:
-    explicit DurableFile(const QString &path, FileOperations &operations = FileOperations::system());
+    explicit DurableFile(const QString &path, FileOperations &operations = FileOperations::system(),
+                         Links links = Links::Follow);
     /// Without a commit the old file stands and the neighbour goes.
     ~DurableFile();
     DurableFile(const DurableFile &) = delete;
@@ -32,7 +34,8 @@ public:
 private:
     void openNeighbour();
     bool replaceable();
-    void failWith(int error);
+    void failWith(int error) { failWith({error, std::generic_category()}); }
+    void failWith(std::error_code error);
     void closeNeighbour();
     void syncFolder();
 
@@ -47,4 +50,4 @@ private:
 
 /// Replaces a file by `content` at one go.
 std::error_code replaceFile(const QString &path, QByteArrayView content,
-                            FileOperations &operations = FileOperations::system());
+                            FileOperations &operations = FileOperations::system(), Links links = Links::Follow);

@@ -102,3 +102,12 @@ std::error_code listFolder(FileOperations &operations, const QString &folder, QS
     names.sort();
     return {error, std::generic_category()};
 }
+
+int makePrivateFolder(FileOperations &operations, const char *path) {
+    if (operations.makeFolder(path, S_IRWXU) != 0)
+        return -1;
+    struct stat made {};
+    // A umask may take from the owner, too.
+    const bool lacking = ::lstat(path, &made) == 0 && (made.st_mode & S_IRWXU) != S_IRWXU;
+    return lacking ? ::chmod(path, S_IRWXU) : 0;
+}

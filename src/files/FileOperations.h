@@ -44,3 +44,5 @@ bool syncFolder(FileOperations &operations, const char *path);
 /// The names in a folder, hidden ones too, without "." and "..", sorted. The error is that of the operating system
 /// (errno); what had been read by then stands in `names`.
 std::error_code listFolder(FileOperations &operations, const QString &folder, QStringList &names);
+/// A folder for the user alone (0700), whatever the umask; -1, with errno, when that failed.
+int makePrivateFolder(FileOperations &operations, const char *path);

@@ -3,7 +3,6 @@
 
 #include "base/RunTimeError.h"
 #include "files/DurableFile.h"
-#include "files/FileOperations.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -56,7 +55,7 @@ bool Directories::exists(const QString &path) { return typeOf(path) == fs::file_
 bool Directories::isLink(const QString &path) { return typeOf(path) == fs::file_type::symlink; }
 
 bool Directories::make(const QString &path) {
-    if (FileOperations::system().makeFolder(QFile::encodeName(path).constData(), 0777) != 0) {
+    if (makePrivateFolder(FileOperations::system(), QFile::encodeName(path).constData()) != 0) {
         if (errno == EEXIST)
             return false;
         throw RunTimeError::fromErrno(errno, path);
@@ -67,18 +66,18 @@ bool Directories::make(const QString &path) {
 
 void Directories::hide(const QString &path) {
     const QFileInfo folder(path);
-    QFile list(folder.path() + QStringLiteral("/.hidden"));
-    errno = 0;
-    if (!list.open(QIODevice::ReadOnly) && errno != ENOENT)
-        throw RunTimeError::fromErrno(errno, list.fileName());
-    QByteArray hidden = list.isOpen() ? list.readAll() : QByteArray();
+    const QString list = folder.path() + QStringLiteral("/.hidden");
+    QByteArray hidden;
+    if (const std::error_code error = readPlainFile(list, hidden);
+        error && error != std::errc::no_such_file_or_directory)
+        throw RunTimeError::from(error, list);
     const QByteArray name = QFile::encodeName(folder.fileName());
     if (hidden.split('\n').contains(name))
         return;
     if (!hidden.isEmpty() && !hidden.endsWith('\n'))
         hidden += '\n';
-    if (const std::error_code error = replaceFile(list.fileName(), hidden + name + '\n'))
-        throw RunTimeError::fromErrno(error.value(), list.fileName());
+    if (const std::error_code error = replaceFile(list, hidden + name + '\n', FileOperations::system(), Links::Refuse))
+        throw RunTimeError::from(error, list);
 }
 
 QStringList Directories::names(const QString &folder) {

@@ -11,9 +11,11 @@ namespace Directories {
 bool exists(const QString &path);
 bool isLink(const QString &path);
 
-/// Makes one folder; it is on the disk when this returns. False when something of that name stands there.
+/// Makes one folder, for the user alone; it is on the disk when this returns. False when something of that name stands
+/// there.
 [[nodiscard]] bool make(const QString &path);
-/// Hides it from file managers: its name comes into the list `.hidden` beside it.
+/// Hides it from file managers: its name comes into the list `.hidden` beside it, which must be a plain file or
+/// missing.
 void hide(const QString &path);
 
 /// The names in a folder, hidden ones too, sorted; empty when there is no such folder.

@@ -2,17 +2,18 @@
 #include "platform/FileLock.h"
 
 #include "base/RunTimeError.h"
+#include "files/PlainFile.h"
 
-#include <QFile>
 #include <fcntl.h>
 #include <sys/file.h>
 
 #include <cerrno>
 
-FileLock::FileLock(const QString &path)
-    : path_(path), file_(::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-    if (!file_)
-        throw RunTimeError::fromErrno(errno, path);
+FileLock::FileLock(const QString &path) : path_(path) {
+    const OpenedFile opened = openPlainFile(path, O_RDWR | O_CREAT, 0600);
+    if (opened.error)
+        throw RunTimeError::from(opened.error, path);
+    file_.reset(opened.fd);
 }
 
 bool FileLock::tryExclusive() {

@@ -9,7 +9,8 @@
 /// when the object or its process goes, however it goes.
 class FileLock {
 public:
-    /// Makes the file when it is missing; a failure is a RunTimeError.
+    /// Makes the file when it is missing. A failure is a RunTimeError, also that something else than a plain file
+    /// stands there.
     explicit FileLock(const QString &path);
 
     /// False when another copy holds the lock in any way.

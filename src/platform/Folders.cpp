@@ -2,13 +2,15 @@
 #include "platform/Folders.h"
 
 #include "base/RunTimeError.h"
+#include "files/FileOperations.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
-#include <filesystem>
+#include <cerrno>
 
 Folders::Folders() : appPath_(appFolder()) { makePath(appPath_); }
 
@@ -26,8 +28,12 @@ QString Folders::sharedFolder() {
 }
 
 void makePath(const QString &folder) {
-    std::error_code error;
-    std::filesystem::create_directories(QFile::encodeName(folder).toStdString(), error);
-    if (error)
-        throw RunTimeError::fromErrno(error.value(), folder);
+    if (QFileInfo(folder).isDir())
+        return;
+    if (const QString above = QFileInfo(folder).path(); above != folder)
+        makePath(above);
+    const QByteArray name = QFile::encodeName(folder);
+    const int error = makePrivateFolder(FileOperations::system(), name.constData()) == 0 ? 0 : errno;
+    if (error != 0 && !QFileInfo(folder).isDir())
+        throw RunTimeError::fromErrno(error == EEXIST ? ENOTDIR : error, folder);
 }

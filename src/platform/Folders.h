@@ -23,5 +23,6 @@ private:
     QString appPath_;
 };
 
-/// Makes a folder and those above it that are missing; a failure is a RunTimeError.
+/// Makes a folder and those above it that are missing, for the user alone; what stands keeps its permissions. A failure
+/// is a RunTimeError.
 void makePath(const QString &folder);

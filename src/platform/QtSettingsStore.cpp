@@ -7,12 +7,10 @@
 #include "platform/Folders.h"
 #include "platform/NaturalOrder.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QScopedValueRollback>
 
 #include <algorithm>
-#include <cerrno>
 
 QtSettingsStore::QtSettingsStore(QString file, FileOperations &operations)
     : file_(std::move(file)), operations_(operations) {}
@@ -62,21 +60,17 @@ void QtSettingsStore::change(const std::function<bool(IniText &)> &edit) {
         IniText text = read();
         if (!edit(text))
             return;
-        if (const std::error_code error = replaceFile(file_, text.toBytes(), operations_))
-            throw RunTimeError::fromErrno(error.value(), file_);
+        if (const std::error_code error = replaceFile(file_, text.toBytes(), operations_, Links::Refuse))
+            throw RunTimeError::from(error, file_);
     });
 }
 
 IniText QtSettingsStore::read() const {
-    QFile file(file_);
-    errno = 0;
-    if (!file.open(QIODevice::ReadOnly)) {
-        if (errno == ENOENT || errno == ENOTDIR)
-            return IniText();
-        throw RunTimeError::fromErrno(errno, file_);
-    }
-    const QByteArray content = file.readAll();
-    if (file.error() != QFile::NoError)
-        throw RunTimeError(RunTimeError::PathFileAccess, file_ + QStringLiteral(": ") + file.errorString());
+    QByteArray content;
+    const std::error_code error = readPlainFile(file_, content, operations_);
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory)
+        return IniText();
+    if (error)
+        throw RunTimeError::from(error, file_);
     return IniText(content);
 }

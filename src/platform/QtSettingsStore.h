@@ -11,7 +11,8 @@
 /// Each writing reads, changes and replaces it under a lock of all copies; the file stands whole at every moment.
 class QtSettingsStore : public SettingsStore {
 public:
-    /// The file and its folder are made at the first writing.
+    /// The file and its folder, for the user alone, are made at the first writing. Anything but a plain file is
+    /// refused, a symbolic link too.
     explicit QtSettingsStore(QString file, FileOperations &operations = FileOperations::system());
 
     QString GetSetting(const QString &section, const QString &key, const QString &fallback) const override;

@@ -5,8 +5,8 @@
 
 namespace TextFile {
 
-/// Adds UTF-8 text to the end of a file, which is made when it is missing and closed again at once. A failure, a full
-/// disk too, is a RunTimeError.
+/// Adds UTF-8 text to the end of a plain file, which is made when it is missing and closed again at once. Never waits
+/// for anybody. A failure is a RunTimeError: a full disk, or that a folder, pipe, device or link stands there.
 void append(const QString &path, const QString &text);
 
 } // namespace TextFile

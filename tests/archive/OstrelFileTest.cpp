@@ -5,10 +5,12 @@
 #include "chart/ChartFile.h"
 #include "chart/RunningLogWriter.h"
 
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
 
@@ -37,16 +39,20 @@ protected:
         QFile file(path(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     }
-    /// Words with a point in them are names in the archive.
+    /// Words with a point in them that are no numbers are names in the archive.
     int call(const char *line) {
+        static const QRegularExpression name("^[^-0-9]*\\.");
+        QStringList arguments;
+        for (const QString &word : QString(line).split(' '))
+            arguments << (word.contains(name) ? archive.filePath(word) : word);
+        return call(arguments);
+    }
+    int call(const QStringList &arguments) {
         said.clear();
         complaint.clear();
         QTextStream out(&said);
         QTextStream complaints(&complaint);
-        QStringList arguments{"ostrel-file"};
-        for (const QString &word : QString(line).split(' '))
-            arguments << (word.contains('.') && !word.startsWith("--") ? archive.filePath(word) : word);
-        return ostrelFile(arguments, out, complaints);
+        return ostrelFile(QStringList{"ostrel-file"} + arguments, out, complaints);
     }
     float lastTimeOf(const char *name) const {
         ChartData loaded;
@@ -81,11 +87,23 @@ TEST_F(OstrelFileTest, checkNamesEachFileThatIsNotWhole) {
     EXPECT_EQ(call("check run.chd"), Good);
     EXPECT_EQ(call("check cut.chd damaged.chd text.chd none.chd run.chd"), Failed);
     const QStringList lines = said.split('\n');
-    EXPECT_TRUE(lines[0].contains("cut off at byte"));
-    EXPECT_TRUE(lines[1].contains("damaged at byte"));
+    EXPECT_TRUE(lines[0].endsWith("cut off at byte 3000"));
+    EXPECT_TRUE(lines[1].endsWith(QString("damaged at byte %1, in record 5 (SAMP) that ends at byte %2")
+                                      .arg(whole.indexOf("SAMP"))
+                                      .arg(whole.indexOf("END "))));
     EXPECT_TRUE(lines[2].contains("not a chart file"));
     EXPECT_TRUE(lines[3].contains("cannot be read"));
     EXPECT_TRUE(lines[4].contains("whole"));
+
+    lay("head.chd", QByteArray(whole).replace(20, 1, "?"));
+    lay("longer.chd", whole + "more");
+    damaged = QByteArray(whole).replace(whole.indexOf("SAMP") + 4, 1, "?");
+    lay("damaged.chd", damaged);
+    EXPECT_EQ(call("check head.chd longer.chd damaged.chd"), Failed);
+    const QStringList faults = said.split('\n');
+    EXPECT_TRUE(faults[0].endsWith("damaged at byte 0, in its head"));
+    EXPECT_TRUE(faults[1].endsWith(QString("goes on behind its end at byte %1").arg(whole.size())));
+    EXPECT_TRUE(faults[2].endsWith(QString("damaged at byte %1").arg(whole.indexOf("SAMP"))));
 }
 
 TEST_F(OstrelFileTest, textAndReportAreWrittenAndNothingThatStandsIsLost) {
@@ -107,6 +125,38 @@ TEST_F(OstrelFileTest, textAndReportAreWrittenAndNothingThatStandsIsLost) {
     EXPECT_EQ(call("pdf run.chd none/run.pdf"), Failed);
 }
 
+TEST_F(OstrelFileTest, aConversionNeverTakesThePlaceOfAChartFile) {
+    const QByteArray whole = content("run.chd");
+    lay("other.txt", whole);
+    lay("damaged.txt", QByteArray(whole).replace(20, 1, "?"));
+    lay("newer.txt", FileHead::of(dataFile, 99).bytes());
+    lay("log.txt", FileHead::of(fourLetters("TICK"), 1).bytes());
+    ASSERT_TRUE(QFile::link(path("other.txt"), path("link.txt")));
+    for (const char *target : {"other.txt", "damaged.txt", "newer.txt", "log.txt", "link.txt"}) {
+        const QByteArray before = content(target);
+        for (const char *command : {"text", "pdf"}) {
+            for (const char *option : {"", " --overwrite"}) {
+                EXPECT_EQ(call(qPrintable(QString("%1%2 run.chd %3").arg(command, option, target))), Failed);
+                EXPECT_TRUE(complaint.endsWith("is a chart file; only salvage replaces one\n"))
+                    << complaint.toStdString();
+            }
+        }
+        EXPECT_EQ(content(target), before);
+    }
+    lay("named.chd", "a text");
+    EXPECT_EQ(call("text --overwrite run.chd named.chd"), Good) << complaint.toStdString();
+}
+
+TEST_F(OstrelFileTest, theStretchOfATextLiesWithinTheRun) {
+    for (const char *stretch : {"--from 1.5 --to 1", "--from nan", "--to inf", "--from 2.1", "--from 2.1 --to 9"}) {
+        EXPECT_EQ(call(qPrintable(QString("text %1 run.chd x.txt").arg(stretch))), Misused) << stretch;
+        EXPECT_FALSE(QFile::exists(path("x.txt")));
+    }
+    EXPECT_TRUE(complaint.contains("2.00 minutes (0:02:00)")) << complaint.toStdString();
+    EXPECT_EQ(call("text --from 2 --to 2 run.chd x.txt"), Good) << complaint.toStdString();
+    EXPECT_EQ(call("text --overwrite --from 1 --to 9 run.chd x.txt"), Good) << complaint.toStdString();
+}
+
 TEST_F(OstrelFileTest, salvageKeepsThePrefixOfAFileAndSaysWhatIsMissing) {
     lay("cut.chd", content("run.chd").left(3000));
     EXPECT_EQ(call("salvage cut.chd saved.chd"), Partial);
@@ -117,6 +167,26 @@ TEST_F(OstrelFileTest, salvageKeepsThePrefixOfAFileAndSaysWhatIsMissing) {
     EXPECT_EQ(lastTimeOf("whole.chl"), 2.0F);
     EXPECT_EQ(call("salvage run.chd run.chd"), Misused);
     EXPECT_EQ(call("salvage run.chd run.txt"), Misused);
+    lay("longer.chd", content("run.chd") + "more");
+    EXPECT_EQ(call("salvage --overwrite longer.chd whole.chl"), Good);
+}
+
+TEST_F(OstrelFileTest, whereNothingIsLeftNothingIsSaved) {
+    const QByteArray whole = content("run.chd");
+    const auto notes = whole.indexOf("NOTE");
+    for (const qsizetype size : {qsizetype{20}, qsizetype{48}, notes, notes + 24}) {
+        lay("cut.chd", whole.left(size));
+        EXPECT_EQ(call("salvage cut.chd saved.chd"), Failed) << size;
+        EXPECT_TRUE(complaint.contains("nothing is left to save"));
+        EXPECT_FALSE(QFile::exists(path("saved.chd")));
+    }
+    EXPECT_TRUE(complaint.contains("but the title \"Größe\"")) << complaint.toStdString();
+    EXPECT_FALSE(saveChartFile(path("empty.chd"), dataFile, {}, {}));
+    EXPECT_EQ(call("salvage empty.chd saved.chd"), Failed);
+    run = {};
+    run.methodTexts.push_back({"Load\r\n", 0});
+    EXPECT_FALSE(saveChartFile(path("method.chd"), dataFile, run, {}));
+    EXPECT_EQ(call("salvage method.chd saved.chd"), Good);
 }
 
 TEST_F(OstrelFileTest, salvagePutsTheLogOfADirectoryTogether) {
@@ -126,6 +196,55 @@ TEST_F(OstrelFileTest, salvagePutsTheLogOfADirectoryTogether) {
     EXPECT_EQ(call("salvage . log.chl"), Good) << complaint.toStdString();
     EXPECT_EQ(lastTimeOf("log.chl"), 2.0F);
     EXPECT_EQ(call("salvage none. log2.chl"), Failed);
+
+    ASSERT_TRUE(QDir(archive.path()).mkdir("copy.d") && QFile::copy(path("Log00001.dat"), path("copy.d/part.chl")));
+    ASSERT_TRUE(QFile::link(path("copy.d/part.chl"), path("link.chl")));
+    for (const char *target : {"copy.d/part.chl", "link.chl"})
+        EXPECT_EQ(call(qPrintable(QString("salvage --overwrite copy.d %1").arg(target))), Misused) << target;
+    EXPECT_EQ(call("salvage --overwrite copy.d log.chl"), Good) << complaint.toStdString();
+}
+
+TEST_F(OstrelFileTest, noTextReachesTheTerminalAsAnOrder) {
+    const QString orders = QString("a\x1b[2J\r\n\t\x7f") + QChar(0x9b) + QChar(0x2028) + QChar(0x202e) + QChar(0x2066);
+    const QString shown = "a\\x1b[2J\\x0d\\x0a\\x09\\x7f\\x9b\\u2028\\u202e\\u2066";
+    run.title = run.notes = run.marks[0].label = orders;
+    const QString name = orders + ".chd";
+    EXPECT_FALSE(saveChartFile(archive.filePath(name), dataFile, run, {}));
+    lay("cut.chd", content("run.chd").left(60));
+    const auto expectTame = [&](const QStringList &arguments) {
+        call(arguments);
+        const QString all = said + complaint;
+        EXPECT_TRUE(all.contains(shown)) << all.toStdString();
+        for (const QChar c : all)
+            EXPECT_TRUE(c == '\n' || !orders.mid(1).remove("[2J").contains(c)) << int(c.unicode());
+        EXPECT_EQ(all.count('\n'), std::max(all.count("ostrel-file: ") + said.count('\n'), qsizetype{1}));
+    };
+    const QString path_ = archive.filePath(name);
+    expectTame({"info", path_});
+    EXPECT_EQ(said.count(shown), 3); // file, title, label
+    expectTame({"check", path_, path_ + "x"});
+    expectTame({"salvage", path_, path_ + ".chl"});
+    expectTame({"salvage", path_, path_ + ".chl"});
+    expectTame({"salvage", path_ + "/", path_ + ".txt"});
+    expectTame({"text", path_, path_});
+    expectTame({orders});
+    expectTame({"info", "--" + orders});
+    EXPECT_EQ(call(QStringList{"info", "--json", path_}), Good);
+    for (const QChar c : said)
+        EXPECT_TRUE(c == '\n' || (c.unicode() > 0x1f && !orders.mid(7).contains(c))) << int(c.unicode());
+    EXPECT_EQ(QJsonDocument::fromJson(said.toUtf8()).object()["title"], orders);
+}
+
+TEST_F(OstrelFileTest, anOutputThatDoesNotTakeItIsAFailure) {
+    QFile full("/dev/full");
+    ASSERT_TRUE(full.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    for (const char *command : {"info", "check"}) {
+        QTextStream out(&full);
+        QTextStream complaints(&complaint);
+        EXPECT_EQ(ostrelFile({"ostrel-file", command, path("run.chd")}, out, complaints), Failed);
+        EXPECT_TRUE(complaint.contains("standard output: cannot be written: No space left on device"));
+        complaint.clear();
+    }
 }
 
 TEST_F(OstrelFileTest, aCommandLineThatIsNotUnderstoodDoesNothing) {

@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstring>
@@ -72,10 +73,22 @@ protected:
         return loadChartFile(path, back, backAxes);
     }
     ChartFileFault faultOf(const QByteArray &bytes) { return loaded(bytes).fault; }
-    void expectRefused(const QByteArray &bytes) {
+    ChartFileReport expectRefused(const QByteArray &bytes) {
         const QByteArray before = print(back, backAxes);
-        EXPECT_NE(faultOf(bytes), ChartFileFault::None);
+        const ChartFileReport report = loaded(bytes);
+        EXPECT_NE(report.fault, ChartFileFault::None);
         EXPECT_EQ(print(back, backAxes), before);
+        return report;
+    }
+    /// Where the head of the file and each record begin, and the end.
+    static std::vector<qsizetype> boundaries(const QByteArray &file) {
+        std::vector<qsizetype> places{0, FileHead::size};
+        while (places.back() < file.size()) {
+            quint64 length = 0;
+            std::memcpy(&length, file.constData() + places.back() + 8, sizeof length);
+            places.push_back(places.back() + RecordHead::size + static_cast<qsizetype>((length + 7) / 8 * 8));
+        }
+        return places;
     }
 
     QTemporaryDir folder;
@@ -116,20 +129,29 @@ TEST_F(ChartFileTest, filesOfEveryVersionStayReadable) {
 
 TEST_F(ChartFileTest, aFileThatIsCutOrDamagedAnywhereIsRefusedAndSalvageKeepsWhatIsWhole) {
     const QByteArray whole = saved();
+    const std::vector<qsizetype> places = boundaries(whole);
     for (qsizetype at = 0; at < whole.size(); ++at) {
         SCOPED_TRACE(at);
         QByteArray damaged = whole;
         damaged[at] = static_cast<char>(damaged[at] ^ 0x10);
-        expectRefused(damaged);
+        const quint64 place = *std::prev(std::upper_bound(places.begin(), places.end(), at));
+        const ChartFileReport harm = expectRefused(damaged);
+        EXPECT_EQ(harm.position, place);
+        EXPECT_EQ(harm.record.has_value(), place > 0 && at >= static_cast<qsizetype>(place + RecordHead::size));
+        EXPECT_EQ(harm.fault, at < 5 ? ChartFileFault::NotAChart : ChartFileFault::Damaged);
         expectRefused(whole.left(at));
         ChartData rest;
         const ChartFileReport report = salvageChartFile(path, rest, axes);
-        EXPECT_LE(report.position, static_cast<quint64>(at));
+        EXPECT_EQ(report.fault, at < 5 ? ChartFileFault::NotAChart : ChartFileFault::Truncated);
+        EXPECT_EQ(report.position, at < 5 ? 0 : static_cast<quint64>(at));
         EXPECT_TRUE(rest.samples.size() == 0 || rest.marks.size() == 2); // marks stand before the samples
         EXPECT_EQ(rest.title.isEmpty(), at < 88);
     }
-    expectRefused(whole + "more than it wrote");
-    expectRefused(whole + QByteArray(8, '\0'));
+    for (const QByteArray &more : {QByteArray("more than it wrote"), QByteArray(8, '\0')}) {
+        const ChartFileReport report = expectRefused(whole + more);
+        EXPECT_TRUE(report.trailing);
+        EXPECT_EQ(report.position, static_cast<quint64>(whole.size()));
+    }
 }
 
 TEST_F(ChartFileTest, aDamagedSpotCostsWhatItHoldsAndTheReportTellsOfIt) {
@@ -152,7 +174,9 @@ TEST_F(ChartFileTest, aDamagedSpotCostsWhatItHoldsAndTheReportTellsOfIt) {
     EXPECT_EQ(report.counts, (ChartCounts{50041, 2, 1}));
     EXPECT_EQ(faultOf(bytes.left(third + 100)), ChartFileFault::Damaged);
     EXPECT_EQ(faultOf(saved().left(third + 100)), ChartFileFault::Truncated);
-    EXPECT_EQ(faultOf(saved().left(third) + QByteArray(5000, '\0')), ChartFileFault::Truncated);
+    const ChartFileReport blank = loaded(saved().left(third) + QByteArray(5000, '\0'));
+    EXPECT_EQ(blank.fault, ChartFileFault::Truncated);
+    EXPECT_EQ(blank.position, static_cast<quint64>(third));
 }
 
 TEST_F(ChartFileTest, anEndlessHoleInAFileIsNotReadThrough) {
@@ -171,16 +195,18 @@ TEST_F(ChartFileTest, saysWhatCannotBeRead) {
     EXPECT_EQ(faultOf(FileHead::of(dataFile, 2).bytes()), ChartFileFault::NewerVersion);
     EXPECT_EQ(faultOf(FileHead::of(dataFile, 1).bytes()), ChartFileFault::Truncated);
     EXPECT_EQ(print(run, axes), print(goldenRun(), goldenAxes));
+    faultOf(FileHead::of(fourLetters("TICK"), 2).bytes().left(7));
+    EXPECT_TRUE(bearsChartMark(path));
+    faultOf("OSTR, says a text");
+    EXPECT_FALSE(bearsChartMark(path) || bearsChartMark(folder.path()) || bearsChartMark("/dev/zero"));
 }
 
 TEST_F(ChartFileTest, everyRecordMustStandOnceInItsPlaceHoweverRightItsChecksum) {
     const QByteArray whole = saved();
-    std::vector<QByteArray> parts{whole.left(FileHead::size)}; // the head and the records
-    for (qsizetype at = FileHead::size; at < whole.size(); at += parts.back().size()) {
-        quint64 length = 0;
-        std::memcpy(&length, whole.constData() + at + 8, sizeof length);
-        parts.push_back(whole.mid(at, RecordHead::size + static_cast<qsizetype>((length + 7) / 8 * 8)));
-    }
+    const std::vector<qsizetype> places = boundaries(whole);
+    std::vector<QByteArray> parts; // the head and the records
+    for (std::size_t i = 0; i + 1 < places.size(); ++i)
+        parts.push_back(whole.mid(places[i], places[i + 1] - places[i]));
     const auto mended = [](const std::vector<QByteArray> &order) {
         QByteArray bytes;
         for (const QByteArray &part : order)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/RunTimeError.h"
 #include "base/Steps.h"
+#include "files/FileOperations.h"
 #include "platform/InstanceLock.h"
 #include "platform/QtPrompts.h"
 #include "platform/QtTimer.h"
@@ -14,6 +15,7 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <optional>
 
 namespace {
@@ -105,6 +107,16 @@ TEST(InstanceLockTest, aCopyIsSeenAsLongAsAnyOtherRuns) {
     EXPECT_FALSE(InstanceLock(folder.path()).PrevInstance());
 }
 
+class FullDisk : public FileOperations {
+public:
+    FullDisk() { standIn(this); }
+    ~FullDisk() override { standIn(nullptr); }
+    ssize_t write(int, const void *, std::size_t) override {
+        errno = ENOSPC;
+        return -1;
+    }
+};
+
 TEST(TextFileTest, entriesAddUpAndAFullDiskIsTold) {
     const QTemporaryDir folder;
     const QString path = folder.filePath("ChartErr.log");
@@ -113,7 +125,10 @@ TEST(TextFileTest, entriesAddUpAndAFullDiskIsTold) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), "eins\r\nzwölf\r\n");
-    EXPECT_EQ(errorNumberOf([] { TextFile::append("/dev/full", "x"); }), RunTimeError::DiskFull);
+    {
+        const FullDisk disk;
+        EXPECT_EQ(errorNumberOf([&] { TextFile::append(path, "x"); }), RunTimeError::DiskFull);
+    }
     EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.path() + "/none/x", "x"); }), RunTimeError::PathNotFound);
 }
 

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// From here on a signal that ends the program first takes away the file that is being written. A signal that was
+/// ignored at the start stays so, but for that of a reader who has gone. A limit on the size of files is told as a
+/// failed writing.
+void tidyWhenInterrupted();

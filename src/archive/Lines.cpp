@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "archive/Lines.h"
+
+#include <QIODevice>
+#include <QJsonDocument>
+
+#include <algorithm>
+
+namespace {
+
+struct Range {
+    char16_t first;
+    char16_t last;
+};
+
+constexpr Range controls[] = {
+    {0x00, 0x1f},     // C0
+    {0x7f, 0x9f},     // DEL, C1
+    {0x061c, 0x061c}, // Arabic letter mark
+    {0x200e, 0x200f}, // left-to-right and right-to-left mark
+    {0x2028, 0x202e}, // line and paragraph separator; embeddings and overrides of the direction
+    {0x2066, 0x2069}, // isolates
+};
+
+bool isControl(QChar c) {
+    return std::any_of(std::begin(controls), std::end(controls),
+                       [&](const Range &range) { return range.first <= c && c <= range.last; });
+}
+
+QString number(QChar c, int digits) {
+    return QString::number(c.unicode(), 16).rightJustified(digits, QLatin1Char('0'));
+}
+
+QString plainEscape(QChar c) { return c.unicode() > 0xff ? "\\u" + number(c, 4) : "\\x" + number(c, 2); }
+
+QString jsonEscape(QChar c) { return c == '\n' ? QString(c) : "\\u" + number(c, 4); } // within texts it is "\n" by now
+
+QString escaped(const QString &text, QString (*escape)(QChar c)) {
+    QString shown;
+    for (const QChar c : text)
+        shown += isControl(c) ? escape(c) : QString(c);
+    return shown;
+}
+
+} // namespace
+
+void Lines::tell(const QString &line) { stream_ << escaped(line, plainEscape) << '\n'; }
+
+void Lines::tell(const QJsonObject &object) {
+    stream_ << escaped(QString::fromUtf8(QJsonDocument(object).toJson()), jsonEscape);
+}
+
+bool Lines::deliver() {
+    stream_.flush();
+    return stream_.status() == QTextStream::Ok;
+}
+
+QString Lines::error() const { return stream_.device() != nullptr ? stream_.device()->errorString() : QString(); }

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "files/FileOperations.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <system_error>
+
+/// What becomes of a symbolic link at the end of a path.
+enum class Links { Follow, Refuse };
+
+/// What stands there is no plain file, by the kind in its mode: "is a folder", "is a named pipe", "is a symbolic link",
+/// "is a device", "is a socket". The value is an errno.
+std::error_code notPlainError(mode_t mode);
+
+struct OpenedFile {
+    int fd = -1; ///< the caller closes it
+    std::error_code error;
+};
+
+/// Opens a plain file and nothing else: whatever stands at the path, this neither waits for it nor wakes a device nor
+/// follows a link. `flags` as for open(2); with O_CREAT a missing file is made.
+OpenedFile openPlainFile(const QString &path, int flags, mode_t mode = 0666,
+                         FileOperations &operations = FileOperations::system());
+
+/// All of a small plain file: EFBIG beyond 16 MiB. On an error `content` stays as it was.
+std::error_code readPlainFile(const QString &path, QByteArray &content,
+                              FileOperations &operations = FileOperations::system());

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include "files/TemporaryFiles.h"
+
+#include <QByteArrayList>
+#include <QCryptographicHash>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QSysInfo>
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+#include <memory>
+#include <optional>
+
+namespace {
+
+constexpr char prefix[] = ".ostrel-";
+constexpr char suffix[] = ".tmp";
+constexpr int mostEntries = 10000;
+constexpr std::time_t doubtful = 3600; // seconds; nobody pauses that long within a writing
+
+std::atomic<const char *> unfinished = nullptr;
+
+struct Writer {
+    QByteArray computer; ///< empty, like session and token, where a name does not tell
+    QByteArray session;
+    pid_t process = 0;
+    QByteArray token;
+};
+
+QByteArray newToken() { return QByteArray::number(QRandomGenerator::system()->generate(), 16); }
+
+/// Never the same for two that are not known.
+QByteArray hashOf(const QByteArray &id) {
+    return id.isEmpty() ? newToken() : QCryptographicHash::hash(id, QCryptographicHash::Sha1).first(4).toHex();
+}
+
+/// Process numbers are distinct only within one of the system's name spaces for them, a container for instance.
+QByteArray sessionId() {
+    const QByteArray boot = QSysInfo::bootUniqueId();
+    return boot.isEmpty() ? boot : boot + QFile::symLinkTarget(QStringLiteral("/proc/self/ns/pid")).toUtf8();
+}
+
+/// Process numbers are asked for anew each time: a process may have been forked.
+Writer thisWriter() {
+    static const Writer program{hashOf(QSysInfo::machineUniqueId()), hashOf(sessionId()), 0, newToken()};
+    return {program.computer, program.session, ::getpid(), program.token};
+}
+
+std::optional<Writer> writerOf(const QByteArray &name) {
+    if (!name.startsWith(prefix) || !name.endsWith(suffix))
+        return std::nullopt;
+    QByteArrayList parts = name.sliced(sizeof prefix - 1).chopped(sizeof suffix - 1).split('-');
+    if (parts.size() == 2) // process and number alone
+        parts = {{}, {}, parts[0], {}, parts[1]};
+    const int process = parts.value(2).toInt();
+    if (parts.size() != 5 || process <= 0)
+        return std::nullopt;
+    return Writer{parts[0], parts[1], process, parts[3]};
+}
+
+bool lives(pid_t process) { return ::kill(process, 0) == 0 || errno != ESRCH; }
+
+bool isDead(const Writer &writer, std::time_t age) {
+    const Writer self = thisWriter();
+    if (writer.session == self.session)
+        return writer.process == self.process ? writer.token != self.token : !lives(writer.process);
+    if (writer.computer == self.computer)
+        return age > doubtful;
+    return writer.computer.isEmpty() && age > doubtful && !lives(writer.process);
+}
+
+void removeIfDead(const QByteArray &folder, const char *name, FileOperations &operations) {
+    const std::optional<Writer> writer = writerOf(name);
+    struct stat file {};
+    const QByteArray path = writer ? folder + name : QByteArray();
+    if (writer && ::lstat(path.constData(), &file) == 0 && S_ISREG(file.st_mode) &&
+        isDead(*writer, std::time(nullptr) - file.st_mtime))
+        operations.remove(path.constData());
+}
+
+} // namespace
+
+QByteArray TemporaryFiles::newName() {
+    static std::atomic<unsigned> counter = 0;
+    const Writer self = thisWriter();
+    const QByteArrayList parts{self.computer, self.session, QByteArray::number(self.process), self.token,
+                               QByteArray::number(counter++)};
+    return prefix + parts.join('-') + suffix;
+}
+
+void TemporaryFiles::clearDead(const QByteArray &folder, FileOperations &operations) {
+    const std::unique_ptr<DIR, int (*)(DIR *)> listing(::opendir(folder.constData()), ::closedir);
+    for (int count = 0; listing && count < mostEntries; ++count) {
+        const dirent *entry = ::readdir(listing.get());
+        if (entry == nullptr)
+            return;
+        removeIfDead(folder, entry->d_name, operations);
+    }
+}
+
+void TemporaryFiles::setUnfinished(const char *path) { unfinished = path; }
+
+void TemporaryFiles::removeUnfinished() {
+    if (const char *path = unfinished)
+        ::unlink(path);
+}
