@@ -34,6 +34,11 @@ void LiveOstrel::startInstrument(const QByteArray &script, const QStringList &op
         throw std::runtime_error("the simulated instrument does not start");
 }
 
+void LiveOstrel::stopInstrument() {
+    instrument_.reset();
+    QFile::remove(own("instrument"));
+}
+
 void LiveOstrel::startRecorder(const QString &firstWindow, unsigned user) {
     QFile::remove(own("probe"));
     QProcessEnvironment environment = profile_->environment("ostrelprobe");
@@ -53,8 +58,12 @@ void LiveOstrel::takeName() {
 }
 
 void LiveOstrel::await(const QString &window) {
-    if (!within(20s, [&] { return isUp(window); }))
-        throw std::runtime_error("the recorder does not show " + window.toStdString());
+    if (within(20s, [&] { return isUp(window); }))
+        return;
+    QString message = "the recorder does not show " + window + " but";
+    for (const QJsonValue other : probe_->windows())
+        message += ' ' + other["name"].toString() + ' ' + other["text"].toString();
+    throw std::runtime_error(message.toStdString());
 }
 
 bool LiveOstrel::isUp(const QString &window) {

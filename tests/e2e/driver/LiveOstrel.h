@@ -31,8 +31,8 @@ public:
     /// A new recorder after the end of the one before, up to that window. With a `user` other than 0 it runs as that
     /// one, to whom the profile is given.
     void startRecorder(const QString &firstWindow = "frmMain", unsigned user = 0);
-    /// The instrument's line is gone.
-    void stopInstrument() { instrument_.reset(); }
+    /// The instrument's line is gone for good, so that none which comes later is taken for it.
+    void stopInstrument();
     /// Answers the question for the system's name.
     void takeName();
     /// Waits until a window is up; throws when it does not come.
