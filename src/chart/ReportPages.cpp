@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ReportPages.h"
 
+#include "chart/IsoDate.h"
 #include "chart/PlotPainter.h"
 #include "chart/TextFlow.h"
 #include "chart/TextLines.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <QLocale>
 #include <QPageLayout>
 #include <QPagedPaintDevice>
 #include <QPainter>
@@ -140,9 +140,8 @@ private:
                   Qt::ElideMiddle);
         painter_.fillRect(QRectF(page_.left(), body().top() - lineGap, page_.width(), ruleWidth), theme_.axis);
         const double foot = page_.bottom() - heightOf(smallFont_);
-        paintText(smallFont_, foot,
-                  QStringLiteral("Printed ") + QLocale().toString(contents_.printed, QLocale::ShortFormat),
-                  Qt::AlignLeft, Qt::ElideRight);
+        paintText(smallFont_, foot, QStringLiteral("Printed ") + isoDate(contents_.printed), Qt::AlignLeft,
+                  Qt::ElideRight);
         paintText(smallFont_, foot, QStringLiteral("Page %1 of %2").arg(page + 1).arg(pages), Qt::AlignRight,
                   Qt::ElideRight);
     }

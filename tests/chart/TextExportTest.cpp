@@ -2,6 +2,7 @@
 #include "chart/TextExport.h"
 
 #include "chart/Digits.h"
+#include "chart/IsoDate.h"
 #include "chart/Quillchart.h"
 #include "fakes/FaultyDisk.h"
 #include "files/DurableFile.h"
@@ -71,13 +72,15 @@ TEST_F(TextExport, writesTheLayoutOfTheGoldenFile) {
     data.notes = QStringLiteral("Column \"B\", 25 °C\n- new buffer\r\n\r\n");
     data.title = QStringLiteral("Run 7");
     options.sourceFile = QStringLiteral("/data/run 7.chd");
-    options.exported = QDateTime(QDate(2024, 5, 2), QTime(14, 3, 11));
+    options.exported = QDateTime(QDate(2024, 5, 2), QTime(14, 3, 11), Qt::OffsetFromUTC, 7200);
     options.position = MethodPosition::SeparateColumn;
     options.to = 0.012F;
     options.pointCount = 4;
     QFile golden(QStringLiteral(GOLDEN_FOLDER "/export.txt"));
     ASSERT_TRUE(golden.open(QIODevice::ReadOnly));
     EXPECT_EQ(text(), golden.readAll());
+    EXPECT_EQ(isoDate(QDateTime(QDate(2024, 5, 2), QTime(14, 3, 11), Qt::UTC)),
+              QStringLiteral("2024-05-02T14:03:11+00:00"));
 }
 
 TEST_F(TextExport, holdsWhatWasChosenWhereItWasChosen) {
