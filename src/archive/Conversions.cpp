@@ -2,6 +2,7 @@
 #include "archive/Conversions.h"
 
 #include "archive/RunFile.h"
+#include "chart/ChartContract.h"
 #include "chart/ReportPrinter.h"
 #include "chart/TextExport.h"
 #include "files/DurableFile.h"
@@ -11,7 +12,6 @@
 #include <QPageLayout>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -96,8 +96,8 @@ ExitCode text(const ArchiveCall &call) {
     const float last = file.run.lastTime();
     options.to =
         call.line.isSet("to") ? std::min(last, static_cast<float>(numberOf(call.line, "to", 0, longest))) : last;
-    options.pointCount = static_cast<qint32>(
-        std::lrint(std::max(0.0, (double(options.to) - double(options.from)) * options.sampleRate * 60 + 0.5)));
+    options.pointCount =
+        static_cast<qint32>(std::max(0.0, exportedPoints(options.from, options.to, options.sampleRate)));
     options.sourceFile = call.operand(0);
     options.exported = QDateTime::currentDateTime();
     written(call.operand(1), exportText(call.operand(1), file.run, options));
