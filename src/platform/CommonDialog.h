@@ -25,9 +25,11 @@ public:
     virtual void ShowPrinter() = 0;
 
     QString DialogTitle;
-    QString Filter;     ///< "Text File(*.txt)|*.txt|All Files(*.*)|*.*": what is shown and what it takes, in turn
-    QString DefaultExt; ///< goes to a name without an extension
-    QString FileName;   ///< offered when the dialog comes up
+    QString Filter; ///< "Text File(*.txt)|*.txt|All Files(*.*)|*.*": what is shown and what it takes, in turn
+    /// Ends every name to save under, whatever is typed or picked; where it is missing it is appended. To open, it goes
+    /// to a name without a point, unless there is a file of just that name.
+    QString DefaultExt;
+    QString FileName; ///< offered when the dialog comes up
     QString FileTitle;
     int Flags = 0;
     bool CancelError = false;

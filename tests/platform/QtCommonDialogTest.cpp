@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPushButton>
@@ -141,6 +142,82 @@ TEST_F(QtCommonDialogTest, whatCannotBeMeantIsNotTaken) {
     whenUp([](QFileDialog &dialog) { enter(dialog, ""); });
     ComDlg.ShowSave();
     EXPECT_EQ(ComDlg.FileName, folder.filePath("run.chl"));
+}
+
+TEST_F(QtCommonDialogTest, aNameToSaveUnderEndsInTheExtension) {
+    ComDlg.Flags = 2054;
+    const auto saved = [this](const QString &typed, const QString &filter = {}) {
+        ComDlg.FileName = "";
+        whenUp([=](QFileDialog &dialog) {
+            if (!filter.isEmpty())
+                dialog.selectNameFilter(filter);
+            enter(dialog, typed);
+            if (dialog.isVisible())
+                dialog.reject();
+        });
+        ComDlg.ShowSave();
+        EXPECT_TRUE(QFileInfo(ComDlg.FileName).fileName() == ComDlg.FileTitle);
+        return QDir(folder.path()).relativeFilePath(ComDlg.FileName);
+    };
+    ASSERT_TRUE(QDir(folder.path()).mkdir("sub.d"));
+    saved(folder.filePath("x")); // where the next ones begin
+    EXPECT_EQ(saved("SEC 3.1"), "SEC 3.1.chl");
+    EXPECT_EQ(saved("SEC 3.1", "All Files(*.*)"), "SEC 3.1.chl");
+    EXPECT_EQ(saved("notes.txt", "All Files(*.*)"), "notes.txt.chl");
+    EXPECT_EQ(saved("run.CHL"), "run.CHL");
+    EXPECT_EQ(saved("runchl"), "runchl.chl");
+    EXPECT_EQ(saved("run."), "run.chl");
+    EXPECT_EQ(saved("run.chl  "), "run.chl");
+    EXPECT_EQ(saved("SEC 3. "), "SEC 3.chl");
+    EXPECT_EQ(saved("sub.d/a.b"), "sub.d/a.b.chl");
+    saved(folder.filePath("x"));
+
+    whenUp([](QFileDialog &dialog) { // into a folder, and a name there
+        enter(dialog, "sub.d");
+        EXPECT_TRUE(dialog.isVisible());
+        enter(dialog, "c.d");
+    });
+    ComDlg.FileName = "";
+    ComDlg.ShowSave();
+    EXPECT_EQ(ComDlg.FileName, folder.filePath("sub.d/c.d.chl"));
+}
+
+TEST_F(QtCommonDialogTest, whatIsReplacedOrRefusedIsTheCompletedName) {
+    ComDlg.Flags = 2054;
+    QFile file(folder.filePath("SEC 3.1.chl"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(QDir(folder.path()).mkdir("box.chl"));
+    const auto saved = [this](const QString &typed, QMessageBox::StandardButton button) {
+        ComDlg.FileName = folder.filePath("x");
+        const int before = boxes;
+        whenUp([=, this](QFileDialog &dialog) { enterAndAnswer(dialog, typed, button); });
+        ComDlg.ShowSave();
+        EXPECT_EQ(boxes, before + 1) << qPrintable(typed);
+        return ComDlg.FileTitle;
+    };
+    EXPECT_EQ(saved("SEC 3.1", QMessageBox::No), "");
+    EXPECT_EQ(saved("SEC 3.1", QMessageBox::Yes), "SEC 3.1.chl");
+    EXPECT_EQ(saved("box", QMessageBox::Ok), "");
+    EXPECT_EQ(saved("none/", QMessageBox::Ok), "");
+    EXPECT_EQ(saved("   ", QMessageBox::Ok), "");
+    EXPECT_EQ(saved(QString(252, 'x'), QMessageBox::Ok), "");
+
+    QFile picked(folder.filePath("picked"));
+    ASSERT_TRUE(picked.open(QIODevice::WriteOnly));
+    ComDlg.FileName = picked.fileName();
+    ComDlg.Filter = "All Files(*.*)|*.*";
+    whenUp([](QFileDialog &dialog) { // the file stands marked in the list
+        auto *list = dialog.findChild<QListView *>("listView");
+        QTRY_VERIFY(list->model()->rowCount(list->rootIndex()) > 2);
+        for (int row = 0; row < list->model()->rowCount(list->rootIndex()); ++row) {
+            if (const auto index = list->model()->index(row, 0, list->rootIndex()); index.data() == "picked")
+                list->setCurrentIndex(index);
+        }
+        EXPECT_EQ(list->selectionModel()->selectedRows().size(), 1);
+        dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Save)->click();
+    });
+    ComDlg.ShowSave();
+    EXPECT_EQ(ComDlg.FileTitle, "picked.chl");
 }
 
 TEST_F(QtCommonDialogTest, theSetupDecidesOnTheCopiesAndEachReportGetsAFileOfItsOwn) {
