@@ -11,7 +11,6 @@
 #include <QPageLayout>
 #include <QPagedPaintDevice>
 #include <QPainter>
-#include <QPrinter>
 
 #include <algorithm>
 
@@ -53,12 +52,6 @@ QRectF pageOf(const QPagedPaintDevice &device) {
     return paper.adjusted(leastMargin, leastMargin, -leastMargin, -leastMargin)
         .intersected(printable)
         .translated(-printable.topLeft());
-}
-
-bool failed(const QPagedPaintDevice &device) {
-    const auto *printer = dynamic_cast<const QPrinter *>(&device);
-    return printer != nullptr &&
-           (printer->printerState() == QPrinter::Error || printer->printerState() == QPrinter::Aborted);
 }
 
 TextFlow titleFor(const QString &text, double width) {
@@ -104,7 +97,7 @@ public:
                 texts_.paint(painter_, textArea().topLeft(), page - (options_.chromatogram ? 1 : 0));
             painter_.restore();
         }
-        return painter_.end() && !failed(device_);
+        return painter_.end();
     }
 
 private:

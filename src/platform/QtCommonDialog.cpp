@@ -3,6 +3,7 @@
 
 #include "base/RunTimeError.h"
 #include "platform/AnswerBox.h"
+#include "platform/CompletedName.h"
 
 #include <QApplication>
 #include <QDir>
@@ -51,7 +52,7 @@ private:
             QFileDialog::accept(); // goes there
             return;
         }
-        const QString file = completed(typed);
+        const QString file = completedName(typed, extension_);
         if (findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text().contains(QLatin1Char('"')))
             refuse(typed, tr("A file name cannot contain quotation marks."));
         else if (const QString folder = folderOf(file); missing(folder))
@@ -66,16 +67,6 @@ private:
             toSave_ = file;
             QDialog::accept();
         }
-    }
-
-    /// With the extension at its end; blanks and a point that were left there are no part of the name.
-    QString completed(QString file) const {
-        while (!file.isEmpty() && file.back().isSpace())
-            file.chop(1);
-        const QString ending = QLatin1Char('.') + extension_;
-        if (file.endsWith(QLatin1Char('/')) || file.endsWith(ending, Qt::CaseInsensitive))
-            return file;
-        return file.endsWith(QLatin1Char('.')) ? file + extension_ : file + ending;
     }
 
     static QString folderOf(const QString &file) { return QFileInfo(file).path(); }
