@@ -118,6 +118,7 @@ TEST_F(TextExport, hasExactlyThePointsThatWereShown) {
     EXPECT_EQ(rowsAt(5).size(), 3000);
     EXPECT_EQ(rows().last(), QStringLiteral("9.9967\t2.999000\tE")); // the mark of the sample that is left out
     EXPECT_EQ(rowsAt(1).size(), 600);
+    EXPECT_EQ(rows().last(), QStringLiteral("9.9833\t2.996500\tE")); // takes the rest of the run: samples 2993 to 3000
     EXPECT_EQ(rowsAt(0.333F).size(), 200);
     EXPECT_EQ(rowsAt(0.01F).size(), 6);
     options.from = 9.9965F; // a sample, and the next one with it
