@@ -31,7 +31,7 @@ class Cups {
     struct Found {
         QFunctionPointer function;
         template <typename Signature>
-        operator Signature *() const { // NOLINT(google-explicit-constructor): to whatever it is kept as
+        operator Signature *() const { // to whatever it is kept as
             return reinterpret_cast<Signature *>(function);
         }
     };

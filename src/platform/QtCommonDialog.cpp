@@ -65,7 +65,7 @@ private:
             refuse(file, tr("This name is too long."));
         else if (mayReplace(file)) {
             toSave_ = file;
-            QDialog::accept();
+            done(Accepted);
         }
     }
 
