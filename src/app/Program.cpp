@@ -6,6 +6,8 @@
 #include "reports/frmExport.h"
 #include "view/InitMainWindow.h"
 
+#include <QPrinter>
+
 namespace {
 
 MainTimers makeTimers(const Platform &on, QObject &splash, QObject &owner) {
@@ -156,7 +158,9 @@ void Program::bindEvents() {
 void Program::bindCharts() {
     for (int i = 0; i < chartInstances; ++i) {
         Quillchart &chart = window_.chart(i);
-        chart.setPrinter(platform_.printer);
+        chart.setPrinter(
+            {[this] { return platform_.printer().pageLayout(); },
+             [this](const auto &report, const auto &name) { return platform_.ComDlg.print(report, name); }});
         QObject::connect(&chart, &Quillchart::Zoomed, &window_,
                          [this](qint16, float from, float to, float uvMin, float uvMax, float condMin, float condMax) {
                              time_.Chart_Zoomed(from, to, uvMin, uvMax, condMin, condMax);

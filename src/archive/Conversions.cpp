@@ -2,6 +2,7 @@
 #include "archive/Conversions.h"
 
 #include "archive/RunFile.h"
+#include "chart/ChartContract.h"
 #include "chart/ReportPrinter.h"
 #include "chart/TextExport.h"
 #include "files/DurableFile.h"
@@ -11,7 +12,6 @@
 #include <QPageLayout>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -114,8 +114,8 @@ ExitCode text(const ArchiveCall &call) {
         throw EarlyEnd{Misused, QString("--from is behind the end of the run, which takes %1").arg(duration(last))};
     options.from = asked.from;
     options.to = std::min(asked.to, last);
-    options.pointCount = static_cast<qint32>(
-        std::lrint(std::max(0.0, (double(options.to) - double(options.from)) * options.sampleRate * 60 + 0.5)));
+    options.pointCount =
+        static_cast<qint32>(std::max(0.0, exportedPoints(options.from, options.to, options.sampleRate)));
     options.sourceFile = call.operand(0);
     options.exported = QDateTime::currentDateTime();
     written(call.operand(1), exportText(call.operand(1), file.run, options));

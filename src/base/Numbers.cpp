@@ -30,6 +30,22 @@ QLocale ungroupedLocale() {
 /// ones.
 QString withLocalPoint(QString text) { return text.replace(QLatin1Char('.'), QLocale().decimalPoint()); }
 
+/// The form of a time without its zone (t) and what sets that apart, and without the parts of the day (B), for which Qt
+/// has no words. Letters between quotation marks are text.
+QString withoutZone(const QString &form) {
+    static const QRegularExpression quotedOrZone(
+        QStringLiteral("('[^']*')|[\\s,;\\x{2013}\\x{2014}-]*[(\\[]?[tB]+[)\\]]?"));
+    QString kept;
+    qsizetype end = 0;
+    for (const QRegularExpressionMatch &match : quotedOrZone.globalMatch(form)) {
+        kept += QStringView(form).sliced(end, match.capturedStart() - end);
+        kept += match.captured(1);
+        end = match.capturedEnd();
+    }
+    kept += QStringView(form).sliced(end);
+    return kept.trimmed();
+}
+
 } // namespace
 
 qint16 rounded16(double value) { return rounded<qint16>(value); }
@@ -63,14 +79,14 @@ double leadingNumber(const QString &text) {
 
 QChar decimalSeparator() { return generalNumber(1.3).at(1); }
 
-QString dateText(const QDate &date) { return QLocale().toString(date, QLocale::ShortFormat); }
+QString dateText(const QDate &date) {
+    const QString text = QLocale().toString(date, QLocale::ShortFormat);
+    return text.size() <= longestDate ? text : date.toString(Qt::ISODate);
+}
 
 QString timeText(const QTime &time) {
     const QLocale locale;
-    // The long time form has the seconds, but also the time zone, which has no place here.
-    QString form = locale.timeFormat(QLocale::LongFormat);
-    form.remove(QLatin1Char('t'));
-    return locale.toString(time, form.trimmed());
+    return locale.toString(time, withoutZone(locale.timeFormat(QLocale::LongFormat)));
 }
 
 QString generalDate(const QDateTime &when) { return dateText(when.date()) + QLatin1Char(' ') + timeText(when.time()); }

@@ -32,9 +32,12 @@ double leadingNumber(const QString &text);
 /// The locale's decimal separator: the second character of 1.3 as text.
 QChar decimalSeparator();
 
-/// The locale's short form of a date, and the time to the second.
+/// The locale's short form of a date, or 2026-11-21 where that has more letters than a list of dates has room for.
+constexpr int longestDate = 13;
 QString dateText(const QDate &date);
+
+/// The time to the second as the locale has it, without a time zone.
 QString timeText(const QTime &time);
 
-/// Date and time to the second in the locale's short form, as logs and method texts bear it.
+/// Date and time in these forms, as the error log and method texts bear them.
 QString generalDate(const QDateTime &when);

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
+#include <cmath>
+
 /// The outside contract of the chart component, cut by who uses it. All calls come on the user-interface thread. A
 /// status of 0 is good; any other value is final for that call.
 
@@ -54,6 +56,13 @@ public:
     virtual void setChartTitle(const QString &title) = 0;
 };
 
+/// The points that an export from `TimeFrom` to `TimeTo` minutes has at `SampleRate` points a second: a whole number.
+/// The half and the rounding to the nearest together: an even number of points stays, an odd one is rounded up.
+inline double exportedPoints(float TimeFrom, float TimeTo, float SampleRate) {
+    constexpr double secondsPerMinute = 60.0;
+    return std::nearbyint((TimeTo - TimeFrom) * SampleRate * secondsPerMinute + 0.5);
+}
+
 /// What is kept of a run in files and on paper. File names are any that the file system takes.
 class ChartDocument {
 public:
@@ -77,7 +86,8 @@ public:
 
     /// Writes a text file for a spreadsheet, but none in place of a data or log file. The flags are 1 or 0;
     /// MethodPosition is 0 before the data, 1 after them, 2 a column of its own; times in minutes, SampleRate in points
-    /// a second (at most 5), PointCount the number of points that the user was shown. 0 is good.
+    /// a second (at most 5), PointCount the number of points that the user was shown, which the file holds exactly. 0
+    /// is good.
     virtual qint16 ExportData(const QString &FileName, qint16 IncludeUV, qint16 IncludeCond, qint16 IncludeEvents,
                               qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom,
                               float TimeTo, float SampleRate, qint32 PointCount) = 0;

@@ -4,16 +4,14 @@
 #include "chart/ChartContract.h"
 #include "chart/ChartData.h"
 #include "chart/ChartImage.h"
+#include "chart/ReportPrinter.h"
 #include "chart/RunningLogWriter.h"
 #include "chart/ZoomGesture.h"
 
 #include <QVariantList>
 #include <QWidget>
 
-#include <functional>
 #include <optional>
-
-class QPrinter;
 
 /// The chart: holds one run, draws it and lets the operator zoom. UV stands blue against the left axis, conductivity
 /// red against the right one.
@@ -74,9 +72,8 @@ public:
                                   qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom,
                                   float TimeTo, float SampleRate, qint32 PointCount) override;
     Q_INVOKABLE void PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) override;
-    /// Where the printer for a report comes from, asked anew for each. Without it they go to the computer's default
-    /// one.
-    void setPrinter(std::function<QPrinter &()> printer) { printer_ = std::move(printer); }
+    /// Without one, printing fails.
+    void setPrinter(ReportPrinter printer) { printer_ = std::move(printer); }
 
     Q_INVOKABLE qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval,
                                 double DataFileSizeHours) override;
@@ -147,7 +144,7 @@ private:
     std::optional<double> pointer_; // where the readout stands, x within the plot
     QString fileName_;              // where the run was last read from or written to
     bool holdsNothing_ = false;     // since a load failed: saving would empty a file that is only out of reach
-    std::function<QPrinter &()> printer_;
+    ReportPrinter printer_;
     QString wastebasket_;
     RunningLogWriter log_;
 };

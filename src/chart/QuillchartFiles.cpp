@@ -9,7 +9,6 @@
 #include "chart/TextExport.h"
 
 #include <QDateTime>
-#include <QPrinter>
 
 #include <algorithm>
 #include <cerrno>
@@ -137,11 +136,9 @@ qint16 Quillchart::ExportData(const QString &FileName, qint16 IncludeUV, qint16 
 }
 
 void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) {
-    std::optional<QPrinter> standard;
-    QPrinter &printer = printer_ ? printer_() : standard.emplace(QPrinter::HighResolution);
     const ReportContents contents{data_, axes_, fileName_, QDateTime::currentDateTime()};
     const ReportOptions options{PrintChromatogram, PrintMethod, PrintNotes, TraceFlags};
-    if (!succeeds([&] { return printReport(printer, contents, options); }))
+    if (!printer_.print || !succeeds([&] { return printReport(printer_, contents, options); }))
         Q_EMIT ChartError(index_, printError);
 }
 

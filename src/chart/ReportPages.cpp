@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ReportPages.h"
 
+#include "chart/IsoDate.h"
 #include "chart/PlotPainter.h"
 #include "chart/TextFlow.h"
 #include "chart/TextLines.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <QLocale>
 #include <QPageLayout>
 #include <QPagedPaintDevice>
 #include <QPainter>
-#include <QPrinter>
 
 #include <algorithm>
 
@@ -53,12 +52,6 @@ QRectF pageOf(const QPagedPaintDevice &device) {
     return paper.adjusted(leastMargin, leastMargin, -leastMargin, -leastMargin)
         .intersected(printable)
         .translated(-printable.topLeft());
-}
-
-bool failed(const QPagedPaintDevice &device) {
-    const auto *printer = dynamic_cast<const QPrinter *>(&device);
-    return printer != nullptr &&
-           (printer->printerState() == QPrinter::Error || printer->printerState() == QPrinter::Aborted);
 }
 
 TextFlow titleFor(const QString &text, double width) {
@@ -104,7 +97,7 @@ public:
                 texts_.paint(painter_, textArea().topLeft(), page - (options_.chromatogram ? 1 : 0));
             painter_.restore();
         }
-        return painter_.end() && !failed(device_);
+        return painter_.end();
     }
 
 private:
@@ -140,9 +133,8 @@ private:
                   Qt::ElideMiddle);
         painter_.fillRect(QRectF(page_.left(), body().top() - lineGap, page_.width(), ruleWidth), theme_.axis);
         const double foot = page_.bottom() - heightOf(smallFont_);
-        paintText(smallFont_, foot,
-                  QStringLiteral("Printed ") + QLocale().toString(contents_.printed, QLocale::ShortFormat),
-                  Qt::AlignLeft, Qt::ElideRight);
+        paintText(smallFont_, foot, QStringLiteral("Printed ") + isoDate(contents_.printed), Qt::AlignLeft,
+                  Qt::ElideRight);
         paintText(smallFont_, foot, QStringLiteral("Page %1 of %2").arg(page + 1).arg(pages), Qt::AlignRight,
                   Qt::ElideRight);
     }

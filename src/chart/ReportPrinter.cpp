@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "chart/ReportPrinter.h"
 
-#include "files/DurableFile.h"
-
 #include <QBuffer>
 #include <QPdfWriter>
-#include <QPrinter>
-#include <QPrinterInfo>
 
 namespace {
 
-constexpr int longestJobName = 100; // a spooler may refuse a longer one, and Qt would not tell
 constexpr QLatin1String programName("Ostrel MS");
 
 } // namespace
@@ -29,17 +24,7 @@ std::optional<QByteArray> reportAsPdf(const QPageLayout &paper, const ReportCont
     return document;
 }
 
-bool printReport(QPrinter &printer, const ReportContents &contents, const ReportOptions &options) {
-    if (printer.outputFormat() == QPrinter::NativeFormat) {
-        printer.setDocName(contents.data.title.simplified().left(longestJobName));
-        printer.setCreator(programName);
-        // Qt does not tell when a job is not taken, so whoever takes it must be there.
-        return QPrinterInfo::availablePrinterNames().contains(printer.printerName()) &&
-               paintReport(printer, contents, options);
-    }
-    if (printer.outputFileName().isEmpty())
-        return false; // there is no printer, and no file was chosen in its place
-    // Into memory first: Qt takes no notice of a disk that is full.
-    const std::optional<QByteArray> document = reportAsPdf(printer.pageLayout(), contents, options);
-    return document && (document->isEmpty() || !replaceFile(printer.outputFileName(), *document));
+bool printReport(const ReportPrinter &printer, const ReportContents &contents, const ReportOptions &options) {
+    const std::optional<QByteArray> document = reportAsPdf(printer.paper(), contents, options);
+    return document && (document->isEmpty() || printer.print(*document, contents.data.title));
 }

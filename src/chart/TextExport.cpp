@@ -3,6 +3,7 @@
 
 #include "chart/Digits.h"
 #include "chart/ExportRows.h"
+#include "chart/IsoDate.h"
 #include "chart/PlotLayout.h"
 #include "chart/SheetWriter.h"
 #include "chart/TextLines.h"
@@ -180,7 +181,7 @@ void writeHead(SheetWriter &sheet, const ChartData &data, const ExportOptions &o
     };
     entry(QStringLiteral("Title"), data.title);
     entry(QStringLiteral("File"), options.sourceFile);
-    entry(QStringLiteral("Exported"), options.exported.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")));
+    entry(QStringLiteral("Exported"), isoDate(options.exported));
     if (table.exists())
         sheet.row({QStringLiteral("Range (min)"), minutes(options.from), minutes(options.to)});
     if (options.uv || options.cond) {

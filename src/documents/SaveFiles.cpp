@@ -31,7 +31,10 @@ void SaveFiles::mnuSaveDataAs_Click() {
     const QString title = ComDlg_.FileTitle;
     if (path.isEmpty())
         return;
+    const QString titleBefore = chart().ChartTitle();
+    chart().setChartTitle(StripExtension(title)); // the file bears it too
     if (!chart().SaveDataFile(path)) {
+        chart().setChartTitle(titleBefore);
         errors_.HandelError(saveError);
         return;
     }
@@ -39,7 +42,6 @@ void SaveFiles::mnuSaveDataAs_Click() {
         nameTab(window_, tabs_.CurrentChart, title);
     saved();
     fileName() = path;
-    chart().setChartTitle(StripExtension(title));
     chart().Redraw(); // with its new title
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 /// The dialogs for files and for the printer, which keep what they were set to from one use to the next.
@@ -24,10 +25,21 @@ public:
     /// when CancelError is set. A dialog that cannot be shown raises a RunTimeError.
     virtual void ShowPrinter() = 0;
 
+    /// Prints one copy of a report, a PDF document, on the printer that was set up or into the file that was chosen in
+    /// its place; `name` is that of the job. False when it was not taken. A file that stands is replaced only if the
+    /// operator has agreed to that in the setup, and once; otherwise the report gets the next free name beside it.
+    virtual bool print(const QByteArray &document, const QString &name) = 0;
+    /// The copies of one print stand between these: into a file goes the first alone, the others add nothing to it.
+    /// The end answers the file that the print made, with its folder; empty when there is none.
+    virtual void beginPrint() = 0;
+    virtual QString endPrint() = 0;
+
     QString DialogTitle;
-    QString Filter;     ///< "Text File(*.txt)|*.txt|All Files(*.*)|*.*": what is shown and what it takes, in turn
-    QString DefaultExt; ///< goes to a name without an extension
-    QString FileName;   ///< offered when the dialog comes up
+    QString Filter; ///< "Text File(*.txt)|*.txt|All Files(*.*)|*.*": what is shown and what it takes, in turn
+    /// Ends every name to save under, whatever is typed or picked; where it is missing it is appended. To open, it goes
+    /// to a name without a point, unless there is a file of just that name.
+    QString DefaultExt;
+    QString FileName; ///< offered when the dialog comes up
     QString FileTitle;
     int Flags = 0;
     bool CancelError = false;

@@ -21,7 +21,8 @@ class Prompts {
 public:
     virtual ~Prompts() = default;
 
-    /// Modal; events go on being dispatched until the operator answers. Closing the box counts as Cancel, or No, or Ok.
+    /// Modal; events go on being dispatched until the operator answers. Escape and closing the box are Cancel where
+    /// that is among the answers, and Ok where that is the only one; a box of Yes and No alone cannot be closed.
     virtual BoxAnswer show(const MessageBox &box) = 0;
     virtual void beep() = 0;
     virtual void setMousePointer(MousePointer pointer) = 0;

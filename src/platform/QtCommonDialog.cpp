@@ -2,53 +2,96 @@
 #include "platform/QtCommonDialog.h"
 
 #include "base/RunTimeError.h"
+#include "platform/AnswerBox.h"
+#include "platform/CompletedName.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QStandardPaths>
+
+#include <climits>
 
 namespace {
 
-/// Qt's dialog would take a file in a folder that does not exist, save under what stands between quotation marks, and
-/// find no file whose name has no extension.
+/// Qt's dialog would take a file in a folder that does not exist, save under what stands between quotation marks, give
+/// its extension only to names without any point, and open no file whose name has none.
 class FileDialog : public QFileDialog {
 public:
-    FileDialog(QWidget *parent, const QString &extension, bool pathMustExist)
-        : QFileDialog(parent), extension_(extension), pathMustExist_(pathMustExist) {
-        setDefaultSuffix(extension);
-    }
+    FileDialog(QWidget *parent, const QString &extension, int flags)
+        : QFileDialog(parent), extension_(extension), flags_(flags) {}
+
+    /// That was chosen, with its folder.
+    QString file() const { return acceptMode() == AcceptSave ? toSave_ : selectedFiles().value(0); }
 
 protected:
     void accept() override {
-        if (acceptMode() == AcceptOpen)
-            completeName();
-        const QString folder = QFileInfo(selectedFiles().value(0)).path();
-        if (acceptMode() == AcceptSave && typedName().contains(QLatin1Char('"')))
-            refuse(tr("%1\nA file name cannot contain quotation marks.").arg(typedName()));
-        else if (pathMustExist_ && !QFileInfo(folder).isDir())
-            refuse(tr("%1\nPath does not exist.").arg(folder));
+        if (acceptMode() == AcceptSave)
+            acceptToSave();
+        else
+            acceptToOpen();
+    }
+
+private:
+    void acceptToOpen() {
+        // Of a name without extension the file itself is meant, if there is one.
+        setDefaultSuffix({});
+        if (!QFileInfo::exists(selectedFiles().value(0)))
+            setDefaultSuffix(extension_);
+        if (const QString folder = folderOf(selectedFiles().value(0)); missing(folder))
+            refuse(folder, tr("Path does not exist."));
         else
             QFileDialog::accept();
     }
 
-private:
-    QString typedName() const { return findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text(); }
-
-    /// Of a name without extension the file itself is meant, if there is one.
-    void completeName() {
-        setDefaultSuffix({});
-        if (!QFileInfo::exists(selectedFiles().value(0)))
-            setDefaultSuffix(extension_);
+    void acceptToSave() {
+        const QString typed = selectedFiles().value(0);
+        if (QFileInfo(typed).isDir()) {
+            QFileDialog::accept(); // goes there
+            return;
+        }
+        const QString file = completedName(typed, extension_);
+        if (findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text().contains(QLatin1Char('"')))
+            refuse(typed, tr("A file name cannot contain quotation marks."));
+        else if (const QString folder = folderOf(file); missing(folder))
+            refuse(folder, tr("Path does not exist."));
+        else if (file.endsWith(QLatin1Char('/')))
+            refuse(typed, tr("A file needs a name."));
+        else if (QFileInfo(file).isDir())
+            refuse(file, tr("There is a folder of this name."));
+        else if (QFile::encodeName(QFileInfo(file).fileName()).size() > NAME_MAX)
+            refuse(file, tr("This name is too long."));
+        else if (mayReplace(file)) {
+            toSave_ = file;
+            done(Accepted);
+        }
     }
 
-    void refuse(const QString &text) { QMessageBox::warning(this, windowTitle(), text); }
+    static QString folderOf(const QString &file) { return QFileInfo(file).path(); }
+    bool missing(const QString &folder) const {
+        return (flags_ & CommonDialog::PathMustExist) != 0 && !QFileInfo(folder).isDir();
+    }
+
+    bool mayReplace(const QString &file) {
+        if ((flags_ & CommonDialog::OverwritePrompt) == 0 || !QFileInfo::exists(file))
+            return true;
+        const QString name = QFileInfo(file).fileName();
+        AnswerBox box(QMessageBox::Warning, windowTitle(),
+                      tr("%1 already exists.\nDo you want to replace it?").arg(name),
+                      QMessageBox::Yes | QMessageBox::No, this);
+        box.setDefaultButton(QMessageBox::No);
+        return box.exec() == QMessageBox::Yes;
+    }
+
+    void refuse(const QString &what, const QString &why) {
+        AnswerBox(QMessageBox::Warning, windowTitle(), what + QLatin1Char('\n') + why, QMessageBox::Ok, this).exec();
+    }
 
     QString extension_;
-    bool pathMustExist_;
+    int flags_;
+    QString toSave_;
 };
 
 /// "Log(*.chl)|*.chl|All Files(*.*)|*.*" as Qt writes it: "Log(*.chl) (*.chl)", "All Files(*.*) (*)". The last bracket,
@@ -85,11 +128,10 @@ void QtCommonDialog::ShowPrinter() {
 }
 
 void QtCommonDialog::show(Purpose purpose) {
-    FileDialog dialog(QApplication::activeWindow(), DefaultExt, (Flags & PathMustExist) != 0);
+    FileDialog dialog(QApplication::activeWindow(), DefaultExt, Flags);
     dialog.setObjectName(QStringLiteral("ComDlg"));
     dialog.setWindowTitle(DialogTitle);
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite, (Flags & OverwritePrompt) == 0);
     dialog.setAcceptMode(purpose == Purpose::Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(purpose == Purpose::Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
@@ -100,7 +142,7 @@ void QtCommonDialog::show(Purpose purpose) {
         dialog.selectFile(offered.dir().exists() ? FileName : offered.fileName());
 
     const bool chosen = dialog.exec() == QDialog::Accepted;
-    FileName = chosen ? dialog.selectedFiles().value(0) : QString();
+    FileName = chosen ? dialog.file() : QString();
     FileTitle = QFileInfo(FileName).fileName();
     if (chosen)
         folder_ = QFileInfo(FileName).path();

@@ -3,15 +3,23 @@
 
 #include "platform/ChosenPrinter.h"
 #include "platform/CommonDialog.h"
+#include "platform/CupsSpooler.h"
 
 /// Qt's own dialogs under the object name "ComDlg", over the window in front. Needs a QApplication.
 class QtCommonDialog : public CommonDialog {
 public:
+    /// Reports go to the computer's own spooler unless another one is given.
+    explicit QtCommonDialog(std::unique_ptr<Spooler> spooler = std::make_unique<CupsSpooler>())
+        : printer_(std::move(spooler)) {}
+
     void ShowOpen() override;
     void ShowSave() override;
     void ShowPrinter() override;
+    bool print(const QByteArray &document, const QString &name) override { return printer_.print(document, name); }
+    void beginPrint() override { printer_.beginPrint(); }
+    QString endPrint() override { return printer_.endPrint(); }
 
-    /// The printer as it was set up, for the next report; see ChosenPrinter.
+    /// The printer as it was set up, whose paper the next report is made for; see ChosenPrinter.
     QPrinter &printer() { return printer_.printer(); }
 
 private:

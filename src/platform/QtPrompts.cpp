@@ -2,9 +2,9 @@
 #include "platform/QtPrompts.h"
 
 #include "base/Values.h"
+#include "platform/AnswerBox.h"
 
 #include <QApplication>
-#include <QMessageBox>
 
 #include <vector>
 
@@ -15,7 +15,7 @@ struct Button {
     BoxAnswer answer;
 };
 
-/// From left to right as they are counted. The last one is what closing the box stands for.
+/// From left to right as they are counted.
 std::vector<Button> buttonsOf(BoxButtons buttons) {
     constexpr Button ok{QMessageBox::Ok, BoxAnswer::Ok};
     constexpr Button cancel{QMessageBox::Cancel, BoxAnswer::Cancel};
@@ -34,6 +34,13 @@ std::vector<Button> buttonsOf(BoxButtons buttons) {
     return {ok};
 }
 
+QMessageBox::StandardButtons standardButtons(const std::vector<Button> &buttons) {
+    QMessageBox::StandardButtons all;
+    for (const Button &button : buttons)
+        all |= button.button;
+    return all;
+}
+
 QMessageBox::Icon iconOf(BoxIcon icon) {
     switch (icon) {
     case BoxIcon::Critical:
@@ -50,11 +57,6 @@ QMessageBox::Icon iconOf(BoxIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-/// Every way to end a line, CR alone too, as Qt shows it.
-QString withLineFeeds(QString text) {
-    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
-}
-
 /// Under the hourglass of the work beneath, a box would seem to ask for patience.
 int execWithArrow(QMessageBox &window) {
     if (QApplication::overrideCursor() == nullptr)
@@ -69,22 +71,16 @@ int execWithArrow(QMessageBox &window) {
 
 BoxAnswer QtPrompts::show(const MessageBox &box) {
     const std::vector<Button> buttons = buttonsOf(box.buttons);
-    QMessageBox window(QApplication::activeWindow());
+    const QString title = box.caption.isEmpty() ? QString::fromLatin1(AppTitle) : box.caption;
+    AnswerBox window(iconOf(box.icon), title, box.text, standardButtons(buttons), QApplication::activeWindow());
     window.setObjectName(QStringLiteral("MsgBox"));
-    window.setTextFormat(Qt::PlainText);
-    window.setText(withLineFeeds(box.text));
-    window.setWindowTitle(box.caption.isEmpty() ? QString::fromLatin1(AppTitle) : box.caption);
-    window.setIcon(iconOf(box.icon));
-    for (const Button &button : buttons)
-        window.addButton(button.button);
-    window.setEscapeButton(buttons.back().button);
     window.setDefaultButton(buttons.at(static_cast<std::size_t>(box.defaultButton - 1)).button);
     const int chosen = execWithArrow(window);
     for (const Button &button : buttons) {
         if (button.button == chosen)
             return button.answer;
     }
-    return buttons.back().answer;
+    return buttons.back().answer; // the last one is what closing the box stands for
 }
 
 void QtPrompts::beep() { QApplication::beep(); }

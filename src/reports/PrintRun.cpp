@@ -5,6 +5,8 @@
 #include "base/Steps.h"
 #include "reports/Hourglass.h"
 
+#include <QScopeGuard>
+
 #include <utility>
 
 namespace {
@@ -22,12 +24,21 @@ void PrintRun::mnuPrint_Click() {
         .exec();
     if (values_.PrintCancelled)
         return;
+    if (const QString file = printCopies(); !file.isEmpty())
+        prompts_.show({QStringLiteral("The report is in the file %1.").arg(file), BoxIcon::Information});
+}
+
+QString PrintRun::printCopies() {
     const Hourglass hourglass(prompts_);
     const Int16 n = ComDlg_.Copies;
+    ComDlg_.beginPrint();
+    auto ended = qScopeGuard([this] { ComDlg_.endPrint(); });
     for (int copy = 1; copy <= n; ++copy) {
         chart_().PrintChart(values_.PrintChromatogram, values_.PrintMethod, values_.PrintNotes,
                             values_.PrintTraceFlags);
     }
+    ended.dismiss();
+    return ComDlg_.endPrint();
 }
 
 void PrintRun::mnuPrintSetup_Click() {

@@ -15,11 +15,14 @@ public:
     /// `ComDlg` is the main window's, whose Copies each print takes. The form stands over `parent`.
     PrintRun(ChartInFront chart, CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors, QWidget *parent);
 
-    /// A copy that fails is told by the chart, and the next one is printed all the same.
+    /// A copy that fails is told by the chart, and the next one is printed all the same. Where the report stands is
+    /// told when it went into a file.
     void mnuPrint_Click();
     void mnuPrintSetup_Click();
 
 private:
+    QString printCopies();
+
     ChartInFront chart_;
     CommonDialog &ComDlg_;
     Prompts &prompts_;

@@ -201,10 +201,7 @@ void frmExport::chkMethod_Click() {
 }
 
 void frmExport::UpdatePointCount() {
-    constexpr double secondsPerMinute = 60.0;
-    // The half and the rounding together: an even number of points stays, an odd one is rounded up.
-    PointCount_ =
-        LastTime_ > ExportFrom_ ? rounded32((ExportTo_ - ExportFrom_) * SampleRate_ * secondsPerMinute + 0.5) : 0;
+    PointCount_ = LastTime_ > ExportFrom_ ? rounded32(exportedPoints(ExportFrom_, ExportTo_, SampleRate_)) : 0;
     const QString count = QString::number(PointCount_);
     lblNumPoints_->setText(count + dataPoints());
     lblTotal_->setText(count + totalPoints());

@@ -16,17 +16,11 @@ constexpr int tagField = 3; // bars before the tag
 
 // Where date and time begin in the list.
 constexpr int dateColumn = 32;
-constexpr int timeColumn = 45;
+constexpr int timeColumn = dateColumn + longestDate;
 
 // All tags are equally long, so that none can be part of another: a directory counts as known when its name occurs
 // anywhere in an entry. Enough for the milliseconds of the next 260 years.
 constexpr int tagDigits = 13;
-
-/// The short form, unless the list has no room for it.
-QString listedDate(const QDate &date) {
-    const QString text = dateText(date);
-    return text.size() <= timeColumn - dateColumn ? text : date.toString(Qt::ISODate);
-}
 
 void padTo(int width, QString &text) {
     if (text.size() > width)
@@ -43,7 +37,7 @@ Instances::Instances(Identity &identity, SettingsStore &store, Prompts &prompts,
 
 void Instances::prepareLogDirectory() {
     const QDateTime now = clock_.now();
-    identity_.StartDate = listedDate(now.date());
+    identity_.StartDate = dateText(now.date());
     identity_.StartTime = timeText(now.time());
     identity_.SystemName = Identity().SystemName;
     if (!Directories::exists(logFolder_))

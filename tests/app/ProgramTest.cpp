@@ -87,6 +87,19 @@ TEST_F(ProgramTest, aRunIsSavedClearedAndOpenedAgainBesideTheRecorder) {
     EXPECT_TRUE(prompts.shown.empty());
 }
 
+TEST_F(ProgramTest, aReportThatTheSpoolerRefusesIsToldForEachCopy) {
+    start();
+    ComDlg.Copies = 2;
+    for (const bool refused : {false, true}) {
+        ComDlg.printRefused = refused;
+        meanwhile([this] { QTest::mouseClick(find<QWidget>("cmdOk"), Qt::LeftButton); });
+        commands("mnuPrint");
+        EXPECT_EQ(prompts.shown.size(), refused ? 2U : 0U);
+    }
+    EXPECT_EQ(prompts.shown.back().caption, "PRINT ERROR!");
+    EXPECT_EQ(ComDlg.printed.filter("Chart Recorder").size(), 4);
+}
+
 TEST_F(ProgramTest, withoutAFreePortItSaysSoAndEnds) {
     for (int port = 1; port <= 10; ++port)
         ComPort.failing[port] = CommTmp.failing[port] = RunTimeError::PortAlreadyOpen;

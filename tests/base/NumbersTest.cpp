@@ -4,6 +4,7 @@
 #include "base/Int16.h"
 
 #include <QLocale>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -14,7 +15,7 @@ namespace {
 /// The user's locale for the length of a test.
 class Locale {
 public:
-    explicit Locale(QLocale::Language language) { QLocale::setDefault(QLocale(language)); }
+    explicit Locale(const QLocale &locale) { QLocale::setDefault(locale); }
     ~Locale() { QLocale::setDefault(QLocale::c()); }
 };
 
@@ -78,10 +79,39 @@ TEST(Numbers, textThatIsNoNumberIsATypeMismatch) {
         EXPECT_EQ(errorOf([&] { numberFrom(text); }), RunTimeError::TypeMismatch) << text;
 }
 
-TEST(Numbers, datesShowTheSecondAndNoZone) {
-    const QString text = generalDate(QDateTime(QDate(2026, 3, 14), QTime(9, 26, 53)));
-    EXPECT_TRUE(text.contains("2026")) << text.toStdString();
-    EXPECT_TRUE(text.endsWith("09:26:53")) << text.toStdString();
+TEST(Numbers, datesAndTimesOfEveryLocaleAreBareAndFitTheirColumns) {
+    static const QRegularExpression untidy(QStringLiteral("^\\s|\\s$|\\s\\s|[()\\[\\]',]|\\bt\\b|\\bB\\d|UTC|\\bGMT"));
+    const QDateTime evening(QDate(2026, 11, 21), QTime(19, 31, 49));
+    const auto locales = QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry);
+    ASSERT_GT(locales.size(), 300);
+    for (const QLocale &locale : locales) {
+        const Locale ours(locale);
+        const QString date = dateText(evening.date());
+        const QString time = timeText(evening.time());
+        const QString all = generalDate(evening);
+        EXPECT_FALSE(all.contains(untidy)) << qPrintable(locale.name() + ": " + all);
+        EXPECT_LE(date.size(), longestDate) << qPrintable(locale.name());
+        EXPECT_EQ(all, date + ' ' + time);
+        QLocale plain = locale;
+        plain.setNumberOptions(QLocale::OmitGroupSeparator);
+        for (const int part : {31, 49})
+            EXPECT_TRUE(time.contains(plain.toString(part))) << qPrintable(locale.name() + ": " + all);
+    }
+}
+
+TEST(Numbers, datesAndTimesKeepWhatTheirLocaleWritesInThem) {
+    const auto text = [](const char *name) {
+        const Locale ours{QLocale(QLatin1String(name))};
+        return generalDate(QDateTime(QDate(2026, 3, 14), QTime(9, 6, 53)));
+    };
+    EXPECT_EQ(text("C"), "14 Mar 2026 09:06:53");
+    EXPECT_EQ(text("en_US"), "3/14/26 9:06:53 AM");
+    EXPECT_EQ(text("ca_ES"), "14/3/26 9:06:53");             // the zone stands in brackets
+    EXPECT_EQ(text("sq_AL"), "14.3.26 9:06:53 E PARADITES"); // behind a comma
+    EXPECT_EQ(text("zh_CN"), "2026/3/14 09:06:53");          // in front
+    EXPECT_EQ(text("fr_CA"), "2026-03-14 09 h 06 min 53 s"); // behind quoted letters
+    EXPECT_EQ(text("eo"), "26-03-14 9-a horo kaj 6:53");
+    EXPECT_EQ(text("ff_Adlm_GN").left(11), "2026-03-14 "); // its own digits take two characters each
 }
 
 TEST(Int16, aStepPastTheRangeOverflowsAndChangesNothing) {

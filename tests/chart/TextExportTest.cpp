@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "chart/TextExport.h"
 
+#include "chart/ChartContract.h"
 #include "chart/Digits.h"
+#include "chart/ExportRows.h"
+#include "chart/IsoDate.h"
 #include "chart/Quillchart.h"
 #include "fakes/FaultyDisk.h"
 #include "files/DurableFile.h"
@@ -44,7 +47,7 @@ struct TextExport : testing::Test {
     QStringList rowsAt(float rate) {
         options.to = data.lastTime();
         options.sampleRate = rate;
-        options.pointCount = static_cast<qint32>(std::nearbyint((options.to - options.from) * rate * 60.0 + 0.5));
+        options.pointCount = static_cast<qint32>(exportedPoints(options.from, options.to, rate));
         return rows();
     }
     void only(bool uv, bool cond, bool events, bool notes, bool method) {
@@ -71,13 +74,15 @@ TEST_F(TextExport, writesTheLayoutOfTheGoldenFile) {
     data.notes = QStringLiteral("Column \"B\", 25 °C\n- new buffer\r\n\r\n");
     data.title = QStringLiteral("Run 7");
     options.sourceFile = QStringLiteral("/data/run 7.chd");
-    options.exported = QDateTime(QDate(2024, 5, 2), QTime(14, 3, 11));
+    options.exported = QDateTime(QDate(2024, 5, 2), QTime(14, 3, 11), Qt::OffsetFromUTC, 7200);
     options.position = MethodPosition::SeparateColumn;
     options.to = 0.012F;
     options.pointCount = 4;
     QFile golden(QStringLiteral(GOLDEN_FOLDER "/export.txt"));
     ASSERT_TRUE(golden.open(QIODevice::ReadOnly));
     EXPECT_EQ(text(), golden.readAll());
+    EXPECT_EQ(isoDate(QDateTime(QDate(2024, 5, 2), QTime(14, 3, 11), Qt::UTC)),
+              QStringLiteral("2024-05-02T14:03:11+00:00"));
 }
 
 TEST_F(TextExport, holdsWhatWasChosenWhereItWasChosen) {
@@ -102,19 +107,89 @@ TEST_F(TextExport, holdsWhatWasChosenWhereItWasChosen) {
     EXPECT_EQ(rows(), QStringList{QStringLiteral("0.0000\tS")});
 }
 
-TEST_F(TextExport, hasTheRowsThatWereShownAndLeavesNoSampleOutAtTheFullRate) {
+TEST_F(TextExport, hasExactlyThePointsThatWereShown) {
+    only(true, false, true, false, false);
+    samples(1);
+    options.pointCount = 2; // there is no neighbour
+    EXPECT_EQ(rows(), (QStringList{QStringLiteral("0.0000\t0.000000\t"), QStringLiteral("0.0033\t\t")}));
+    data.samples = {};
     samples(3001); // ten minutes
-    only(true, false, false, false, false);
-    EXPECT_EQ(rowsAt(5).size(), 3001);
+    mark("E", 10);
+    EXPECT_EQ(rowsAt(5).size(), 3000);
+    EXPECT_EQ(rows().last(), QStringLiteral("9.9967\t2.999000\tE")); // the mark of the sample that is left out
     EXPECT_EQ(rowsAt(1).size(), 600);
-    EXPECT_EQ(rowsAt(2).size(), 1200);
+    EXPECT_EQ(rows().last(), QStringLiteral("9.9833\t2.996500\tE")); // takes the rest of the run: samples 2993 to 3000
     EXPECT_EQ(rowsAt(0.333F).size(), 200);
     EXPECT_EQ(rowsAt(0.01F).size(), 6);
-    options.from = 9.999F; // the last sample alone
-    EXPECT_EQ(rowsAt(5), QStringList{QStringLiteral("10.0000\t3.000000")});
-    options.from = 10;
+    options.from = 9.9965F; // a sample, and the next one with it
+    EXPECT_EQ(rowsAt(5), (QStringList{QStringLiteral("9.9967\t2.999000\t"), QStringLiteral("10.0000\t3.000000\tE")}));
+    options.from = 4.001F; // between two samples
+    options.to = 4.003F;
+    options.pointCount = 1;
+    EXPECT_EQ(rows(), QStringList{QStringLiteral("4.0033\t1.201000\t")});
+    options.from = 9.9985F; // one more than is left of the run
+    options.to = 10;
+    options.pointCount = 2;
+    EXPECT_EQ(rows(), (QStringList{QStringLiteral("9.9967\t2.999000\t"), QStringLiteral("10.0000\t3.000000\tE")}));
     options.pointCount = 0;
-    EXPECT_EQ(rows(), QStringList());
+    EXPECT_EQ(rows(), QStringList{QStringLiteral("10.0000\t\tE")});
+}
+
+/// What the dialog shows, and so what the file holds, at any rate and range; `samples` have their number as UV.
+void expectPointsAsShown(const SampleStore &samples, float from, float to, float rate) {
+    const float last = static_cast<float>(ChartData::timeOf(samples.size() - 1));
+    to = std::min(to, last);
+    from = std::min(from, last);
+    const auto shown = static_cast<qint32>(last > from ? exportedPoints(from, to, rate) : 0);
+    const ExportRows rows(samples, from, to, rate, shown);
+    const std::string what = QStringLiteral("%1 samples, %2 to %3 at %4: %5 points")
+                                 .arg(QString::number(samples.size()))
+                                 .arg(from)
+                                 .arg(to)
+                                 .arg(rate)
+                                 .arg(shown)
+                                 .toStdString();
+    ASSERT_EQ(rows.count(), shown) << what;
+    const double perRow = 5 / static_cast<double>(rate);
+    const double told = last > 3000 ? 2 : 0; // in samples, what times of long runs are rounded by
+    const auto place = [&](qint64 row) { return rows.tenThousandthsOf(row) * 300 / 1e4; };
+    int empty = 0;
+    for (qint64 row = 0; row<shown; row += row> 3 && row < shown - 4 ? 1 + shown / 97 : 1) {
+        EXPECT_NEAR(place(row), place(0) + static_cast<double>(row) * perRow, 1e-3) << what;
+        const float uv = rows.values(row).uv;
+        if (std::isnan(uv))
+            ++empty;
+        else if (rate == 5)
+            EXPECT_NEAR(static_cast<double>(uv), place(row), 1e-3) << what;
+        else
+            EXPECT_NEAR(static_cast<double>(uv), place(row), perRow / 2 + 1) << what;
+    }
+    EXPECT_LE(empty, told) << what;
+    if (shown > 0) {
+        EXPECT_NEAR(place(0), static_cast<double>(from) * 300, 1.001 + told) << what;
+        EXPECT_LE(place(shown - 1), static_cast<double>(to) * 300 + 1.001 + told) << what;
+    }
+}
+
+TEST_F(TextExport, hasThePointsThatWereShownAtEveryRateAndRange) {
+    constexpr float rates[] = {0.01F, 0.02F, 0.025F, 0.0333F, 0.05F, 0.1F, 0.2F, 0.25F, 0.333F, 0.5F, 1, 2, 3, 4, 5};
+    std::mt19937 random(4);
+    SampleStore run;
+    for (const int size : {1, 2, 3, 4, 301, 1502, 450007, 12960000}) { // up to 30 days
+        for (auto i = static_cast<int>(run.size()); i < size; ++i)
+            run.append({static_cast<float>(i), 0});
+        const float last = static_cast<float>(ChartData::timeOf(size - 1));
+        std::uniform_real_distribution<float> anywhere(0, last * 1.1F);
+        for (const float rate : rates) {
+            expectPointsAsShown(run, 0, last, rate);
+            expectPointsAsShown(run, last / 3, last / 3, rate);
+            for (int i = 0; i < 40; ++i) {
+                const float from = anywhere(random);
+                const float length = i % 2 == 0 ? anywhere(random) : anywhere(random) / static_cast<float>(size);
+                expectPointsAsShown(run, from, from + length, rate);
+            }
+        }
+    }
 }
 
 TEST_F(TextExport, thinsToMeansAroundTheRowsTimes) {

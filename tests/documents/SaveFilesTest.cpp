@@ -9,6 +9,7 @@ using SaveFilesTest = DocumentsTest;
 TEST_F(SaveFilesTest, theRecorderAsksOnceForItsFileAndKeepsItsCaption) {
     tabs.ChartSaved[0] = false;
     ComDlg.answers = {"/runs/a.b.chd"};
+    chart[0].whileAtWork = [this] { EXPECT_EQ(chart[0].title, "a"); }; // the file bears its own name
     save.mnuSaveData_Click();
     EXPECT_EQ(heads() + "|" + names(0), "Chart Recorder||a|/runs/a.b.chd");
     EXPECT_EQ(ComDlg.shown.at(0).flags, 2054);
@@ -36,9 +37,10 @@ TEST_F(SaveFilesTest, aFailedSaveAndASaveOfAStretchChangeNothing) {
     open({"/a.chd"});
     tabs.ChartSaved[1] = false;
     chart[1].diskFull = true;
-    ComDlg.answers = {"/b.chd", "/b.chd", "/peak.chd"};
+    ComDlg.answers = {"/b.chd", "/peak.chd", "/peak.chd"};
     save.mnuSaveData_Click();
     save.mnuSaveDataAs_Click();
+    EXPECT_EQ(chart[1].title, "a");
     save.mnuSaveSlectedData_Click();
     EXPECT_EQ(errors.codes, (std::vector<qint32>{-16, -16, -16}));
     chart[1].diskFull = false;

@@ -89,9 +89,9 @@ TEST_F(WorkingDay, FromTheNameToBothQuestionsAtItsEnd) {
     live->type("txtNotes", "Column B");
     live->answer("OK");
     awaitGone("frmNotes");
-    live.chooseFile("mnuSaveData", "run 1");
-    await("the data file", [&] { return live.fileExists("run 1.chd"); });
-    live.chooseFile("mnuOpenData", "run 1.chd");
+    live.chooseFile("mnuSaveData", "run 1.0");
+    await("the data file", [&] { return live.fileExists("run 1.0.chd"); });
+    live.chooseFile("mnuOpenData", "run 1.0.chd");
     await("its tab", [&] { return live->get("TabChart", "currentIndex") == 1; });
     EXPECT_EQ(live->call("Chart(1)", "GetNotes"), "Column B");
 
@@ -108,11 +108,13 @@ TEST_F(WorkingDay, FromTheNameToBothQuestionsAtItsEnd) {
     live->click("optDataRegion(0)");
     live->type("cmbSamlingRate", ""); // only comes to it
     live->key("End");                 // all that the instrument delivers
+    const QString shown = live->get("lblNumPoints", "text").toString();
     live->click("cmdExport");
     live.nameFile("run 1.txt");
     awaitGone("frmExport");
     const std::vector<Point> points = exported("run 1.txt");
     EXPECT_NEAR(double(points.size()), (to - from) * 300, 2);
+    EXPECT_EQ(QString::number(points.size()) + "  data points", shown);
     const std::vector<QStringList> truth = meant();
     for (const Point &point : points) {
         EXPECT_TRUE(point.minutes > from - 0.004 && point.minutes < to + 0.004);
@@ -128,7 +130,9 @@ TEST_F(WorkingDay, FromTheNameToBothQuestionsAtItsEnd) {
     open("mnuPrint", "frmPrint");
     live->type("txtTitel", "Run 1 of Lab 3");
     live->answer("Ok");
-    await("the report", [&] { return content("report.pdf").startsWith("%PDF"); });
+    awaitQuestion("The report is in the file " + live.file("report.pdf") + ".");
+    live->answer("OK");
+    EXPECT_TRUE(content("report.pdf").startsWith("%PDF"));
     EXPECT_EQ(live->get("Chart(1)", "ChartTitle"), "Run 1 of Lab 3");
 
     await(

@@ -5,6 +5,7 @@
 #include "platform/CommonDialog.h"
 
 #include <QFileInfo>
+#include <QStringList>
 
 #include <deque>
 #include <functional>
@@ -33,12 +34,25 @@ public:
             throw RunTimeError(RunTimeError::DialogCancelled);
     }
 
+    bool print(const QByteArray &, const QString &name) override {
+        printed << name;
+        return !printRefused;
+    }
+    void beginPrint() override { printed << QStringLiteral("begin"); }
+    QString endPrint() override {
+        printed << QStringLiteral("end");
+        return printedFile;
+    }
+
     std::vector<Showing> shown;
     std::deque<QString> answers;
     std::function<void()> whileShown; ///< once, while the next one is up
     int printerShown = 0;
     std::optional<int> chosenCopies; ///< none: a Cancel
     std::optional<RunTimeError> printerError;
+    QStringList printed;       ///< the names of reports, between "begin" and "end" of their print
+    bool printRefused = false; ///< the spooler takes no report
+    QString printedFile;       ///< that a print is told to have made
 
 private:
     void show() {

@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -54,6 +55,7 @@ protected:
         return prompts.show(box);
     }
     static void pressDefault(QMessageBox &window) { window.defaultButton()->click(); }
+    static void pressEscape(QMessageBox &window) { QTest::keyClick(&window, Qt::Key_Escape); }
     static void closeBox(QMessageBox &window) { window.close(); }
 
     QObject owner;
@@ -68,7 +70,7 @@ TEST_F(QtPromptsTest, aBoxShowsItsTextAsItStands) {
     EXPECT_EQ(caption, "Ostrel MS");
 }
 
-TEST_F(QtPromptsTest, defaultButtonsCountFromTheLeftAndClosingIsTheLast) {
+TEST_F(QtPromptsTest, defaultButtonsCountFromTheLeftAndClosingIsCancelOrTheOnlyOne) {
     const auto box = [](BoxButtons buttons, int defaultButton) {
         return MessageBox{"?", BoxIcon::Question, "Data is not saved", buttons, defaultButton};
     };
@@ -76,8 +78,36 @@ TEST_F(QtPromptsTest, defaultButtonsCountFromTheLeftAndClosingIsTheLast) {
     EXPECT_EQ(caption, "Data is not saved");
     EXPECT_EQ(show(box(BoxButtons::YesNoCancel, 1), pressDefault), BoxAnswer::Yes);
     EXPECT_EQ(show(box(BoxButtons::YesNoCancel, 1), closeBox), BoxAnswer::Cancel);
+    EXPECT_EQ(show(box(BoxButtons::YesNoCancel, 1), pressEscape), BoxAnswer::Cancel);
     EXPECT_EQ(show(box(BoxButtons::OkCancel, 2), pressDefault), BoxAnswer::Cancel);
+    EXPECT_EQ(show(box(BoxButtons::OkCancel, 1), pressEscape), BoxAnswer::Cancel);
     EXPECT_EQ(show(box(BoxButtons::Ok, 1), closeBox), BoxAnswer::Ok);
+    EXPECT_EQ(show(box(BoxButtons::Ok, 1), pressEscape), BoxAnswer::Ok);
+}
+
+TEST_F(QtPromptsTest, onlyItsButtonsAnswerYesOrNo) {
+    const MessageBox box{"save?", BoxIcon::Question, "", BoxButtons::YesNo};
+    const auto tryToClose = [](QMessageBox &window) {
+        EXPECT_FALSE(window.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+        QTest::keyClick(&window, Qt::Key_Escape);
+        QTest::keyClick(window.defaultButton(), Qt::Key_Escape);
+        QTest::keySequence(&window, QKeySequence(QKeySequence::Cancel));
+        window.reject();
+        window.close();
+        window.windowHandle()->close(); // as the window manager asks for it
+        QApplication::closeAllWindows();
+        EXPECT_TRUE(window.isVisible());
+    };
+    const auto answered = [&](Qt::Key key) {
+        return show(box, [&](QMessageBox &window) {
+            tryToClose(window);
+            QTest::keyClick(window.defaultButton(), key);
+            if (key != Qt::Key_Return) // a letter's button goes down for a moment
+                QTRY_VERIFY(!window.isVisible());
+        });
+    };
+    EXPECT_EQ(answered(Qt::Key_Return), BoxAnswer::Yes);
+    EXPECT_EQ(answered(Qt::Key_N), BoxAnswer::No);
 }
 
 TEST_F(QtPromptsTest, theMousePointerGoesBackHoweverOftenItWasSet) {

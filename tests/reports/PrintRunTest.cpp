@@ -43,6 +43,25 @@ TEST_F(PrintRunTest, PrintsEachCopyOfWhatIsTickedUnderTheHourglass) {
     }
 }
 
+TEST_F(PrintRunTest, TellsOnceWhereTheReportOfAllCopiesStands) {
+    ComDlg.Copies = 3;
+    chart.whileAtWork = [this] { ComDlg.printed << "copy"; };
+    printed({});
+    EXPECT_EQ(ComDlg.printed.join(' '), "begin copy copy copy end");
+    EXPECT_TRUE(prompts.shown.empty()); // it is on paper
+    ComDlg.printedFile = "/home/ann/report.pdf";
+    prompts.whileShown = [this](const MessageBox &) { EXPECT_EQ(prompts.pointer, MousePointer::Default); };
+    printed({});
+    ASSERT_EQ(prompts.shown.size(), 1U);
+    EXPECT_EQ(prompts.shown[0].text, "The report is in the file /home/ann/report.pdf.");
+    EXPECT_EQ(prompts.shown[0].icon, BoxIcon::Information);
+
+    ComDlg.printed.clear();
+    chart.whileAtWork = [] { throw RunTimeError(RunTimeError::OutOfMemory); };
+    EXPECT_THROW(printed({}), RunTimeError);
+    EXPECT_EQ(ComDlg.printed.join(' '), "begin end");
+}
+
 TEST_F(PrintRunTest, ChromatogramAndItsTracesFollowEachOther) {
     inPrint([](QDialog &form) {
         const auto after = [&](const QStringList &clicked) {

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+/// As files, reports and tables bear a moment: 2026-11-21T07:31:49+01:00, in every locale. The offset is that of
+/// `when`'s own time zone.
+inline QString isoDate(const QDateTime &when) {
+    const QString text = when.toOffsetFromUtc(when.offsetFromUtc()).toString(Qt::ISODate);
+    return text.endsWith(QLatin1Char('Z')) ? text.chopped(1) + QLatin1String("+00:00") : text;
+}
