@@ -15,7 +15,7 @@ set(may_reports base platform forms chart/ChartContract.h)
 set(may_shell base platform forms chart/ChartContract.h documents)
 set(may_app base files platform forms chart acquisition documents view reports shell)
 set(may_simulator base acquisition/StreamFormat.h)
-set(may_archive files chart)
+set(may_archive base files chart)
 
 # Within acquisition only the forms may know the control classes.
 set(forms_of_acquisition frmNoData frmSetup)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/Application.h"
 #include "app/Program.h"
+#include "base/AppFolders.h"
 #include "base/RunTimeError.h"
 #include "platform/EndSignals.h"
 #include "platform/Folders.h"
@@ -66,7 +67,7 @@ int main(int argc, char **argv) {
     try {
         return run(application, prompts, process);
     } catch (...) {
-        prompts.show(startFailedBox(caughtError(), Folders::appFolder()));
+        prompts.show(startFailedBox(caughtError(), AppFolders::app()));
     }
     process.end();
 }

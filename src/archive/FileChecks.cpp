@@ -1,24 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "archive/FileChecks.h"
 
+#include "archive/Facts.h"
 #include "archive/RunFile.h"
+#include "chart/IsoDate.h"
 
-#include <QDateTime>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QJsonObject>
 
 #include <cmath>
 #include <vector>
 
 namespace {
-
-struct Fact {
-    const char *name;
-    const char *key; ///< for scripts
-    QJsonValue value;
-    QString words; ///< for a person
-};
 
 /// Not finite in a trace without any finite value, which JSON knows as null.
 QJsonValue number(double value) { return std::isfinite(value) ? QJsonValue(value) : QJsonValue(); }
@@ -28,28 +21,24 @@ Fact range(const char *name, const char *key, double from, double to, const char
     return {name, key, QJsonArray{number(from), number(to)}, words};
 }
 
-Fact count(const char *name, const char *key, qint64 number) { return {name, key, number, QString::number(number)}; }
-
-Fact text(const char *name, const char *key, const QString &value) { return {name, key, value, value}; }
-
 std::vector<Fact> factsOf(const QString &path, const RunFile &file) {
     const ChartData &run = file.run;
     const FileHead head = file.report.head.value_or(FileHead());
     const Extent extent = run.samples.extent(0, run.samples.size());
     const QDateTime saved = QDateTime::fromMSecsSinceEpoch(head.written);
     return {
-        text("File", "file", path),
-        text("Kind", "kind", head.kind == logFile ? "log" : "data"),
-        count("Format version", "version", head.version),
-        {"Saved", "saved", saved.toUTC().toString(Qt::ISODate), saved.toString("yyyy-MM-dd hh:mm:ss t")},
+        textFact("File", "file", path),
+        textFact("Kind", "kind", head.kind == logFile ? "log" : "data"),
+        countFact("Format version", "version", head.version),
+        textFact("Saved", "saved", isoDate(saved)),
         {"Size", "bytes", QFileInfo(path).size(), QString("%1 bytes").arg(QFileInfo(path).size())},
-        text("Title", "title", run.title),
+        textFact("Title", "title", run.title),
         {"Duration", "minutes", run.lastTime(), duration(run.lastTime())},
-        count("Samples", "samples", run.samples.size()),
+        countFact("Samples", "samples", run.samples.size()),
         range("UV", "uv", extent.uvMin(), extent.uvMax(), "AU"),
         range("Conductivity", "conductivity", extent.condMin(), extent.condMax(), "mS/cm"),
-        count("Event marks", "markCount", static_cast<qint64>(run.marks.size())),
-        count("Method texts", "methodTexts", static_cast<qint64>(run.methodTexts.size())),
+        countFact("Event marks", "markCount", static_cast<qint64>(run.marks.size())),
+        countFact("Method texts", "methodTexts", static_cast<qint64>(run.methodTexts.size())),
         {"Notes", "notes", run.notes, run.notes.isEmpty() ? "none" : QString("%1 characters").arg(run.notes.size())},
     };
 }
@@ -71,15 +60,12 @@ ExitCode info(const ArchiveCall &call) {
     const RunFile file = wholeFile(call.operand(0));
     const std::vector<Fact> facts = factsOf(call.operand(0), file);
     if (call.line.isSet("json")) {
-        QJsonObject object;
-        for (const Fact &fact : facts)
-            object[QLatin1String(fact.key)] = fact.value;
+        QJsonObject object = objectOf(facts);
         object["marks"] = marksOf(file.run);
-        call.out.tell(object);
+        call.out.tell(QJsonDocument(object));
         return Good;
     }
-    for (const Fact &fact : facts)
-        call.out.tell(QString("%1:").arg(QLatin1String(fact.name)).leftJustified(16) + fact.words);
+    tellFacts(call.out, facts);
     for (const EventMark &mark : file.run.marks)
         call.out.tell(QString(16, ' ') + QString("%1 min  ").arg(mark.time, 10, 'f', 3) + mark.label);
     return Good;

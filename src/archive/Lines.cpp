@@ -2,7 +2,6 @@
 #include "archive/Lines.h"
 
 #include <QIODevice>
-#include <QJsonDocument>
 
 #include <algorithm>
 
@@ -46,8 +45,8 @@ QString escaped(const QString &text, QString (*escape)(QChar c)) {
 
 void Lines::tell(const QString &line) { stream_ << escaped(line, plainEscape) << '\n'; }
 
-void Lines::tell(const QJsonObject &object) {
-    stream_ << escaped(QString::fromUtf8(QJsonDocument(object).toJson()), jsonEscape);
+void Lines::tell(const QJsonDocument &document) {
+    stream_ << escaped(QString::fromUtf8(document.toJson()), jsonEscape);
 }
 
 bool Lines::deliver() {

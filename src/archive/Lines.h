@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QJsonObject>
+#include <QJsonDocument>
 #include <QString>
 #include <QTextStream>
 
@@ -14,7 +14,7 @@ public:
     /// Such characters, line ends too, are shown by their numbers: "\x1b", "\u202e".
     void tell(const QString &line);
     /// For scripts: escaped as JSON has it, so that each text comes back as it was.
-    void tell(const QJsonObject &object);
+    void tell(const QJsonDocument &document);
     /// Hands on what was told. False when some of it got lost.
     bool deliver();
     /// Of what got lost.

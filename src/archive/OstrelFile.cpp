@@ -5,6 +5,7 @@
 #include "archive/Conversions.h"
 #include "archive/FileChecks.h"
 #include "archive/RunFile.h"
+#include "archive/RunningLogs.h"
 #include "archive/Salvage.h"
 
 #include <QTextStream>
@@ -25,6 +26,8 @@ constexpr ArchiveCommand commands[] = {
     {"pdf",     "FILE OUT.pdf",                    "Write the report of a run.",                     2, 2,    declareReport,    pdf},
     {"salvage", "FILE|DIRECTORY OUT.chd|OUT.chl",  "Save what is left of a damaged file, or the running log of a dead "
                                                    "computer.",                                      2, 2,    declareOverwrite, salvage},
+    {"logs",    "[FOLDER]",                        "List the running logs, those that were thrown away too.",
+                                                                                                     0, 1,    declareLogs,      logs},
 };
 // clang-format on
 

@@ -2,7 +2,7 @@
 #include "archive/Salvage.h"
 
 #include "archive/RunFile.h"
-#include "chart/RunningLogReader.h"
+#include "archive/RunningLogs.h"
 
 #include <QFileInfo>
 
@@ -63,16 +63,7 @@ Salvaged fromFile(const QString &path, Lines &out) {
 
 Salvaged fromDirectory(const QString &path, Lines &out) {
     RecoveredLog log = readRunningLog(path);
-    Salvaged salvaged{.run = {}, .axes = log.axes(), .missing = {}};
-    salvaged.missing << inWords(log.badFiles);
-    for (const RecoveredLog::Gap &gap : log.gaps)
-        salvaged.missing << QString("%1 minutes of samples from minute %2 on%3")
-                                .arg(minutes(gap.length), minutes(gap.at))
-                                .arg(gap.filled ? "" : "; later times have moved up");
-    tellLost(salvaged.missing, log.lostMarks, "event marks");
-    tellLost(salvaged.missing, log.lostMethodTexts, "method texts");
-    if (log.lostTexts)
-        salvaged.missing << "the notes or the name of the system, perhaps";
+    Salvaged salvaged{.run = {}, .axes = log.axes(), .missing = missingOf(log)};
     salvaged.run = std::move(log.data);
     if (isEmpty(salvaged.run) && salvaged.missing.isEmpty())
         throw EarlyEnd{Failed, path + ": holds no running log"};

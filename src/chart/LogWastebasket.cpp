@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr mode_t ownersOnly = 0700;
 constexpr quint64 blockSize = 512; // in which the operating system counts what a file takes
 
 std::error_code lastError() { return {errno, std::generic_category()}; }
@@ -29,7 +28,7 @@ QDate dayOf(const QString &name) {
 
 /// On the disk, or not at all. False with errno.
 bool makeFolder(const QString &path, FileOperations &operations) {
-    if (operations.makeFolder(native(path).constData(), ownersOnly) != 0)
+    if (makePrivateFolder(operations, native(path).constData()) != 0)
         return false;
     if (syncFolder(operations, native(QFileInfo(path).path()).constData()))
         return true;

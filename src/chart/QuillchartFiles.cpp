@@ -2,7 +2,6 @@
 #include "chart/ChartFile.h"
 #include "chart/LogWastebasket.h"
 #include "chart/Quillchart.h"
-#include "chart/RecordFile.h"
 #include "chart/ReportPrinter.h"
 #include "chart/RunningLogFiles.h"
 #include "chart/RunningLogReader.h"
@@ -51,9 +50,6 @@ bool succeeds(Deed deed) {
         return false;
     }
 }
-
-/// A data file or a log, of which a text in its place would leave nothing.
-bool holdsRun(const QString &path) { return RecordReader(path).head().has_value(); }
 
 } // namespace
 
@@ -132,7 +128,7 @@ qint16 Quillchart::ExportData(const QString &FileName, qint16 IncludeUV, qint16 
                                 .pointCount = PointCount,
                                 .sourceFile = fileName_,
                                 .exported = QDateTime::currentDateTime()};
-    return succeeds([&] { return !holdsRun(FileName) && !exportText(FileName, data_, options); }) ? 0 : failed;
+    return succeeds([&] { return !bearsChartMark(FileName) && !exportText(FileName, data_, options); }) ? 0 : failed;
 }
 
 void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) {

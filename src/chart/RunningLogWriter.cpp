@@ -141,7 +141,7 @@ std::error_code RunningLogWriter::createFile() {
 bool RunningLogWriter::makeFolders(const QString &path) {
     const QByteArray name = QFile::encodeName(path);
     const QString parent = QFileInfo(path).path();
-    if (operations_.makeFolder(name.constData(), 0777) == 0)
+    if (makePrivateFolder(operations_, name.constData()) == 0)
         return syncFolder(operations_, QFile::encodeName(parent).constData());
     return errno == ENOENT && parent != path && makeFolders(parent) && makeFolders(path);
 }

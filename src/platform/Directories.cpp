@@ -22,27 +22,7 @@ void flushFolderOf(const QString &path) {
         throw RunTimeError::fromErrno(errno, folder);
 }
 
-template <typename Wanted>
-QStringList namesWhere(const QString &folder, Wanted &&wanted) {
-    QStringList found;
-    if (!Directories::exists(folder))
-        return found;
-    std::error_code error;
-    for (fs::directory_iterator entry(native(folder), error), end; !error && entry != end; entry.increment(error)) {
-        if (wanted(*entry))
-            found << QFile::decodeName(QByteArray::fromStdString(entry->path().filename().string()));
-    }
-    if (error)
-        throw RunTimeError::fromErrno(error.value(), folder);
-    found.sort();
-    return found;
-}
-
-fs::file_type typeOf(const fs::directory_entry &entry) {
-    std::error_code unknown;
-    return entry.symlink_status(unknown).type();
-}
-
+/// `none` for what cannot be looked at.
 fs::file_type typeOf(const QString &path) {
     std::error_code unknown;
     return fs::symlink_status(native(path), unknown).type();
@@ -80,18 +60,19 @@ void Directories::hide(const QString &path) {
         throw RunTimeError::from(error, list);
 }
 
-QStringList Directories::names(const QString &folder) {
-    return namesWhere(folder, [](const fs::directory_entry &) { return true; });
-}
-
 QStringList Directories::folderNames(const QString &folder) {
-    return namesWhere(folder,
-                      [](const fs::directory_entry &entry) { return typeOf(entry) == fs::file_type::directory; });
-}
-
-void Directories::removeFile(const QString &path) {
-    if (FileOperations::system().remove(QFile::encodeName(path).constData()) != 0)
-        throw RunTimeError::fromErrno(errno, path);
+    QStringList names;
+    const std::error_code error = isLink(folder) ? std::make_error_code(std::errc::not_a_directory)
+                                                 : listFolder(FileOperations::system(), folder, names);
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory)
+        return {};
+    if (error)
+        throw RunTimeError::from(error, folder);
+    names.removeIf([&](const QString &name) {
+        const fs::file_type type = typeOf(folder + u'/' + name);
+        return type != fs::file_type::directory && type != fs::file_type::none;
+    });
+    return names;
 }
 
 void Directories::remove(const QString &folder) {

@@ -18,12 +18,10 @@ bool isLink(const QString &path);
 /// missing.
 void hide(const QString &path);
 
-/// The names in a folder, hidden ones too, sorted; empty when there is no such folder.
-QStringList names(const QString &folder);
+/// The names of the folders in a folder, hidden ones too, sorted, along with what cannot be looked at and so may be
+/// one; empty when there is no such folder.
 QStringList folderNames(const QString &folder);
 
-/// A link goes itself, not what it leads to.
-void removeFile(const QString &path);
 /// Only an empty folder goes; it is off the disk when this returns.
 void remove(const QString &folder);
 

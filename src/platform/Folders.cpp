@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/Folders.h"
 
+#include "base/AppFolders.h"
 #include "base/RunTimeError.h"
 #include "files/FileOperations.h"
 
@@ -12,11 +13,7 @@
 
 #include <cerrno>
 
-Folders::Folders() : appPath_(appFolder()) { makePath(appPath_); }
-
-QString Folders::appFolder() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/ostrel");
-}
+Folders::Folders() : appPath_(AppFolders::app()) { makePath(appPath_); }
 
 QString Folders::settingsFile() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +

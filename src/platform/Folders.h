@@ -9,8 +9,6 @@ public:
     /// Makes App.Path; a failure is a RunTimeError.
     Folders();
 
-    /// Where App.Path is, made or not.
-    static QString appFolder();
     /// App.Path, without a trailing separator.
     const QString &appPath() const { return appPath_; }
     QString errorLog() const { return appPath_ + QStringLiteral("/ChartErr.log"); }

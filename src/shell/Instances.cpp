@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/Instances.h"
 
+#include "base/AppFolders.h"
 #include "base/Numbers.h"
 #include "base/Steps.h"
 #include "platform/Directories.h"
@@ -33,7 +34,7 @@ void padTo(int width, QString &text) {
 Instances::Instances(Identity &identity, SettingsStore &store, Prompts &prompts, const Clock &clock,
                      const QString &appPath)
     : identity_(identity), store_(store), prompts_(prompts), clock_(clock),
-      logFolder_(appPath + QStringLiteral("/Log")), wastebasket_(appPath + QStringLiteral("/Discarded")) {}
+      logFolder_(AppFolders::logs(appPath)), wastebasket_(AppFolders::wastebasket(appPath)) {}
 
 void Instances::prepareLogDirectory() {
     const QDateTime now = clock_.now();

@@ -3,8 +3,10 @@
 
 #include "archive/ArchiveCommand.h"
 #include "chart/ChartFile.h"
+#include "chart/LogWastebasket.h"
 #include "chart/RunningLogWriter.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
@@ -12,6 +14,7 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QThread>
 #include <gmock/gmock.h>
 
 #include <cmath>
@@ -202,6 +205,46 @@ TEST_F(OstrelFileTest, salvagePutsTheLogOfADirectoryTogether) {
     for (const char *target : {"copy.d/part.chl", "link.chl"})
         EXPECT_EQ(call(qPrintable(QString("salvage --overwrite copy.d %1").arg(target))), Misused) << target;
     EXPECT_EQ(call("salvage --overwrite copy.d log.chl"), Good) << complaint.toStdString();
+}
+
+TEST_F(OstrelFileTest, logsListsTheRunningLogsAndThoseThatWereThrownAway) {
+    const auto log = [&](const QString &folder, const char *system) {
+        run.title = system;
+        RunningLogWriter writer;
+        EXPECT_TRUE(QDir(archive.path()).mkpath(folder));
+        EXPECT_FALSE(writer.write(run, archive.filePath(folder), 1, 24));
+        QThread::msleep(2); // the logs are sorted by their beginnings
+        return archive.filePath(folder + "/Log00001.dat");
+    };
+    EXPECT_EQ(call("logs .none"), Failed);
+    EXPECT_EQ(call({"logs", archive.path()}), Good);
+    EXPECT_TRUE(said.contains("no logs"));
+
+    const QString thrownAway = log("Log/1", "first");
+    EXPECT_FALSE(moveToWastebasket(archive.filePath("Log/1"), archive.filePath("Discarded"), QDate(2026, 11, 22)));
+    EXPECT_FALSE(QFile::exists(thrownAway));
+    QFile cut(log("Log/2", "second"));
+    EXPECT_TRUE(cut.open(QIODevice::ReadWrite) && cut.seek(300) && cut.write(QByteArray(3000, '?')) == 3000);
+    cut.close();
+    log("Log", "third");
+    ASSERT_TRUE(QDir(archive.path()).mkpath("Log/empty") && QFile::link(archive.path(), path("Log/link")));
+
+    EXPECT_EQ(call({"logs", archive.path()}), Good) << complaint.toStdString();
+    const QStringList logs = said.split("\n\n", Qt::SkipEmptyParts);
+    ASSERT_EQ(logs.size(), 3) << said.toStdString();
+    for (const char *fact :
+         {"/Discarded/1-2026-11-22\n", "Discarded:      yes", "first", "2.00 minutes", "601", "nothing"})
+        EXPECT_TRUE(logs[0].contains(fact)) << fact << " in\n" << said.toStdString();
+    EXPECT_TRUE(logs[1].contains("/Log/2\n") && logs[1].contains("minutes of samples from minute 0.00"));
+    EXPECT_TRUE(logs[2].contains("/Log\n") && logs[2].contains("third"));
+
+    EXPECT_EQ(call(QStringList{"logs", "--json", archive.path()}), Good);
+    const QJsonObject first = QJsonDocument::fromJson(said.toUtf8()).array()[0].toObject();
+    EXPECT_EQ(first["discarded"], true);
+    EXPECT_LT(qAbs(QDateTime::fromString(first["begun"].toString(), Qt::ISODate).secsTo(QDateTime::currentDateTime())),
+              60);
+    EXPECT_EQ(call({"salvage", first["folder"].toString(), archive.filePath("back.chl")}), Good);
+    EXPECT_EQ(lastTimeOf("back.chl"), 2.0F);
 }
 
 TEST_F(OstrelFileTest, noTextReachesTheTerminalAsAnOrder) {

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -42,6 +43,15 @@ void pressRecover(LiveOstrel &live) {
     live->click("cmdRecoverButton");
 }
 
+/// What the archive's tool says.
+QString ostrelFile(const QStringList &arguments) {
+    QProcess tool;
+    tool.start(OSTREL_FILE_PROGRAM, arguments);
+    EXPECT_TRUE(tool.waitForFinished());
+    EXPECT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().toStdString();
+    return QString::fromUtf8(tool.readAllStandardOutput());
+}
+
 bool says(LiveOstrel &live, const char *text, std::chrono::seconds patience = 10s) {
     return within(patience, [&] { return live.boxText().contains(text); });
 }
@@ -67,6 +77,32 @@ TEST(Edges, WhateverEndsTheProgramUnderTheRecoveryDialogTouchesNoLeftOver) {
     live->answer("Exit");
     EXPECT_TRUE(live.recorder().endsWithin(5000));
     EXPECT_TRUE(isUntouched());
+}
+
+TEST(Edges, ALogThatIsThrownAwayCanBeHadBack) {
+    LiveOstrel live(steady);
+    EXPECT_TRUE(within(30s, [&] { return live.isEnabled("mnuSaveLog"); })); // the log is on the disk
+    live->trigger("mnuExit");
+    const char *question = "Do you want to save the LOG file before exiting ";
+    ASSERT_TRUE(says(live, question));
+    live->key("Escape");
+    EXPECT_TRUE(says(live, question));
+    live->call("MsgBox", "close");
+    within(1s, [] { return false; });
+    ASSERT_TRUE(says(live, question) && live.recorder().runs());
+    live->answer("No");
+    EXPECT_TRUE(live.recorder().endsWithin(5000));
+    EXPECT_EQ(entriesOf(live, "Log"), QStringList());
+    ASSERT_EQ(entriesOf(live, "Discarded").size(), 1);
+
+    const QString folder = live.file("data/ostrel/Discarded/") + entriesOf(live, "Discarded")[0];
+    const QString list = ostrelFile({"logs", live.file("data/ostrel")});
+    EXPECT_TRUE(list.contains(folder) && list.contains("Missing:        nothing")) << list.toStdString();
+    ostrelFile({"salvage", folder, live.file("back.chl")});
+    ChartData run;
+    AxisValues axes;
+    EXPECT_TRUE(loadChartFile(live.file("back.chl"), run, axes).good());
+    EXPECT_GE(run.samples.size(), 20);
 }
 
 TEST(Edges, ALogThatCannotBeReadNowIsOfferedNamedAndKept) {

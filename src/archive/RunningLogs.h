@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "archive/ArchiveCommand.h"
+#include "chart/RunningLogReader.h"
+
+/// What the log no longer holds, a line each; none when it is whole.
+QStringList missingOf(const RecoveredLog &log);
+
+/// The command that lists the running logs of a user, those that were thrown away too.
+void declareLogs(QCommandLineParser &line);
+ExitCode logs(const ArchiveCall &call);
