@@ -30,8 +30,8 @@ int skippingErrors(Steps &&...steps) {
     return last;
 }
 
-/// Runs steps one after the other, each whatever has become of those before it. raise() then raises the first error that
-/// came up, of any type, if one did.
+/// Runs steps one after the other, each whatever has become of those before it. raise() then raises the first error
+/// that came up, of any type, if one did.
 class EveryStep {
 public:
     template <typename Step>
