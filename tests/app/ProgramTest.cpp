@@ -220,7 +220,6 @@ TEST_F(ProgramTest, whateverEndsTheProgramWhileLeftOversAreOfferedTouchesNoneOfT
             EXPECT_TRUE(QFile::exists(victim + "/Log00001.dat"));
         };
         dialogAnswers["frmDataRecovery"] = [&, &act = end] {
-            dialogAnswers.erase("frmDataRecovery");
             link();
             play(". . ."); // comes in under the dialog
             act();
