@@ -29,7 +29,7 @@ void RecordingSession::mnuStop_Click() {
 void RecordingSession::TimerCheckComData_Timer() {
     EveryStep look;
     if (!link_.ComDataSeen) {
-        TimerSaveLog_.setEnabled(false);
+        look.run([this] { TimerSaveLog_.finish(); }); // what came in last may be the end of the run
         look.run([this] { ComDataLost(); });
         look.run([this] { window_.showNoData(); });
     }

@@ -31,15 +31,18 @@ constexpr LabelLook labelLooks[] = {
 
 } // namespace
 
-SampleIntake::SampleIntake(RunState &run, LiveChart &recorder, LiveChart &log, Timer &TimerStopWaitForMethod,
-                           RecordCommands &commands, ErrorRoute &errors, const Options &options, const Clock &clock)
-    : run_(run), recorder_(recorder), log_(log), TimerStopWaitForMethod_(TimerStopWaitForMethod), commands_(commands),
-      errors_(errors), options_(options), clock_(clock) {}
+SampleIntake::SampleIntake(RunState &run, TabStates &tabs, LiveChart &recorder, LiveChart &log,
+                           Timer &TimerStopWaitForMethod, RecordCommands &commands, ErrorRoute &errors,
+                           const Options &options, const Clock &clock)
+    : run_(run), tabs_(tabs), recorder_(recorder), log_(log), TimerStopWaitForMethod_(TimerStopWaitForMethod),
+      commands_(commands), errors_(errors), options_(options), clock_(clock) {}
 
 void SampleIntake::takeMethod(const QString &text) {
     if (run_.Recording || run_.WaitForMethod || run_.ChartPaused) {
         if (recorder_.AddMethodText(datedMethod(text), recorder_.GetLastTime()) != 0)
             errors_.HandelError(OutOfMemory);
+        tabs_.ChartSaved[recorderChart] = false; // it comes after the run, which may be saved by now
+        run_.BesideLog |= !options_.DataLogging;
         TimerStopWaitForMethod_Timer();
     }
     if (options_.DataLogging && log_.AddMethodText(datedMethod(text), run_.LogTime) != 0)
@@ -61,6 +64,7 @@ void SampleIntake::AddChartSample() {
         keepChartLabel();
         return;
     }
+    run_.BesideLog |= !options_.DataLogging || run_.LogPaused;
     if (recorder_.AddSample(run_.UvValue, run_.CondValue) > 0)
         errors_.HandelError(OutOfMemory);
     applyChartLabel();

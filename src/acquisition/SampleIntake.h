@@ -13,7 +13,7 @@
 /// on a sample.
 class SampleIntake {
 public:
-    SampleIntake(RunState &run, LiveChart &recorder, LiveChart &log, Timer &TimerStopWaitForMethod,
+    SampleIntake(RunState &run, TabStates &tabs, LiveChart &recorder, LiveChart &log, Timer &TimerStopWaitForMethod,
                  RecordCommands &commands, ErrorRoute &errors, const Options &options, const Clock &clock);
 
     /// Add the pair UvValue, CondValue to their chart and work off what waits there. Overflow (6) when the numbers of
@@ -35,6 +35,7 @@ private:
     QString datedMethod(const QString &text) const;
 
     RunState &run_;
+    TabStates &tabs_;
     LiveChart &recorder_;
     LiveChart &log_;
     Timer &TimerStopWaitForMethod_;

@@ -57,15 +57,17 @@ Program::Program(const Platform &on)
       openFiles_(values_.tabs, documentCharts(window_), fileWindow_, on.ComDlg, on.prompts),
       saveFiles_(values_.tabs, values_.run, documentCharts(window_), fileWindow_, on.ComDlg, on.prompts, errors_),
       clearAndClose_(values_.tabs, values_.run, documentCharts(window_), fileWindow_, on.prompts, errors_, saveFiles_),
-      log_({values_.link, values_.identity}, values_.run, values_.options, values_.log, window_.chart(logChart),
-           window_.chart(scratchChart), *timers_.SaveLog, states_, on.ComDlg, errors_),
+      log_({values_.link, values_.tabs, values_.identity, [this] { return instances_.ownDirectory(); }}, values_.run,
+           values_.options, values_.log,
+           {window_.chart(recorderChart), window_.chart(logChart), window_.chart(scratchChart)}, *timers_.SaveLog,
+           states_, on.ComDlg, errors_),
 
       shownTime_(time_),
       printRun_([this]() -> DocumentChart & { return chartInFront(); }, on.ComDlg, on.prompts, errors_, &window_),
 
       receiver_(on.ComPort, ring_, values_.link, *timers_.Process, on.clock, errors_), news_(values_.run, values_.link),
-      intake_(values_.run, *window_.charts()[recorderChart], *window_.charts()[logChart], *timers_.StopWaitForMethod,
-              commands_, errors_, values_.options, on.clock),
+      intake_(values_.run, values_.tabs, *window_.charts()[recorderChart], *window_.charts()[logChart],
+              *timers_.StopWaitForMethod, commands_, errors_, values_.options, on.clock),
       decoder_(ring_, values_.link, values_.run, news_, intake_,
                {*timers_.Process, *timers_.CheckComData, *timers_.SaveLog}, ports_, commands_, errors_, values_.options,
                on.clock),
@@ -89,9 +91,8 @@ Program::Program(const Platform &on)
                    [this](const QString &FileName) {
                        net_.run(QStringLiteral("DrawChartLabel"), [&] { openFiles_.DrawChartLabel(FileName); });
                    }}),
-      exit_(values_.identity, values_.tabs, values_.options,
-            {window_.chart(recorderChart), window_.chart(logChart), logSaver_, states_, settings_, instances_,
-             on.prompts, on.process}) {
+      exit_(values_.identity, values_.tabs,
+            {window_.chart(logChart), log_, logSaver_, states_, settings_, instances_, on.prompts, on.process}) {
     values_.identity.PrevInstance = on.PrevInstance;
     window_.chart(logChart).setWastebasket(instances_.wastebasket());
     bindEvents();

@@ -53,6 +53,7 @@ struct RunState {
     Int16 LogEventNumber;
     float LogTime = 0;         ///< minutes; runs on across all runs
     qint32 LogSampleCount = 0; ///< samples added to the log chart
+    bool BesideLog = false;    ///< Chart(0) holds samples or method texts that the log has not
 
     bool RunStartArmed = false; ///< a start event has come and the next UV block decides
     bool WaitForMethod = false; ///< the run has ended and its method text is still awaited

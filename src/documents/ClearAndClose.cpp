@@ -12,11 +12,12 @@ constexpr double startWindow = 10;
 
 } // namespace
 
-ClearAndClose::ClearAndClose(TabStates &tabs, const RunState &run, const DocumentCharts &charts, DocumentWindow &window,
+ClearAndClose::ClearAndClose(TabStates &tabs, RunState &run, const DocumentCharts &charts, DocumentWindow &window,
                              Prompts &prompts, ErrorRoute &errors, SaveFiles &save)
     : tabs_(tabs), run_(run), charts_(charts), window_(window), prompts_(prompts), errors_(errors), save_(save) {}
 
 void ClearAndClose::mnuClear_Click() {
+    const bool recordedBefore = run_.Recording;
     if (!tabs_.ChartSaved[recorderChart]) {
         const BoxAnswer answer = askToSave(
             QStringLiteral("The Chart Recorder Data is NOT saved.  Save the data before clearing the Chart ?"));
@@ -27,8 +28,11 @@ void ClearAndClose::mnuClear_Click() {
             if (tabs_.ChartFileName[recorderChart].isEmpty())
                 return;
         }
-        tabs_.ChartSaved[recorderChart] = !run_.Recording; // one may have begun under the question
+        if (run_.Recording && !recordedBefore)
+            return; // it has begun under the question: its samples stand in this chart
+        tabs_.ChartSaved[recorderChart] = !run_.Recording;
     }
+    run_.BesideLog = false;
     DocumentChart &recorder = *charts_[recorderChart];
     recorder.setChartTitle(QStringLiteral("Chart Recorder"));
     recorder.ClearData();

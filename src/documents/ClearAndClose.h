@@ -10,7 +10,7 @@
 /// Empties the recorder's tab and closes the files of the others. Both ask first when the data are not saved.
 class ClearAndClose {
 public:
-    ClearAndClose(TabStates &tabs, const RunState &run, const DocumentCharts &charts, DocumentWindow &window,
+    ClearAndClose(TabStates &tabs, RunState &run, const DocumentCharts &charts, DocumentWindow &window,
                   Prompts &prompts, ErrorRoute &errors, SaveFiles &save);
 
     /// The recorder's axes and view stay. Nothing is cleared when a save that was asked for left no file name.
@@ -28,7 +28,7 @@ private:
     void emptyLastTab();
 
     TabStates &tabs_;
-    const RunState &run_;
+    RunState &run_;
     DocumentCharts charts_;
     DocumentWindow &window_;
     Prompts &prompts_;

@@ -10,32 +10,50 @@ constexpr qint32 logNotSaved = -17;
 
 } // namespace
 
-RunningLog::RunningLog(Reads reads, RunState &run, Options &options, LogState &log, ChartLog &Chart5, ChartLog &Chart6,
-                       Timer &TimerSaveLog, LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors)
-    : reads_(reads), run_(run), options_(options), log_(log), Chart5_(Chart5), Chart6_(Chart6),
-      TimerSaveLog_(TimerSaveLog), window_(window), ComDlg_(ComDlg), errors_(errors) {}
+RunningLog::RunningLog(Reads reads, RunState &run, Options &options, LogState &log, Charts charts, Timer &TimerSaveLog,
+                       LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors)
+    : reads_(std::move(reads)), run_(run), options_(options), log_(log), charts_(charts), TimerSaveLog_(TimerSaveLog),
+      window_(window), ComDlg_(ComDlg), errors_(errors) {}
 
 void RunningLog::TimerSaveLog_Timer() {
-    if (reads_.identity.InstanceTag.isEmpty())
-        return; // LogDirectory is not this copy's yet: it may name one that a crash left behind
-    const qint16 status = Chart5_.WriteLog(reads_.identity.LogDirectory, reads_.identity.InstanceNumber,
-                                           TimerSaveLog_.Interval(), options_.DataFileSizeHours);
-    if (status == 0) {
+    // Before the copy has its directory, the command would save what a crash left behind. A tick behind the last only
+    // brings the rest to the disk.
+    if (writeTelling() && hasDirectory() && TimerSaveLog_.Enabled())
         window_.enableSaveLog(true);
-        return;
-    }
+}
+
+bool RunningLog::writeTelling() {
+    const qint16 status = write();
     // On a full disk the error log cannot be written either; the next tick tries again all the same.
-    skippingErrors([&] { errors_.HandelError(status); });
+    if (status != 0)
+        skippingErrors([&] { errors_.HandelError(status); });
+    return status == 0;
+}
+
+qint16 RunningLog::write() {
+    const QString directory = hasDirectory() ? reads_.identity.LogDirectory : reads_.ownDirectory();
+    const auto bring = [&](ChartLog &chart) {
+        return chart.WriteLog(directory, reads_.identity.InstanceNumber, TimerSaveLog_.Interval(),
+                              options_.DataFileSizeHours);
+    };
+    const qint16 status = bring(charts_.Chart5);
+    const bool beside = run_.BesideLog && !reads_.tabs.ChartSaved[recorderChart];
+    const qint16 statusBeside = beside ? bring(charts_.Chart0) : 0;
+    return status != 0 ? status : statusBeside;
 }
 
 void RunningLog::writeNow() {
     if (TimerSaveLog_.Enabled())
         TimerSaveLog_Timer();
+    else if (options_.DataLogging)
+        writeTelling();
 }
 
 void RunningLog::mnuSaveLog_Click() {
+    if (hasDirectory())
+        writeNow(); // with what came in since the last tick
     log_.LogSaved = true;
-    if (!Chart5_.CheckLogFile(reads_.identity.LogDirectory)) {
+    if (!charts_.Chart5.CheckLogFile(reads_.identity.LogDirectory)) {
         errors_.HandelError(logLost);
         return;
     }
@@ -49,7 +67,7 @@ void RunningLog::mnuSaveLog_Click() {
         ComDlg_.ShowSave();
         if (ComDlg_.FileName.isEmpty())
             return;
-        if (Chart6_.SaveLogAs(reads_.identity.LogDirectory, reads_.identity.InstanceNumber, ComDlg_.FileName) == 0) {
+        if (charts_.Chart6.SaveLogAs(reads_.identity.LogDirectory, reads_.identity.InstanceNumber, ComDlg_.FileName) == 0) {
             window_.enableSaveLog(false);
         } else {
             errors_.HandelError(logNotSaved);
@@ -73,6 +91,7 @@ void RunningLog::mnuLogOn_Click() {
     run_.LogLabelType = Label::None;
     run_.LogEndPending = false;
     run_.LogPausePending = false;
+    run_.LogPaused = run_.ChartPaused; // the end of a pause may have passed unseen
     TimerSaveLog_.setEnabled(true);
 }
 

@@ -7,21 +7,36 @@
 #include "platform/CommonDialog.h"
 #include "platform/Timer.h"
 
+#include <functional>
+
 /// The running log: while logging is on, each tick of its timer brings the log chart up to date in this copy's log
-/// directory. The operator can save it as a log file, and switch logging.
+/// directory, and with it the recorder's chart when that holds unsaved data which the log chart has no part in. The
+/// operator can save it as a log file, and switch logging.
 class RunningLog {
 public:
-    /// The values of the program that the log works with; the file dialog is that of the main window.
+    /// The values of the program that the log works with.
     struct Reads {
         const LinkState &link;
+        const TabStates &tabs;
         const Identity &identity;
+        /// Where to write while LogDirectory is not this copy's yet; with a separator at its end.
+        std::function<QString()> ownDirectory;
+    };
+    /// The hidden charts, and the recorder's.
+    struct Charts {
+        ChartLog &Chart0;
+        ChartLog &Chart5;
+        ChartLog &Chart6;
     };
 
-    RunningLog(Reads reads, RunState &run, Options &options, LogState &log, ChartLog &Chart5, ChartLog &Chart6,
-               Timer &TimerSaveLog, LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors);
+    /// The file dialog is that of the main window.
+    RunningLog(Reads reads, RunState &run, Options &options, LogState &log, Charts charts, Timer &TimerSaveLog,
+               LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors);
 
     void TimerSaveLog_Timer();
-    /// The same out of turn, while the log is at work: for what the operator has entered and counts on.
+    /// Brings all that came in to the disk, whether logging is on or not. 0 is good, as with WriteLog.
+    qint16 write();
+    /// The same while logging is on, with or without a link: for what the operator has entered and counts on.
     void writeNow();
     /// LogSaved tells afterwards whether the log was saved. Its dialog leaves CancelError set.
     void mnuSaveLog_Click();
@@ -29,12 +44,14 @@ public:
     void mnuLogOff_Click();
 
 private:
+    bool writeTelling();
+    bool hasDirectory() const { return !reads_.identity.InstanceTag.isEmpty(); }
+
     Reads reads_;
     RunState &run_;
     Options &options_;
     LogState &log_;
-    ChartLog &Chart5_;
-    ChartLog &Chart6_;
+    Charts charts_;
     Timer &TimerSaveLog_;
     LogWindow &window_;
     CommonDialog &ComDlg_;

@@ -14,5 +14,14 @@ public:
     /// Milliseconds.
     virtual int Interval() const = 0;
 
+    /// Off, after a last tick out of turn when it was on.
+    void finish() {
+        if (!Enabled())
+            return;
+        setEnabled(false);
+        if (Tick)
+            Tick();
+    }
+
     std::function<void()> Tick;
 };

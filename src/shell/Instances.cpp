@@ -12,6 +12,7 @@ namespace {
 
 constexpr char countKey[] = "0";
 constexpr char noEntry[] = "0";
+constexpr int firstNumber = 1;
 constexpr QChar bar = u'|';
 constexpr int tagField = 3; // bars before the tag
 
@@ -23,28 +24,32 @@ constexpr int timeColumn = dateColumn + longestDate;
 // anywhere in an entry. Enough for the milliseconds of the next 260 years.
 constexpr int tagDigits = 13;
 
-void padTo(int width, QString &text) {
-    if (text.size() > width)
-        throw RunTimeError(RunTimeError::InvalidProcedureCall);
-    text = text.leftJustified(width);
-}
+/// With a blank at least before the next column.
+void padTo(int width, QString &text) { text = text.left(width - 1).leftJustified(width); }
 
 } // namespace
 
 Instances::Instances(Identity &identity, SettingsStore &store, Prompts &prompts, const Clock &clock,
                      const QString &appPath)
-    : identity_(identity), store_(store), prompts_(prompts), clock_(clock),
-      logFolder_(AppFolders::logs(appPath)), wastebasket_(AppFolders::wastebasket(appPath)) {}
+    : identity_(identity), store_(store), prompts_(prompts), clock_(clock), logFolder_(AppFolders::logs(appPath)),
+      wastebasket_(AppFolders::wastebasket(appPath)) {}
 
 void Instances::prepareLogDirectory() {
     const QDateTime now = clock_.now();
     identity_.StartDate = dateText(now.date());
     identity_.StartTime = timeText(now.time());
     identity_.SystemName = Identity().SystemName;
-    if (!Directories::exists(logFolder_))
-        makeLogFolder();
+    const QString own = ownDirectory();
     skippingErrors([this] { Directories::hide(wastebasket_); });
-    makeOwnDirectory(now);
+    // The two go together: as long as there is no tag, LogDirectory may name what a crash left behind.
+    identity_.InstanceTag = ownTag_;
+    identity_.LogDirectory = own;
+}
+
+QString Instances::ownDirectory() {
+    if (ownTag_.isEmpty())
+        ownTag_ = makeOwnDirectory();
+    return logFolder_ + u'/' + ownTag_ + u'/';
 }
 
 void Instances::makeLogFolder() {
@@ -54,26 +59,39 @@ void Instances::makeLogFolder() {
     Directories::hide(logFolder_);
 }
 
-void Instances::makeOwnDirectory(const QDateTime &now) {
-    qint64 number = std::max<qint64>(now.toMSecsSinceEpoch(), 0);
-    QString tag;
-    QString directory;
-    do {
-        tag = QString::number(number++).rightJustified(tagDigits, u'0');
-        directory = logFolder_ + u'/' + tag;
-    } while (!Directories::make(directory));
-    // The two go together: as long as there is no tag, LogDirectory may name what a crash left behind.
-    identity_.InstanceTag = tag;
-    identity_.LogDirectory = directory + u'/';
+/// Answers its tag.
+QString Instances::makeOwnDirectory() {
+    qint64 number = std::max<qint64>(clock_.now().toMSecsSinceEpoch(), 0);
+    while (true) {
+        const QString tag = QString::number(number++).rightJustified(tagDigits, u'0');
+        // A copy that sweeps at this moment may take the empty directory away again.
+        if (makeFolder(tag) && own_.tryTake(logFolder_ + u'/' + tag))
+            return tag;
+    }
+}
+
+/// False when it is there, or when a copy that sweeps has taken the Log folder away.
+bool Instances::makeFolder(const QString &tag) {
+    if (!Directories::exists(logFolder_))
+        makeLogFolder();
+    bool made = false;
+    trapped([&] { made = Directories::make(logFolder_ + u'/' + tag); },
+            [this](const RunTimeError &error) {
+                if (Directories::exists(logFolder_))
+                    throw error;
+            });
+    return made;
 }
 
 Int16 Instances::countedBy(int step) const {
     return rounded16(leadingNumber(store_.GetSetting(logInfoSection, countKey, QStringLiteral("0"))) + step);
 }
 
+Int16 Instances::nextNumber() const { return std::max<int>(countedBy(+1), firstNumber); }
+
 void Instances::AddInstance() {
     tellingFailure("AddInstance", [this] {
-        store_.exclusively([this] { takeNumber(countedBy(+1)); });
+        store_.exclusively([this] { takeNumber(nextNumber()); });
         if (hasEntry(identity_.InstanceNumber))
             prompts_.show({QStringLiteral("Existing Registry entry will be overwritten, improved functionality to come "
                                           "later!")});
@@ -85,12 +103,21 @@ void Instances::takeNumber(Int16 number) {
     identity_.InstanceNumber = number;
 }
 
+void Instances::countAtLeast(int number) {
+    const double count = leadingNumber(store_.GetSetting(logInfoSection, countKey, QStringLiteral("0")));
+    if (count < number)
+        store_.SaveSetting(logInfoSection, countKey, QString::number(number));
+}
+
 bool Instances::hasEntry(int number) const {
     return store_.GetSetting(logInfoSection, QString::number(number), noEntry) != QLatin1String(noEntry);
 }
 
 void Instances::UpdateRegistry() {
-    tellingFailure("UpdateRegistry", [this] { writeEntry(); });
+    tellingFailure("UpdateRegistry", [this] {
+        if (identity_.InstanceNumber >= firstNumber)
+            writeEntry();
+    });
 }
 
 void Instances::writeEntry() {
@@ -103,7 +130,7 @@ void Instances::writeEntry() {
 void Instances::registerUnasked() {
     prepareLogDirectory();
     store_.exclusively([this] {
-        Int16 number = countedBy(+1);
+        Int16 number = nextNumber();
         while (hasEntry(number))
             ++number;
         takeNumber(number);

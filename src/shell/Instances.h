@@ -3,6 +3,7 @@
 
 #include "base/Values.h"
 #include "platform/Clock.h"
+#include "platform/FolderLock.h"
 #include "platform/Prompts.h"
 #include "platform/SettingsStore.h"
 
@@ -19,13 +20,20 @@ public:
     /// `appPath` without a separator at its end.
     Instances(Identity &identity, SettingsStore &store, Prompts &prompts, const Clock &clock, const QString &appPath);
 
-    /// Gives this copy its tag, its dates, the name "Default" and an empty log directory. A failure is a RunTimeError.
+    /// Gives this copy its tag, its dates, the name "Default" and its log directory. A failure is a RunTimeError.
     void prepareLogDirectory();
+    /// The directory in the Log folder that is this copy's alone, with a separator at its end; made and held at the
+    /// first call, for the life of the copy. Here goes what comes in while LogDirectory still names what a crash left
+    /// behind. A failure is a RunTimeError.
+    QString ownDirectory();
 
     /// These tell the operator of a failure themselves, and leave what was written.
-    /// Takes the number behind the count, also when another copy bears it. Copies that start at the same instant get
-    /// different ones: counting is one step.
+    /// Takes the number behind the count, also when another copy bears it, but none below 1. Copies that start at the
+    /// same instant get different ones: counting is one step.
     void AddInstance();
+    /// Raises the count to that of an entry that stays, so that the next number is a new one.
+    void countAtLeast(int number);
+    /// Without a number there is no entry: its key would be that of the count.
     void UpdateRegistry();
     void RemoveRegistryEntry();
 
@@ -41,13 +49,15 @@ public:
     QString LogDirFromEntry(const QString &value) const;
     /// The Log folder itself, or a name directly in it that is no link.
     bool staysInLogFolder(const QString &directory) const;
-    /// An entry as a line of the list: name, date and time in columns. Raises 5 when a field is wider than its column.
+    /// An entry as a line of the list: name, date and time in columns. What is wider than its column is cut.
     static QString EntryDisplayText(const QString &value);
 
 private:
     void makeLogFolder();
-    void makeOwnDirectory(const QDateTime &now);
+    QString makeOwnDirectory();
+    bool makeFolder(const QString &tag);
     Int16 countedBy(int step) const;
+    Int16 nextNumber() const;
     void takeNumber(Int16 number);
     bool hasEntry(int number) const;
     void writeEntry();
@@ -59,4 +69,6 @@ private:
     const Clock &clock_;
     QString logFolder_;
     QString wastebasket_;
+    QString ownTag_; ///< empty before the own directory is made
+    FolderLock own_;
 };

@@ -10,13 +10,12 @@
 
 namespace {
 
-constexpr qint32 tickInterval = 20000;
 constexpr int firstInstance = 1;
 
 } // namespace
 
-ProgramExit::ProgramExit(const Identity &identity, const TabStates &tabs, const Options &options, Uses uses)
-    : identity_(identity), tabs_(tabs), options_(options), uses_(uses) {}
+ProgramExit::ProgramExit(const Identity &identity, const TabStates &tabs, Uses uses)
+    : identity_(identity), tabs_(tabs), uses_(uses) {}
 
 bool ProgramExit::frmMain_Unload() {
     if (!askToEnd())
@@ -58,7 +57,7 @@ void ProgramExit::tearDown() {
         [&] { closeLog(); },
         [&] {
             // Also of a copy that found no port and comes to an end before its window did.
-            if (!isWindowUp() || !identity_.InstanceTag.isEmpty())
+            if (!isWindowUp() || identity_.InstanceNumber >= firstInstance)
                 uses_.instances.RemoveRegistryEntry();
         });
     uses_.process.end();
@@ -84,13 +83,6 @@ void ProgramExit::takePlace() {
 }
 
 void ProgramExit::writeLog() {
-    if (identity_.InstanceTag.isEmpty())
-        return;
-    const auto write = [&](ChartLog &chart) {
-        chart.WriteLog(identity_.LogDirectory, identity_.InstanceNumber, tickInterval, options_.DataFileSizeHours);
-    };
-    write(uses_.Chart5);
-    // A recording that the log has no part in must not go either.
-    if (!options_.DataLogging && !tabs_.ChartSaved[recorderChart])
-        write(uses_.Chart0);
+    if (isWindowUp())
+        skippingErrors([&] { uses_.log.write(); });
 }

@@ -6,6 +6,7 @@
 #include "documents/DocumentPorts.h"
 #include "documents/Settings.h"
 #include "platform/Process.h"
+#include "documents/RunningLog.h"
 #include "platform/Prompts.h"
 #include "shell/Instances.h"
 #include "shell/ShellPorts.h"
@@ -15,8 +16,8 @@ class ProgramExit {
 public:
     /// What is left of this copy after the program, and what the end has to reach.
     struct Uses {
-        ChartLog &Chart0;
         ChartLog &Chart5;
+        RunningLog &log;
         LogSaver &logSaver;
         LogWindow &logWindow;
         Settings &settings;
@@ -25,7 +26,7 @@ public:
         Process &process;
     };
 
-    ProgramExit(const Identity &identity, const TabStates &tabs, const Options &options, Uses uses);
+    ProgramExit(const Identity &identity, const TabStates &tabs, Uses uses);
 
     /// Asks what there is to ask, and ends the process; false when the operator stays. While it asks, another call does
     /// nothing and answers false.
@@ -49,7 +50,6 @@ private:
 
     const Identity &identity_;
     const TabStates &tabs_;
-    const Options &options_;
     Uses uses_;
     bool asking_ = false;
 };

@@ -3,6 +3,7 @@
 
 #include "base/Steps.h"
 #include "platform/Directories.h"
+#include "platform/FolderLock.h"
 
 #include <algorithm>
 #include <utility>
@@ -10,6 +11,7 @@
 namespace {
 
 constexpr QLatin1String countKey("0");
+constexpr QLatin1String logFolderItself(".");
 
 QString unknownText(const QString &name) { return QStringLiteral("  Unknown Log File ") + name; }
 
@@ -20,15 +22,19 @@ QStringList directoriesIn(const QString &logFolder) {
     return names;
 }
 
+/// Of a copy that runs.
+bool isHeld(const QString &directory) { return Directories::exists(directory) && !FolderLock().tryTake(directory); }
+
 } // namespace
 
 Recovery::Recovery(Identity &identity, const std::vector<SettingRow> &LogInfoTable, const LogState &log,
-                   const Instances &instances, Uses uses)
+                   Instances &instances, Uses uses)
     : identity_(identity), LogInfoTable_(LogInfoTable), log_(log), instances_(instances), uses_(std::move(uses)) {}
 
 void Recovery::offer() {
     rows_.clear();
     leftOvers_ = directoriesIn(instances_.logFolder());
+    leftOvers_.removeIf([this](const QString &name) { return isHeld(directoryOf(name)); });
     FillKnownLogs();
     FillUnknownLogs();
     if (rows_.empty()) {
@@ -51,7 +57,7 @@ void Recovery::FillKnownLogs() {
             continue;
         // An entry may name any place: nothing outside the Log folder is even looked at.
         const QString directory = instances_.LogDirFromEntry(entry.value);
-        if (!instances_.staysInLogFolder(directory))
+        if (!instances_.staysInLogFolder(directory) || isHeld(directory))
             continue;
         identity_.LogDirectory = directory;
         if (uses_.Chart5.CheckLogFile(directory))
@@ -62,7 +68,7 @@ void Recovery::FillKnownLogs() {
 void Recovery::FillUnknownLogs() {
     UnknownLogDirs_.clear();
     // The Log folder itself first: what lies in it openly may be swept away too.
-    for (const QString &name : QStringList{QStringLiteral(".")} + leftOvers_) {
+    for (const QString &name : QStringList{logFolderItself} + leftOvers_) {
         if (instances_.staysInLogFolder(directoryOf(name)) && uses_.Chart5.CheckLogFile(directoryOf(name)) &&
             !isKnown(name))
             UnknownLogDirs_ << name;
@@ -71,11 +77,13 @@ void Recovery::FillUnknownLogs() {
         rows_.push_back({unknownText(name)});
 }
 
+/// The directory itself is nobody's, whatever stands in the entries.
 bool Recovery::isKnown(const QString &name) const {
     if (LogInfoTable_.empty())
         throw RunTimeError(RunTimeError::TypeMismatch);
-    return std::any_of(LogInfoTable_.begin(), LogInfoTable_.end(),
-                       [&](const SettingRow &entry) { return entry.value.contains(name); });
+    return name != logFolderItself &&
+           std::any_of(LogInfoTable_.begin(), LogInfoTable_.end(),
+                       [&](const SettingRow &entry) { return entry.key != countKey && entry.value.contains(name); });
 }
 
 QString Recovery::directoryOf(const QString &name) const { return instances_.logFolder() + u'/' + name; }
@@ -126,6 +134,17 @@ void Recovery::tellUnread(const QString &directory) {
          BoxIcon::Exclamation});
 }
 
+/// The operator has given these up, and will meet them again.
+void Recovery::tellUnmoved() {
+    if (unmoved_.isEmpty())
+        return;
+    uses_.prompts.show(
+        {QStringLiteral("These logs could not be moved to the wastebasket:\n\n%1\n\nThey stay where they "
+                        "are and are offered again at the next start.")
+             .arg(unmoved_.join(u'\n')),
+         BoxIcon::Exclamation});
+}
+
 /// What was not recovered stays, unchecked.
 void Recovery::RebuildLogList() {
     std::erase_if(rows_, [](const RecoveryRow &row) { return row.itemData != RecoveryRow::notRecovered; });
@@ -142,41 +161,61 @@ bool Recovery::cmdDoneButton_Click() {
             BoxAnswer::Ok)
         return false;
     PurgeLogDirectories();
+    tellUnmoved();
     return true;
 }
 
 /// The directories before their entries: a power cut in between leaves entries without a log, which the next start
 /// sweeps away, and no log without its entry.
 void Recovery::PurgeLogDirectories() {
-    QStringList standing;
-    QStringList kept;
-    skippingErrors([&] { standing = directoriesIn(instances_.logFolder()); });
-    if (standing.isEmpty())
-        purge(instances_.logFolder());
-    for (const QString &name : std::as_const(standing)) {
-        // Those that came up since belong to copies that were started while the operator was choosing.
-        if (leftOvers_.contains(name) && !purge(directoryOf(name)))
-            kept << directoryOf(name);
-    }
-    skippingErrors([&] { purgeEntries(kept); });
+    skippingErrors([this] {
+        const QStringList standing = directoriesIn(instances_.logFolder());
+        if (standing.isEmpty())
+            purge(instances_.logFolder());
+        QStringList kept;
+        for (const QString &name : standing) {
+            // Those that came up since belong to copies that were started while the operator was choosing.
+            if (!leftOvers_.contains(name) || !purge(directoryOf(name)))
+                kept << directoryOf(name);
+        }
+        uses_.store.exclusively([&] { purgeEntries(kept); });
+    });
 }
 
-/// The count stays as long as an entry does: the number of this copy must not be that of one that is kept.
+/// Those that this copy found at its start, but for the logs that are still there. Entries of copies that came since
+/// stay; and as long as one does, the count stays too, at least at its number: nobody must get that number again.
 void Recovery::purgeEntries(const QStringList &kept) {
     if (LogInfoTable_.empty())
         return;
-    if (kept.isEmpty())
-        return uses_.store.DeleteSection(logInfoSection);
-    for (const SettingRow &entry : LogInfoTable_) {
-        if (entry.key != countKey && !kept.contains(instances_.LogDirFromEntry(entry.value)))
+    int greatest = 0;
+    for (const SettingRow &entry : uses_.store.GetAllSettings(logInfoSection)) {
+        if (entry.key == countKey)
+            continue;
+        if (isLeftOver(entry) && !kept.contains(instances_.LogDirFromEntry(entry.value)))
             uses_.store.DeleteSetting(logInfoSection, entry.key);
+        else
+            greatest = std::max(greatest, entry.key.toInt());
     }
+    if (greatest == 0)
+        uses_.store.DeleteSection(logInfoSection);
+    else
+        instances_.countAtLeast(greatest);
+}
+
+bool Recovery::isLeftOver(const SettingRow &entry) const {
+    return std::any_of(LogInfoTable_.begin(), LogInfoTable_.end(),
+                       [&](const SettingRow &found) { return found.key == entry.key && found.value == entry.value; });
 }
 
 /// False when a log stays there that cannot be read or moved at this moment.
 bool Recovery::purge(const QString &directory) {
-    if (unread_.contains(directory) || Directories::isLink(directory) || !uses_.Chart5.DiscardLog(directory))
+    FolderLock lock;
+    if (unread_.contains(directory) || Directories::isLink(directory) || !lock.tryTake(directory))
         return false;
+    if (!uses_.Chart5.DiscardLog(directory)) {
+        unmoved_ << directory;
+        return false;
+    }
     skippingErrors([&] { Directories::remove(directory); });
     return true;
 }

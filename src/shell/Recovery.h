@@ -40,7 +40,7 @@ public:
 
     /// `LogInfoTable` is what stood in the store before this copy wrote to it; empty when it had no such section.
     Recovery(Identity &identity, const std::vector<SettingRow> &LogInfoTable, const LogState &log,
-             const Instances &instances, Uses uses);
+             Instances &instances, Uses uses);
 
     /// Looks for left-overs and offers them. A log without any entries in the store is a run-time error (13).
     void offer();
@@ -60,19 +60,22 @@ private:
     void PurgeLogDirectories();
     void purgeEntries(const QStringList &kept);
     void recover(RecoveryRow &row, const QString &LogDirectory, const QString &SystemName);
+    bool isLeftOver(const SettingRow &entry) const;
     bool purge(const QString &directory);
     void tellUnread(const QString &directory);
+    void tellUnmoved();
     bool isKnown(const QString &name) const;
     QString directoryOf(const QString &name) const;
 
     Identity &identity_;
     const std::vector<SettingRow> &LogInfoTable_;
     const LogState &log_;
-    const Instances &instances_;
+    Instances &instances_;
     Uses uses_;
 
     std::vector<RecoveryRow> rows_;
     QStringList UnknownLogDirs_;
-    QStringList leftOvers_; ///< the directories that stood when the looking began
+    QStringList leftOvers_; ///< the directories that stood when the looking began, but for those of running copies
     QStringList unread_;    ///< those of which a file could not be read
+    QStringList unmoved_;   ///< those that the wastebasket did not take
 };

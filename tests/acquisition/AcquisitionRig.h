@@ -83,7 +83,7 @@ public:
     ReceiveRing ring;
     DataReceiver receiver{ComPort, ring, link, TimerProcess, clock, errors};
     RunNews news{run, link};
-    SampleIntake intake{run, chart, log, TimerStopWaitForMethod, *this, errors, options, clock};
+    SampleIntake intake{run, tabs, chart, log, TimerStopWaitForMethod, *this, errors, options, clock};
     RecordingSession session{run, link, tabs, TimerCheckComData, TimerSaveLog, window};
     StreamDecoder decoder{ring,   link,  run,    news,    intake, {TimerProcess, TimerCheckComData, TimerSaveLog},
                           window, *this, errors, options, clock};

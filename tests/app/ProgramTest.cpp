@@ -212,6 +212,7 @@ TEST_F(ProgramTest, whateverEndsTheProgramWhileLeftOversAreOfferedTouchesNoneOfT
     };
     for (const auto &[what, end] : ends) {
         SCOPED_TRACE(what);
+        const auto directories = logDirectories().size();
         process.ended = false;
         process.atEnd = [&] {
             EXPECT_TRUE(logDirectories().contains(crashed));
@@ -221,7 +222,12 @@ TEST_F(ProgramTest, whateverEndsTheProgramWhileLeftOversAreOfferedTouchesNoneOfT
         };
         dialogAnswers["frmDataRecovery"] = [&, &act = end] {
             link();
-            play(". . ."); // comes in under the dialog
+            for (int i = 0; i < 7; ++i) { // comes in under the dialog
+                play(". . .");
+                clock.advance(3s);
+            }
+            EXPECT_EQ(logDirectories().size(), directories + 1); // and is on the disk
+            EXPECT_FALSE(enabled("mnuSaveLog"));
             act();
             find<QWidget>("frmDataRecovery")->close();
         };
@@ -247,7 +253,7 @@ TEST_F(ProgramTest, whatIsThrownAwayLiesInTheWastebasket) {
     chart(6).setWastebasket({});
     EXPECT_EQ(chart(6).SaveLogAs(wastebasket.filePath(discarded[0]), 0, folder.filePath("back.chl")), 0);
     EXPECT_TRUE(chart(6).LoadDataFile(folder.filePath("back.chl")));
-    EXPECT_EQ(chart(6).SampleCount(), chart(0).SampleCount() + chart(5).SampleCount()); // the recorder's own, too
+    EXPECT_EQ(chart(6).SampleCount(), chart(5).SampleCount());
     EXPECT_EQ(chart(6).ChartTitle(), "Default");
 }
 
@@ -255,6 +261,11 @@ TEST_F(ProgramTest, notesAreInTheLogFromTheMomentTheyAreAccepted) {
     start();
     link();
     play(". .");
+    dialogAnswers["frmNoData"] = [this] { find<QWidget>("frmNoData")->close(); };
+    dialogWatch.start();
+    clock.advance(10s); // the instrument is switched off
+    dialogWatch.stop();
+    EXPECT_FALSE(led());
     meanwhile([this] {
         QTest::keyClicks(find<QWidget>("txtNotes"), "Column B");
         QTest::mouseClick(find<QWidget>("cmdOK"), Qt::LeftButton);
@@ -283,6 +294,47 @@ TEST_F(ProgramTest, aRunThatGoesOnArrivingIsNotSaved) {
     find<QWidget>("frmMain")->close();
     EXPECT_FALSE(process.ended);
     EXPECT_TRUE(prompts.shown.back().text.contains("Exit without save?"));
+}
+
+TEST_F(ProgramTest, aMethodThatComesAfterTheSaveIsNotSaved) {
+    start();
+    link();
+    play("R1 . . R0 . .");
+    ComDlg.answers = {folder.filePath("SEC 4.chd")};
+    find<QAction>("mnuSaveDataAs")->trigger();
+    play("Mmethod . .");
+    find<QWidget>("frmMain")->close();
+    EXPECT_FALSE(process.ended);
+}
+
+TEST_F(ProgramTest, whatWasRecordedWithLoggingOffIsKeptByEveryUnaskedEnd) {
+    start();
+    link();
+    find<QAction>("mnuLogOff")->trigger();
+    play("R1 . . . . . . . . . .");
+    find<QAction>("mnuLogOn")->trigger();
+    play(". .");
+    const auto onScreen = chart(0).SampleCount();
+    program->endUnasked();
+    program.reset();
+    const QString saved = folder.filePath("saved.chl");
+    dialogAnswers["frmDataRecovery"] = [&] { recoverTo(saved); };
+    start();
+    EXPECT_TRUE(chart(1).LoadDataFile(saved));
+    EXPECT_GT(chart(1).SampleCount(), onScreen); // and what the log had itself
+}
+
+TEST_F(ProgramTest, aRunThatBeginsUnderTheQuestionIsNotCleared) {
+    start();
+    link();
+    find<QAction>("mnuStart")->trigger();
+    play(". . .");
+    find<QAction>("mnuStop")->trigger();
+    prompts.whileShown = [this](const MessageBox &) { play("R1 . . ."); };
+    prompts.answers = {BoxAnswer::No};
+    find<QAction>("mnuClear")->trigger();
+    EXPECT_EQ(chart(0).SampleCount(), 3 + 3);
+    EXPECT_EQ(marks(), "S");
 }
 
 TEST_F(ProgramTest, aFileOnTheCommandLineIsOpenedAtTheEndOfTheStart) {

@@ -40,6 +40,8 @@ protected:
     RunState run;
     Options options;
     LogState state;
+    TabStates tabs;
+    FakeChartLog Chart0;
     FakeChartLog Chart5;
     FakeChartLog Chart6;
     FakeClock clock;
@@ -47,16 +49,38 @@ protected:
     FakeLogWindow window;
     FakeCommonDialog ComDlg;
     FakeErrorRoute errors;
-    RunningLog log{{link, identity}, run, options, state, Chart5, Chart6, TimerSaveLog, window, ComDlg, errors};
+    RunningLog log{{link, tabs, identity, [] { return QString("/Log/own/"); }},
+                   run,
+                   options,
+                   state,
+                   {Chart0, Chart5, Chart6},
+                   TimerSaveLog,
+                   window,
+                   ComDlg,
+                   errors};
 };
 
-TEST_F(RunningLogTest, nothingIsWrittenBeforeThisCopyHasItsDirectory) {
+TEST_F(RunningLogTest, underTheOfferOfALeftOverTheLogGoesElsewhereAndCannotBeSaved) {
+    TimerSaveLog.setEnabled(true);
     identity.InstanceTag.clear();
     log.TimerSaveLog_Timer();
-    EXPECT_TRUE(Chart5.written.isEmpty() && errors.codes.empty());
+    EXPECT_EQ(Chart5.written, QStringList("/Log/own/ 20000"));
+    EXPECT_FALSE(window.enabled);
+}
+
+TEST_F(RunningLogTest, whatTheLogChartHasNoPartInIsWrittenBesideIt) {
+    log.write();
+    run.BesideLog = true;
+    log.write(); // it is saved
+    EXPECT_TRUE(Chart0.written.isEmpty());
+    tabs.ChartSaved[recorderChart] = false;
+    Chart5.status = 61; // on a full disk each is tried, and the failure told
+    EXPECT_EQ(log.write(), 61);
+    EXPECT_EQ(Chart0.written, QStringList("/Log/17/ 20000"));
 }
 
 TEST_F(RunningLogTest, aTickThatFailsIsToldAndTheNextOneTriesAgain) {
+    TimerSaveLog.setEnabled(true);
     Chart5.status = 61;
     errors.reaction = [](qint32) { throw RunTimeError(RunTimeError::DiskFull); }; // no room for the error log either
     log.TimerSaveLog_Timer();
@@ -65,7 +89,10 @@ TEST_F(RunningLogTest, aTickThatFailsIsToldAndTheNextOneTriesAgain) {
     Chart5.status = 0;
     log.TimerSaveLog_Timer();
     EXPECT_TRUE(window.enabled);
-    EXPECT_EQ(Chart5.written, QStringList({"/Log/17/ 20000", "/Log/17/ 20000"}));
+    window.enabled = false;
+    TimerSaveLog.finish(); // the link is lost
+    EXPECT_FALSE(window.enabled);
+    EXPECT_EQ(Chart5.written, QStringList({"/Log/17/ 20000", "/Log/17/ 20000", "/Log/17/ 20000"}));
 }
 
 TEST_F(RunningLogTest, whatDoesNotSaveTheLogIsToldAndLeavesTheCommand) {
@@ -88,11 +115,11 @@ TEST_F(RunningLogTest, loggingBeginsAtOnceWhenDataComeIn) {
     EXPECT_TRUE(options.DataLogging && window.logging && !TimerSaveLog.Enabled());
     link.ComDataSeen = true;
     run.ChartEventNumber = 7;
-    run.LogEndPending = run.LogPausePending = true;
+    run.LogEndPending = run.LogPausePending = run.LogPaused = true;
     log.mnuLogOn_Click();
     EXPECT_TRUE(TimerSaveLog.Enabled());
     EXPECT_EQ(run.LogEventNumber, 7);
-    EXPECT_FALSE(run.LogEndPending || run.LogPausePending);
+    EXPECT_FALSE(run.LogEndPending || run.LogPausePending || run.LogPaused);
     log.mnuLogOff_Click();
     EXPECT_FALSE(options.DataLogging || window.logging || TimerSaveLog.Enabled());
 }

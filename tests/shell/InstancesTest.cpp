@@ -60,16 +60,19 @@ TEST_F(InstancesTest, theFirstStartMakesAHiddenLogFolderAndTheFirstEntry) {
 }
 
 TEST_F(InstancesTest, copiesThatStartTogetherGetTagsOfTheirOwn) {
+    Identity other;
+    Instances otherCopy(other, store, prompts, clock, app.path());
+    const QString own = instances.ownDirectory(); // needed before it was prepared
+    otherCopy.prepareLogDirectory();
     instances.prepareLogDirectory();
-    const QString first = identity.InstanceTag;
-    instances.prepareLogDirectory();
-    EXPECT_NE(identity.InstanceTag, first);
-    EXPECT_EQ(identity.InstanceTag.size(), first.size());
+    EXPECT_EQ(identity.LogDirectory, own);
+    EXPECT_NE(identity.InstanceTag, other.InstanceTag);
+    EXPECT_EQ(identity.InstanceTag.size(), other.InstanceTag.size());
 }
 
 TEST_F(InstancesTest, theNumberIsTheCountPlusOneWhateverTheStoreHolds) {
     EXPECT_EQ(numberAfter("none"), 1);
-    EXPECT_EQ(numberAfter("-1"), 0);
+    EXPECT_EQ(numberAfter("-1"), 1);
     EXPECT_EQ(numberAfter("2 copies"), 3);
     EXPECT_EQ(told(), "");
     keep("2", "Default|d|t|1");
@@ -78,6 +81,8 @@ TEST_F(InstancesTest, theNumberIsTheCountPlusOneWhateverTheStoreHolds) {
     prompts.shown.clear();
     EXPECT_EQ(numberAfter("32767"), 0);
     EXPECT_EQ(told(), "Error in AddInstance!  6Overflow");
+    instances.UpdateRegistry(); // without a number
+    EXPECT_EQ(stored("0"), "32767");
 }
 
 TEST_F(InstancesTest, copiesThatStartAtTheSameInstantGetNumbersAndEntriesOfTheirOwn) {
@@ -110,6 +115,7 @@ TEST_F(InstancesTest, aFailingStoreIsToldAndAMissingEntryIsNoFailure) {
     instances.RemoveRegistryEntry(); // of a first start that found no port
     EXPECT_EQ(stored("0"), "-1");
     store.broken = RunTimeError::DiskFull;
+    identity.InstanceNumber = 1;
     instances.UpdateRegistry();
     EXPECT_EQ(told(), "Error in UpdateRegistry!  61Disk full");
 }
@@ -130,7 +136,8 @@ TEST_F(InstancesTest, nameDateAndTimeStandInColumns) {
     EXPECT_EQ(Instances::EntryDisplayText("Alpha|14.03.26|09:26|17"),
               "  Alpha" + QString(25, ' ') + "14.03.26" + QString(5, ' ') + "09:26");
     EXPECT_EQ(Instances::EntryDisplayText("none"), "  none");
-    EXPECT_THROW(Instances::EntryDisplayText(QString(31, 'x') + "|d|t|17"), RunTimeError);
+    EXPECT_EQ(Instances::EntryDisplayText(QString(40, 'x') + "|d|t|17"),
+              "  " + QString(29, 'x') + " d" + QString(12, ' ') + "t");
 }
 
 TEST_F(InstancesTest, aDateTooLongForItsColumnIsWrittenPlainly) {

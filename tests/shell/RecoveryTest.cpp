@@ -68,10 +68,10 @@ TEST_F(RecoveryTest, whatCannotBeReadAtThisStartIsOfferedAndStays) {
     EXPECT_EQ(standing("Log/18"), "Log00001.dat Log00002.dat");
     EXPECT_EQ(store.GetAllSettings("LogInfo").size(), 2U); // the count, and what names the log
     EXPECT_EQ(store.GetSetting("LogInfo", "2", "").left(4), "Beta");
-    EXPECT_EQ(store.GetSetting("LogInfo", "0", ""), "1");
+    EXPECT_EQ(store.GetSetting("LogInfo", "0", ""), "2");
 }
 
-TEST_F(RecoveryTest, aLogThatCannotBeMovedStays) {
+TEST_F(RecoveryTest, aLogThatCannotBeMovedStaysAndTheOperatorIsTold) {
     leave("17", "Alpha");
     makeFile("Discarded");
     dialog = [this](Recovery &form) {
@@ -81,6 +81,41 @@ TEST_F(RecoveryTest, aLogThatCannotBeMovedStays) {
     offer();
     EXPECT_EQ(standing("Log/17"), "Log00001.dat");
     EXPECT_TRUE(exists("Discarded"));
+    EXPECT_TRUE(prompts.shown.back().text.contains(app.filePath("Log/17")));
+}
+
+TEST_F(RecoveryTest, copiesThatRunKeepTheirDirectoriesEntriesAndNumbers) {
+    const auto start = [this](Identity &who, Instances &copy) {
+        copy.prepareLogDirectory();
+        layLog("Log/" + who.InstanceTag);
+        copy.AddInstance();
+        copy.UpdateRegistry();
+    };
+    Identity early; // while this one waited for its port
+    Identity late;  // while the operator was choosing
+    Instances earlyCopy(early, store, prompts, clock, app.path());
+    Instances lateCopy(late, store, prompts, clock, app.path());
+    leave("17", "Alpha");
+    start(early, earlyCopy);
+    addEntry(early.InstanceTag, "Beta"); // as the table has it when that copy came before it was read
+    dialog = [&](Recovery &form) {
+        start(late, lateCopy);
+        EXPECT_TRUE(recoverFirst(form, 1));
+    };
+    EXPECT_EQ(offer(), "Alpha 14.03.26 09:26");
+    EXPECT_EQ(standing(), early.InstanceTag + " " + late.InstanceTag);
+    EXPECT_TRUE(store.GetSetting("LogInfo", QString::number(late.InstanceNumber), "").endsWith(late.InstanceTag));
+    EXPECT_EQ(store.GetSetting("LogInfo", "1", ""), ""); // Alpha's
+    instances.AddInstance();
+    EXPECT_EQ(identity.InstanceNumber, late.InstanceNumber + 1);
+}
+
+TEST_F(RecoveryTest, noEntryHidesALogWhoseItIsNot) {
+    leave("17", "Alpha 18 v1.2");
+    layLog("Log/19");
+    layLog("Log");
+    table[0].value = "Beta|d|t|19"; // in the place of the count
+    EXPECT_EQ(offer(), "Alpha 18 v1.2 14.03.26 09:26;Unknown Log File .;Unknown Log File 19");
 }
 
 TEST_F(RecoveryTest, whatWasCancelledIsLostOnlyWhenTheOperatorSaysSo) {
