@@ -67,7 +67,8 @@ void RunningLog::mnuSaveLog_Click() {
         ComDlg_.ShowSave();
         if (ComDlg_.FileName.isEmpty())
             return;
-        if (charts_.Chart6.SaveLogAs(reads_.identity.LogDirectory, reads_.identity.InstanceNumber, ComDlg_.FileName) == 0) {
+        if (charts_.Chart6.SaveLogAs(reads_.identity.LogDirectory, reads_.identity.InstanceNumber, ComDlg_.FileName) ==
+            0) {
             window_.enableSaveLog(false);
         } else {
             errors_.HandelError(logNotSaved);

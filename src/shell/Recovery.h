@@ -39,8 +39,8 @@ public:
     };
 
     /// `LogInfoTable` is what stood in the store before this copy wrote to it; empty when it had no such section.
-    Recovery(Identity &identity, const std::vector<SettingRow> &LogInfoTable, const LogState &log,
-             Instances &instances, Uses uses);
+    Recovery(Identity &identity, const std::vector<SettingRow> &LogInfoTable, const LogState &log, Instances &instances,
+             Uses uses);
 
     /// Looks for left-overs and offers them. A log without any entries in the store is a run-time error (13).
     void offer();
