@@ -117,6 +117,8 @@ void StreamDecoder::backToWork() {
         ring_.empty();
         link_.FirstSyncFound = false;
     }
+    // Off first: a timer whose tick is still at work would not tick again under the box.
+    timers_.TimerProcess.setEnabled(false);
     timers_.TimerProcess.setEnabled(true);
 }
 

@@ -3,6 +3,8 @@
 
 #include "base/Steps.h"
 
+#include <QScopedValueRollback>
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -18,12 +20,13 @@ void LastNet::meet(const RunTimeError &error, const QString &place) {
     const auto now = uses_.clock.uptime();
     const auto [found, isNew] = seen_.try_emplace({error.number(), place});
     Seen &seen = found->second;
-    const bool keepsComing = !isNew && now - seen.last <= quiet;
+    const bool keepsComing = !isNew && (seen.told || now - seen.last <= quiet);
     seen.last = now;
     if (keepsComing)
         return count(seen, error, place);
     seen.entered = now;
     seen.count = 0;
+    const QScopedValueRollback told(seen.told, true);
     uses_.prompts.show(errorBox(error));
 }
 
@@ -45,10 +48,23 @@ MessageBox errorBox(const RunTimeError &error) {
 }
 
 MessageBox startFailedBox(const RunTimeError &error, const QString &appPath) {
+    const auto advice = [&]() -> QString {
+        switch (error.number()) {
+        case RunTimeError::DiskFull:
+            return QStringLiteral("Make room on the disk of %1, then start").arg(appPath);
+        case RunTimeError::PermissionDenied:
+        case RunTimeError::PathNotFound:
+            return QStringLiteral("Make sure that %1 is a folder in which you may write, then start").arg(appPath);
+        case RunTimeError::FileAlreadyExists:
+        case RunTimeError::PathFileAccess:
+            return QStringLiteral("What is named above is in the way: move it aside, then start");
+        default:
+            return QStringLiteral("Start");
+        }
+    };
     MessageBox box = errorBox(error);
-    box.text += QStringLiteral("\n\nThe recorder cannot start. Make sure that %1 is a folder in which you may write "
-                               "and that its disk is not full, then start the recorder again.\n"
+    box.text += QStringLiteral("\n\nThe recorder cannot start. %1 the recorder again.\n"
                                "Logs of earlier runs stay where they are and will be offered then.")
-                    .arg(appPath);
+                    .arg(advice());
     return box;
 }

@@ -15,9 +15,9 @@
 /// Meets the run-time errors that no routine handles. Such an error ends the routine that it flew out of and nothing
 /// else: the acquisition goes back to work, the log is written, the operator is told.
 ///
-/// The same error from the same place is told once. While it keeps coming, never a minute apart, it is an entry of the
-/// error log a minute, with its count; after a quiet minute it is told anew. A cancelled dialog (32755) is the
-/// operator's own wish and nobody's error.
+/// The same error from the same place is told once. While its box is up, and while it keeps coming, never a minute apart,
+/// it is an entry of the error log a minute, with its count; after a quiet minute it is told anew. A cancelled dialog
+/// (32755) is the operator's own wish and nobody's error.
 class LastNet {
 public:
     struct Uses {
@@ -45,6 +45,7 @@ private:
         std::chrono::milliseconds last{0};
         std::chrono::milliseconds entered{0}; ///< when it was told, or last came into the error log
         int count = 0;                        ///< since then
+        bool told = false;                    ///< its box is still up
     };
 
     void count(Seen &seen, const RunTimeError &error, const QString &place);

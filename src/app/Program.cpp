@@ -208,8 +208,9 @@ void Program::mnuExport_Click() {
 }
 
 void Program::start() {
-    // Before this copy changes anything there.
-    skippingErrors([this] { logInfo_ = platform_.store.GetAllSettings(QLatin1String(logInfoSection)); });
+    // Before this copy changes anything there. Where the store cannot be read, nobody knows whose the left-over logs are.
+    if (skippingErrors([this] { logInfo_ = platform_.store.GetAllSettings(QLatin1String(logInfoSection)); }) != 0)
+        logInfo_ = {{QStringLiteral("0"), QStringLiteral("0")}};
     timers_.LoadMain->setEnabled(true);
     splash_.show();
 }

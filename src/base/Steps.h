@@ -6,14 +6,16 @@
 #include <exception>
 #include <utility>
 
+/// What flies out of a routine counts as a run-time error, whatever its type: see caughtError().
+
 /// Runs `body`; a run-time error ends it. Answers the error's number, 0 when there was none.
 template <typename Body>
 int errorNumberOf(Body &&body) {
     try {
         std::forward<Body>(body)();
         return 0;
-    } catch (const RunTimeError &error) {
-        return error.number();
+    } catch (...) {
+        return caughtError().number();
     }
 }
 
@@ -57,7 +59,7 @@ template <typename Body, typename Handler>
 void trapped(Body &&body, Handler &&handler) {
     try {
         std::forward<Body>(body)();
-    } catch (const RunTimeError &error) {
-        std::forward<Handler>(handler)(error);
+    } catch (...) {
+        std::forward<Handler>(handler)(caughtError());
     }
 }

@@ -24,9 +24,8 @@ void RunningLog::TimerSaveLog_Timer() {
 
 bool RunningLog::writeTelling() {
     const qint16 status = write();
-    // On a full disk the error log cannot be written either; the next tick tries again all the same.
     if (status != 0)
-        skippingErrors([&] { errors_.HandelError(status); });
+        errors_.HandelError(status);
     return status == 0;
 }
 
@@ -51,7 +50,7 @@ void RunningLog::writeNow() {
 
 void RunningLog::mnuSaveLog_Click() {
     if (hasDirectory())
-        writeNow(); // with what came in since the last tick
+        skippingErrors([this] { writeNow(); }); // with what came in since the last tick
     log_.LogSaved = true;
     if (!charts_.Chart5.CheckLogFile(reads_.identity.LogDirectory)) {
         errors_.HandelError(logLost);

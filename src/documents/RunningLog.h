@@ -33,6 +33,7 @@ public:
     RunningLog(Reads reads, RunState &run, Options &options, LogState &log, Charts charts, Timer &TimerSaveLog,
                LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors);
 
+    /// On a full disk the error log cannot be written either: that error flies on. The next tick tries again.
     void TimerSaveLog_Timer();
     /// Brings all that came in to the disk, whether logging is on or not. 0 is good, as with WriteLog.
     qint16 write();

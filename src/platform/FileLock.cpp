@@ -8,6 +8,7 @@
 #include <sys/file.h>
 
 #include <cerrno>
+#include <thread>
 
 FileLock::FileLock(const QString &path) : path_(path) {
     const OpenedFile opened = openPlainFile(path, O_RDWR | O_CREAT, 0600);
@@ -22,6 +23,17 @@ bool FileLock::tryExclusive() {
     if (errno != EWOULDBLOCK)
         throw RunTimeError::fromErrno(errno, path_);
     return false;
+}
+
+bool FileLock::exclusiveWithin(std::chrono::milliseconds time) {
+    using std::chrono::steady_clock;
+    const auto end = steady_clock::now() + time;
+    while (!tryExclusive()) {
+        if (steady_clock::now() >= end)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return true;
 }
 
 void FileLock::exclusive() { wait(LOCK_EX); }

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <chrono>
+
 /// An advisory lock that all copies of the program honour, on a file that only serves for it. The kernel drops the lock
 /// when the object or its process goes, however it goes.
 class FileLock {
@@ -15,6 +17,8 @@ public:
 
     /// False when another copy holds the lock in any way.
     bool tryExclusive();
+    /// Waits for its turn, but not longer; false when it did not come.
+    bool exclusiveWithin(std::chrono::milliseconds time);
     /// These wait for their turn, and give up what was held.
     void exclusive();
     void shared();

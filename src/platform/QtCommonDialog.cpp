@@ -47,13 +47,15 @@ private:
     }
 
     void acceptToSave() {
-        const QString typed = selectedFiles().value(0);
+        auto *edit = findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        const QString typed = fileOf(edit->text());
         if (QFileInfo(typed).isDir()) {
-            QFileDialog::accept(); // goes there
+            setDirectory(typed);
+            edit->clear();
             return;
         }
         const QString file = completedName(typed, extension_);
-        if (findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text().contains(QLatin1Char('"')))
+        if (edit->text().contains(QLatin1Char('"')))
             refuse(typed, tr("A file name cannot contain quotation marks."));
         else if (const QString folder = folderOf(file); missing(folder))
             refuse(folder, tr("Path does not exist."));
@@ -69,6 +71,13 @@ private:
         }
     }
 
+    /// What is typed is meant: selectedFiles() may answer the folder while the dialog still reads that in.
+    QString fileOf(QString typed) const {
+        if (typed == QLatin1String("~") || typed.startsWith(QLatin1String("~/")))
+            typed.replace(0, 1, QDir::homePath());
+        const QString file = QDir::cleanPath(directory().absoluteFilePath(typed));
+        return typed.endsWith(QLatin1Char('/')) ? file + QLatin1Char('/') : file;
+    }
     static QString folderOf(const QString &file) { return QFileInfo(file).path(); }
     bool missing(const QString &folder) const {
         return (flags_ & CommonDialog::PathMustExist) != 0 && !QFileInfo(folder).isDir();

@@ -49,8 +49,11 @@ void QtSettingsStore::exclusively(const std::function<void()> &body) {
     const QFileInfo file(file_);
     makePath(file.path());
     // Not the name with ".lock" behind it: QSettings itself takes that for its own kind of lock.
-    FileLock lock(file.path() + QLatin1Char('/') + file.completeBaseName() + QStringLiteral(".lock"));
-    lock.exclusive();
+    const QString name = file.path() + QLatin1Char('/') + file.completeBaseName() + QStringLiteral(".lock");
+    FileLock lock(name);
+    // Who holds it is through in no time, unless he hangs: that must not stop the acquisition.
+    if (!lock.exclusiveWithin(std::chrono::seconds(2)))
+        throw RunTimeError(RunTimeError::PermissionDenied, name + QStringLiteral(": held by another program"));
     const QScopedValueRollback locked(locked_, true);
     body();
 }

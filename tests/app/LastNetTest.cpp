@@ -66,7 +66,7 @@ TEST_F(LastNetTest, anErrorThatKeepsComingIsToldOnceAndCountedAMinute) {
 
 TEST_F(LastNetTest, theCountComesIntoTheErrorLogOnceAMinute) {
     std::vector<QString> entered;
-    LastNet net({prompts, clock, [] {}, [&](const QString &message) { entered.push_back(message); }});
+    LastNet net({prompts, clock, [] { throw std::bad_alloc(); }, [&](const QString &message) { entered.push_back(message); }});
     for (int second = 0; second <= 150; ++second, clock.advance(1s))
         net.run("TimerProcess_Timer", [] { throw RunTimeError(RunTimeError::Overflow); });
     EXPECT_EQ(prompts.shown.size(), 1U);
@@ -77,6 +77,15 @@ TEST_F(LastNetTest, theCountComesIntoTheErrorLogOnceAMinute) {
     net.run("elsewhere", [] { throw RunTimeError(RunTimeError::DialogCancelled); });
     EXPECT_EQ(prompts.shown.size(), 3U);
     EXPECT_EQ(prompts.shown[2].text, "Run-time error '7':\n\nOut of memory");
+
+    clock.advance(2min);
+    prompts.whileShown = [&](const MessageBox &) { // which nobody answers
+        for (int i = 0; i < 2; ++i, clock.advance(2min))
+            net.run("elsewhere", [] { throw RunTimeError(RunTimeError::Overflow); });
+    };
+    net.run("elsewhere", [] { throw RunTimeError(RunTimeError::Overflow); });
+    EXPECT_EQ(prompts.shown.size(), 4U);
+    EXPECT_EQ(entered.back(), "Run-time error '6': Overflow (elsewhere, 2 times)");
 }
 
 TEST_F(LastNetTest, aCancelledDialogIsNobodysError) {
@@ -97,7 +106,35 @@ TEST_F(LastNetTest, aStartThatCannotBeCompletedSaysWhatToDo) {
     EXPECT_TRUE(process.ended);
     ASSERT_EQ(prompts.shown.size(), 1U);
     EXPECT_TRUE(prompts.shown[0].text.startsWith("Run-time error '58':"));
-    EXPECT_TRUE(prompts.shown[0].text.contains("Make sure that " + folder.path()));
+    EXPECT_TRUE(prompts.shown[0].text.contains("named above is in the way"));
+    EXPECT_TRUE(startFailedBox(RunTimeError(RunTimeError::DiskFull), "/data").text.contains("disk of /data"));
+}
+
+TEST_F(LastNetTest, aLogThatCannotBeWrittenIsToldOnce) {
+    class FullDisk : public FileOperations {
+    public:
+        FullDisk() { standIn(this); }
+        ~FullDisk() override { standIn(nullptr); }
+        ssize_t write(int fd, const void *data, std::size_t size) override {
+            errno = ENOSPC;
+            return full ? -1 : FileOperations::write(fd, data, size);
+        }
+        ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position) override {
+            errno = ENOSPC;
+            return full ? -1 : FileOperations::writeAt(fd, data, size, position);
+        }
+        bool full = false;
+    };
+    FullDisk disk;
+    start();
+    link();
+    disk.full = true;
+    breakErrorLog(); // has no room either
+    for (int i = 0; i < 20; ++i) {
+        play(".");
+        clock.advance(3s);
+    }
+    ASSERT_EQ(prompts.shown.size(), 1U);
 }
 
 TEST_F(LastNetTest, theComputerStaysAwakeExactlyWhileRecordingOrLoggingIsAtWork) {

@@ -83,7 +83,7 @@ TEST_F(RunningLogTest, aTickThatFailsIsToldAndTheNextOneTriesAgain) {
     TimerSaveLog.setEnabled(true);
     Chart5.status = 61;
     errors.reaction = [](qint32) { throw RunTimeError(RunTimeError::DiskFull); }; // no room for the error log either
-    log.TimerSaveLog_Timer();
+    EXPECT_THROW(log.TimerSaveLog_Timer(), RunTimeError);
     EXPECT_EQ(errors.codes, std::vector<qint32>{61});
     EXPECT_FALSE(window.enabled);
     Chart5.status = 0;

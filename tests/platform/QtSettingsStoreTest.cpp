@@ -125,6 +125,10 @@ TEST_F(QtSettingsStoreTest, whatIsDoneExclusivelyIsOneStepForTheOtherCopies) {
     EXPECT_FALSE(isLocked());
     EXPECT_THROW(store.exclusively([] { throw RunTimeError(RunTimeError::Overflow); }), RunTimeError);
     EXPECT_FALSE(isLocked());
+
+    FileLock hanging(folder.filePath("Ostrel MS.lock"));
+    ASSERT_TRUE(hanging.tryExclusive());
+    EXPECT_EQ(errorNumberOf([&] { store.SaveSetting("LogInfo", "0", "2"); }), RunTimeError::PermissionDenied);
 }
 
 TEST_F(QtSettingsStoreTest, copiesThatWriteAtOnceLoseNothing) {
