@@ -99,7 +99,9 @@ public:
     }
     RecoveredLog &log() { return log_; }
     bool gaveUp() const { return gaveUp_; }
-    bool holdsMarks() const { return !marks_.empty(); }
+    /// Also samples and marks that are not there any more.
+    bool heldAnything() const { return !log_.empty() || !log_.gaps.empty() || !marks_.empty() || promised_; }
+    bool isDamaged() const { return damaged_; }
 
 private:
     void findFiles(const QString &directory);
@@ -123,6 +125,8 @@ private:
     FileOperations &operations_;
     bool glance_;
     bool gaveUp_ = false;
+    bool promised_ = false; ///< a run has promised samples
+    bool damaged_ = false;  ///< what stands in a file is not what was written; zeros and a file's early end are no sign
     RecoveredLog log_;
     std::vector<std::vector<DataFile>> runs_;
     QStringList headless_;   ///< data files whose head is damaged
@@ -226,6 +230,7 @@ void Joiner::joinRun(std::vector<DataFile> &run) {
     const std::size_t gaps = log_.gaps.size();
     for (const DataFile &file : run)
         takeFile(file);
+    promised_ |= promises_.counts().samples > 0;
     if (!glance_)
         endRun(gaps);
 }
@@ -256,9 +261,12 @@ void Joiner::takeFile(const DataFile &file) {
     const int number = logFileNumber(file.path.section(u'/', -1));
     while (!seenEnough() && toNextRecord(reader)) {
         const RecordHead record = reader.record();
-        if (ChartCounts counts; record.kind != endRecord)
-            promises_.see(record, takeRecord(reader, number));
-        else if (takeCounts(reader, counts))
+        ChartCounts counts;
+        const bool isWhole = record.kind == endRecord ? takeCounts(reader, counts) : takeRecord(reader, number);
+        damaged_ |= !isWhole || counts.samples > nextSample_;
+        if (record.kind != endRecord)
+            promises_.see(record, isWhole);
+        else if (isWhole)
             promises_.promise(record, counts);
     }
     gaveUp_ |= reader.gaveUp();
@@ -273,6 +281,8 @@ bool Joiner::toNextRecord(RecordReader &reader) {
     case RecordReader::Found::Damage:
         if (reader.isBlankAt(reader.nextPosition()))
             promises_.passBlank();
+        else
+            damaged_ |= !reader.cutOff();
         return reader.searchNext();
     case RecordReader::Found::End:
         break;
@@ -362,7 +372,8 @@ RecoveredLog readRunningLog(const QString &directory, FileOperations &operations
 LogGlance glanceAtRunningLog(const QString &directory, FileOperations &operations) {
     Joiner joiner(directory, true, operations);
     LogGlance glance;
-    glance.holdsLog = joiner.gaveUp() || !joiner.log().empty() || joiner.holdsMarks();
+    glance.holdsLog = joiner.gaveUp() || joiner.heldAnything();
+    glance.isDamaged = joiner.isDamaged();
     for (const BadLogFile &file : joiner.log().badFiles) {
         if (file.isUnread())
             glance.unread.push_back(file);

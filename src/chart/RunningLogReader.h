@@ -56,8 +56,9 @@ RecoveredLog readRunningLog(const QString &directory, FileOperations &operations
 /// What a quick look at a directory tells: it ends with the first sample or mark, and searches some megabytes of a
 /// damaged file at most.
 struct LogGlance {
-    bool holdsLog = false;  ///< a sample or a mark, or a damaged file that may hold one further on
-    bool isDamaged = false; ///< a file is there of which nothing could be made out
+    bool holdsLog = false;  ///< a sample or a mark, word of one that is lost, or a damaged file that may hold one
+                            ///< further on
+    bool isDamaged = false; ///< of what was looked at something could not be made out
     std::vector<BadLogFile> unread;
 };
 LogGlance glanceAtRunningLog(const QString &directory, FileOperations &operations = FileOperations::system());

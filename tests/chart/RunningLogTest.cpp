@@ -188,6 +188,48 @@ TEST_F(RunningLogTest, aByteGoneBadCostsItsRecordAloneAndIsTold) {
     EXPECT_EQ(readRunningLog(path).badFiles.size(), 1U);
 }
 
+TEST_F(RunningLogTest, aGlanceTellsALogOfWhichNothingIsWholeFromOneThatNeverHeldAny) {
+    RunningLogWriter writer;
+    live();
+    ASSERT_FALSE(tick(writer));
+    const QByteArray all = content(file(1));
+    const auto damage = [](QByteArray bytes, const char *record, int at) {
+        const auto place = bytes.indexOf(record) + at;
+        bytes[place] = static_cast<char>(bytes[place] ^ 1);
+        return bytes;
+    };
+    constexpr int payload = RecordHead::size;
+    for (const int at : {5, payload}) { // in their heads, in what they hold
+        QByteArray bad = damage(damage(all, "SAMP", at), "MARK", at);
+        lay("Log00001.dat", bad);
+        EXPECT_TRUE(standsAt(path)); // its promise tells that there were samples
+        EXPECT_FALSE(readRunningLog(path).whole());
+        bad = damage(bad, "END ", at);
+        lay("Log00001.dat", bad);
+        EXPECT_FALSE(standsAt(path));
+        EXPECT_TRUE(glanceAtRunningLog(path).isDamaged);
+    }
+    for (const QByteArray &bare : {all.first(FileHead::size) + QByteArray(5000, '\0'), all.first(100)}) {
+        lay("Log00001.dat", bare); // the power went in the first writing
+        EXPECT_FALSE(standsAt(path) || glanceAtRunningLog(path).isDamaged);
+    }
+}
+
+TEST_F(RunningLogTest, aDamagedSpotInALongWritingCostsAnHourAtMost) {
+    RunningLogWriter writer;
+    live(100'000);
+    ASSERT_FALSE(tick(writer));
+    expectAll();
+    QByteArray bad = content(file(1));
+    bad[500'000] = static_cast<char>(bad[500'000] ^ 1);
+    lay("Log00001.dat", bad);
+    const RecoveredLog log = readRunningLog(path);
+    ASSERT_EQ(log.gaps.size(), 1U);
+    EXPECT_LT(log.gaps[0].length, 60);
+    EXPECT_EQ(log.data.samples.size(), run.samples.size());
+    EXPECT_FALSE(log.lostTexts || log.lostMarks > 0);
+}
+
 TEST_F(RunningLogTest, aMissingFileIsBridgedOrLeftOutAndTold) {
     RunningLogWriter writer;
     for (int i = 0; i < 5; ++i) {

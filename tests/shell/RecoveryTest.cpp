@@ -71,6 +71,30 @@ TEST_F(RecoveryTest, whatCannotBeReadAtThisStartIsOfferedAndStays) {
     EXPECT_EQ(store.GetSetting("LogInfo", "0", ""), "2");
 }
 
+TEST_F(RecoveryTest, aDamagedLogIsNotDeleted) {
+    const auto damage = [this](const char *tag, std::initializer_list<const char *> records) {
+        QFile file(app.filePath(QString("Log/%1/Log00001.dat").arg(tag)));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        const QByteArray all = file.readAll();
+        for (const char *record : records)
+            ASSERT_TRUE(file.seek(all.indexOf(record) + 24) && file.putChar('?'));
+    };
+    leave("17", "Alpha");
+    damage("17", {"SAMP"});
+    leave("18", "Beta");
+    damage("18", {"SAMP", "END "});
+    dialog = [this](Recovery &form) {
+        prompts.answers = {BoxAnswer::Ok};
+        EXPECT_TRUE(form.cmdDoneButton_Click());
+    };
+    EXPECT_EQ(offer(), "Alpha 14.03.26 09:26");
+    EXPECT_EQ(standing(), "");
+    const QStringList discarded = standing("Discarded").split(' ');
+    ASSERT_EQ(discarded.size(), 2);
+    for (const QString &folder : discarded)
+        EXPECT_TRUE(exists(qPrintable("Discarded/" + folder + "/Log00001.dat")));
+}
+
 TEST_F(RecoveryTest, aLogThatCannotBeMovedStaysAndTheOperatorIsTold) {
     leave("17", "Alpha");
     makeFile("Discarded");
