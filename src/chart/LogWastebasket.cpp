@@ -89,7 +89,10 @@ std::error_code moveToWastebasket(const QString &directory, const QString &waste
     QStringList names;
     if (const std::error_code error = listFolder(operations, from, names))
         return error;
-    names.removeIf([&](const QString &name) { return !belongsToLog(from + u'/' + name, operations); });
+    std::error_code unread;
+    names.removeIf([&](const QString &name) { return !belongsToLog(from + u'/' + name, operations, &unread); });
+    if (unread)
+        return unread;
     // The latest first: what a power cut leaves in the directory is still the whole beginning of the log.
     std::reverse(names.begin(), names.end());
     const QString place = makePlace(from, wastebasket, today, operations);

@@ -106,7 +106,7 @@ public:
 private:
     void findFiles(const QString &directory);
     void look(const QString &folder, const QString &name);
-    void open(const QString &path, bool isNamedSo);
+    void open(const QString &path, const QString &name);
     void lookBehindHead(const QString &path);
     void addToRun(DataFile file);
     void joinRun(std::vector<DataFile> &run);
@@ -119,8 +119,7 @@ private:
     bool takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take);
     void endRun(std::size_t gaps);
     bool seenEnough() const { return glance_ && (log_.data.samples.size() > 0 || !marks_.empty()); }
-    void addBadFile(const QString &path, std::error_code error) { log_.badFiles.push_back({path, error}); }
-    void addUnread(const QString &path, int error) { addBadFile(path, {error, std::generic_category()}); }
+    void addBadFile(const QString &path, std::error_code error);
 
     FileOperations &operations_;
     bool glance_;
@@ -155,39 +154,43 @@ void Joiner::findFiles(const QString &directory) {
 /// Links are never followed.
 void Joiner::look(const QString &folder, const QString &name) {
     const QString path = folder + u'/' + name;
-    const bool isNamedSo = logFileNumber(name) != 0;
     struct stat entry {};
     if (::lstat(QFile::encodeName(path).constData(), &entry) != 0) {
-        if (isNamedSo && errno != ENOENT)
-            addUnread(path, errno);
+        if (errno != ENOENT && !isNamedAsDocument(name))
+            addBadFile(path, {errno, std::generic_category()});
     } else if (S_ISREG(entry.st_mode)) {
-        open(path, isNamedSo);
+        open(path, name);
     }
 }
 
-/// Files of ours are known by what they hold, however they are named. Of others it is none of our business what they
-/// are.
-void Joiner::open(const QString &path, bool isNamedSo) {
+/// Files of ours are known by what they hold, however they are named: one that cannot be read may be ours, unless its
+/// name tells otherwise. Of others it is none of our business what they are.
+void Joiner::open(const QString &path, const QString &name) {
     RecordReader reader(path, operations_);
     if (glance_)
         reader.searchAtMost(searchedAtAGlance);
     const std::optional<FileHead> head = reader.head();
     if (!head) {
-        if (isNamedSo && reader.error())
+        if (reader.error() && !isNamedAsDocument(name))
             addBadFile(path, reader.error());
-        else if (isNamedSo)
+        else if (logFileNumber(name) != 0)
             headless_ << path;
     } else if (head->kind == runningLogKind && head->version > runningLogVersion) {
         addBadFile(path, std::make_error_code(std::errc::not_supported));
     } else if (head->kind == runningLogKind) {
         addToRun({path, *head, reader.filledSize(), firstSampleOf(reader)});
+        if (reader.error())
+            addBadFile(path, reader.error());
     }
 }
 
 /// Records are known by the file's identity. If that is damaged itself, it is most likely that of the run beside it.
 void Joiner::lookBehindHead(const QString &path) {
     constexpr auto headSize = static_cast<qsizetype>(FileHead::size);
-    const QByteArray beginning = RecordReader(path, operations_).beginning(AppendFile::layout);
+    RecordReader file(path, operations_);
+    const QByteArray beginning = file.beginning(AppendFile::layout);
+    if (file.error())
+        return addBadFile(path, file.error());
     if (isBlank(beginning.mid(headSize)))
         return; // the power went while the file was begun
     std::vector heads{
@@ -201,6 +204,8 @@ void Joiner::lookBehindHead(const QString &path) {
         reader.presume(head);
         if (const quint64 first = firstSampleOf(reader); first != nowhere)
             return addToRun({path, head, reader.filledSize(), first});
+        if (reader.error())
+            return addBadFile(path, reader.error());
         gaveUp_ |= reader.gaveUp();
     }
     // Also when it took what stood further behind but not the head: nobody was ever told that any of it is safe.
@@ -218,6 +223,13 @@ void Joiner::addToRun(DataFile file) {
         run->push_back(std::move(file));
     else
         runs_.push_back({std::move(file)});
+}
+
+/// Each once, however often it has failed.
+void Joiner::addBadFile(const QString &path, std::error_code error) {
+    const auto isSame = [&](const BadLogFile &file) { return file.path == path; };
+    if (std::none_of(log_.badFiles.begin(), log_.badFiles.end(), isSame))
+        log_.badFiles.push_back({path, error});
 }
 
 void Joiner::joinRun(std::vector<DataFile> &run) {

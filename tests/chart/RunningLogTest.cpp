@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "chart/LogWastebasket.h"
 #include "chart/RunningLogFiles.h"
 #include "chart/RunningLogReader.h"
 #include "chart/RunningLogWriter.h"
@@ -23,6 +24,35 @@ constexpr double aMinute = 1.0 / 60; // the least size of a data file: 300 sampl
 SamplePair sampleOf(qint64 number) {
     return {std::bit_cast<float>(0x7fa00000U + static_cast<quint32>(number)), static_cast<float>(number)};
 }
+
+/// A disk that cannot read one file from a place on.
+class BadSectors : public FileOperations {
+public:
+    BadSectors(const QString &path, off_t from) : path_(QFile::encodeName(path)), from_(from) {}
+    int open(const char *path, int flags, mode_t mode) override {
+        const int fd = path == path_ && from_ == 0 ? -1 : FileOperations::open(path, flags, mode);
+        bad_ = path == path_ ? fd : -1; // one is open at a time
+        errno = EIO;
+        return fd;
+    }
+    ssize_t readAt(int fd, const iovec *pieces, int count, off_t position) override {
+        if (fd != bad_)
+            return FileOperations::readAt(fd, pieces, count, position);
+        for (int i = 0; i < count; position += static_cast<off_t>(pieces[i++].iov_len)) {
+            const off_t most = std::min(static_cast<off_t>(pieces[i].iov_len), from_ - position);
+            const iovec piece{pieces[i].iov_base, static_cast<std::size_t>(std::max<off_t>(most, 0))};
+            if (piece.iov_len > 0)
+                return FileOperations::readAt(fd, &piece, 1, position);
+        }
+        errno = EIO;
+        return -1;
+    }
+
+private:
+    QByteArray path_;
+    off_t from_;
+    int bad_ = -1;
+};
 
 class RunningLogTest : public testing::Test {
 protected:
@@ -311,12 +341,42 @@ TEST_F(RunningLogTest, strangeFilesDisturbNobodyAndCloseLeavesNone) {
     ASSERT_EQ(log.badFiles.size(), 1U);
     EXPECT_EQ(log.badFiles[0].error, std::errc::not_supported);
 
-    emptyLogDirectory(QString()); // a copy that ends before it has a directory
+    emptyLogDirectory(QString()); // old copy that ends before it has a directory
     emptyLogDirectory(path + u'/');
     EXPECT_EQ(names(), (QStringList{"Folder", "Run.chd"}));
     EXPECT_FALSE(standsAt(path));
     EXPECT_FALSE(standsAt(path + "/none"));
     EXPECT_FALSE(standsAt(QString()));
+}
+
+TEST_F(RunningLogTest, whatCannotBeReadIsNeverTakenForEmpty) {
+    RunningLogWriter writer;
+    for (int i = 0; i < 2; ++i) {
+        live(9000);
+        ASSERT_FALSE(tick(writer, aMinute * 30));
+    }
+    const QByteArray all = content(file(2));
+    for (const bool headStands : {true, false}) {
+        lay("Log00002.dat", (headStands ? all.first(3) : QByteArray("xyz")) + all.mid(3));
+        for (const off_t from : {0, 30, 60, 4096, 70'000}) {
+            SCOPED_TRACE(from);
+            BadSectors disk(file(2), from);
+            EXPECT_EQ(readRunningLog(path, disk).badFiles.size(), 1U);
+            EXPECT_TRUE(glanceAtRunningLog(path, disk).unread.size() == 1);
+        }
+    }
+    ASSERT_TRUE(QFile::rename(file(2), path + "/old copy") && QFile::copy(file(1), path + "/Run.chd"));
+    for (const off_t from : {0, 30}) {
+        BadSectors disk(path + "/old copy", from);
+        EXPECT_EQ(glanceAtRunningLog(path, disk).unread.size(), 1U);
+        EXPECT_TRUE(moveToWastebasket(path, folder.filePath("Discarded"), QDate(2026, 11, 22), disk));
+        EXPECT_EQ(names(), (QStringList{"Log00001.dat", "old copy", "Run.chd"}));
+    }
+    BadSectors document(path + "/Run.chd", 0); // which is none of our business
+    EXPECT_TRUE(glanceAtRunningLog(path, document).unread.empty());
+    BadSectors disk(path + "/old copy", 30);
+    emptyLogDirectory(path, disk);
+    EXPECT_EQ(names(), (QStringList{"old copy", "Run.chd"}));
 }
 
 TEST_F(RunningLogTest, garbageCostsAGlanceLittleAndHolesCostNothing) {
