@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <new>
+#include <utility>
 
 // The operations of the chart on files, logs and paper.
 
@@ -181,7 +182,7 @@ bool Quillchart::DiscardLog(const QString &LogDirectory) {
     if (!glance.unread.empty())
         return false;
     const bool worthKeeping = (glance.holdsLog || glance.isDamaged) && !wastebasket_.isEmpty();
-    if (worthKeeping && moveToWastebasket(LogDirectory, wastebasket_, QDate::currentDate()))
+    if (worthKeeping && moveToWastebasket(LogDirectory, wastebasket_, today_()))
         return false;
     emptyLogDirectory(LogDirectory);
     return true;
@@ -189,5 +190,10 @@ bool Quillchart::DiscardLog(const QString &LogDirectory) {
 
 void Quillchart::KeepWastebasketLimits() {
     if (!wastebasket_.isEmpty())
-        keepWastebasketLimits(wastebasket_, QDate::currentDate());
+        keepWastebasketLimits(wastebasket_, today_());
+}
+
+void Quillchart::setWastebasket(const QString &folder, std::function<QDate()> today) {
+    wastebasket_ = folder;
+    today_ = std::move(today);
 }

@@ -23,7 +23,7 @@ TEST_F(RecoveryTest, whatIsSavedIsSweptAwayWithItsEntry) {
     EXPECT_TRUE(prompts.shown.empty());
     EXPECT_EQ(standing(), "");
     EXPECT_TRUE(store.rows.empty());
-    EXPECT_TRUE(standing("Discarded").startsWith("17-20")); // and lies in the wastebasket
+    EXPECT_EQ(standing("Discarded"), "17-2026-03-14 19-2026-03-14"); // and lies in the wastebasket
 }
 
 TEST_F(RecoveryTest, whatCannotBeReadAtThisStartIsOfferedAndStays) {
