@@ -194,17 +194,22 @@ TEST_F(OstrelFileTest, whereNothingIsLeftNothingIsSaved) {
 
 TEST_F(OstrelFileTest, salvagePutsTheLogOfADirectoryTogether) {
     RunningLogWriter log;
-    EXPECT_FALSE(log.write(run, archive.path(), 1, 24));
+    ASSERT_TRUE(QDir(archive.path()).mkpath("copy.d/below"));
+    EXPECT_FALSE(log.write(run, path("copy.d"), 1, 24));
     log.close();
-    EXPECT_EQ(call("salvage . log.chl"), Good) << complaint.toStdString();
+    EXPECT_EQ(call("salvage copy.d copy.d/../log.chl"), Good) << complaint.toStdString();
     EXPECT_EQ(lastTimeOf("log.chl"), 2.0F);
     EXPECT_EQ(call("salvage none. log2.chl"), Failed);
-
-    ASSERT_TRUE(QDir(archive.path()).mkdir("copy.d") && QFile::copy(path("Log00001.dat"), path("copy.d/part.chl")));
-    ASSERT_TRUE(QFile::link(path("copy.d/part.chl"), path("link.chl")));
-    for (const char *target : {"copy.d/part.chl", "link.chl"})
-        EXPECT_EQ(call(qPrintable(QString("salvage --overwrite copy.d %1").arg(target))), Misused) << target;
     EXPECT_EQ(call("salvage --overwrite copy.d log.chl"), Good) << complaint.toStdString();
+
+    ASSERT_TRUE(QFile::copy(path("log.chl"), path("copy.d/part.chl")) &&
+                QFile::link(path("copy.d/part.chl"), path("link.chl")) && QFile::link(path("copy.d"), path("link.d")));
+    for (const char *target : {"copy.d/part.chl", "link.chl", "copy.d/new.chl", "copy.d/below/new.chl",
+                               "copy.d/none/new.chl", "link.d/new.chl", "link.d/none/../new.chl"}) {
+        EXPECT_EQ(call(qPrintable(QString("salvage --overwrite copy.d %1").arg(target))), Misused) << target;
+        EXPECT_TRUE(complaint.contains("lies in the directory to be read")) << complaint.toStdString();
+    }
+    EXPECT_EQ(QDir(path("copy.d")).entryList(QDir::Files), (QStringList{"Log00001.dat", "part.chl"}));
 }
 
 TEST_F(OstrelFileTest, logsListsTheRunningLogsAndThoseThatWereThrownAway) {
