@@ -193,8 +193,8 @@ void Joiner::lookBehindHead(const QString &path) {
         return addBadFile(path, file.error());
     if (isBlank(beginning.mid(headSize)))
         return; // the power went while the file was begun
-    std::vector heads{
-        FileHead::unchecked(std::span<const char, FileHead::size>(beginning.constData(), FileHead::size))};
+    const std::span<const char, FileHead::size> damaged(beginning.constData(), FileHead::size);
+    std::vector heads{FileHead::mended(damaged).value_or(FileHead::unchecked(damaged))};
     if (!runs_.empty())
         heads.push_back(runs_.front().front().head);
     for (const FileHead &head : heads) {

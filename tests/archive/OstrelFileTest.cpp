@@ -172,6 +172,10 @@ TEST_F(OstrelFileTest, salvageKeepsThePrefixOfAFileAndSaysWhatIsMissing) {
     EXPECT_EQ(call("salvage run.chd run.txt"), Misused);
     lay("longer.chd", content("run.chd") + "more");
     EXPECT_EQ(call("salvage --overwrite longer.chd whole.chl"), Good);
+    lay("head.chd", content("run.chd").replace(20, 1, "?"));
+    EXPECT_EQ(call("salvage head.chd mended.chd"), Good) << complaint.toStdString();
+    EXPECT_TRUE(said.contains("head.chd: damaged at byte 0, in its head")) << said.toStdString();
+    EXPECT_EQ(lastTimeOf("mended.chd"), 2.0F);
 }
 
 TEST_F(OstrelFileTest, whereNothingIsLeftNothingIsSaved) {
