@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "archive/RunFile.h"
 
+#include "chart/RunningLogFiles.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -60,6 +62,8 @@ void spareCharts(const QString &to) {
     const QFileInfo target(to);
     if (bearsChartMark(to))
         throw EarlyEnd{Failed, to + ": is a chart file; only salvage replaces one"};
+    if (isNamedAsDocument(to))
+        throw EarlyEnd{Failed, to + ": is the name of a chart file; only salvage makes one"};
     if (target.isFile() && !target.isReadable())
         throw EarlyEnd{Failed, to + ": cannot be read, and may be a chart file"};
 }

@@ -147,7 +147,15 @@ TEST_F(OstrelFileTest, aConversionNeverTakesThePlaceOfAChartFile) {
         EXPECT_EQ(content(target), before);
     }
     lay("named.chd", "a text");
-    EXPECT_EQ(call("text --overwrite run.chd named.chd"), Good) << complaint.toStdString();
+    for (const char *target : {"named.chd", "new.chl", "new.CHD"}) {
+        for (const char *command : {"text", "pdf"}) {
+            EXPECT_EQ(call(qPrintable(QString("%1 --overwrite run.chd %2").arg(command, target))), Failed);
+            EXPECT_TRUE(complaint.endsWith("is the name of a chart file; only salvage makes one\n"))
+                << complaint.toStdString();
+        }
+    }
+    EXPECT_EQ(content("named.chd"), "a text");
+    EXPECT_FALSE(QFile::exists(path("new.chl")) || QFile::exists(path("new.CHD")));
 }
 
 TEST_F(OstrelFileTest, theStretchOfATextLiesWithinTheRun) {
