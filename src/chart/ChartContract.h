@@ -116,10 +116,9 @@ public:
     /// Lets go of the log and empties the directory as DiscardLog does.
     virtual void CloseLog(const QString &LogDirectory, qint16 InstanceNumber) = 0;
 
-    /// The data files in the directory that cannot be read at this moment, or not by this program, each with the
-    /// reason. A Glance opens them all; the Whole reads them to their ends.
-    enum class Look { Glance, Whole };
-    virtual QStringList UnreadLogFiles(const QString &LogDirectory, Look look) = 0;
+    /// The data files in the directory that cannot be read to their ends at this moment, or not by this program, each
+    /// with the reason.
+    virtual QStringList UnreadLogFiles(const QString &LogDirectory) = 0;
     /// Moves the log's files to the wastebasket; deletes those of a log without a sample or mark and without damage.
     /// Documents that the user saved there stay. False when files of the log stay: one cannot be read at this moment,
     /// or be moved.

@@ -83,7 +83,7 @@ public:
     Q_INVOKABLE qint16 SaveLogAs(const QString &LogDirectory, qint16 InstanceNumber,
                                  const QString &NewFileName) override;
     Q_INVOKABLE void CloseLog(const QString &LogDirectory, qint16 InstanceNumber) override;
-    QStringList UnreadLogFiles(const QString &LogDirectory, Look look) override;
+    QStringList UnreadLogFiles(const QString &LogDirectory) override;
     bool DiscardLog(const QString &LogDirectory) override;
     void KeepWastebasketLimits() override;
     /// The folder that discarded logs go to, under the date that `today` answers. Without a folder they are deleted.

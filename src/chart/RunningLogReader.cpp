@@ -383,16 +383,12 @@ RecoveredLog readRunningLog(const QString &directory, FileOperations &operations
 
 LogGlance glanceAtRunningLog(const QString &directory, FileOperations &operations) {
     Joiner joiner(directory, true, operations);
-    LogGlance glance;
-    glance.holdsLog = joiner.gaveUp() || joiner.heldAnything();
-    glance.isDamaged = joiner.isDamaged();
-    for (const BadLogFile &file : joiner.log().badFiles) {
-        if (file.isUnread())
-            glance.unread.push_back(file);
-        else
-            glance.isDamaged = true;
-    }
-    return glance;
+    const std::vector<BadLogFile> &files = joiner.log().badFiles;
+    if (std::any_of(files.begin(), files.end(), [](const BadLogFile &file) { return file.isUnread(); }))
+        return LogGlance::Unread;
+    if (joiner.gaveUp() || joiner.heldAnything())
+        return LogGlance::Log;
+    return joiner.isDamaged() || !files.empty() ? LogGlance::Damage : LogGlance::Nothing;
 }
 
 QStringList inWords(const std::vector<BadLogFile> &files) {

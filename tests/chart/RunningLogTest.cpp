@@ -92,7 +92,7 @@ protected:
         }
         return log.data.samples.size();
     }
-    static bool standsAt(const QString &directory) { return glanceAtRunningLog(directory).holdsLog; }
+    static bool standsAt(const QString &directory) { return glanceAtRunningLog(directory) == LogGlance::Log; }
     bool holdsAll(const RecoveredLog &log) const {
         const auto sameMark = [](const EventMark &a, const EventMark &b) {
             return a.label == b.label && a.time == b.time && a.height == b.height && a.color == b.color;
@@ -234,12 +234,11 @@ TEST_F(RunningLogTest, aGlanceTellsALogOfWhichNothingIsWholeFromOneThatNeverHeld
         EXPECT_FALSE(readRunningLog(path).whole());
         bad = damage(bad, "END ", at);
         lay("Log00001.dat", bad);
-        EXPECT_FALSE(standsAt(path));
-        EXPECT_TRUE(glanceAtRunningLog(path).isDamaged);
+        EXPECT_EQ(glanceAtRunningLog(path), LogGlance::Damage);
     }
     for (const QByteArray &bare : {all.first(FileHead::size) + QByteArray(5000, '\0'), all.first(100)}) {
         lay("Log00001.dat", bare); // the power went in the first writing
-        EXPECT_FALSE(standsAt(path) || glanceAtRunningLog(path).isDamaged);
+        EXPECT_EQ(glanceAtRunningLog(path), LogGlance::Nothing);
     }
 }
 
@@ -360,18 +359,18 @@ TEST_F(RunningLogTest, whatCannotBeReadIsNeverTakenForEmpty) {
             SCOPED_TRACE(from);
             BadSectors disk(file(2), from);
             EXPECT_EQ(readRunningLog(path, disk).badFiles.size(), 1U);
-            EXPECT_TRUE(glanceAtRunningLog(path, disk).unread.size() == 1);
+            EXPECT_EQ(glanceAtRunningLog(path, disk), LogGlance::Unread);
         }
     }
     ASSERT_TRUE(QFile::rename(file(2), path + "/old copy") && QFile::copy(file(1), path + "/Run.chd"));
     for (const off_t from : {0, 30}) {
         BadSectors disk(path + "/old copy", from);
-        EXPECT_EQ(glanceAtRunningLog(path, disk).unread.size(), 1U);
+        EXPECT_EQ(glanceAtRunningLog(path, disk), LogGlance::Unread);
         EXPECT_TRUE(moveToWastebasket(path, folder.filePath("Discarded"), QDate(2026, 11, 22), disk));
         EXPECT_EQ(names(), (QStringList{"Log00001.dat", "old copy", "Run.chd"}));
     }
     BadSectors document(path + "/Run.chd", 0); // which is none of our business
-    EXPECT_TRUE(glanceAtRunningLog(path, document).unread.empty());
+    EXPECT_EQ(glanceAtRunningLog(path, document), LogGlance::Log);
     BadSectors disk(path + "/old copy", 30);
     emptyLogDirectory(path, disk);
     EXPECT_EQ(names(), (QStringList{"old copy", "Run.chd"}));

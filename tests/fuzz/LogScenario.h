@@ -30,8 +30,8 @@ public:
         lay(2, files.subspan(first));
 
         const RecoveredLog log = readRunningLog(folder().path());
-        const bool held = !log.empty() || !log.gaps.empty();
-        require(glanceAtRunningLog(folder().path()).holdsLog == held);
+        const LogGlance glance = glanceAtRunningLog(folder().path());
+        require(glance == LogGlance::Unread || (glance == LogGlance::Log) == (!log.empty() || !log.gaps.empty()));
         // Each sample is one of a file, or one of at most as many that fill gaps.
         require(static_cast<std::size_t>(log.data.samples.size()) * sizeof(SamplePair) <= 2 * files.size());
         require(16 * log.data.marks.size() + 8 * log.data.methodTexts.size() <= files.size());

@@ -56,7 +56,7 @@ TEST_F(RecoveryTest, whatCannotBeReadAtThisStartIsOfferedAndStays) {
             disk.unread = unread;
             disk.error = error;
             EXPECT_TRUE(chart.CheckLogFile(app.filePath("Log/18")));
-            EXPECT_EQ(chart.UnreadLogFiles(app.filePath("Log/18"), ChartLog::Look::Glance).size(), 1);
+            EXPECT_EQ(chart.UnreadLogFiles(app.filePath("Log/18")).size(), 1);
             EXPECT_FALSE(chart.DiscardLog(app.filePath("Log/18")));
         }
         disk.unread = "Log/18/Log00002";
