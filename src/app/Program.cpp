@@ -94,7 +94,8 @@ Program::Program(const Platform &on)
       exit_(values_.identity, values_.tabs,
             {window_.chart(logChart), log_, logSaver_, states_, settings_, instances_, on.prompts, on.process}) {
     values_.identity.PrevInstance = on.PrevInstance;
-    window_.chart(logChart).setWastebasket(instances_.wastebasket());
+    window_.chart(logChart).setWastebasket(instances_.wastebasket(),
+                                           [&clock = on.clock] { return clock.now().date(); });
     bindEvents();
     bindCommands();
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "archive/RunFile.h"
 
+#include "chart/RunningLogFiles.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -34,27 +36,34 @@ QString damaged(const ChartFileReport &report) {
            QString(") that ends at byte %1").arg(end);
 }
 
-/// By whatever names.
-bool isSame(const QString &path, const QString &other) {
+std::filesystem::path native(const QString &path) { return QFile::encodeName(path).toStdString(); }
+
+/// By whatever names. False for what is not there.
+bool isSame(const std::filesystem::path &path, const QString &other) {
     std::error_code missing;
-    return std::filesystem::equivalent(QFile::encodeName(path).toStdString(), QFile::encodeName(other).toStdString(),
-                                       missing);
+    return std::filesystem::equivalent(path, native(other), missing);
 }
 
+/// A file that need not be there, nor the folder that it would stand in.
 void spareSource(const QString &from, const QString &to) {
-    const QString target = QFileInfo(to).canonicalFilePath();
-    if (target.isEmpty())
-        return; // nothing is there
-    if (isSame(target, from))
+    std::error_code unknown;
+    std::filesystem::path place =
+        std::filesystem::weakly_canonical(std::filesystem::absolute(native(to), unknown), unknown);
+    if (isSame(place, from))
         throw EarlyEnd{Misused, to + ": is the file to be read"};
-    if (isSame(QFileInfo(target).path(), from))
-        throw EarlyEnd{Misused, to + ": is a file of the directory to be read"};
+    while (place.has_relative_path()) {
+        place = place.parent_path();
+        if (isSame(place, from))
+            throw EarlyEnd{Misused, to + ": lies in the directory to be read"};
+    }
 }
 
 void spareCharts(const QString &to) {
     const QFileInfo target(to);
     if (bearsChartMark(to))
         throw EarlyEnd{Failed, to + ": is a chart file; only salvage replaces one"};
+    if (isNamedAsDocument(to))
+        throw EarlyEnd{Failed, to + ": is the name of a chart file; only salvage makes one"};
     if (target.isFile() && !target.isReadable())
         throw EarlyEnd{Failed, to + ": cannot be read, and may be a chart file"};
 }

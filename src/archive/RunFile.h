@@ -18,10 +18,11 @@ QString describe(const ChartFileReport &report);
 RunFile wholeFile(const QString &path);
 
 /// Sees to it that nothing that stands is lost: a file that is there is written over only with --overwrite, and never
-/// the one that is read, nor one of the directory that is read.
+/// the one that is read. Nothing is written into a directory that is read.
 void declareOverwrite(QCommandLineParser &line);
 void mayWrite(const ArchiveCall &call, const QString &from, const QString &to);
-/// The same for what is no chart file itself: it never takes the place of one, whatever that one's name and state.
+/// The same for what is no chart file itself: it never takes the place of one, whatever that one's name and state, nor
+/// the name of one.
 void mayConvertInto(const ArchiveCall &call, const QString &from, const QString &to);
 
 /// Ends the command when writing went wrong.

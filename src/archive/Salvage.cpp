@@ -55,7 +55,7 @@ Salvaged fromFile(const QString &path, Lines &out) {
     const bool unreadable = report.fault == ChartFileFault::Unreadable && isEmpty(salvaged.run);
     if (unreadable || report.fault == ChartFileFault::NotAChart || report.fault == ChartFileFault::NewerVersion)
         throw EarlyEnd{Failed, finding};
-    if (!report.good() && !report.trailing)
+    if (report.lost)
         tellMissing(salvaged, report);
     out.tell(finding);
     return salvaged;

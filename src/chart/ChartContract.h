@@ -107,8 +107,8 @@ public:
     /// survives the end of the computer. Any other status is an error code of the system.
     virtual qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval,
                             double DataFileSizeHours) = 0;
-    /// SaveLogAs would find at least one sample or mark; or a data file stands there that cannot be read at this
-    /// moment.
+    /// The log holds at least one sample or mark, or held some that are damaged; or a data file stands there that
+    /// cannot be read at this moment.
     virtual bool CheckLogFile(const QString &LogDirectory) = 0;
     /// Puts the log that stands in the directory, of whichever run, together in one log file. 0 is good. Where
     /// something of it is missing the chart says so (ChartError), and the rest is saved.
@@ -116,12 +116,12 @@ public:
     /// Lets go of the log and empties the directory as DiscardLog does.
     virtual void CloseLog(const QString &LogDirectory, qint16 InstanceNumber) = 0;
 
-    /// The data files in the directory that cannot be read at this moment, or not by this program, each with the
-    /// reason. A Glance opens them all; the Whole reads them to their ends.
-    enum class Look { Glance, Whole };
-    virtual QStringList UnreadLogFiles(const QString &LogDirectory, Look look) = 0;
-    /// Moves the log's files to the wastebasket; deletes those of a log without a sample or mark. Documents that the
-    /// user saved there stay. False when files of the log stay: one cannot be read at this moment, or be moved.
+    /// The data files in the directory that cannot be read to their ends at this moment, or not by this program, each
+    /// with the reason.
+    virtual QStringList UnreadLogFiles(const QString &LogDirectory) = 0;
+    /// Moves the log's files to the wastebasket; deletes those of a log without a sample or mark and without damage.
+    /// Documents that the user saved there stay. False when files of the log stay: one cannot be read at this moment,
+    /// or be moved.
     virtual bool DiscardLog(const QString &LogDirectory) = 0;
     /// Deletes of the wastebasket what is too old or too much.
     virtual void KeepWastebasketLimits() = 0;

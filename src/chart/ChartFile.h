@@ -42,6 +42,7 @@ struct ChartFileReport {
     quint64 position = 0;
     std::optional<RecordHead> record;  ///< the damaged one, when its own head is whole
     bool trailing = false;             ///< nothing is wrong but that the file goes on behind its end
+    bool lost = false;                 ///< a record is damaged or missing
     std::optional<FileHead> head;      ///< of any file of a chart
     std::optional<ChartCounts> counts; ///< what the file once held, when its end can be read
 
@@ -57,6 +58,6 @@ bool bearsChartMark(const QString &path);
 ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes);
 
 /// The same for a damaged file: keeps every sample up to the first that is missing, and every mark and text that is
-/// whole. The report tells the first fault; nothing is handed over of files that are no chart's, or unreadable from the
-/// beginning.
+/// whole, also behind a damaged head. The report tells the first fault; nothing is handed over of files that are no
+/// chart's, or unreadable from the beginning.
 ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes);

@@ -35,6 +35,8 @@ public:
 
     /// False with a fault that leaves nothing to read.
     bool beginsWell();
+    /// Otherwise: the records behind a damaged head can be told by what is left of it.
+    bool goesOnBehindHead();
     /// Up to the first fault.
     void readStrictly();
     /// Behind a fault too, as long as records come.
@@ -53,6 +55,7 @@ private:
     bool takeItems(std::vector<Item> &items, bool (*takeFrom)(RecordReader &, quint64 &, std::vector<Item> &));
     bool takeSamples();
     bool takeEnd();
+    std::optional<FileHead> likelyHead();
     void noteHead();
     void noteRecord();
     void noteTrailing();
@@ -72,7 +75,7 @@ bool Reading::beginsWell() {
     report.head = reader_.head();
     if (reader_.error())
         note(ChartFileFault::Unreadable, 0);
-    else if (!report.head && bearsChartMark(path_))
+    else if (!report.head && (likelyHead() || bearsChartMark(path_)))
         noteHead();
     else if (!report.head || (report.head->kind != dataFile && report.head->kind != logFile) ||
              report.head->version == 0)
@@ -82,6 +85,26 @@ bool Reading::beginsWell() {
     else
         run.samples.expect(static_cast<qint64>(reader_.filledSize() / sizeof(SamplePair)));
     return report.good();
+}
+
+bool Reading::goesOnBehindHead() {
+    const std::optional<FileHead> head = report.fault == ChartFileFault::Damaged ? likelyHead() : std::nullopt;
+    if (head)
+        reader_.presume(*head);
+    return head.has_value();
+}
+
+/// Of a damaged one: with a byte put right, or as it is, since the damage may lie where it does not matter.
+std::optional<FileHead> Reading::likelyHead() {
+    const QByteArray bytes = reader_.beginning(FileHead::size);
+    if (bytes.size() < static_cast<qsizetype>(FileHead::size))
+        return std::nullopt;
+    const std::span<const char, FileHead::size> all(bytes.constData(), FileHead::size);
+    std::optional<FileHead> head = FileHead::mended(all);
+    if (!head && bearsChartMark(path_))
+        head = FileHead::unchecked(all);
+    const bool isChart = head && (head->kind == dataFile || head->kind == logFile);
+    return isChart && head->version > 0 && head->version <= chartFileVersion ? head : std::nullopt;
 }
 
 void Reading::readStrictly() {
@@ -111,6 +134,7 @@ bool Reading::next() {
         note(ChartFileFault::Truncated, reader_.fileSize());
     else
         note(ChartFileFault::Damaged, position);
+    report.lost |= found != RecordReader::Found::Record;
     return found == RecordReader::Found::Record;
 }
 
@@ -131,6 +155,7 @@ void Reading::noteHead() {
 }
 
 void Reading::noteRecord() {
+    report.lost = true;
     if (reader_.nextPosition() > reader_.fileSize()) // the zeros that fill it up are cut off
         return note(ChartFileFault::Truncated, reader_.fileSize());
     const bool first = report.good();
@@ -221,7 +246,7 @@ bool Reading::takeEnd() {
 
 ChartFileReport readChartFile(const QString &path, ChartData &run, AxisValues &axes, bool salvage) try {
     Reading reading(path);
-    if (!reading.beginsWell())
+    if (!reading.beginsWell() && !(salvage && reading.goesOnBehindHead()))
         return reading.report;
     if (salvage)
         reading.readLeniently();

@@ -9,8 +9,6 @@
 
 namespace {
 
-// An hour of samples: what a damaged spot costs, and what the processor's cache holds on its way.
-constexpr qint64 samplesInRecord = 16384;
 constexpr qint64 itemsInRecord = 4096;
 
 /// What goes into a file: a stretch of a run's samples, and the rest.

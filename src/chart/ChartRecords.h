@@ -20,6 +20,9 @@ inline constexpr quint32 marksRecord = fourLetters("MARK");
 inline constexpr quint32 samplesRecord = fourLetters("SAMP");
 inline constexpr quint32 endRecord = fourLetters("END ");
 
+/// That are written; an hour: what a damaged spot costs, and what the processor's cache holds on its way.
+inline constexpr qint64 samplesInRecord = 16384;
+
 /// How much of each sequence there is.
 struct ChartCounts {
     quint64 samples = 0;

@@ -62,22 +62,26 @@ qsizetype moveAll(const QStringList &names, const QString &from, const QString &
     return moved;
 }
 
-bool isPlainFile(const QString &path, quint64 *bytes = nullptr) {
+/// Those of the log.
+QStringList filesIn(const QString &folder, FileOperations &operations) {
+    QStringList files;
+    QStringList names;
+    listFolder(operations, folder, names);
+    for (const QString &name : std::as_const(names)) {
+        if (const QString path = folder + u'/' + name; belongsToLog(path, operations))
+            files << path;
+    }
+    return files;
+}
+
+quint64 bytesOnDisk(const QString &path) {
     struct stat entry {};
-    if (::lstat(native(path).constData(), &entry) != 0 || !S_ISREG(entry.st_mode))
-        return false;
-    if (bytes != nullptr)
-        *bytes += static_cast<quint64>(entry.st_blocks) * blockSize;
-    return true;
+    return ::lstat(native(path).constData(), &entry) == 0 ? static_cast<quint64>(entry.st_blocks) * blockSize : 0;
 }
 
 void remove(const DiscardedLog &log, FileOperations &operations) {
-    QStringList names;
-    listFolder(operations, log.path, names);
-    for (const QString &name : std::as_const(names)) {
-        if (const QString path = log.path + u'/' + name; isPlainFile(path))
-            operations.remove(native(path).constData());
-    }
+    for (const QString &path : filesIn(log.path, operations))
+        operations.remove(native(path).constData());
     operations.removeFolder(native(log.path).constData());
 }
 
@@ -89,7 +93,10 @@ std::error_code moveToWastebasket(const QString &directory, const QString &waste
     QStringList names;
     if (const std::error_code error = listFolder(operations, from, names))
         return error;
-    names.removeIf([&](const QString &name) { return !belongsToLog(from + u'/' + name, operations); });
+    std::error_code unread;
+    names.removeIf([&](const QString &name) { return !belongsToLog(from + u'/' + name, operations, &unread); });
+    if (unread)
+        return unread;
     // The latest first: what a power cut leaves in the directory is still the whole beginning of the log.
     std::reverse(names.begin(), names.end());
     const QString place = makePlace(from, wastebasket, today, operations);
@@ -113,10 +120,8 @@ std::vector<DiscardedLog> discardedLogs(const QString &wastebasket, FileOperatio
         DiscardedLog log{wastebasket + u'/' + name, dayOf(name)};
         if (QFileInfo(log.path).isSymLink() || !QFileInfo(log.path).isDir() || !log.day.isValid())
             continue;
-        QStringList files;
-        listFolder(operations, log.path, files);
-        for (const QString &file : std::as_const(files))
-            isPlainFile(log.path + u'/' + file, &log.bytes);
+        for (const QString &file : filesIn(log.path, operations))
+            log.bytes += bytesOnDisk(file);
         logs.push_back(log);
     }
     std::stable_sort(logs.begin(), logs.end(),

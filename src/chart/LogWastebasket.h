@@ -11,7 +11,7 @@
 
 /// Where the files of running logs go that the program throws away: a folder with one directory for each, named after
 /// the log's own and the day. There they stay for a month, unless all of them together take too much room. Only
-/// directories of such a name are touched, and no link is followed.
+/// directories of such a name are touched, and only files of logs in them; no link is followed.
 
 inline constexpr int wastebasketDays = 30;
 inline constexpr quint64 wastebasketBytes = 2'000'000'000;
@@ -24,7 +24,7 @@ std::error_code moveToWastebasket(const QString &directory, const QString &waste
 struct DiscardedLog {
     QString path;
     QDate day;
-    quint64 bytes = 0; ///< that it takes on the disk
+    quint64 bytes = 0; ///< that its files take on the disk
 };
 /// What is there, the oldest first.
 std::vector<DiscardedLog> discardedLogs(const QString &wastebasket,

@@ -8,9 +8,11 @@
 #include "chart/RunningLogWriter.h"
 #include "chart/ZoomGesture.h"
 
+#include <QDate>
 #include <QVariantList>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 /// The chart: holds one run, draws it and lets the operator zoom. UV stands blue against the left axis, conductivity
@@ -81,11 +83,11 @@ public:
     Q_INVOKABLE qint16 SaveLogAs(const QString &LogDirectory, qint16 InstanceNumber,
                                  const QString &NewFileName) override;
     Q_INVOKABLE void CloseLog(const QString &LogDirectory, qint16 InstanceNumber) override;
-    QStringList UnreadLogFiles(const QString &LogDirectory, Look look) override;
+    QStringList UnreadLogFiles(const QString &LogDirectory) override;
     bool DiscardLog(const QString &LogDirectory) override;
     void KeepWastebasketLimits() override;
-    /// The folder that discarded logs go to. Without it they are deleted.
-    void setWastebasket(const QString &folder) { wastebasket_ = folder; }
+    /// The folder that discarded logs go to, under the date that `today` answers. Without a folder they are deleted.
+    void setWastebasket(const QString &folder, std::function<QDate()> today);
 
     /// What the chart holds, for scripts: `count` pairs [UV, conductivity] from a sample's number on (as many as there
     /// are); every mark as a map of Label, Color, Height, Time.
@@ -146,5 +148,6 @@ private:
     bool holdsNothing_ = false;     // since a load failed: saving would empty a file that is only out of reach
     ReportPrinter printer_;
     QString wastebasket_;
+    std::function<QDate()> today_;
     RunningLogWriter log_;
 };

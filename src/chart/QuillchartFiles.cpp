@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <new>
+#include <utility>
 
 // The operations of the chart on files, logs and paper.
 
@@ -146,7 +147,7 @@ qint16 Quillchart::WriteLog(const QString &LogDirectory, qint16 InstanceNumber, 
 bool Quillchart::CheckLogFile(const QString &LogDirectory) {
     return succeeds([&] {
         const LogGlance glance = glanceAtRunningLog(LogDirectory);
-        return glance.holdsLog || !glance.unread.empty();
+        return glance == LogGlance::Log || glance == LogGlance::Unread;
     });
 }
 
@@ -168,9 +169,7 @@ void Quillchart::CloseLog(const QString &LogDirectory, qint16) {
     DiscardLog(LogDirectory);
 }
 
-QStringList Quillchart::UnreadLogFiles(const QString &LogDirectory, Look look) {
-    if (look == Look::Glance)
-        return inWords(glanceAtRunningLog(LogDirectory).unread);
+QStringList Quillchart::UnreadLogFiles(const QString &LogDirectory) {
     std::vector<BadLogFile> files = readRunningLog(LogDirectory).badFiles;
     std::erase_if(files, [](const BadLogFile &file) { return !file.isUnread(); });
     return inWords(files);
@@ -178,10 +177,10 @@ QStringList Quillchart::UnreadLogFiles(const QString &LogDirectory, Look look) {
 
 bool Quillchart::DiscardLog(const QString &LogDirectory) {
     const LogGlance glance = glanceAtRunningLog(LogDirectory);
-    if (!glance.unread.empty())
+    if (glance == LogGlance::Unread)
         return false;
-    const bool worthKeeping = (glance.holdsLog || glance.isDamaged) && !wastebasket_.isEmpty();
-    if (worthKeeping && moveToWastebasket(LogDirectory, wastebasket_, QDate::currentDate()))
+    const bool worthKeeping = glance != LogGlance::Nothing && !wastebasket_.isEmpty();
+    if (worthKeeping && moveToWastebasket(LogDirectory, wastebasket_, today_()))
         return false;
     emptyLogDirectory(LogDirectory);
     return true;
@@ -189,5 +188,10 @@ bool Quillchart::DiscardLog(const QString &LogDirectory) {
 
 void Quillchart::KeepWastebasketLimits() {
     if (!wastebasket_.isEmpty())
-        keepWastebasketLimits(wastebasket_, QDate::currentDate());
+        keepWastebasketLimits(wastebasket_, today_());
+}
+
+void Quillchart::setWastebasket(const QString &folder, std::function<QDate()> today) {
+    wastebasket_ = folder;
+    today_ = std::move(today);
 }

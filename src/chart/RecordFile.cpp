@@ -74,6 +74,20 @@ std::optional<FileHead> FileHead::from(std::span<const char, size> bytes) {
     return unchecked(bytes);
 }
 
+std::optional<FileHead> FileHead::mended(std::span<const char, size> bytes) {
+    char tried[size];
+    std::copy(bytes.begin(), bytes.end(), tried);
+    for (char &byte : tried) {
+        const char found = byte;
+        do {
+            ++byte;
+            if (const std::optional<FileHead> head = from(tried))
+                return head;
+        } while (byte != found);
+    }
+    return std::nullopt;
+}
+
 FileHead FileHead::unchecked(std::span<const char, size> bytes) {
     FileHead head;
     get(bytes.data() + sizeof magic, head.kind, head.version, head.identity, head.written, head.sequence,

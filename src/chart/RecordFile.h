@@ -37,6 +37,8 @@ struct FileHead {
     QByteArray bytes() const;
     /// Nothing when the bytes are no such head, or a damaged one.
     static std::optional<FileHead> from(std::span<const char, size> bytes);
+    /// The one that these bytes are but for one of them.
+    static std::optional<FileHead> mended(std::span<const char, size> bytes);
     /// What the bytes say, damaged or not.
     static FileHead unchecked(std::span<const char, size> bytes);
     /// Made now, with a new identity.

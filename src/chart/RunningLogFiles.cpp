@@ -5,15 +5,6 @@
 #include <QFile>
 #include <QRegularExpression>
 
-namespace {
-
-bool isNamedAsDocument(const QString &name) {
-    return name.endsWith(QStringLiteral(".chl"), Qt::CaseInsensitive) ||
-           name.endsWith(QStringLiteral(".chd"), Qt::CaseInsensitive);
-}
-
-} // namespace
-
 QString logDirectory(const QString &path) { return path.isEmpty() ? QString() : QDir(path).absolutePath(); }
 
 QString logFileName(int number) { return QStringLiteral("Log%1.dat").arg(number, 5, 10, QLatin1Char('0')); }
@@ -23,12 +14,21 @@ int logFileNumber(const QString &name) {
     return form.match(name).captured(1).toInt();
 }
 
-bool belongsToLog(const QString &path, FileOperations &operations) {
+bool isNamedAsDocument(const QString &name) {
+    return name.endsWith(QStringLiteral(".chl"), Qt::CaseInsensitive) ||
+           name.endsWith(QStringLiteral(".chd"), Qt::CaseInsensitive);
+}
+
+bool belongsToLog(const QString &path, FileOperations &operations, std::error_code *unread) {
     const QFileInfo entry(path);
     if (entry.isSymLink() || !entry.isFile() || isNamedAsDocument(entry.fileName()))
         return false;
     const RecordReader reader(path, operations);
-    return !reader.head() || reader.head()->kind == runningLogKind;
+    if (!reader.error())
+        return !reader.head() || reader.head()->kind == runningLogKind;
+    if (unread != nullptr)
+        *unread = reader.error();
+    return false;
 }
 
 void emptyLogDirectory(const QString &directory, FileOperations &operations) {
@@ -40,8 +40,8 @@ void emptyLogDirectory(const QString &directory, FileOperations &operations) {
         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed);
     for (const QFileInfo &entry : entries) {
         const bool isFolder = entry.isDir() && !entry.isSymLink();
-        const bool isDocument = entry.isFile() && !entry.isSymLink() && !belongsToLog(entry.filePath(), operations);
-        if (!isFolder && !isDocument)
+        const bool isSpared = entry.isFile() && !entry.isSymLink() && !belongsToLog(entry.filePath(), operations);
+        if (!isFolder && !isSpared)
             operations.remove(QFile::encodeName(entry.filePath()).constData());
     }
 }

@@ -99,12 +99,14 @@ public:
     }
     RecoveredLog &log() { return log_; }
     bool gaveUp() const { return gaveUp_; }
-    bool holdsMarks() const { return !marks_.empty(); }
+    /// Also samples and marks that are not there any more.
+    bool heldAnything() const { return !log_.empty() || !log_.gaps.empty() || !marks_.empty() || promised_; }
+    bool isDamaged() const { return damaged_; }
 
 private:
     void findFiles(const QString &directory);
     void look(const QString &folder, const QString &name);
-    void open(const QString &path, bool isNamedSo);
+    void open(const QString &path, const QString &name);
     void lookBehindHead(const QString &path);
     void addToRun(DataFile file);
     void joinRun(std::vector<DataFile> &run);
@@ -117,12 +119,13 @@ private:
     bool takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take);
     void endRun(std::size_t gaps);
     bool seenEnough() const { return glance_ && (log_.data.samples.size() > 0 || !marks_.empty()); }
-    void addBadFile(const QString &path, std::error_code error) { log_.badFiles.push_back({path, error}); }
-    void addUnread(const QString &path, int error) { addBadFile(path, {error, std::generic_category()}); }
+    void addBadFile(const QString &path, std::error_code error);
 
     FileOperations &operations_;
     bool glance_;
     bool gaveUp_ = false;
+    bool promised_ = false; ///< a run has promised samples
+    bool damaged_ = false;  ///< what stands in a file is not what was written; zeros and a file's early end are no sign
     RecoveredLog log_;
     std::vector<std::vector<DataFile>> runs_;
     QStringList headless_;   ///< data files whose head is damaged
@@ -151,43 +154,47 @@ void Joiner::findFiles(const QString &directory) {
 /// Links are never followed.
 void Joiner::look(const QString &folder, const QString &name) {
     const QString path = folder + u'/' + name;
-    const bool isNamedSo = logFileNumber(name) != 0;
     struct stat entry {};
     if (::lstat(QFile::encodeName(path).constData(), &entry) != 0) {
-        if (isNamedSo && errno != ENOENT)
-            addUnread(path, errno);
+        if (errno != ENOENT && !isNamedAsDocument(name))
+            addBadFile(path, {errno, std::generic_category()});
     } else if (S_ISREG(entry.st_mode)) {
-        open(path, isNamedSo);
+        open(path, name);
     }
 }
 
-/// Files of ours are known by what they hold, however they are named. Of others it is none of our business what they
-/// are.
-void Joiner::open(const QString &path, bool isNamedSo) {
+/// Files of ours are known by what they hold, however they are named: one that cannot be read may be ours, unless its
+/// name tells otherwise. Of others it is none of our business what they are.
+void Joiner::open(const QString &path, const QString &name) {
     RecordReader reader(path, operations_);
     if (glance_)
         reader.searchAtMost(searchedAtAGlance);
     const std::optional<FileHead> head = reader.head();
     if (!head) {
-        if (isNamedSo && reader.error())
+        if (reader.error() && !isNamedAsDocument(name))
             addBadFile(path, reader.error());
-        else if (isNamedSo)
+        else if (logFileNumber(name) != 0)
             headless_ << path;
     } else if (head->kind == runningLogKind && head->version > runningLogVersion) {
         addBadFile(path, std::make_error_code(std::errc::not_supported));
     } else if (head->kind == runningLogKind) {
         addToRun({path, *head, reader.filledSize(), firstSampleOf(reader)});
+        if (reader.error())
+            addBadFile(path, reader.error());
     }
 }
 
 /// Records are known by the file's identity. If that is damaged itself, it is most likely that of the run beside it.
 void Joiner::lookBehindHead(const QString &path) {
     constexpr auto headSize = static_cast<qsizetype>(FileHead::size);
-    const QByteArray beginning = RecordReader(path, operations_).beginning(AppendFile::layout);
+    RecordReader file(path, operations_);
+    const QByteArray beginning = file.beginning(AppendFile::layout);
+    if (file.error())
+        return addBadFile(path, file.error());
     if (isBlank(beginning.mid(headSize)))
         return; // the power went while the file was begun
-    std::vector heads{
-        FileHead::unchecked(std::span<const char, FileHead::size>(beginning.constData(), FileHead::size))};
+    const std::span<const char, FileHead::size> damaged(beginning.constData(), FileHead::size);
+    std::vector heads{FileHead::mended(damaged).value_or(FileHead::unchecked(damaged))};
     if (!runs_.empty())
         heads.push_back(runs_.front().front().head);
     for (const FileHead &head : heads) {
@@ -197,6 +204,8 @@ void Joiner::lookBehindHead(const QString &path) {
         reader.presume(head);
         if (const quint64 first = firstSampleOf(reader); first != nowhere)
             return addToRun({path, head, reader.filledSize(), first});
+        if (reader.error())
+            return addBadFile(path, reader.error());
         gaveUp_ |= reader.gaveUp();
     }
     // Also when it took what stood further behind but not the head: nobody was ever told that any of it is safe.
@@ -216,6 +225,13 @@ void Joiner::addToRun(DataFile file) {
         runs_.push_back({std::move(file)});
 }
 
+/// Each once, however often it has failed.
+void Joiner::addBadFile(const QString &path, std::error_code error) {
+    const auto isSame = [&](const BadLogFile &file) { return file.path == path; };
+    if (std::none_of(log_.badFiles.begin(), log_.badFiles.end(), isSame))
+        log_.badFiles.push_back({path, error});
+}
+
 void Joiner::joinRun(std::vector<DataFile> &run) {
     std::stable_sort(run.begin(), run.end(), [](const DataFile &a, const DataFile &b) {
         return std::pair(a.firstSample, a.head.sequence) < std::pair(b.firstSample, b.head.sequence);
@@ -226,6 +242,7 @@ void Joiner::joinRun(std::vector<DataFile> &run) {
     const std::size_t gaps = log_.gaps.size();
     for (const DataFile &file : run)
         takeFile(file);
+    promised_ |= promises_.counts().samples > 0;
     if (!glance_)
         endRun(gaps);
 }
@@ -256,9 +273,12 @@ void Joiner::takeFile(const DataFile &file) {
     const int number = logFileNumber(file.path.section(u'/', -1));
     while (!seenEnough() && toNextRecord(reader)) {
         const RecordHead record = reader.record();
-        if (ChartCounts counts; record.kind != endRecord)
-            promises_.see(record, takeRecord(reader, number));
-        else if (takeCounts(reader, counts))
+        ChartCounts counts;
+        const bool isWhole = record.kind == endRecord ? takeCounts(reader, counts) : takeRecord(reader, number);
+        damaged_ |= !isWhole || counts.samples > nextSample_;
+        if (record.kind != endRecord)
+            promises_.see(record, isWhole);
+        else if (isWhole)
             promises_.promise(record, counts);
     }
     gaveUp_ |= reader.gaveUp();
@@ -273,6 +293,8 @@ bool Joiner::toNextRecord(RecordReader &reader) {
     case RecordReader::Found::Damage:
         if (reader.isBlankAt(reader.nextPosition()))
             promises_.passBlank();
+        else
+            damaged_ |= !reader.cutOff();
         return reader.searchNext();
     case RecordReader::Found::End:
         break;
@@ -361,15 +383,12 @@ RecoveredLog readRunningLog(const QString &directory, FileOperations &operations
 
 LogGlance glanceAtRunningLog(const QString &directory, FileOperations &operations) {
     Joiner joiner(directory, true, operations);
-    LogGlance glance;
-    glance.holdsLog = joiner.gaveUp() || !joiner.log().empty() || joiner.holdsMarks();
-    for (const BadLogFile &file : joiner.log().badFiles) {
-        if (file.isUnread())
-            glance.unread.push_back(file);
-        else
-            glance.isDamaged = true;
-    }
-    return glance;
+    const std::vector<BadLogFile> &files = joiner.log().badFiles;
+    if (std::any_of(files.begin(), files.end(), [](const BadLogFile &file) { return file.isUnread(); }))
+        return LogGlance::Unread;
+    if (joiner.gaveUp() || joiner.heldAnything())
+        return LogGlance::Log;
+    return joiner.isDamaged() || !files.empty() ? LogGlance::Damage : LogGlance::Nothing;
 }
 
 QStringList inWords(const std::vector<BadLogFile> &files) {

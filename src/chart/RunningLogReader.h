@@ -54,11 +54,12 @@ struct RecoveredLog {
 RecoveredLog readRunningLog(const QString &directory, FileOperations &operations = FileOperations::system());
 
 /// What a quick look at a directory tells: it ends with the first sample or mark, and searches some megabytes of a
-/// damaged file at most.
-struct LogGlance {
-    bool holdsLog = false;  ///< a sample or a mark, or a damaged file that may hold one further on
-    bool isDamaged = false; ///< a file is there of which nothing could be made out
-    std::vector<BadLogFile> unread;
+/// damaged file at most. Each of these outweighs those before it.
+enum class LogGlance {
+    Nothing, ///< no log, or one that never held a sample or a mark
+    Damage,  ///< something that cannot be made out, and nothing else
+    Log,     ///< a sample or a mark, word of samples that are lost, or more damage than a quick look goes through
+    Unread   ///< a file that cannot be read at this moment, or by this program
 };
 LogGlance glanceAtRunningLog(const QString &directory, FileOperations &operations = FileOperations::system());
 

@@ -154,11 +154,12 @@ bool RunningLogWriter::filesStand() const {
 }
 
 void RunningLogWriter::gather(const ChartData &data, const ChartCounts &until) {
-    if (recordNumber_ == 0 || until.samples > safe_.samples) {
+    for (quint64 first = safe_.samples; recordNumber_ == 0 || first < until.samples;) {
+        const quint64 end = std::min(first + static_cast<quint64>(samplesInRecord), until.samples);
         RecordPieces record(samplesRecord);
-        putSamples(record, safe_.samples, data.samples, static_cast<qint64>(safe_.samples),
-                   static_cast<qint64>(until.samples));
+        putSamples(record, first, data.samples, static_cast<qint64>(first), static_cast<qint64>(end));
         gather(record);
+        first = end;
     }
     if (until.marks > safe_.marks) {
         RecordPieces record(marksRecord);

@@ -48,7 +48,7 @@ private:
     FileOperations &operations_;
     AppendFile file_;
     QString directory_;
-    bool established_ = false;         ///< the directory took some of the log
+    bool established_ = false;         ///< the directory took some of the log, so it is made again when it vanishes
     quint64 identity_ = 0;             ///< of the run; 0 before it has one
     int number_ = 0;                   ///< of the latest data file; 0 before the first in this directory
     quint32 sequence_ = 0;             ///< of the next data file

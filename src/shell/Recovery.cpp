@@ -123,7 +123,7 @@ void Recovery::recover(RecoveryRow &row, const QString &LogDirectory, const QStr
 
 /// Before the operator saves the rest.
 void Recovery::tellUnread(const QString &directory) {
-    const QStringList files = uses_.Chart5.UnreadLogFiles(directory, ChartLog::Look::Whole);
+    const QStringList files = uses_.Chart5.UnreadLogFiles(directory);
     if (files.isEmpty())
         return;
     unread_ << directory;

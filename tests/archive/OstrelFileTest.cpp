@@ -147,7 +147,15 @@ TEST_F(OstrelFileTest, aConversionNeverTakesThePlaceOfAChartFile) {
         EXPECT_EQ(content(target), before);
     }
     lay("named.chd", "a text");
-    EXPECT_EQ(call("text --overwrite run.chd named.chd"), Good) << complaint.toStdString();
+    for (const char *target : {"named.chd", "new.chl", "new.CHD"}) {
+        for (const char *command : {"text", "pdf"}) {
+            EXPECT_EQ(call(qPrintable(QString("%1 --overwrite run.chd %2").arg(command, target))), Failed);
+            EXPECT_TRUE(complaint.endsWith("is the name of a chart file; only salvage makes one\n"))
+                << complaint.toStdString();
+        }
+    }
+    EXPECT_EQ(content("named.chd"), "a text");
+    EXPECT_FALSE(QFile::exists(path("new.chl")) || QFile::exists(path("new.CHD")));
 }
 
 TEST_F(OstrelFileTest, theStretchOfATextLiesWithinTheRun) {
@@ -172,6 +180,10 @@ TEST_F(OstrelFileTest, salvageKeepsThePrefixOfAFileAndSaysWhatIsMissing) {
     EXPECT_EQ(call("salvage run.chd run.txt"), Misused);
     lay("longer.chd", content("run.chd") + "more");
     EXPECT_EQ(call("salvage --overwrite longer.chd whole.chl"), Good);
+    lay("head.chd", content("run.chd").replace(20, 1, "?"));
+    EXPECT_EQ(call("salvage head.chd mended.chd"), Good) << complaint.toStdString();
+    EXPECT_TRUE(said.contains("head.chd: damaged at byte 0, in its head")) << said.toStdString();
+    EXPECT_EQ(lastTimeOf("mended.chd"), 2.0F);
 }
 
 TEST_F(OstrelFileTest, whereNothingIsLeftNothingIsSaved) {
@@ -194,17 +206,22 @@ TEST_F(OstrelFileTest, whereNothingIsLeftNothingIsSaved) {
 
 TEST_F(OstrelFileTest, salvagePutsTheLogOfADirectoryTogether) {
     RunningLogWriter log;
-    EXPECT_FALSE(log.write(run, archive.path(), 1, 24));
+    ASSERT_TRUE(QDir(archive.path()).mkpath("copy.d/below"));
+    EXPECT_FALSE(log.write(run, path("copy.d"), 1, 24));
     log.close();
-    EXPECT_EQ(call("salvage . log.chl"), Good) << complaint.toStdString();
+    EXPECT_EQ(call("salvage copy.d copy.d/../log.chl"), Good) << complaint.toStdString();
     EXPECT_EQ(lastTimeOf("log.chl"), 2.0F);
     EXPECT_EQ(call("salvage none. log2.chl"), Failed);
-
-    ASSERT_TRUE(QDir(archive.path()).mkdir("copy.d") && QFile::copy(path("Log00001.dat"), path("copy.d/part.chl")));
-    ASSERT_TRUE(QFile::link(path("copy.d/part.chl"), path("link.chl")));
-    for (const char *target : {"copy.d/part.chl", "link.chl"})
-        EXPECT_EQ(call(qPrintable(QString("salvage --overwrite copy.d %1").arg(target))), Misused) << target;
     EXPECT_EQ(call("salvage --overwrite copy.d log.chl"), Good) << complaint.toStdString();
+
+    ASSERT_TRUE(QFile::copy(path("log.chl"), path("copy.d/part.chl")) &&
+                QFile::link(path("copy.d/part.chl"), path("link.chl")) && QFile::link(path("copy.d"), path("link.d")));
+    for (const char *target : {"copy.d/part.chl", "link.chl", "copy.d/new.chl", "copy.d/below/new.chl",
+                               "copy.d/none/new.chl", "link.d/new.chl", "link.d/none/../new.chl"}) {
+        EXPECT_EQ(call(qPrintable(QString("salvage --overwrite copy.d %1").arg(target))), Misused) << target;
+        EXPECT_TRUE(complaint.contains("lies in the directory to be read")) << complaint.toStdString();
+    }
+    EXPECT_EQ(QDir(path("copy.d")).entryList(QDir::Files), (QStringList{"Log00001.dat", "part.chl"}));
 }
 
 TEST_F(OstrelFileTest, logsListsTheRunningLogsAndThoseThatWereThrownAway) {

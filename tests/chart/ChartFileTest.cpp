@@ -130,6 +130,7 @@ TEST_F(ChartFileTest, filesOfEveryVersionStayReadable) {
 TEST_F(ChartFileTest, aFileThatIsCutOrDamagedAnywhereIsRefusedAndSalvageKeepsWhatIsWhole) {
     const QByteArray whole = saved();
     const std::vector<qsizetype> places = boundaries(whole);
+    const auto endPlace = static_cast<quint64>(whole.indexOf("END "));
     for (qsizetype at = 0; at < whole.size(); ++at) {
         SCOPED_TRACE(at);
         QByteArray damaged = whole;
@@ -138,7 +139,11 @@ TEST_F(ChartFileTest, aFileThatIsCutOrDamagedAnywhereIsRefusedAndSalvageKeepsWha
         const ChartFileReport harm = expectRefused(damaged);
         EXPECT_EQ(harm.position, place);
         EXPECT_EQ(harm.record.has_value(), place > 0 && at >= static_cast<qsizetype>(place + RecordHead::size));
-        EXPECT_EQ(harm.fault, at < 5 ? ChartFileFault::NotAChart : ChartFileFault::Damaged);
+        EXPECT_EQ(harm.fault, ChartFileFault::Damaged);
+        ChartData mended;
+        AxisValues mendedAxes;
+        EXPECT_EQ(salvageChartFile(path, mended, mendedAxes).lost, place > 0);
+        EXPECT_EQ(print(mended, mendedAxes) == print(run, goldenAxes), place == 0 || place == endPlace);
         expectRefused(whole.left(at));
         ChartData rest;
         const ChartFileReport report = salvageChartFile(path, rest, axes);
@@ -177,6 +182,29 @@ TEST_F(ChartFileTest, aDamagedSpotCostsWhatItHoldsAndTheReportTellsOfIt) {
     const ChartFileReport blank = loaded(saved().left(third) + QByteArray(5000, '\0'));
     EXPECT_EQ(blank.fault, ChartFileFault::Truncated);
     EXPECT_EQ(blank.position, static_cast<quint64>(third));
+}
+
+TEST_F(ChartFileTest, salvageGoesOnBehindADamagedHeadOfAChartFileOfThisVersion) {
+    QByteArray bytes = saved();
+    std::fill(bytes.begin() + 24, bytes.begin() + 48, '?'); // all but mark, kind, version and identity
+    bytes[bytes.indexOf("MARK") + 40] = '?';
+    EXPECT_EQ(loaded(bytes).fault, ChartFileFault::Damaged);
+    const ChartFileReport report = salvageChartFile(path, back, backAxes);
+    EXPECT_TRUE(report.position == 0 && !report.record && report.lost);
+    EXPECT_EQ(back.samples.size(), run.samples.size());
+    EXPECT_TRUE(back.marks.empty());
+    back = {};
+    for (const auto &[kind, version] : {std::pair(fourLetters("TICK"), 1U), std::pair(dataFile, 2U)}) {
+        bytes = saved();
+        quint64 identity = 0; // that of the records
+        std::memcpy(&identity, bytes.constData() + 16, sizeof identity);
+        const FileHead head{.kind = kind, .version = version, .identity = identity};
+        bytes = head.bytes() + bytes.mid(FileHead::size);
+        bytes[30] = static_cast<char>(bytes[30] ^ 1);
+        loaded(bytes);
+        EXPECT_NE(salvageChartFile(path, back, backAxes).fault, ChartFileFault::None);
+        EXPECT_EQ(back.samples.size(), 0);
+    }
 }
 
 TEST_F(ChartFileTest, anEndlessHoleInAFileIsNotReadThrough) {

@@ -66,13 +66,18 @@ TEST_F(LogWastebasketTest, whatIsTooOldOrTooMuchGoesTheOldestFirst) {
          {"1-2026-10-22", "2-2026-10-23", "3-2026-11-21", "4-2026-11-22", "4-2026-11-22_2", "mine", "5-2027-01-01"})
         lay(QString("Discarded/") + name + "/Log00001.dat", QByteArray(100'000, 'x'));
     lay("Discarded/1-2026-10-22/folder/file");
+    lay("Discarded/3-2026-11-21/run.CHD"); // an operator's
+    lay("Discarded/4-2026-11-22/run", FileHead::of(fourLetters("DATA"), 1).bytes() + QByteArray(300'000, 'x'));
     ASSERT_TRUE(QFile::link(app.filePath("Discarded/mine"), app.filePath("Discarded/0-2020-01-01")));
     keepWastebasketLimits(wastebasket, today);
     EXPECT_EQ(names("Discarded"),
               "0-2020-01-01 1-2026-10-22 2-2026-10-23 3-2026-11-21 4-2026-11-22 4-2026-11-22_2 5-2027-01-01 mine");
     EXPECT_EQ(names("Discarded/1-2026-10-22"), "folder");
     keepWastebasketLimits(wastebasket, today, 350'000);
-    EXPECT_EQ(names("Discarded"), "0-2020-01-01 1-2026-10-22 4-2026-11-22 4-2026-11-22_2 5-2027-01-01 mine");
+    EXPECT_EQ(names("Discarded"),
+              "0-2020-01-01 1-2026-10-22 3-2026-11-21 4-2026-11-22 4-2026-11-22_2 5-2027-01-01 mine");
+    EXPECT_EQ(names("Discarded/3-2026-11-21"), "run.CHD");
+    EXPECT_EQ(names("Discarded/4-2026-11-22"), "Log00001.dat run");
     EXPECT_EQ(names("Discarded/mine"), "Log00001.dat");
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "chart/LogWastebasket.h"
 #include "chart/RunningLogFiles.h"
 #include "chart/RunningLogReader.h"
 #include "chart/RunningLogWriter.h"
@@ -23,6 +24,35 @@ constexpr double aMinute = 1.0 / 60; // the least size of a data file: 300 sampl
 SamplePair sampleOf(qint64 number) {
     return {std::bit_cast<float>(0x7fa00000U + static_cast<quint32>(number)), static_cast<float>(number)};
 }
+
+/// A disk that cannot read one file from a place on.
+class BadSectors : public FileOperations {
+public:
+    BadSectors(const QString &path, off_t from) : path_(QFile::encodeName(path)), from_(from) {}
+    int open(const char *path, int flags, mode_t mode) override {
+        const int fd = path == path_ && from_ == 0 ? -1 : FileOperations::open(path, flags, mode);
+        bad_ = path == path_ ? fd : -1; // one is open at a time
+        errno = EIO;
+        return fd;
+    }
+    ssize_t readAt(int fd, const iovec *pieces, int count, off_t position) override {
+        if (fd != bad_)
+            return FileOperations::readAt(fd, pieces, count, position);
+        for (int i = 0; i < count; position += static_cast<off_t>(pieces[i++].iov_len)) {
+            const off_t most = std::min(static_cast<off_t>(pieces[i].iov_len), from_ - position);
+            const iovec piece{pieces[i].iov_base, static_cast<std::size_t>(std::max<off_t>(most, 0))};
+            if (piece.iov_len > 0)
+                return FileOperations::readAt(fd, &piece, 1, position);
+        }
+        errno = EIO;
+        return -1;
+    }
+
+private:
+    QByteArray path_;
+    off_t from_;
+    int bad_ = -1;
+};
 
 class RunningLogTest : public testing::Test {
 protected:
@@ -62,7 +92,7 @@ protected:
         }
         return log.data.samples.size();
     }
-    static bool standsAt(const QString &directory) { return glanceAtRunningLog(directory).holdsLog; }
+    static bool standsAt(const QString &directory) { return glanceAtRunningLog(directory) == LogGlance::Log; }
     bool holdsAll(const RecoveredLog &log) const {
         const auto sameMark = [](const EventMark &a, const EventMark &b) {
             return a.label == b.label && a.time == b.time && a.height == b.height && a.color == b.color;
@@ -179,13 +209,52 @@ TEST_F(RunningLogTest, aByteGoneBadCostsItsRecordAloneAndIsTold) {
         lay("Log00001.dat", bad);
         const RecoveredLog log = readRunningLog(path);
         EXPECT_EQ(log.whole(), holdsAll(log));
-        if (place < 16 || place > 23) { // without its identity the file is lost
-            EXPECT_EQ(log.data.samples.size(), run.samples.size());
-            EXPECT_LE(log.gaps.size() + log.lostMarks + log.lostMethodTexts + (log.lostTexts ? 1 : 0), 1U);
-        }
+        EXPECT_EQ(log.data.samples.size(), run.samples.size());
+        EXPECT_LE(log.gaps.size() + log.lostMarks + log.lostMethodTexts + (log.lostTexts ? 1 : 0), 1U);
     }
     lay("Log00001.dat", "x" + all);
     EXPECT_EQ(readRunningLog(path).badFiles.size(), 1U);
+}
+
+TEST_F(RunningLogTest, aGlanceTellsALogOfWhichNothingIsWholeFromOneThatNeverHeldAny) {
+    RunningLogWriter writer;
+    live();
+    ASSERT_FALSE(tick(writer));
+    const QByteArray all = content(file(1));
+    const auto damage = [](QByteArray bytes, const char *record, int at) {
+        const auto place = bytes.indexOf(record) + at;
+        bytes[place] = static_cast<char>(bytes[place] ^ 1);
+        return bytes;
+    };
+    constexpr int payload = RecordHead::size;
+    for (const int at : {5, payload}) { // in their heads, in what they hold
+        QByteArray bad = damage(damage(all, "SAMP", at), "MARK", at);
+        lay("Log00001.dat", bad);
+        EXPECT_TRUE(standsAt(path)); // its promise tells that there were samples
+        EXPECT_FALSE(readRunningLog(path).whole());
+        bad = damage(bad, "END ", at);
+        lay("Log00001.dat", bad);
+        EXPECT_EQ(glanceAtRunningLog(path), LogGlance::Damage);
+    }
+    for (const QByteArray &bare : {all.first(FileHead::size) + QByteArray(5000, '\0'), all.first(100)}) {
+        lay("Log00001.dat", bare); // the power went in the first writing
+        EXPECT_EQ(glanceAtRunningLog(path), LogGlance::Nothing);
+    }
+}
+
+TEST_F(RunningLogTest, aDamagedSpotInALongWritingCostsAnHourAtMost) {
+    RunningLogWriter writer;
+    live(100'000);
+    ASSERT_FALSE(tick(writer));
+    expectAll();
+    QByteArray bad = content(file(1));
+    bad[500'000] = static_cast<char>(bad[500'000] ^ 1);
+    lay("Log00001.dat", bad);
+    const RecoveredLog log = readRunningLog(path);
+    ASSERT_EQ(log.gaps.size(), 1U);
+    EXPECT_LT(log.gaps[0].length, 60);
+    EXPECT_EQ(log.data.samples.size(), run.samples.size());
+    EXPECT_FALSE(log.lostTexts || log.lostMarks > 0);
 }
 
 TEST_F(RunningLogTest, aMissingFileIsBridgedOrLeftOutAndTold) {
@@ -269,12 +338,42 @@ TEST_F(RunningLogTest, strangeFilesDisturbNobodyAndCloseLeavesNone) {
     ASSERT_EQ(log.badFiles.size(), 1U);
     EXPECT_EQ(log.badFiles[0].error, std::errc::not_supported);
 
-    emptyLogDirectory(QString()); // a copy that ends before it has a directory
+    emptyLogDirectory(QString()); // old copy that ends before it has a directory
     emptyLogDirectory(path + u'/');
     EXPECT_EQ(names(), (QStringList{"Folder", "Run.chd"}));
     EXPECT_FALSE(standsAt(path));
     EXPECT_FALSE(standsAt(path + "/none"));
     EXPECT_FALSE(standsAt(QString()));
+}
+
+TEST_F(RunningLogTest, whatCannotBeReadIsNeverTakenForEmpty) {
+    RunningLogWriter writer;
+    for (int i = 0; i < 2; ++i) {
+        live(9000);
+        ASSERT_FALSE(tick(writer, aMinute * 30));
+    }
+    const QByteArray all = content(file(2));
+    for (const bool headStands : {true, false}) {
+        lay("Log00002.dat", (headStands ? all.first(3) : QByteArray("xyz")) + all.mid(3));
+        for (const off_t from : {0, 30, 60, 4096, 70'000}) {
+            SCOPED_TRACE(from);
+            BadSectors disk(file(2), from);
+            EXPECT_EQ(readRunningLog(path, disk).badFiles.size(), 1U);
+            EXPECT_EQ(glanceAtRunningLog(path, disk), LogGlance::Unread);
+        }
+    }
+    ASSERT_TRUE(QFile::rename(file(2), path + "/old copy") && QFile::copy(file(1), path + "/Run.chd"));
+    for (const off_t from : {0, 30}) {
+        BadSectors disk(path + "/old copy", from);
+        EXPECT_EQ(glanceAtRunningLog(path, disk), LogGlance::Unread);
+        EXPECT_TRUE(moveToWastebasket(path, folder.filePath("Discarded"), QDate(2026, 11, 22), disk));
+        EXPECT_EQ(names(), (QStringList{"Log00001.dat", "old copy", "Run.chd"}));
+    }
+    BadSectors document(path + "/Run.chd", 0); // which is none of our business
+    EXPECT_EQ(glanceAtRunningLog(path, document), LogGlance::Log);
+    BadSectors disk(path + "/old copy", 30);
+    emptyLogDirectory(path, disk);
+    EXPECT_EQ(names(), (QStringList{"old copy", "Run.chd"}));
 }
 
 TEST_F(RunningLogTest, garbageCostsAGlanceLittleAndHolesCostNothing) {

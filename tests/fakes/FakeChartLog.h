@@ -22,7 +22,7 @@ public:
         return status;
     }
     void CloseLog(const QString &LogDirectory, qint16) override { logs.erase(withoutSeparator(LogDirectory)); }
-    QStringList UnreadLogFiles(const QString &, Look) override { return {}; }
+    QStringList UnreadLogFiles(const QString &) override { return {}; }
     bool DiscardLog(const QString &) override { return true; }
     void KeepWastebasketLimits() override {}
 

@@ -14,7 +14,9 @@
 /// Recovery on a real folder with real logs. The operator is `dialog`; saving a log writes down what was saved.
 class RecoveryFixture : public testing::Test, public LogSaver {
 protected:
-    RecoveryFixture() { chart.setWastebasket(instances.wastebasket()); }
+    RecoveryFixture() {
+        chart.setWastebasket(instances.wastebasket(), [this] { return clock.now().date(); });
+    }
 
     /// A run of that name crashes: its log stands in a directory, its entry in the store.
     void leave(const QString &tag, const char *SystemName) {

@@ -23,7 +23,7 @@ TEST_F(RecoveryTest, whatIsSavedIsSweptAwayWithItsEntry) {
     EXPECT_TRUE(prompts.shown.empty());
     EXPECT_EQ(standing(), "");
     EXPECT_TRUE(store.rows.empty());
-    EXPECT_TRUE(standing("Discarded").startsWith("17-20")); // and lies in the wastebasket
+    EXPECT_EQ(standing("Discarded"), "17-2026-03-14 19-2026-03-14"); // and lies in the wastebasket
 }
 
 TEST_F(RecoveryTest, whatCannotBeReadAtThisStartIsOfferedAndStays) {
@@ -56,7 +56,7 @@ TEST_F(RecoveryTest, whatCannotBeReadAtThisStartIsOfferedAndStays) {
             disk.unread = unread;
             disk.error = error;
             EXPECT_TRUE(chart.CheckLogFile(app.filePath("Log/18")));
-            EXPECT_EQ(chart.UnreadLogFiles(app.filePath("Log/18"), ChartLog::Look::Glance).size(), 1);
+            EXPECT_EQ(chart.UnreadLogFiles(app.filePath("Log/18")).size(), 1);
             EXPECT_FALSE(chart.DiscardLog(app.filePath("Log/18")));
         }
         disk.unread = "Log/18/Log00002";
@@ -69,6 +69,30 @@ TEST_F(RecoveryTest, whatCannotBeReadAtThisStartIsOfferedAndStays) {
     EXPECT_EQ(store.GetAllSettings("LogInfo").size(), 2U); // the count, and what names the log
     EXPECT_EQ(store.GetSetting("LogInfo", "2", "").left(4), "Beta");
     EXPECT_EQ(store.GetSetting("LogInfo", "0", ""), "2");
+}
+
+TEST_F(RecoveryTest, aDamagedLogIsNotDeleted) {
+    const auto damage = [this](const char *tag, std::initializer_list<const char *> records) {
+        QFile file(app.filePath(QString("Log/%1/Log00001.dat").arg(tag)));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        const QByteArray all = file.readAll();
+        for (const char *record : records)
+            ASSERT_TRUE(file.seek(all.indexOf(record) + 24) && file.putChar('?'));
+    };
+    leave("17", "Alpha");
+    damage("17", {"SAMP"});
+    leave("18", "Beta");
+    damage("18", {"SAMP", "END "});
+    dialog = [this](Recovery &form) {
+        prompts.answers = {BoxAnswer::Ok};
+        EXPECT_TRUE(form.cmdDoneButton_Click());
+    };
+    EXPECT_EQ(offer(), "Alpha 14.03.26 09:26");
+    EXPECT_EQ(standing(), "");
+    const QStringList discarded = standing("Discarded").split(' ');
+    ASSERT_EQ(discarded.size(), 2);
+    for (const QString &folder : discarded)
+        EXPECT_TRUE(exists(qPrintable("Discarded/" + folder + "/Log00001.dat")));
 }
 
 TEST_F(RecoveryTest, aLogThatCannotBeMovedStaysAndTheOperatorIsTold) {
