@@ -2,6 +2,7 @@
 #include "chart/RecordFile.h"
 
 #include "chart/Crc32.h"
+#include "files/PlainFile.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -136,8 +137,7 @@ const std::vector<std::span<const char>> &RecordPieces::seal(quint64 identity, q
 }
 
 RecordReader::RecordReader(const QString &path, FileOperations &operations) : operations_(operations) {
-    if (!open(path))
-        error_ = {errno, std::generic_category()};
+    error_ = open(path);
     buffer_.resize(std::min<quint64>(bufferSize, size_));
     char bytes[FileHead::size];
     if (size_ >= sizeof bytes && read(bytes, sizeof bytes, 0))
@@ -145,19 +145,17 @@ RecordReader::RecordReader(const QString &path, FileOperations &operations) : op
     recordEnd_ = taken_ = FileHead::size;
 }
 
-bool RecordReader::open(const QString &path) {
+std::error_code RecordReader::open(const QString &path) {
     // Not to wait at a pipe for somebody to write.
     fd_ = operations_.open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK, 0);
     struct stat file {};
     if (fd_ < 0 || ::fstat(fd_, &file) != 0)
-        return false;
-    if (!S_ISREG(file.st_mode)) {
-        errno = S_ISDIR(file.st_mode) ? EISDIR : ENOTSUP;
-        return false;
-    }
+        return {errno, std::generic_category()};
+    if (!S_ISREG(file.st_mode))
+        return notPlainError(file.st_mode);
     size_ = static_cast<quint64>(file.st_size);
     filled_ = std::min(size_, static_cast<quint64>(file.st_blocks) * blockSize);
-    return true;
+    return {};
 }
 
 RecordReader::~RecordReader() {

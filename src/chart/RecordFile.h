@@ -134,7 +134,7 @@ public:
     bool finish();
 
 private:
-    bool open(const QString &path);
+    std::error_code open(const QString &path);
     bool enter(quint64 position);
     quint64 behindHole(quint64 position);
     bool read(void *to, std::size_t size, quint64 position);

@@ -118,6 +118,7 @@ private:
     template <typename Item, typename Take>
     bool takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take);
     void endRun(std::size_t gaps);
+    void addNotes();
     bool seenEnough() const { return glance_ && (log_.data.samples.size() > 0 || !marks_.empty()); }
     void addBadFile(const QString &path, std::error_code error);
 
@@ -259,9 +260,17 @@ void Joiner::endRun(std::size_t gaps) {
     log_.lostTexts |= promises_.lostTexts(log_.gaps.size() > gaps || marks > 0 || texts > 0);
     if (log_.data.title.isEmpty())
         log_.data.title = title_.text;
-    if (!log_.data.notes.isEmpty() && !notes_.text.isEmpty())
-        log_.data.notes += QStringLiteral("\r\n");
-    log_.data.notes += notes_.text;
+    addNotes();
+}
+
+/// The recorder's and the log's notes may be the same text.
+void Joiner::addNotes() {
+    QString &notes = log_.data.notes;
+    if (notes_.text.isEmpty() || notes.contains(notes_.text))
+        return;
+    if (!notes.isEmpty())
+        notes += QStringLiteral("\r\n");
+    notes += notes_.text;
 }
 
 void Joiner::takeFile(const DataFile &file) {

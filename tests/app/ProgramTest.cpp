@@ -312,6 +312,8 @@ TEST_F(ProgramTest, whatWasRecordedWithLoggingOffIsKeptByEveryUnaskedEnd) {
     link();
     find<QAction>("mnuLogOff")->trigger();
     play("R1 . . . . . . . . . .");
+    chart(0).SetNotes("Column B"); // as the notes window does
+    chart(5).SetNotes("Column B");
     find<QAction>("mnuLogOn")->trigger();
     play(". .");
     const auto onScreen = chart(0).SampleCount();
@@ -322,6 +324,7 @@ TEST_F(ProgramTest, whatWasRecordedWithLoggingOffIsKeptByEveryUnaskedEnd) {
     start();
     EXPECT_TRUE(chart(1).LoadDataFile(saved));
     EXPECT_GT(chart(1).SampleCount(), onScreen); // and what the log had itself
+    EXPECT_EQ(chart(1).GetNotes(), "Column B");
 }
 
 TEST_F(ProgramTest, aRunThatBeginsUnderTheQuestionIsNotCleared) {
