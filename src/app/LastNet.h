@@ -15,9 +15,9 @@
 /// Meets the run-time errors that no routine handles. Such an error ends the routine that it flew out of and nothing
 /// else: the acquisition goes back to work, the log is written, the operator is told.
 ///
-/// The same error from the same place is told once. While its box is up, and while it keeps coming, never a minute apart,
-/// it is an entry of the error log a minute, with its count; after a quiet minute it is told anew. A cancelled dialog
-/// (32755) is the operator's own wish and nobody's error.
+/// The same error from the same place is told once. While its box is up, and while it keeps coming, never a minute
+/// apart, it is an entry of the error log a minute, with its count; after a quiet minute it is told anew. A cancelled
+/// dialog (32755) is the operator's own wish and nobody's error.
 class LastNet {
 public:
     struct Uses {
