@@ -103,12 +103,13 @@ static void DecodeOurs(benchmark::State &state) {
     Options options;
     LinkState link;
     RunState run;
+    TabStates tabs;
     link.FirstSyncFound = link.StatusBlocksSeen = true;
     run.Recording = run.ChartRunActive = run.LogRunActive = true;
     ReceiveRing ring;
     DataReceiver receiver{port, ring, link, timer, clock, silence};
     RunNews news{run, link};
-    SampleIntake intake{run, chart, log, timer, silence, silence, options, clock};
+    SampleIntake intake{run, tabs, chart, log, timer, silence, silence, options, clock};
     StreamDecoder decoder{ring,    link,    run,     news,    intake, {timer, timer, timer},
                           silence, silence, silence, options, clock};
     for (auto _ : state) {
