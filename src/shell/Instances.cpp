@@ -63,7 +63,7 @@ void Instances::makeLogFolder() {
 QString Instances::makeOwnDirectory() {
     qint64 number = std::max<qint64>(clock_.now().toMSecsSinceEpoch(), 0);
     while (true) {
-        const QString tag = QString::number(number++).rightJustified(tagDigits, u'0');
+        QString tag = QString::number(number++).rightJustified(tagDigits, u'0');
         // A copy that sweeps at this moment may take the empty directory away again.
         if (makeFolder(tag) && own_.tryTake(logFolder_ + u'/' + tag))
             return tag;
