@@ -1,34 +1,46 @@
 # SPDX-License-Identifier: MIT
 cmake_minimum_required(VERSION 3.25)
 
-# Holds every #include of a file of ours against the layers: no arrow points up.
+# Holds every #include of a file of ours against the rooms: no arrow points up. A room is a folder of src, or of
+# src/chart.
 
 set(may_base)
 set(may_files)
 set(may_platform base files)
 set(may_forms base)
-set(may_chart files)
+set(may_chart/run)
+set(may_chart/files chart/run files)
+set(may_chart/table chart/run files)
+set(may_chart/plot chart/run)
+set(may_chart/report chart/run chart/plot)
+set(may_chart chart/run chart/files chart/table chart/plot chart/report files)
 set(may_acquisition base platform forms chart/ChartContract.h)
 set(may_documents base platform chart/ChartContract.h)
 set(may_view base platform forms chart acquisition documents)
-set(may_reports base platform forms chart/ChartContract.h)
+set(may_reports base platform forms chart/ChartContract.h chart/table)
 set(may_shell base platform forms chart/ChartContract.h documents)
 set(may_app base files platform forms chart acquisition documents view reports shell)
 set(may_simulator base acquisition/StreamFormat.h)
-set(may_archive base files chart)
+set(may_archive base files chart/run chart/files chart/table chart/report)
 
 # Within acquisition only the forms may know the control classes.
 set(forms_of_acquisition frmNoData frmSetup)
 
+# The room of a file under src.
+function(room_of path room)
+    string(REGEX MATCH "^(chart/[a-z]+|[^/]+)(/|$)" start ${path})
+    set(${room} ${CMAKE_MATCH_1} PARENT_SCOPE)
+endfunction()
+
 file(GLOB_RECURSE sources RELATIVE ${SOURCE}/src ${SOURCE}/src/*.cpp ${SOURCE}/src/*.h)
 set(faults 0)
 foreach(source ${sources})
-    string(REGEX MATCH "^[^/]+" layer ${source})
+    room_of(${source} layer)
     get_filename_component(unit ${source} NAME_WE)
     file(STRINGS ${SOURCE}/src/${source} includes REGEX "^#include \"[a-z]+/")
     foreach(line ${includes})
         string(REGEX REPLACE "^#include \"([^\"]+)\".*" "\\1" included ${line})
-        string(REGEX MATCH "^[^/]+" target ${included})
+        room_of(${included} target)
         set(allowed FALSE)
         if(target STREQUAL layer OR target IN_LIST may_${layer} OR included IN_LIST may_${layer})
             set(allowed TRUE)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/ChartImage.h"
+#include "chart/plot/ChartImage.h"
 
 #include <array>
 #include <cmath>

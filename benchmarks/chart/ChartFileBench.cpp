@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "BenchDisk.h"
 #include "BenchRun.h"
-#include "chart/ChartFile.h"
 #include "chart/Quillchart.h"
+#include "chart/files/ChartFile.h"
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>

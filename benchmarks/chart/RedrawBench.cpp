@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "BenchRun.h"
-#include "chart/PlotPainter.h"
+#include "chart/plot/PlotPainter.h"
 
 #include <QPainter>
 #include <benchmark/benchmark.h>

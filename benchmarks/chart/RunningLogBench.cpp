@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "BenchDisk.h"
 #include "BenchRun.h"
-#include "chart/ChartFile.h"
-#include "chart/RunningLogReader.h"
-#include "chart/RunningLogWriter.h"
+#include "chart/files/ChartFile.h"
+#include "chart/files/RunningLogReader.h"
+#include "chart/files/RunningLogWriter.h"
 
 #include <benchmark/benchmark.h>
 #include <fcntl.h>

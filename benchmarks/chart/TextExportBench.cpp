@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "BenchRun.h"
-#include "chart/TextExport.h"
+#include "chart/table/TextExport.h"
 
 #include <QFile>
 #include <QTemporaryDir>

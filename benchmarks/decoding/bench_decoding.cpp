@@ -77,11 +77,9 @@ public:
     int Interval() const override { return 700; }
 };
 
-class Silence : public ErrorRoute, public RecordCommands, public AcquisitionWindow {
+class Silence : public ErrorRoute, public AcquisitionWindow {
 public:
     void HandelError(qint32) override {}
-    void mnuStart_Click() override {}
-    void mnuStop_Click() override {}
     void commandsAt(Moment) override {}
     void setReceiveLed(bool) override {}
     void UpdateLiveView() override {}
@@ -104,14 +102,15 @@ static void DecodeOurs(benchmark::State &state) {
     LinkState link;
     RunState run;
     TabStates tabs;
+    const Commands commands; // a burst has no news
     link.FirstSyncFound = link.StatusBlocksSeen = true;
     run.Recording = run.ChartRunActive = run.LogRunActive = true;
     ReceiveRing ring;
     DataReceiver receiver{port, ring, link, timer, clock, silence};
     RunNews news{run, link};
-    SampleIntake intake{run, tabs, chart, log, timer, silence, silence, options, clock};
-    StreamDecoder decoder{ring,    link,    run,     news,    intake, {timer, timer, timer},
-                          silence, silence, silence, options, clock};
+    SampleIntake intake{run, tabs, chart, log, timer, commands, silence, options, clock};
+    StreamDecoder decoder{ring,    link,     run,     news,    intake, {timer, timer, timer},
+                          silence, commands, silence, options, clock};
     for (auto _ : state) {
         receiver.ComPort_OnComm();
         decoder.TimerProcess_Timer();

@@ -3,23 +3,7 @@
 
 class PortSetup;
 
-/// What the acquisition needs of the windows and the menus above it.
-
-/// The click routines of the record commands. Run whole each time, whether or not their menu items are enabled.
-class RecordCommands {
-public:
-    virtual ~RecordCommands() = default;
-    virtual void mnuStart_Click() = 0;
-    virtual void mnuStop_Click() = 0;
-};
-
-/// The click routines that the lost-link dialog and the port search run.
-class LinkCommands {
-public:
-    virtual ~LinkCommands() = default;
-    virtual void mnuComPort_Click() = 0;
-    virtual void mnuExit_Click() = 0;
-};
+/// What the acquisition needs of the windows above it.
 
 /// The moments at which commands of the window change their state.
 enum class Moment { LinkLost, SyncFound, Record, Stop };

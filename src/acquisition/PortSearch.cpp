@@ -14,7 +14,7 @@ constexpr int inputBufferBytes = 32000;
 } // namespace
 
 PortSearch::PortSearch(PortSetup &setup, SerialControl &ComPort, Timer &TimerCheckComData, Options &options,
-                       const Identity &identity, SetupDialog &dialog, Prompts &prompts, LinkCommands &commands,
+                       const Identity &identity, SetupDialog &dialog, Prompts &prompts, const Commands &commands,
                        ErrorRoute &errors)
     : setup_(setup), ComPort_(ComPort), TimerCheckComData_(TimerCheckComData), options_(options), identity_(identity),
       dialog_(dialog), prompts_(prompts), commands_(commands), errors_(errors) {}
@@ -29,7 +29,7 @@ bool PortSearch::chooseAtStart() {
                                       "Please free one COM port before restarting Ostrel MS."),
                        BoxIcon::None,
                        {}});
-        commands_.mnuExit_Click();
+        commands_.run(QStringLiteral("mnuExit"));
         return false;
     }
     ComPort_.setInBufferSize(inputBufferBytes);

@@ -3,6 +3,7 @@
 
 #include "acquisition/AcquisitionPorts.h"
 #include "acquisition/PortSetup.h"
+#include "base/Commands.h"
 #include "base/ErrorRoute.h"
 
 /// Settles on a serial port: at the start by itself or with the operator's help, later whenever the operator asks.
@@ -10,7 +11,7 @@ class PortSearch {
 public:
     /// `setup` must work on the same `ComPort`, timer and options.
     PortSearch(PortSetup &setup, SerialControl &ComPort, Timer &TimerCheckComData, Options &options,
-               const Identity &identity, SetupDialog &dialog, Prompts &prompts, LinkCommands &commands,
+               const Identity &identity, SetupDialog &dialog, Prompts &prompts, const Commands &commands,
                ErrorRoute &errors);
 
     /// Prepares the link's control for a free port, the stored one for the first copy of the program. False when no
@@ -32,7 +33,7 @@ private:
     const Identity &identity_;
     SetupDialog &dialog_;
     Prompts &prompts_;
-    LinkCommands &commands_;
+    const Commands &commands_;
     ErrorRoute &errors_;
     bool setupShown_ = false;
 };

@@ -32,7 +32,7 @@ constexpr LabelLook labelLooks[] = {
 } // namespace
 
 SampleIntake::SampleIntake(RunState &run, TabStates &tabs, LiveChart &recorder, LiveChart &log,
-                           Timer &TimerStopWaitForMethod, RecordCommands &commands, ErrorRoute &errors,
+                           Timer &TimerStopWaitForMethod, const Commands &commands, ErrorRoute &errors,
                            const Options &options, const Clock &clock)
     : run_(run), tabs_(tabs), recorder_(recorder), log_(log), TimerStopWaitForMethod_(TimerStopWaitForMethod),
       commands_(commands), errors_(errors), options_(options), clock_(clock) {}
@@ -84,7 +84,7 @@ void SampleIntake::AddChartSample() {
 void SampleIntake::applyChartLabel() {
     switch (run_.ChartLabelType) {
     case Label::Start:
-        commands_.mnuStart_Click();
+        commands_.run(QStringLiteral("mnuStart"));
         run_.ChartRunActive = true;
         run_.ChartPaused = false;
         break;
@@ -93,7 +93,7 @@ void SampleIntake::applyChartLabel() {
         run_.ChartEndPending = false;
         run_.WaitForMethod = true;
         TimerStopWaitForMethod_.setEnabled(true);
-        commands_.mnuStop_Click();
+        commands_.run(QStringLiteral("mnuStop"));
         run_.ChartRunActive = false;
         run_.ChartPaused = false;
         run_.ChartEventNumber = 0;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "acquisition/AcquisitionPorts.h"
+#include "base/Commands.h"
 #include "base/ErrorRoute.h"
 #include "base/Values.h"
 #include "chart/ChartContract.h"
@@ -14,7 +15,7 @@
 class SampleIntake {
 public:
     SampleIntake(RunState &run, TabStates &tabs, LiveChart &recorder, LiveChart &log, Timer &TimerStopWaitForMethod,
-                 RecordCommands &commands, ErrorRoute &errors, const Options &options, const Clock &clock);
+                 const Commands &commands, ErrorRoute &errors, const Options &options, const Clock &clock);
 
     /// Add the pair UvValue, CondValue to their chart and work off what waits there. Overflow (6) when the numbers of
     /// the labels leave 16 bits.
@@ -39,7 +40,7 @@ private:
     LiveChart &recorder_;
     LiveChart &log_;
     Timer &TimerStopWaitForMethod_;
-    RecordCommands &commands_;
+    const Commands &commands_;
     ErrorRoute &errors_;
     const Options &options_;
     const Clock &clock_;

@@ -57,7 +57,7 @@ inline const StreamDecoder::BlockRule *StreamDecoder::ruleFor(std::uint8_t type)
 }
 
 StreamDecoder::StreamDecoder(ReceiveRing &ring, LinkState &link, RunState &run, RunNews &news, SampleIntake &intake,
-                             DecoderTimers timers, AcquisitionWindow &window, RecordCommands &commands,
+                             DecoderTimers timers, AcquisitionWindow &window, const Commands &commands,
                              ErrorRoute &errors, const Options &options, const Clock &clock)
     : ring_(ring), link_(link), run_(run), news_(news), intake_(intake), timers_(timers), window_(window),
       commands_(commands), errors_(errors), options_(options), clock_(clock) {}
@@ -229,9 +229,9 @@ void StreamDecoder::HandelPenStatusData(int skip) {
         return;
     link_.StatusBlocksSeen = true;
     if (pen == PenOff)
-        commands_.mnuStop_Click();
+        commands_.run(QStringLiteral("mnuStop"));
     else if (pen == PenOn)
-        commands_.mnuStart_Click();
+        commands_.run(QStringLiteral("mnuStart"));
     else
         parameterError("Sub HandelPenStatusData; Pen Byte Expected; Actual Byte Received:", pen);
 }

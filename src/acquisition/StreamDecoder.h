@@ -5,6 +5,7 @@
 #include "acquisition/ReceiveRing.h"
 #include "acquisition/RunNews.h"
 #include "acquisition/SampleIntake.h"
+#include "base/Commands.h"
 #include "base/ErrorRoute.h"
 #include "base/Steps.h"
 #include "base/Values.h"
@@ -25,7 +26,7 @@ struct DecoderTimers {
 class StreamDecoder {
 public:
     StreamDecoder(ReceiveRing &ring, LinkState &link, RunState &run, RunNews &news, SampleIntake &intake,
-                  DecoderTimers timers, AcquisitionWindow &window, RecordCommands &commands, ErrorRoute &errors,
+                  DecoderTimers timers, AcquisitionWindow &window, const Commands &commands, ErrorRoute &errors,
                   const Options &options, const Clock &clock);
 
     /// The program's main loop.
@@ -74,7 +75,7 @@ private:
     SampleIntake &intake_;
     DecoderTimers timers_;
     AcquisitionWindow &window_;
-    RecordCommands &commands_;
+    const Commands &commands_;
     ErrorRoute &errors_;
     const Options &options_;
     const Clock &clock_;

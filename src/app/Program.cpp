@@ -34,7 +34,7 @@ DocumentCharts documentCharts(const frmMain &window) {
 } // namespace
 
 Program::Program(const Platform &on)
-    : platform_(on), commands_(values_.tabs), timers_(makeTimers(on, splash_, window_)),
+    : platform_(on), clicks_(commands_, values_.tabs), timers_(makeTimers(on, splash_, window_)),
       net_({on.prompts, on.clock, [this] { backToWork(); },
             [this](const QString &message) { errors_.WriteErrorLog(message); }}),
       awake_(values_.run, *timers_.SaveLog, on.sleep),
@@ -78,10 +78,9 @@ Program::Program(const Platform &on)
       search_(setup_, on.ComPort, *timers_.CheckComData, values_.options, values_.identity, setupForm_, on.prompts,
               commands_, errors_),
 
-      shellWindow_(window_, commands_), logSaver_(commands_),
-      instances_(values_.identity, on.store, on.prompts, on.clock, on.appPath),
+      shellWindow_(window_, clicks_), instances_(values_.identity, on.store, on.prompts, on.clock, on.appPath),
       recovery_(values_.identity, logInfo_, values_.log, instances_,
-                {window_.chart(logChart), logSaver_, on.store, on.prompts,
+                {window_.chart(logChart), commands_, on.store, on.prompts,
                  [this](Recovery &recovery) { frmDataRecovery(recovery, &window_).exec(); }}),
       naming_(values_.identity, instances_, on.prompts, shellWindow_, &window_),
       textWindows_(values_.tabs, documentCharts(window_), {window_.chart(logChart), [this] { log_.writeNow(); }},
@@ -92,7 +91,7 @@ Program::Program(const Platform &on)
                        net_.run(QStringLiteral("DrawChartLabel"), [&] { openFiles_.DrawChartLabel(FileName); });
                    }}),
       exit_(values_.identity, values_.tabs,
-            {window_.chart(logChart), log_, logSaver_, states_, settings_, instances_, on.prompts, on.process}) {
+            {window_.chart(logChart), log_, commands_, states_, settings_, instances_, on.prompts, on.process}) {
     values_.identity.PrevInstance = on.PrevInstance;
     window_.chart(logChart).setWastebasket(instances_.wastebasket(),
                                            [&clock = on.clock] { return clock.now().date(); });
@@ -147,7 +146,7 @@ void Program::bindEvents() {
     tabs_.attach();
     bindCharts();
     window_.clicked = [this](const QString &control) {
-        net_.run(control, [&] { commands_.click(control); });
+        net_.run(control, [&] { clicks_.click(control); });
         awake_.look();
     };
     window_.QueryUnload = [this] {
@@ -209,7 +208,8 @@ void Program::mnuExport_Click() {
 }
 
 void Program::start() {
-    // Before this copy changes anything there. Where the store cannot be read, nobody knows whose the left-over logs are.
+    // Before this copy changes anything there. Where the store cannot be read, nobody knows whose the left-over logs
+    // are.
     if (skippingErrors([this] { logInfo_ = platform_.store.GetAllSettings(QLatin1String(logInfoSection)); }) != 0)
         logInfo_ = {{QStringLiteral("0"), QStringLiteral("0")}};
     timers_.LoadMain->setEnabled(true);

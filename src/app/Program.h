@@ -14,6 +14,7 @@
 #include "app/Platform.h"
 #include "app/ReportAdapters.h"
 #include "app/ShellAdapters.h"
+#include "base/Commands.h"
 #include "base/Values.h"
 #include "documents/ClearAndClose.h"
 #include "documents/ErrorReporter.h"
@@ -33,8 +34,8 @@
 #include "shell/frmStartup.h"
 #include "view/AxisPanels.h"
 #include "view/ChartTabs.h"
+#include "view/Clicks.h"
 #include "view/CommandStates.h"
-#include "view/Commands.h"
 #include "view/FileWindow.h"
 #include "view/HelpMenu.h"
 #include "view/LiveView.h"
@@ -88,6 +89,7 @@ private:
     Platform platform_;
     Values values_;
     Commands commands_;
+    Clicks clicks_;
     frmMain window_;
     frmStartup splash_;
     MainTimers timers_;
@@ -128,7 +130,6 @@ private:
     PortSearch search_;
 
     MainShellWindow shellWindow_;
-    MenuLogSaver logSaver_;
     std::vector<SettingRow> logInfo_; ///< LogInfoTable: what other copies and crashes had left in the store
     Instances instances_;
     Recovery recovery_;

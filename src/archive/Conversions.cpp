@@ -2,9 +2,9 @@
 #include "archive/Conversions.h"
 
 #include "archive/RunFile.h"
-#include "chart/ChartContract.h"
-#include "chart/ReportPrinter.h"
-#include "chart/TextExport.h"
+#include "chart/report/ReportPrinter.h"
+#include "chart/table/ExportedPoints.h"
+#include "chart/table/TextExport.h"
 #include "files/DurableFile.h"
 
 #include <QDateTime>

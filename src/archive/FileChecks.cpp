@@ -3,7 +3,7 @@
 
 #include "archive/Facts.h"
 #include "archive/RunFile.h"
-#include "chart/IsoDate.h"
+#include "chart/run/IsoDate.h"
 
 #include <QFileInfo>
 #include <QJsonArray>

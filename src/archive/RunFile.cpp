@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "archive/RunFile.h"
 
-#include "chart/RunningLogFiles.h"
+#include "chart/files/RunningLogFiles.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "archive/ArchiveCommand.h"
-#include "chart/ChartFile.h"
+#include "chart/files/ChartFile.h"
 
 /// A run as a file holds it.
 struct RunFile {

@@ -4,9 +4,9 @@
 #include "archive/Facts.h"
 #include "archive/RunFile.h"
 #include "base/AppFolders.h"
-#include "chart/IsoDate.h"
-#include "chart/LogWastebasket.h"
-#include "chart/RunningLogFiles.h"
+#include "chart/files/LogWastebasket.h"
+#include "chart/files/RunningLogFiles.h"
+#include "chart/run/IsoDate.h"
 
 #include <QDir>
 #include <QFileInfo>

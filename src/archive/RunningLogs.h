@@ -2,7 +2,7 @@
 #pragma once
 
 #include "archive/ArchiveCommand.h"
-#include "chart/RunningLogReader.h"
+#include "chart/files/RunningLogReader.h"
 
 /// What the log no longer holds, a line each; none when it is whole.
 QStringList missingOf(const RecoveredLog &log);

@@ -5,8 +5,6 @@
 #include <QStringList>
 #include <QtGlobal>
 
-#include <cmath>
-
 /// The outside contract of the chart component, cut by who uses it. All calls come on the user-interface thread. A
 /// status of 0 is good; any other value is final for that call.
 
@@ -55,13 +53,6 @@ public:
     virtual void setTimeAxisMax(float value) = 0;
     virtual void setChartTitle(const QString &title) = 0;
 };
-
-/// The points that an export from `TimeFrom` to `TimeTo` minutes has at `SampleRate` points a second: a whole number.
-/// The half and the rounding to the nearest together: an even number of points stays, an odd one is rounded up.
-inline double exportedPoints(float TimeFrom, float TimeTo, float SampleRate) {
-    constexpr double secondsPerMinute = 60.0;
-    return std::nearbyint((TimeTo - TimeFrom) * SampleRate * secondsPerMinute + 0.5);
-}
 
 /// What is kept of a run in files and on paper. File names are any that the file system takes.
 class ChartDocument {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/Quillchart.h"
 
-#include "chart/PlotPainter.h"
-#include "chart/Readout.h"
+#include "chart/plot/PlotPainter.h"
+#include "chart/plot/Readout.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "chart/ChartContract.h"
-#include "chart/ChartData.h"
-#include "chart/ChartImage.h"
-#include "chart/ReportPrinter.h"
-#include "chart/RunningLogWriter.h"
-#include "chart/ZoomGesture.h"
+#include "chart/files/RunningLogWriter.h"
+#include "chart/plot/ChartImage.h"
+#include "chart/plot/ZoomGesture.h"
+#include "chart/report/ReportPrinter.h"
+#include "chart/run/ChartData.h"
 
 #include <QDate>
 #include <QVariantList>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "chart/ChartFile.h"
-#include "chart/LogWastebasket.h"
 #include "chart/Quillchart.h"
-#include "chart/ReportPrinter.h"
-#include "chart/RunningLogFiles.h"
-#include "chart/RunningLogReader.h"
-#include "chart/TextExport.h"
+#include "chart/files/ChartFile.h"
+#include "chart/files/LogWastebasket.h"
+#include "chart/files/RunningLogFiles.h"
+#include "chart/files/RunningLogReader.h"
+#include "chart/report/ReportPrinter.h"
+#include "chart/table/TextExport.h"
 
 #include <QDateTime>
 

@@ -8,18 +8,10 @@
 
 #include <array>
 
-/// What the documents need of the window and the menus above them.
+/// What the documents need of the window above them.
 
 /// The recorder's chart and those of the opened files, by their tabs.
 using DocumentCharts = std::array<DocumentChart *, tabCount>;
-
-/// The click routines that the error route runs when the chart cannot take more.
-class StopCommands {
-public:
-    virtual ~StopCommands() = default;
-    virtual void mnuStop_Click() = 0;
-    virtual void mnuLogOff_Click() = 0;
-};
 
 /// The main window as the commands on files see it. Tabs are counted as their charts are, the recorder's being 0.
 class DocumentWindow {

@@ -8,7 +8,7 @@
 
 #include <utility>
 
-ErrorReporter::ErrorReporter(LinkState &link, Prompts &prompts, StopCommands &commands, Reads reads, QString logFile)
+ErrorReporter::ErrorReporter(LinkState &link, Prompts &prompts, const Commands &commands, Reads reads, QString logFile)
     : link_(link), prompts_(prompts), commands_(commands), reads_(reads), logFile_(std::move(logFile)) {}
 
 void ErrorReporter::HandelError(qint32 ErrorCode) {
@@ -19,8 +19,8 @@ void ErrorReporter::HandelError(qint32 ErrorCode) {
         // While the operator reads, the recording goes on.
         if (ErrorCode == ErrorTable::outOfMemory) {
             EveryStep both;
-            both.run([this] { commands_.mnuStop_Click(); });
-            both.run([this] { commands_.mnuLogOff_Click(); });
+            both.run([this] { commands_.run(QStringLiteral("mnuStop")); });
+            both.run([this] { commands_.run(QStringLiteral("mnuLogOff")); });
             both.raise();
         }
     } else if (const ErrorTable::LogRow *entry = ErrorTable::logFor(ErrorCode)) {

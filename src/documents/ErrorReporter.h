@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/Commands.h"
 #include "base/ErrorRoute.h"
 #include "base/Values.h"
 #include "documents/DocumentPorts.h"
@@ -20,7 +21,7 @@ public:
         const Clock &clock;
     };
 
-    ErrorReporter(LinkState &link, Prompts &prompts, StopCommands &commands, Reads reads, QString logFile);
+    ErrorReporter(LinkState &link, Prompts &prompts, const Commands &commands, Reads reads, QString logFile);
 
     void HandelError(qint32 ErrorCode) override;
     void WriteErrorLog(const QString &message);
@@ -28,7 +29,7 @@ public:
 private:
     LinkState &link_;
     Prompts &prompts_;
-    StopCommands &commands_;
+    const Commands &commands_;
     Reads reads_;
     QString logFile_;
 };

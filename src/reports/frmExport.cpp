@@ -3,6 +3,7 @@
 
 #include "base/Numbers.h"
 #include "base/Steps.h"
+#include "chart/table/ExportedPoints.h"
 #include "forms/Controls.h"
 #include "forms/FixedDialog.h"
 #include "forms/FormBuilder.h"

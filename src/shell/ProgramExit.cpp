@@ -37,7 +37,7 @@ bool ProgramExit::ask() {
                             BoxIcon::Question,
                             {},
                             BoxButtons::YesNo}) == BoxAnswer::Yes)
-        uses_.logSaver.mnuSaveLog_Click();
+        uses_.commands.run(QStringLiteral("mnuSaveLog"));
 
     const auto end = tabs_.ChartSaved.begin() + std::max<int>(tabs_.ChartCount, 0);
     if (std::all_of(tabs_.ChartSaved.begin(), end, [](bool saved) { return saved; }))

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/Commands.h"
 #include "base/Values.h"
 #include "chart/ChartContract.h"
 #include "documents/DocumentPorts.h"
@@ -18,7 +19,7 @@ public:
     struct Uses {
         ChartLog &Chart5;
         RunningLog &log;
-        LogSaver &logSaver;
+        const Commands &commands;
         LogWindow &logWindow;
         Settings &settings;
         Instances &instances;

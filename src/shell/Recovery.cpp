@@ -116,7 +116,7 @@ void Recovery::recover(RecoveryRow &row, const QString &LogDirectory, const QStr
     identity_.LogDirectory = LogDirectory;
     identity_.SystemName = SystemName;
     tellUnread(LogDirectory);
-    uses_.logSaver.mnuSaveLog_Click();
+    uses_.commands.run(QStringLiteral("mnuSaveLog"));
     if (log_.LogSaved)
         row.itemData = RecoveryRow::recovered;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/Commands.h"
 #include "base/Values.h"
 #include "chart/ChartContract.h"
 #include "platform/Prompts.h"
@@ -32,7 +33,7 @@ public:
     /// What recovery runs and reaches.
     struct Uses {
         ChartLog &Chart5;
-        LogSaver &logSaver;
+        const Commands &commands;
         SettingsStore &store;
         Prompts &prompts;
         std::function<void(Recovery &)> showDialog; ///< frmDataRecovery, until the operator ends it

@@ -3,15 +3,7 @@
 
 #include <QString>
 
-/// What the shell needs of the window and the menus above it.
-
-/// The command that saves the running log, here also one that a crash left behind.
-class LogSaver {
-public:
-    virtual ~LogSaver() = default;
-    /// Saves what stands in LogDirectory; LogSaved tells how it went.
-    virtual void mnuSaveLog_Click() = 0;
-};
+/// What the shell needs of the window above it.
 
 /// The main window as start-up and the windows of its check buttons see it.
 class ShellWindow {

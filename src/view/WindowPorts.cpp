@@ -5,7 +5,7 @@
 
 #include <utility>
 
-WindowPorts::WindowPorts(CommandStates &states, LiveView &live, LinkCommands &commands, WindowActs window)
+WindowPorts::WindowPorts(CommandStates &states, LiveView &live, const Commands &commands, WindowActs window)
     : states_(states), live_(live), commands_(commands), window_(std::move(window)) {}
 
 void WindowPorts::showNoData() {
@@ -17,10 +17,10 @@ void WindowPorts::showNoData() {
     case NoDataAnswer::Ok:
         break;
     case NoDataAnswer::Setup:
-        commands_.mnuComPort_Click();
+        commands_.run(QStringLiteral("mnuComPort"));
         break;
     case NoDataAnswer::Exit:
-        commands_.mnuExit_Click();
+        commands_.run(QStringLiteral("mnuExit"));
         break;
     }
 }

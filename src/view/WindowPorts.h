@@ -3,6 +3,7 @@
 
 #include "acquisition/AcquisitionPorts.h"
 #include "acquisition/frmNoData.h"
+#include "base/Commands.h"
 #include "view/CommandStates.h"
 #include "view/LiveView.h"
 
@@ -18,7 +19,7 @@ struct WindowActs {
 /// The main window as the acquisition sees it.
 class WindowPorts : public AcquisitionWindow {
 public:
-    WindowPorts(CommandStates &states, LiveView &live, LinkCommands &commands, WindowActs window);
+    WindowPorts(CommandStates &states, LiveView &live, const Commands &commands, WindowActs window);
 
     void commandsAt(Moment moment) override { states_.commandsAt(moment); }
     void setReceiveLed(bool on) override { window_.setReceiveLed(on); }
@@ -32,7 +33,7 @@ private:
 
     CommandStates &states_;
     LiveView &live_;
-    LinkCommands &commands_;
+    const Commands &commands_;
     WindowActs window_;
     bool noDataUp_ = false;
 };

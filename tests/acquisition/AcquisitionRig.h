@@ -50,7 +50,7 @@ public:
 };
 
 /// The whole way from the serial port to the charts, on a desktop, a window and charts of the test's own.
-class AcquisitionRig : public RecordCommands {
+class AcquisitionRig {
 public:
     AcquisitionRig() {
         ComPort.setPortOpen(true);
@@ -59,11 +59,11 @@ public:
         TimerCheckComData.Tick = [this] { session.TimerCheckComData_Timer(); };
         TimerStopWaitForMethod.Tick = [this] { intake.TimerStopWaitForMethod_Timer(); };
         errors.reaction = [this](qint32 code) { react(code); };
+        commands.bind("mnuStart", [this] { session.mnuStart_Click(); });
+        commands.bind("mnuStop", [this] { session.mnuStop_Click(); });
     }
 
-    void mnuStart_Click() override { session.mnuStart_Click(); }
-    void mnuStop_Click() override { session.mnuStop_Click(); }
-
+    Commands commands;
     Options options;
     LinkState link;
     RunState run;
@@ -83,10 +83,10 @@ public:
     ReceiveRing ring;
     DataReceiver receiver{ComPort, ring, link, TimerProcess, clock, errors};
     RunNews news{run, link};
-    SampleIntake intake{run, tabs, chart, log, TimerStopWaitForMethod, *this, errors, options, clock};
+    SampleIntake intake{run, tabs, chart, log, TimerStopWaitForMethod, commands, errors, options, clock};
     RecordingSession session{run, link, tabs, TimerCheckComData, TimerSaveLog, window};
-    StreamDecoder decoder{ring,   link,  run,    news,    intake, {TimerProcess, TimerCheckComData, TimerSaveLog},
-                          window, *this, errors, options, clock};
+    StreamDecoder decoder{ring,   link,     run,    news,    intake, {TimerProcess, TimerCheckComData, TimerSaveLog},
+                          window, commands, errors, options, clock};
 
 private:
     /// What the error route does beyond telling.
@@ -97,7 +97,7 @@ private:
             return;
         if (whileOutOfMemory)
             whileOutOfMemory();
-        mnuStop_Click();
+        commands.run("mnuStop");
         options.DataLogging = false;
         TimerSaveLog.setEnabled(false);
     }

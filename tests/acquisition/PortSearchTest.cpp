@@ -11,11 +11,12 @@ constexpr int Busy = RunTimeError::PortAlreadyOpen;
 } // namespace
 
 /// A computer whose ports 1 to 3 exist; the dialog is an operator who acts as told.
-class PortSearchTest : public testing::Test, protected SetupDialog, protected LinkCommands {
+class PortSearchTest : public testing::Test, protected SetupDialog {
 protected:
     PortSearchTest() {
         for (int port = 4; port <= 10; ++port)
             set(port, Missing);
+        commands.bind("mnuExit", [] {});
     }
     void set(int port, int error) { ComPort.failing[port] = CommTmp.failing[port] = error; }
 
@@ -25,8 +26,6 @@ protected:
         if (operatorActs)
             operatorActs();
     }
-    void mnuComPort_Click() override { search.mnuComPort_Click(); }
-    void mnuExit_Click() override {}
 
     std::function<void()> pick(int port) {
         return [this, port] {
@@ -41,13 +40,14 @@ protected:
     FakeSerialControl CommTmp;
     FakePrompts prompts;
     FakeErrorRoute errors;
+    Commands commands;
     Options options;
     LinkState link;
     Identity identity;
     QStringList showings;
     std::function<void()> operatorActs;
     PortSetup setup{ComPort, CommTmp, TimerCheckComData, options, link, prompts};
-    PortSearch search{setup, ComPort, TimerCheckComData, options, identity, *this, prompts, *this, errors};
+    PortSearch search{setup, ComPort, TimerCheckComData, options, identity, *this, prompts, commands, errors};
 };
 
 TEST_F(PortSearchTest, TheFirstCopyTakesTheStoredPort) {
@@ -103,7 +103,7 @@ TEST_F(PortSearchTest, AChangeThatFailsBringsTheOldPortBack) {
     search.openAtStart();
     link.StatusBlocksSeen = true;
     operatorActs = [&] {
-        mnuComPort_Click(); // by way of the lost-link dialog
+        search.mnuComPort_Click(); // by way of the lost-link dialog
         setup.optCom_Click(1);
         set(2, Busy);
         EXPECT_FALSE(setup.ok());
@@ -112,7 +112,7 @@ TEST_F(PortSearchTest, AChangeThatFailsBringsTheOldPortBack) {
         ComPort.failing.erase(2);
         EXPECT_TRUE(setup.ok());
     };
-    mnuComPort_Click();
+    search.mnuComPort_Click();
     EXPECT_EQ(showings.join(','), "picked 1");
     EXPECT_TRUE(ComPort.PortOpen() && ComPort.CommPort() == 2 && TimerCheckComData.Enabled());
     EXPECT_FALSE(link.StatusBlocksSeen);

@@ -15,9 +15,9 @@ TEST_F(RecordingSessionTest, RecordAndStopRunWholeEachTime) {
 }
 
 TEST_F(RecordingSessionTest, AnEndBeyondTheBarLeavesTheSessionOn) {
-    mnuStart_Click();
+    session.mnuStart_Click();
     window.endError = RunTimeError::Overflow;
-    EXPECT_EQ(errorNumberOf([&] { mnuStop_Click(); }), RunTimeError::Overflow);
+    EXPECT_EQ(errorNumberOf([&] { session.mnuStop_Click(); }), RunTimeError::Overflow);
     EXPECT_TRUE(run.Recording);
     EXPECT_EQ(window.told.back(), "Record");
 }

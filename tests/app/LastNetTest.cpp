@@ -66,7 +66,8 @@ TEST_F(LastNetTest, anErrorThatKeepsComingIsToldOnceAndCountedAMinute) {
 
 TEST_F(LastNetTest, theCountComesIntoTheErrorLogOnceAMinute) {
     std::vector<QString> entered;
-    LastNet net({prompts, clock, [] { throw std::bad_alloc(); }, [&](const QString &message) { entered.push_back(message); }});
+    LastNet net(
+        {prompts, clock, [] { throw std::bad_alloc(); }, [&](const QString &message) { entered.push_back(message); }});
     for (int second = 0; second <= 150; ++second, clock.advance(1s))
         net.run("TimerProcess_Timer", [] { throw RunTimeError(RunTimeError::Overflow); });
     EXPECT_EQ(prompts.shown.size(), 1U);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
-#include "chart/ChartFile.h"
-#include "chart/RunningLogReader.h"
+#include "chart/files/ChartFile.h"
+#include "chart/files/RunningLogReader.h"
 
 #include <QDir>
 #include <malloc.h>

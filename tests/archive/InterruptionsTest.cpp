@@ -2,7 +2,7 @@
 #include "archive/Interruptions.h"
 
 #include "archive/OstrelFile.h"
-#include "chart/ChartFile.h"
+#include "chart/files/ChartFile.h"
 
 #include <QDir>
 #include <QFile>

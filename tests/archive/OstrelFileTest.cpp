@@ -2,9 +2,9 @@
 #include "archive/OstrelFile.h"
 
 #include "archive/ArchiveCommand.h"
-#include "chart/ChartFile.h"
-#include "chart/LogWastebasket.h"
-#include "chart/RunningLogWriter.h"
+#include "chart/files/ChartFile.h"
+#include "chart/files/LogWastebasket.h"
+#include "chart/files/RunningLogWriter.h"
 
 #include <QDateTime>
 #include <QDir>

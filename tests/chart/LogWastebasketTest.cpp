@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "chart/LogWastebasket.h"
+#include "chart/files/LogWastebasket.h"
 
-#include "chart/RecordFile.h"
-#include "chart/RunningLogFiles.h"
+#include "chart/files/RecordFile.h"
+#include "chart/files/RunningLogFiles.h"
 #include "fakes/FaultyDisk.h"
 
 #include <QDir>

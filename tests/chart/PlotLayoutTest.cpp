@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "chart/PlotLayout.h"
+#include "chart/plot/PlotLayout.h"
 
-#include "chart/MarkLayout.h"
-#include "chart/PlotTheme.h"
+#include "chart/plot/MarkLayout.h"
+#include "chart/plot/PlotTheme.h"
 
 #include <gtest/gtest.h>
 

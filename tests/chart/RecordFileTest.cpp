@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "chart/RecordFile.h"
+#include "chart/files/RecordFile.h"
 
-#include "chart/Crc32.h"
+#include "chart/files/Crc32.h"
 
 #include <QFile>
 #include <QTemporaryDir>

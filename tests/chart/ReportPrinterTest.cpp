@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "chart/ReportPrinter.h"
+#include "chart/report/ReportPrinter.h"
 
 #include "chart/Quillchart.h"
-#include "chart/TextFlow.h"
-#include "chart/TracePath.h"
+#include "chart/plot/TracePath.h"
+#include "chart/report/TextFlow.h"
 
 #include <QBuffer>
 #include <QPdfWriter>

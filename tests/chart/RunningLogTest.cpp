@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "chart/LogWastebasket.h"
-#include "chart/RunningLogFiles.h"
-#include "chart/RunningLogReader.h"
-#include "chart/RunningLogWriter.h"
+#include "chart/files/LogWastebasket.h"
+#include "chart/files/RunningLogFiles.h"
+#include "chart/files/RunningLogReader.h"
+#include "chart/files/RunningLogWriter.h"
 #include "fakes/FaultyDisk.h"
 #include "fuzz/Corpus.h"
 #include "fuzz/LogScenario.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "chart/SampleStore.h"
+#include "chart/run/SampleStore.h"
 
 #include "chart/AllocationProbe.h"
 #include "chart/Quillchart.h"

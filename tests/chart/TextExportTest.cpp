@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "chart/TextExport.h"
+#include "chart/table/TextExport.h"
 
 #include "chart/ChartContract.h"
-#include "chart/Digits.h"
-#include "chart/ExportRows.h"
-#include "chart/IsoDate.h"
 #include "chart/Quillchart.h"
+#include "chart/run/IsoDate.h"
+#include "chart/table/Digits.h"
+#include "chart/table/ExportRows.h"
+#include "chart/table/ExportedPoints.h"
 #include "fakes/FaultyDisk.h"
 #include "files/DurableFile.h"
 

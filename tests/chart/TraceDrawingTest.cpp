@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/AllocationProbe.h"
-#include "chart/ChartImage.h"
-#include "chart/TraceColumns.h"
-#include "chart/TraceRaster.h"
+#include "chart/plot/ChartImage.h"
+#include "chart/plot/TraceColumns.h"
+#include "chart/plot/TraceRaster.h"
 
 #include <QPainter>
 #include <QPainterPath>

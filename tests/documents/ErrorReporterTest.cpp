@@ -11,15 +11,12 @@
 
 namespace {
 
-class FakeStopCommands : public StopCommands {
-public:
-    void mnuStop_Click() override { ran << "mnuStop"; }
-    void mnuLogOff_Click() override { ran << "mnuLogOff"; }
-    QStringList ran;
-};
-
 class ErrorReporterTest : public testing::Test {
 protected:
+    ErrorReporterTest() {
+        for (const char *command : {"mnuStop", "mnuLogOff"})
+            commands.bind(command, [=, this] { ran << command; });
+    }
     QString log() const {
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
@@ -32,7 +29,8 @@ protected:
     LinkState link;
     CurrentError error;
     FakePrompts prompts;
-    FakeStopCommands commands;
+    Commands commands;
+    QStringList ran;
     FakeSerialControl ComPort;
     FakeClock clock;
     ErrorReporter reporter{link, prompts, commands, {error, ComPort, clock}, path};
@@ -53,11 +51,11 @@ TEST_F(ErrorReporterTest, aDecodingErrorIsLoggedWithItsDumpAndEndsTheSync) {
 }
 
 TEST_F(ErrorReporterTest, outOfMemoryStopsEverythingOnceItsBoxIsRead) {
-    prompts.whileShown = [this](const MessageBox &) { EXPECT_TRUE(commands.ran.isEmpty()); };
+    prompts.whileShown = [this](const MessageBox &) { EXPECT_TRUE(ran.isEmpty()); };
     reporter.HandelError(-15);
     ASSERT_EQ(prompts.shown.size(), 1U);
     EXPECT_EQ(prompts.shown[0].caption, "");
-    EXPECT_EQ(commands.ran, (QStringList{"mnuStop", "mnuLogOff"}));
+    EXPECT_EQ(ran, (QStringList{"mnuStop", "mnuLogOff"}));
     EXPECT_EQ(log(), "");
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "chart/ChartFile.h"
+#include "chart/files/ChartFile.h"
 #include "driver/LiveOstrel.h"
 
 #include <QDir>

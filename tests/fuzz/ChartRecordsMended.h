@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/Crc32.h"
-#include "chart/RecordFile.h"
+#include "chart/files/Crc32.h"
+#include "chart/files/RecordFile.h"
 
 #include <algorithm>
 #include <cstdint>

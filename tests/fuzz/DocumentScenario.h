@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/ChartFile.h"
+#include "chart/files/ChartFile.h"
 #include "fuzz/ChartRecordsMended.h"
 
 #include <QFile>

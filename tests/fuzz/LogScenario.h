@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/RunningLogFiles.h"
-#include "chart/RunningLogReader.h"
+#include "chart/files/RunningLogFiles.h"
+#include "chart/files/RunningLogReader.h"
 #include "fuzz/ChartRecordsMended.h"
 
 #include <QFile>

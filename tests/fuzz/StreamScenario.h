@@ -61,7 +61,7 @@ private:
             break;
         }
         case Operator:
-            take() % 2 == 0 ? rig_.mnuStart_Click() : rig_.mnuStop_Click();
+            take() % 2 == 0 ? rig_.session.mnuStart_Click() : rig_.session.mnuStop_Click();
             break;
         case Chart: {
             const int how = take();

@@ -12,9 +12,10 @@
 #include <gtest/gtest.h>
 
 /// Recovery on a real folder with real logs. The operator is `dialog`; saving a log writes down what was saved.
-class RecoveryFixture : public testing::Test, public LogSaver {
+class RecoveryFixture : public testing::Test {
 protected:
     RecoveryFixture() {
+        commands.bind("mnuSaveLog", [this] { saveLog(); });
         chart.setWastebasket(instances.wastebasket(), [this] { return clock.now().date(); });
     }
 
@@ -47,7 +48,7 @@ protected:
     QString standing(const char *folder = "Log") const {
         return QDir(app.filePath(folder)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name).join(' ');
     }
-    void mnuSaveLog_Click() override {
+    void saveLog() {
         log.LogSaved = !cancelled.contains(identity.SystemName);
         if (log.LogSaved)
             saved += (saved.isEmpty() ? "" : ", ") + identity.SystemName + " from " +
@@ -63,6 +64,7 @@ protected:
     QTemporaryDir app;
     Identity identity;
     LogState log;
+    Commands commands;
     FakeSettingsStore store;
     FakePrompts prompts;
     FakeClock clock;
@@ -70,7 +72,7 @@ protected:
     std::vector<SettingRow> table{{"0", "1"}};
     Instances instances{identity, store, prompts, clock, app.path()};
     Recovery recovery{
-        identity, table, log, instances, {chart, *this, store, prompts, [this](Recovery &form) { show(form); }}};
+        identity, table, log, instances, {chart, commands, store, prompts, [this](Recovery &form) { show(form); }}};
 
     std::function<void(Recovery &)> dialog;
     QStringList cancelled; ///< systems whose save dialog the operator cancels

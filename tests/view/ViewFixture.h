@@ -6,7 +6,6 @@
 #include "view/AxisPanels.h"
 #include "view/ChartTabs.h"
 #include "view/CommandStates.h"
-#include "view/Commands.h"
 #include "view/InitMainWindow.h"
 #include "view/LiveView.h"
 #include "view/NumericKeys.h"

@@ -20,7 +20,7 @@ protected:
     FakeClock clock;
     FakeTimer TimerCheckComData{clock, 5000};
     FakeTimer TimerSaveLog{clock, 20000};
-    Commands commands{tabs};
+    Commands commands;
     WindowPorts ports{states,
                       live,
                       commands,

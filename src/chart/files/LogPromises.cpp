@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "chart/files/LogPromises.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+// What has nothing new is left out of a writing, but for its promise.
+constexpr std::array order{samplesRecord, marksRecord, methodRecord, titleRecord, notesRecord, endRecord};
+constexpr int titlePlace = 3;
+constexpr int notesPlace = 4;
+constexpr int beforeFirst = -1;
+
+int placeOf(quint32 kind) { return static_cast<int>(std::find(order.begin(), order.end(), kind) - order.begin()); }
+
+} // namespace
+
+void LogPromises::beginFile() {
+    counted_ = 0;
+    place_ = beforeFirst;
+}
+
+void LogPromises::see(const RecordHead &record, bool isWhole) {
+    if (open_)
+        keep(*std::exchange(open_, {}));
+    count(record);
+    if (record.kind == titleRecord)
+        (isWhole ? latest_ : writing_).title = !isWhole;
+    else if (record.kind == notesRecord)
+        (isWhole ? latest_ : writing_).notes = !isWhole;
+}
+
+void LogPromises::promise(const RecordHead &record, const ChartCounts &counts) {
+    count(record);
+    place_ = beforeFirst;
+    const Promise promise{counts, std::exchange(writing_, {})};
+    if (std::exchange(torn_, false))
+        open_ = promise;
+    else
+        keep(promise);
+}
+
+/// What has left no trace is known by its neighbours: with one record missing in front of an earlier place in the order
+/// it was a promise, which is no loss.
+void LogPromises::count(const RecordHead &record) {
+    const quint32 missing = record.number - std::min(counted_, record.number);
+    const int place = placeOf(record.kind);
+    const bool isNextWriting = place <= place_;
+    const auto couldBe = [&](int such) { return isNextWriting || (place_ < such && such < place); };
+    const bool isCertain = place - place_ == 2;
+    if (missing > 1 || (missing == 1 && !isNextWriting)) {
+        writing_.title |= isCertain && couldBe(titlePlace);
+        writing_.notes |= isCertain && couldBe(notesPlace);
+        writing_.other |= !isCertain && (couldBe(titlePlace) || couldBe(notesPlace));
+    }
+    counted_ = record.number + 1;
+    place_ = place;
+}
+
+void LogPromises::keep(const Promise &promise) {
+    counts_ = {std::max(counts_.samples, promise.counts.samples), std::max(counts_.marks, promise.counts.marks),
+               std::max(counts_.methodTexts, promise.counts.methodTexts)};
+    latest_.title |= promise.missing.title;
+    latest_.notes |= promise.missing.notes;
+    latest_.other |= promise.missing.other;
+}

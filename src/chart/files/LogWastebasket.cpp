@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: MIT
+#include "chart/files/LogWastebasket.h"
+
+#include "chart/files/RunningLogFiles.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <numeric>
+
+namespace {
+
+constexpr quint64 blockSize = 512; // in which the operating system counts what a file takes
+
+std::error_code lastError() { return {errno, std::generic_category()}; }
+
+QByteArray native(const QString &path) { return QFile::encodeName(path); }
+
+/// Of a log's directory, with the day and, for a second one of that name on one day, a number.
+QDate dayOf(const QString &name) {
+    static const QRegularExpression form(QStringLiteral("^.+-([0-9]{4}-[0-9]{2}-[0-9]{2})(_[0-9]+)?$"));
+    return QDate::fromString(form.match(name).captured(1), Qt::ISODate);
+}
+
+/// On the disk, or not at all. False with errno.
+bool makeFolder(const QString &path, FileOperations &operations) {
+    if (makePrivateFolder(operations, native(path).constData()) != 0)
+        return false;
+    if (syncFolder(operations, native(QFileInfo(path).path()).constData()))
+        return true;
+    const int error = errno;
+    operations.removeFolder(native(path).constData());
+    errno = error;
+    return false;
+}
+
+/// Makes a directory for a log, under a name that is not taken yet; empty, with errno, when that fails.
+QString makePlace(const QString &directory, const QString &wastebasket, const QDate &today,
+                  FileOperations &operations) {
+    if (!makeFolder(wastebasket, operations) && errno != EEXIST)
+        return {};
+    const QString name = wastebasket + u'/' + QFileInfo(directory).fileName() + u'-' + today.toString(Qt::ISODate);
+    QString place = name;
+    for (int number = 2; !makeFolder(place, operations); ++number) {
+        if (errno != EEXIST)
+            return {};
+        place = name + u'_' + QString::number(number);
+    }
+    return place;
+}
+
+/// Moves each of the names. Answers how many, with errno for the next one.
+qsizetype moveAll(const QStringList &names, const QString &from, const QString &to, FileOperations &operations) {
+    qsizetype moved = 0;
+    while (moved < names.size() && operations.rename(native(from + u'/' + names[moved]).constData(),
+                                                     native(to + u'/' + names[moved]).constData()) == 0)
+        ++moved;
+    return moved;
+}
+
+/// Those of the log.
+QStringList filesIn(const QString &folder, FileOperations &operations) {
+    QStringList files;
+    QStringList names;
+    listFolder(operations, folder, names);
+    for (const QString &name : std::as_const(names)) {
+        if (const QString path = folder + u'/' + name; belongsToLog(path, operations))
+            files << path;
+    }
+    return files;
+}
+
+quint64 bytesOnDisk(const QString &path) {
+    struct stat entry {};
+    return ::lstat(native(path).constData(), &entry) == 0 ? static_cast<quint64>(entry.st_blocks) * blockSize : 0;
+}
+
+void remove(const DiscardedLog &log, FileOperations &operations) {
+    for (const QString &path : filesIn(log.path, operations))
+        operations.remove(native(path).constData());
+    operations.removeFolder(native(log.path).constData());
+}
+
+} // namespace
+
+std::error_code moveToWastebasket(const QString &directory, const QString &wastebasket, const QDate &today,
+                                  FileOperations &operations) {
+    const QString from = logDirectory(directory);
+    QStringList names;
+    if (const std::error_code error = listFolder(operations, from, names))
+        return error;
+    std::error_code unread;
+    names.removeIf([&](const QString &name) { return !belongsToLog(from + u'/' + name, operations, &unread); });
+    if (unread)
+        return unread;
+    // The latest first: what a power cut leaves in the directory is still the whole beginning of the log.
+    std::reverse(names.begin(), names.end());
+    const QString place = makePlace(from, wastebasket, today, operations);
+    if (place.isEmpty())
+        return lastError();
+    const qsizetype moved = moveAll(names, from, place, operations);
+    if (moved == names.size() && syncFolder(operations, native(place).constData()) &&
+        syncFolder(operations, native(from).constData()))
+        return {};
+    const std::error_code error = lastError();
+    moveAll(names.first(moved), place, from, operations);
+    operations.removeFolder(native(place).constData());
+    return error;
+}
+
+std::vector<DiscardedLog> discardedLogs(const QString &wastebasket, FileOperations &operations) {
+    std::vector<DiscardedLog> logs;
+    QStringList names;
+    listFolder(operations, wastebasket, names);
+    for (const QString &name : std::as_const(names)) {
+        DiscardedLog log{wastebasket + u'/' + name, dayOf(name)};
+        if (QFileInfo(log.path).isSymLink() || !QFileInfo(log.path).isDir() || !log.day.isValid())
+            continue;
+        for (const QString &file : filesIn(log.path, operations))
+            log.bytes += bytesOnDisk(file);
+        logs.push_back(log);
+    }
+    std::stable_sort(logs.begin(), logs.end(),
+                     [](const DiscardedLog &a, const DiscardedLog &b) { return a.day < b.day; });
+    return logs;
+}
+
+void keepWastebasketLimits(const QString &wastebasket, const QDate &today, quint64 mostBytes,
+                           FileOperations &operations) {
+    const std::vector<DiscardedLog> logs = discardedLogs(wastebasket, operations);
+    quint64 bytes = std::accumulate(logs.begin(), logs.end(), quint64{0},
+                                    [](quint64 sum, const DiscardedLog &log) { return sum + log.bytes; });
+    for (const DiscardedLog &log : logs) {
+        if (log.day.daysTo(today) <= wastebasketDays && bytes <= mostBytes)
+            continue;
+        remove(log, operations);
+        bytes -= log.bytes;
+    }
+}

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "chart/plot/ChartImage.h"
+
+#include "chart/plot/PlotPainter.h"
+
+namespace {
+
+constexpr float penRadius = 0.75F; // logical pixels
+
+/// The views differ in nothing but their time axis.
+bool onlyTimeMoved(const ChartView &from, const ChartView &to) {
+    ChartView moved = from;
+    moved.axes.timeMin = to.axes.timeMin;
+    moved.axes.timeMax = to.axes.timeMax;
+    return moved == to;
+}
+
+} // namespace
+
+void ChartImage::draw(const ChartData &data, const ChartView &view) {
+    const bool moved = !(view == view_);
+    if (isNull() || moved) {
+        const bool frameStays = !isNull() && onlyTimeMoved(view_, view);
+        view_ = view;
+        if (frameStays)
+            layout_.setTimeAxis(view.axes.timeMin, view.axes.timeMax);
+        else
+            layout_ = PlotLayout::of(view.size, view.pixelRatio, view.axes, view.font, view.title);
+        const QRect plot = layout_.devicePlot();
+        columns_.setPlot(view.axes, plot.width(), plot.height(), penRadius * static_cast<float>(view.pixelRatio));
+        if (frameStays)
+            moveTimeAxis();
+        else
+            paintAll();
+    }
+    if (moved || drawnMarks_ != data.marks.size())
+        placeNewMarks(data);
+    columns_.reduce(data.samples, 0, columns_.columns());
+    raster_.draw(image_, columns_, 0, columns_.columns());
+    drawnSamples_ = data.samples.size();
+}
+
+void ChartImage::drawNew(const ChartData &data) {
+    if (drawnMarks_ != data.marks.size())
+        placeNewMarks(data);
+    if (drawnSamples_ == data.samples.size())
+        return;
+    const auto [first, end] = columns_.columnsOfNews(drawnSamples_, data.samples.size());
+    if (first < end) {
+        const auto [firstChanged, endChanged] = columns_.reduce(data.samples, first, end);
+        raster_.draw(image_, columns_, firstChanged, endChanged);
+    }
+    drawnSamples_ = data.samples.size();
+}
+
+QRect ChartImage::regionOfNews(const ChartData &data) const {
+    if (drawnMarks_ != data.marks.size())
+        return QRect(QPoint(), view_.size); // labels may have given way to the new one
+    if (drawnSamples_ == data.samples.size())
+        return {};
+    const auto [first, end] = columns_.columnsOfNews(drawnSamples_, data.samples.size());
+    if (first >= end)
+        return {};
+    const double ratio = view_.pixelRatio;
+    const double left = layout_.plot.left() + first / ratio;
+    return QRectF(left, layout_.plot.top(), (end - first) / ratio, layout_.plot.height()).toAlignedRect();
+}
+
+void ChartImage::paintAll() {
+    const QSize pixels(qCeil(view_.size.width() * view_.pixelRatio), qCeil(view_.size.height() * view_.pixelRatio));
+    if (image_.size() != pixels)
+        image_ = QImage(pixels, QImage::Format_RGB32);
+    image_.setDevicePixelRatio(view_.pixelRatio);
+    image_.fill(view_.theme.ground);
+    {
+        QPainter painter(&image_);
+        PlotPainter(painter, layout_, view_.theme).frame();
+    }
+    raster_.setPlot(layout_.devicePlot(), view_.theme.uv.rgb(), view_.theme.cond.rgb());
+    setGround();
+    raster_.paintGround(image_);
+    // Once more: the ground is painted whole, so no column has anything left to be wiped off.
+    raster_.setPlot(layout_.devicePlot(), view_.theme.uv.rgb(), view_.theme.cond.rgb());
+}
+
+void ChartImage::moveTimeAxis() {
+    QPainter painter(&image_);
+    const QRectF plot = layout_.plot;
+    const double line = layout_.lineWidth();
+    const double labels = layout_.timeLabelTop;
+    painter.fillRect(QRectF(plot.left() - line, plot.bottom(), plot.width() + 2 * line, labels - plot.bottom()),
+                     view_.theme.ground);
+    painter.fillRect(QRectF(0, labels, view_.size.width(), view_.size.height() - labels), view_.theme.ground);
+    PlotPainter(painter, layout_, view_.theme).timeAxis();
+    setGround();
+}
+
+void ChartImage::setGround() {
+    const PlotTheme &theme = view_.theme;
+    const QRect plot = layout_.devicePlot();
+    const auto inPixels = [&](double place) { return qRound(place * view_.pixelRatio); };
+    std::vector<QRgb> columns(static_cast<std::size_t>(plot.width()), theme.ground.rgb());
+    for (const Tick &tick : layout_.timeTicks) {
+        const int column = inPixels(tick.place) - plot.x();
+        if (tick.major && column > 0 && column < plot.width())
+            columns[column] = theme.grid.rgb();
+    }
+    std::vector<QRgb> rows(static_cast<std::size_t>(plot.height()), 0);
+    const int zero = inPixels(layout_.uv.place(0)) - plot.y();
+    for (const Tick &tick : layout_.uvTicks) {
+        const int row = inPixels(tick.place) - plot.y();
+        if (tick.major && row >= 0 && row < plot.height())
+            rows[row] = row == zero ? theme.zeroLine.rgb() : theme.grid.rgb();
+    }
+    raster_.setGround(std::move(columns), std::move(rows));
+}
+
+void ChartImage::placeNewMarks(const ChartData &data) {
+    marks_ = placeMarks(data.marks, layout_, view_.theme);
+    drawnMarks_ = data.marks.size();
+}

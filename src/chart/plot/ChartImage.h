@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/plot/MarkLayout.h"
+#include "chart/plot/PlotLayout.h"
+#include "chart/plot/PlotTheme.h"
+#include "chart/plot/TraceRaster.h"
+#include "chart/run/ChartData.h"
+
+#include <QFont>
+#include <QImage>
+
+#include <vector>
+
+/// How a chart is to look on the screen.
+struct ChartView {
+    QSize size; ///< logical pixels
+    qreal pixelRatio = 1;
+    QFont font;
+    PlotTheme theme;
+    AxisValues axes;
+    QString title;
+
+    bool operator==(const ChartView &) const = default;
+};
+
+/// The picture of a shown chart: frame, grid and traces. Marks are placed here too, but lie above the picture and are
+/// not in it. What stays the same from one drawing to the next is not painted again.
+class ChartImage {
+public:
+    bool isNull() const { return image_.isNull(); }
+    /// Gives the memory back, for a chart that is out of sight.
+    void drop() { *this = ChartImage(); }
+
+    /// Draws the whole chart as `view` says.
+    void draw(const ChartData &data, const ChartView &view);
+    /// Draws what has been added since the last drawing, over what is drawn. A picture must be there.
+    void drawNew(const ChartData &data);
+    /// The part of the chart, in logical pixels, that drawNew would change; empty for none.
+    QRect regionOfNews(const ChartData &data) const;
+
+    const QImage &image() const { return image_; }
+    const ChartView &view() const { return view_; }
+    const PlotLayout &layout() const { return layout_; }
+    const std::vector<PlacedMark> &marks() const { return marks_; }
+
+private:
+    void paintAll();
+    void moveTimeAxis();
+    void setGround();
+    void placeNewMarks(const ChartData &data);
+
+    ChartView view_;
+    PlotLayout layout_;
+    QImage image_;
+    TraceColumns columns_;
+    TraceRaster raster_;
+    std::vector<PlacedMark> marks_;
+    qint64 drawnSamples_ = 0;
+    std::size_t drawnMarks_ = 0;
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/plot/PlotLayout.h"
+#include "chart/plot/PlotTheme.h"
+#include "chart/run/ChartData.h"
+
+#include <QString>
+
+#include <vector>
+
+/// A mark as it stands on the time axis: a stroke, and above it its label where there is room for one.
+struct PlacedMark {
+    QColor stroke;
+    QColor text;
+    QRectF bar;    ///< of the mark's height, up from the time axis or down
+    QRectF leader; ///< thin, from the bar to a label that had to give way upwards; may be empty
+    QRectF box;    ///< of the label; empty if it is left out
+    QString label;
+};
+
+/// The marks on the stretch shown. Of several marks on one pixel the tallest of either direction is drawn. Labels never
+/// overlap: taller marks choose first, then earlier ones; a label without room moves up to four lines and is then left
+/// out.
+std::vector<PlacedMark> placeMarks(const std::vector<EventMark> &marks, const PlotLayout &layout,
+                                   const PlotTheme &theme);
+
+QFont markFont(const PlotLayout &layout);

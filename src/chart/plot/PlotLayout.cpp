@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+#include "chart/plot/PlotLayout.h"
+
+#include "chart/run/AxisTitles.h"
+
+#include <QFontInfo>
+#include <QFontMetricsF>
+#include <QLocale>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+enum class Shown { Everything, NoAxisTitles, PlotOnly };
+
+QString labelOf(const TickSteps &steps, std::int64_t number) {
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    const double value = number == 0 ? 0.0 : steps.value(number); // no "-0.0"
+    return locale.toString(value, 'f', steps.decimals);
+}
+
+/// The parts between two labelled ticks: 2 and 10 come in steps of a half, 1 and 5 in fifths.
+int partsOf(const TickSteps &steps) {
+    const double digit = steps.step / std::pow(10.0, std::floor(std::log10(steps.step * 1.0000001)));
+    return std::lround(digit) == 2 ? 4 : 5;
+}
+
+/// The longest label has the most digits, and so stands at an end of the axis.
+double widest(const TickSteps &steps, const QFontMetricsF &metrics) {
+    if (steps.last < steps.first)
+        return 0;
+    return std::max(metrics.horizontalAdvance(labelOf(steps, steps.first)),
+                    metrics.horizontalAdvance(labelOf(steps, steps.last)));
+}
+
+/// Builds a layout in the order in which one thing takes its room from the next.
+class Builder {
+public:
+    explicit Builder(PlotLayout &layout)
+        : layout_(layout), metrics_(layout.font), titleMetrics_(layout.titleFont), line_(std::ceil(metrics_.height())),
+          gap_(std::round(line_ * 0.35)) {}
+
+    void build(const QString &title) {
+        for (const Shown shown : {Shown::Everything, Shown::NoAxisTitles, Shown::PlotOnly}) {
+            placePlot(shown, title);
+            if (layout_.plot.width() >= 8 * line_ && layout_.plot.height() >= 4 * line_)
+                return placeParts(shown, title);
+        }
+        placeParts(Shown::PlotOnly, title);
+    }
+
+    void placeTimeTicks(bool labels) {
+        layout_.time = Scale(layout_.axes.timeMin, layout_.axes.timeMax, layout_.plot.left(), layout_.plot.right());
+        layout_.timeTicks.clear();
+        const TickSteps steps = timeSteps();
+        for (std::int64_t number = steps.first; number <= steps.last; ++number) {
+            Tick tick{layout_.snapped(layout_.time.place(steps.value(number))), true, {}, {}};
+            if (labels) {
+                const QString label = labelOf(steps, number);
+                const double width = std::ceil(metrics_.horizontalAdvance(label));
+                tick.box = QRectF(tick.place - width / 2, layout_.timeLabelTop, width, line_);
+                tick.label = fits(tick.box) ? label : QString();
+            }
+            layout_.timeTicks.push_back(tick);
+        }
+        addMinorTicks(layout_.timeTicks, layout_.time, steps);
+    }
+
+private:
+    bool hasTitle(Shown shown, const QString &title) const { return shown != Shown::PlotOnly && !title.isEmpty(); }
+
+    void placePlot(Shown shown, const QString &title) {
+        const double height = layout_.size.height();
+        const double axisTitle = shown == Shown::Everything ? line_ + gap_ : 0;
+        const bool labels = shown != Shown::PlotOnly;
+        const double edge = labels ? gap_ : 1;
+        const double top = hasTitle(shown, title) ? std::ceil(titleMetrics_.height()) + 2 * gap_ : line_ / 2 + edge;
+        const double under = labels ? labelDistance() + line_ + axisTitle + edge : edge;
+        const double bottom = std::max(height - under, top + 1);
+
+        // The value axes' height decides on their steps, and these on the labels' width.
+        valueSteps_[0] = valueSteps(layout_.axes.uvMin, layout_.axes.uvMax, bottom - top);
+        valueSteps_[1] = valueSteps(layout_.axes.condMin, layout_.axes.condMax, bottom - top);
+        const auto side = [&](const TickSteps &steps) {
+            return labels ? edge + axisTitle + std::ceil(widest(steps, metrics_)) + tickLength + gap_ : edge;
+        };
+        const double left = side(valueSteps_[0]);
+        const double right = std::max(layout_.size.width() - side(valueSteps_[1]), left + 1);
+        layout_.plot = QRectF(QPointF(layout_.snapped(left), layout_.snapped(top)),
+                              QPointF(layout_.snapped(right), layout_.snapped(bottom)));
+    }
+
+    void placeParts(Shown shown, const QString &title) {
+        const QRectF plot = layout_.plot;
+        layout_.uv = Scale(layout_.axes.uvMin, layout_.axes.uvMax, plot.bottom(), plot.top());
+        layout_.cond = Scale(layout_.axes.condMin, layout_.axes.condMax, plot.bottom(), plot.top());
+        layout_.timeLabelTop = plot.bottom() + labelDistance();
+        const bool labels = shown != Shown::PlotOnly;
+        placeValueTicks(layout_.uvTicks, layout_.uv, valueSteps_[0], labels, false);
+        placeValueTicks(layout_.condTicks, layout_.cond, valueSteps_[1], labels, true);
+        layout_.labelled = labels;
+        placeTimeTicks(labels);
+        if (hasTitle(shown, title)) {
+            layout_.titleBox = QRectF(gap_, 0, layout_.size.width() - 2 * gap_, plot.top() - std::ceil(line_ / 2));
+            layout_.title = titleMetrics_.elidedText(title, Qt::ElideRight, layout_.titleBox.width());
+        }
+        if (shown == Shown::Everything)
+            placeAxisTitles();
+    }
+
+    TickSteps valueSteps(double from, double to, double height) const {
+        const double span = to > from ? to - from : 1e-6;
+        return TickSteps::between(from, to, span / std::max(1.0, height) * line_ * 2.3);
+    }
+
+    void placeValueTicks(std::vector<Tick> &ticks, const Scale &scale, const TickSteps &steps, bool labels,
+                         bool right) {
+        const double distance = tickLength + gap_ / 2;
+        for (std::int64_t number = steps.first; number <= steps.last; ++number) {
+            Tick tick{layout_.snapped(scale.place(steps.value(number))), true, {}, {}};
+            if (labels) {
+                const QString label = labelOf(steps, number);
+                const double width = std::ceil(metrics_.horizontalAdvance(label));
+                const double x = right ? layout_.plot.right() + distance : layout_.plot.left() - distance - width;
+                tick.box = QRectF(x, tick.place - line_ / 2, width, line_);
+                tick.label = fits(tick.box) ? label : QString();
+            }
+            ticks.push_back(tick);
+        }
+        addMinorTicks(ticks, scale, steps);
+    }
+
+    TickSteps timeSteps() const {
+        const double perPixel = 1 / std::max(1e-12, layout_.time.factor());
+        const auto stepsFor = [&](double room) {
+            return TickSteps::between(layout_.axes.timeMin, layout_.axes.timeMax, room * perPixel);
+        };
+        // Finer steps need longer labels, so the room is found by trying.
+        double room = line_ * 4.5;
+        TickSteps steps = stepsFor(room);
+        while (steps.last >= steps.first && widest(steps, metrics_) + line_ > steps.step / perPixel) {
+            room = std::max(room * 1.5, widest(steps, metrics_) + line_);
+            steps = stepsFor(room);
+        }
+        return steps;
+    }
+
+    void addMinorTicks(std::vector<Tick> &ticks, const Scale &scale, const TickSteps &steps) const {
+        const int parts = partsOf(steps);
+        if (std::abs(scale.factor()) * steps.step / parts < 5)
+            return;
+        for (std::int64_t number = steps.first - 1; number <= steps.last; ++number) {
+            for (int part = 1; part < parts; ++part) {
+                const double value = (static_cast<double>(number) + static_cast<double>(part) / parts) * steps.step;
+                const double place = layout_.snapped(scale.place(value));
+                const bool across = &scale == &layout_.time;
+                if (across ? place > layout_.plot.left() && place < layout_.plot.right()
+                           : place > layout_.plot.top() && place < layout_.plot.bottom())
+                    ticks.push_back({place, false, {}, {}});
+            }
+        }
+    }
+
+    void placeAxisTitles() {
+        const QRectF plot = layout_.plot;
+        const double width = layout_.size.width();
+        const auto along = [&](const QString &text) { return metrics_.horizontalAdvance(text); };
+        if (along(uvAxisTitle()) <= plot.height())
+            layout_.uvTitleBox = QRectF(gap_, plot.top(), line_, plot.height());
+        if (along(condAxisTitle()) <= plot.height())
+            layout_.condTitleBox = QRectF(width - gap_ - line_, plot.top(), line_, plot.height());
+        if (along(timeAxisTitle()) <= plot.width())
+            layout_.timeTitleBox = QRectF(plot.left(), layout_.size.height() - gap_ - line_, plot.width(), line_);
+    }
+
+    bool fits(const QRectF &box) const { return QRectF(QPointF(), layout_.size).contains(box); }
+    double labelDistance() const { return std::max(tickLength + 2, line_ / 2 + 1); } // clear of the value labels
+
+    PlotLayout &layout_;
+    QFontMetricsF metrics_;
+    QFontMetricsF titleMetrics_;
+    double line_;
+    double gap_;
+    TickSteps valueSteps_[2];
+};
+
+} // namespace
+
+PlotLayout PlotLayout::of(const QSizeF &size, double pixelRatio, const AxisValues &axes, const QFont &font,
+                          const QString &title) {
+    PlotLayout layout;
+    layout.size = size;
+    layout.pixelRatio = pixelRatio;
+    layout.axes = axes;
+    const int pixels = std::max(1, QFontInfo(font).pixelSize());
+    layout.font = font;
+    layout.font.setPixelSize(pixels);
+    layout.titleFont = layout.font;
+    layout.titleFont.setPixelSize(qRound(pixels * 1.15));
+    layout.titleFont.setWeight(QFont::DemiBold);
+    Builder(layout).build(title);
+    return layout;
+}
+
+void PlotLayout::setTimeAxis(float from, float to) {
+    axes.timeMin = from;
+    axes.timeMax = to;
+    Builder(*this).placeTimeTicks(labelled);
+}
+
+QRect PlotLayout::devicePlot() const {
+    return QRect(QPoint(qRound(plot.left() * pixelRatio), qRound(plot.top() * pixelRatio)),
+                 QPoint(qRound(plot.right() * pixelRatio) - 1, qRound(plot.bottom() * pixelRatio) - 1));
+}
+
+double PlotLayout::snapped(double place) const { return std::round(place * pixelRatio) / pixelRatio; }
+
+double PlotLayout::hairWidth() const { return std::max(1.0, std::floor(pixelRatio / 2)) / pixelRatio; }
+
+double PlotLayout::lineWidth() const { return std::max(1.0, std::round(pixelRatio)) / pixelRatio; }

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/plot/MarkLayout.h"
+#include "chart/plot/PlotLayout.h"
+#include "chart/plot/PlotTheme.h"
+#include "chart/plot/TraceColumns.h"
+
+#include <QPainter>
+
+#include <span>
+#include <vector>
+
+/// Paints a chart's parts with any painter, in the layout's logical pixels: on screen all but the traces, which are
+/// drawn straight into the picture, on paper everything, as lines and texts.
+class PlotPainter {
+public:
+    PlotPainter(QPainter &painter, const PlotLayout &layout, const PlotTheme &theme)
+        : painter_(painter), layout_(layout), theme_(theme) {}
+
+    /// Title, axes and their texts, around the plot; the plot itself is left alone.
+    void frame();
+    /// What stands below the plot.
+    void timeAxis();
+    void grid();
+    void marks(std::span<const PlacedMark> marks);
+    /// As polylines, at `perPixel` columns to a logical pixel; UV solid, conductivity dashed. A piece of the same line
+    /// stands beside the title of its axis.
+    void trace(Trace trace, const SampleStore &samples, double perPixel);
+
+private:
+    void valueAxis(const std::vector<Tick> &ticks, double axis, double outward, const QColor &ink);
+    void axisTitle(const QString &text, const QRectF &box, double turn, const QColor &ink);
+    void label(const Tick &tick);
+    void traceKey(Trace trace);
+    void traceLines(Trace trace, const std::vector<QPolygonF> &lines);
+    void bar(const QRectF &rect, const QColor &colour) { painter_.fillRect(rect, colour); }
+
+    QPainter &painter_;
+    const PlotLayout &layout_;
+    const PlotTheme &theme_;
+};

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#include "chart/plot/TraceColumns.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double smoothUpTo = 128;   // samples in a column; with more of them finer strips would not show
+constexpr double followUpTo = 2;     // samples in a strip; with fewer the line between them is followed
+constexpr double grainsInStrip = 32; // a strip may begin so much beside its place if that saves reading single samples
+constexpr float farOff = 1e8F;       // pixels; keeps sums finite and changes nothing that is seen
+constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+
+Lanes all(float value) { return Lanes{value, value, value, value}; }
+
+int floored(double value) {
+    const int whole = static_cast<int>(value);
+    return whole - (static_cast<double>(whole) > value);
+}
+
+} // namespace
+
+void TraceColumns::setPlot(const AxisValues &axes, int width, int height, float penRadius) {
+    const Scale time(axes.timeMin, axes.timeMax, 0, width);
+    const Scale uv(axes.uvMin, axes.uvMax, height, 0);
+    const Scale cond(axes.condMin, axes.condMax, height, 0);
+    const double columnsPerSample = time.factor() / samplesPerMinute;
+
+    columns_ = width;
+    strips_ = columnsPerSample * smoothUpTo >= 1 ? finest : 1;
+    stripsPerSample_ = columnsPerSample * strips_;
+    startInStrips_ = time.from() * time.factor() * strips_;
+
+    const auto uvTop = static_cast<float>(uv.value(0));
+    const auto condTop = static_cast<float>(cond.value(0));
+    const auto uvFactor = static_cast<float>(uv.factor());
+    const auto condFactor = static_cast<float>(cond.factor());
+    reference_ = Lanes{uvTop, condTop, uvTop, condTop};
+    factor_ = Lanes{uvFactor, condFactor, -uvFactor, -condFactor};
+
+    reach_ = std::min(margin - 1, static_cast<int>(penRadius * static_cast<float>(strips_)));
+    for (int i = 0; i <= reach_; ++i) {
+        const float aside = static_cast<float>(i) / static_cast<float>(strips_);
+        pen_[i] = std::sqrt(std::max(0.0F, penRadius * penRadius - aside * aside));
+    }
+    grain_ = 1;
+    while (static_cast<double>(grain_) * 16 * grainsInStrip * stripsPerSample_ <= 1)
+        grain_ *= 16;
+    const std::size_t most = static_cast<std::size_t>(width) * finest;
+    if (covered_.size() < most) {
+        covered_.resize(most);
+        thin_.resize(most + 2 * margin);
+    }
+}
+
+std::pair<int, int> TraceColumns::reduce(const SampleStore &samples, int first, int end) {
+    const int firstThin = first * strips_ - reach_;
+    const int endThin = end * strips_ + reach_;
+    std::fill(&thin(firstThin), &thin(endThin), Strip{});
+    if (stripsPerSample_ * followUpTo >= 1)
+        followLine(samples, firstThin, endThin);
+    else
+        sumUp(samples, firstThin, endThin);
+    const auto [firstChanged, endChanged] = thicken(first * strips_, end * strips_);
+    return {firstChanged / strips_, (endChanged + strips_ - 1) / strips_};
+}
+
+std::pair<int, int> TraceColumns::columnsOfNews(qint64 known, qint64 size) const {
+    // The line to the first new sample starts at the last known one.
+    const double from = (placeOf(std::max<qint64>(known - 1, 0)) - reach_ - 1) / strips_;
+    const double to = (placeOf(size - 1) + reach_ + 1) / strips_;
+    const double last = columns_;
+    return {static_cast<int>(std::clamp(from, 0.0, last)), static_cast<int>(std::clamp(to + 1, 0.0, last))};
+}
+
+qint64 TraceColumns::firstSampleFrom(double place) const {
+    const double grains =
+        std::clamp((place + startInStrips_) / (stripsPerSample_ * static_cast<double>(grain_)), 0.0, 9e12);
+    const auto whole = static_cast<qint64>(grains);
+    return (whole + (static_cast<double>(whole) < grains)) * grain_;
+}
+
+void TraceColumns::sumUp(const SampleStore &samples, int first, int end) {
+    qint64 from = std::min(firstSampleFrom(first), samples.size());
+    for (int strip = first; strip < end && from < samples.size(); ++strip) {
+        const qint64 to = std::clamp(firstSampleFrom(strip + 1), from, samples.size());
+        if (to > from) {
+            const Lanes least = samples.extent(std::max<qint64>(from - 1, 0), to).lanes;
+            const Lanes greatestFirst{-least[2], -least[3], least[0], least[1]};
+            thin(strip).lanes = (greatestFirst - reference_) * factor_;
+        }
+        from = to;
+    }
+}
+
+void TraceColumns::followLine(const SampleStore &samples, int first, int end) {
+    // One sample more on either side, since the line crosses the edges of the stretch.
+    qint64 number = std::max<qint64>(firstSampleFrom(first) - 1, 0);
+    const qint64 stop = std::min(firstSampleFrom(end) + 1, samples.size());
+    Lanes before = all(notANumber); // as a gap it makes every place up to the next sample a gap
+    double x0 = 0;
+    int strip0 = 0;
+    while (number < stop) {
+        const std::span<const SamplePair> stretch = samples.stretchFrom(number);
+        const qint64 count = std::min(static_cast<qint64>(stretch.size()), stop - number);
+        for (qint64 i = 0; i < count; ++i, ++number) {
+            const Lanes value{stretch[i].uv, stretch[i].cond, stretch[i].uv, stretch[i].cond};
+            const Lanes place = (value - reference_) * factor_ + value * 0; // not finite becomes not-a-number
+            const Lanes near = place > all(farOff) ? all(farOff) : place;
+            const Lanes now = near < all(-farOff) ? all(-farOff) : near;
+            const double x1 = placeOf(number);
+            const int strip1 = floored(x1);
+            const Lanes slope = (now - before) / all(static_cast<float>(stripsPerSample_));
+            // At each edge between two strips the line touches both.
+            for (int edge = std::max(first, strip0 + 1); edge <= std::min(end, strip1); ++edge) {
+                const Lanes there = before + slope * all(static_cast<float>(edge - x0));
+                thin(edge - 1).join(there);
+                thin(edge).join(there);
+            }
+            if (strip1 >= first && strip1 < end)
+                thin(strip1).join(now);
+            before = now;
+            x0 = x1;
+            strip0 = strip1;
+        }
+    }
+}
+
+std::pair<int, int> TraceColumns::thicken(int first, int end) {
+    int firstChanged = end;
+    int endChanged = first;
+    for (int strip = first; strip < end; ++strip) {
+        const Strip *middle = &thin(strip);
+        Strip covered{middle->lanes - all(pen_[0])};
+        for (int i = 1; i <= reach_; ++i) {
+            Strip aside = middle[-i];
+            aside.join(middle[i].lanes);
+            covered.join(aside.lanes - all(pen_[i]));
+        }
+        Strip &before = covered_[strip];
+        if (!(covered == before)) {
+            firstChanged = std::min(firstChanged, strip);
+            endChanged = strip + 1;
+            before = covered;
+        }
+    }
+    return {firstChanged, endChanged};
+}

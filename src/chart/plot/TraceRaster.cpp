@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: MIT
+#include "chart/plot/TraceRaster.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int blockWidth = 16;
+
+// A block of rows at the ends of a trace is blended four pixels at a time; shorter full stretches join their ends.
+constexpr int atOnce = 4;
+
+using Pixels = quint32 __attribute__((vector_size(16)));
+using Halves = quint16 __attribute__((vector_size(16)));
+
+/// Two colour parts, each in sixteen bits; a share counts from 0 to 256.
+Halves mixed(Pixels below, Pixels above, Halves share) {
+    return (Halves(below) * (256 - share) + Halves(above) * share) >> 8;
+}
+
+Pixels blended(Pixels below, QRgb above, Lanes coverage) {
+    const auto whole = Pixels(__builtin_convertvector(coverage * 256.0F + 0.5F, Pixels));
+    const auto share = Halves(whole | whole << 16);
+    const Pixels colour = Pixels{above, above, above, above};
+    constexpr quint32 parts = 0x00ff00ff;
+    const Halves redBlue = mixed(below & parts, colour & parts, share);
+    const Halves alphaGreen = mixed(below >> 8 & parts, colour >> 8 & parts, share);
+    return Pixels(redBlue) | Pixels(alphaGreen) << 8;
+}
+
+Lanes least(Lanes a, Lanes b) { return a < b ? a : b; }
+Lanes greatest(Lanes a, Lanes b) { return a > b ? a : b; }
+Lanes all(float value) { return Lanes{value, value, value, value}; }
+
+/// One trace's part of a column, and how much of a row it covers.
+struct ColumnEdges {
+    ColumnEdges(const Strip *strips, int stripCount, Trace trace) : count(stripCount) {
+        for (int i = 0; i < count; ++i) {
+            tops[i] = strips[i].top(trace);
+            bottoms[i] = strips[i].bottom(trace);
+        }
+    }
+    /// From 0 to 1, for four rows from `row` on.
+    Lanes coverage(int row) const {
+        const auto start = static_cast<float>(row);
+        const Lanes above{start, start + 1, start + 2, start + 3};
+        const Lanes below = above + 1;
+        Lanes covered{};
+        for (int i = 0; i < count; ++i)
+            covered += greatest(least(below, all(bottoms[i])) - greatest(above, all(tops[i])), all(0));
+        return covered * all(count == 1 ? 1.0F : 1.0F / TraceColumns::finest);
+    }
+
+    int count;
+    std::array<float, TraceColumns::finest> tops;
+    std::array<float, TraceColumns::finest> bottoms;
+};
+
+} // namespace
+
+void TraceRaster::setPlot(const QRect &plot, QRgb uvColour, QRgb condColour) {
+    plot_ = plot;
+    colours_ = {uvColour, condColour};
+    for (auto &columns : drawn_)
+        columns.assign(static_cast<std::size_t>(plot.width()), Column{});
+}
+
+void TraceRaster::setGround(std::vector<QRgb> columns, std::vector<QRgb> rows) {
+    const std::size_t known = std::min({columns.size(), columnColours_.size(), drawn_[UvTrace].size()});
+    for (std::size_t column = 0; column < known; ++column) {
+        if (columns[column] != columnColours_[column])
+            drawn_[UvTrace][column].ink = {0, plot_.height()};
+    }
+    columnColours_ = std::move(columns);
+    rowColours_ = std::move(rows);
+}
+
+QRgb *TraceRaster::pixelsOf(QImage &image) const {
+    return reinterpret_cast<QRgb *>(image.bits()) + plot_.y() * (image.bytesPerLine() / 4) + plot_.x();
+}
+
+void TraceRaster::paintGround(QImage &image) const {
+    QRgb *row = pixelsOf(image);
+    for (int y = 0; y < plot_.height(); ++y, row += image.bytesPerLine() / 4) {
+        if (rowColours_[y] != 0)
+            std::fill_n(row, plot_.width(), rowColours_[y]);
+        else
+            std::copy_n(columnColours_.data(), plot_.width(), row);
+    }
+}
+
+void TraceRaster::draw(QImage &image, const TraceColumns &traces, int first, int end) {
+    releaseWideRegisters();
+    QRgb *plot = pixelsOf(image);
+    stride_ = image.bytesPerLine() / 4;
+    if (end - first < blockWidth) {
+        for (int column = first; column < end; ++column)
+            drawColumn(plot, traces, column);
+        return;
+    }
+    // The last block ends with the plot and draws some columns twice, which changes nothing.
+    for (int column = first; column < end; column += blockWidth)
+        drawBlock(plot, traces, std::min(column, end - blockWidth));
+}
+
+void TraceRaster::measure(const TraceColumns &traces, int column) {
+    // Tops, then negated bottoms, as in a Strip: the outermost of all strips bound the ink, the innermost what is full.
+    const Strip *strips = traces.column(column);
+    const auto height = static_cast<float>(plot_.height());
+    const Lanes low{0, 0, -height, -height};
+    const Lanes high{height, height, 0, 0};
+    Lanes outer = least(greatest(strips[0].lanes, low), high);
+    Lanes inner = outer;
+    for (int i = 1; i < traces.strips(); ++i) {
+        const Lanes strip = least(greatest(strips[i].lanes, low), high);
+        outer = least(outer, strip);
+        inner = greatest(inner, strip);
+    }
+    const auto floored = [](float value) { return static_cast<int>(value); }; // none is negative
+    const auto ceiled = [](float value) { return static_cast<int>(value) + (value > std::trunc(value)); };
+    for (const auto trace : {UvTrace, CondTrace}) {
+        Column &drawn = drawn_[trace][column];
+        drawn.ink = {floored(outer[trace]), ceiled(-outer[traceCount + trace])};
+        drawn.full = {ceiled(inner[trace]), floored(-inner[traceCount + trace])};
+        if (drawn.full.bottom - drawn.full.top < atOnce)
+            drawn.full = {drawn.ink.bottom, drawn.ink.bottom};
+    }
+}
+
+void TraceRaster::drawColumn(QRgb *plot, const TraceColumns &traces, int column) {
+    const std::array<Column, traceCount> before{drawn_[UvTrace][column], drawn_[CondTrace][column]};
+    measure(traces, column);
+    const Rows kept = before[UvTrace].full.common(drawn_[UvTrace][column].full);
+    for (const Column &drawn : before)
+        restore(plot, column, drawn.ink, kept);
+    for (const auto trace : {CondTrace, UvTrace}) {
+        fill(plot, column, drawn_[trace][column].full, kept, colours_[trace]);
+        blendEdges(plot, traces, trace, column);
+    }
+}
+
+void TraceRaster::drawBlock(QRgb *plot, const TraceColumns &traces, int first) {
+    struct Stretch {
+        int top = 1 << 30;
+        int bottom = 0;
+        void add(Rows rows) {
+            if (rows.empty())
+                return;
+            top = std::min(top, rows.top);
+            bottom = std::max(bottom, rows.bottom);
+        }
+    };
+    std::array<Stretch, 2 * traceCount> stretches; // old ink and new, each trace by itself: much may lie between them
+    std::array<BlockSpans, traceCount> spans;
+    Rows kept{0, plot_.height()}; // where all is the upper trace's, before and now
+    for (int i = 0; i < blockWidth; ++i) {
+        const int column = first + i;
+        for (const auto trace : {UvTrace, CondTrace})
+            stretches[trace].add(drawn_[trace][column].ink);
+        kept = kept.common(drawn_[UvTrace][column].full);
+        measure(traces, column);
+        kept = kept.common(drawn_[UvTrace][column].full);
+        for (const auto trace : {UvTrace, CondTrace}) {
+            const Rows full = drawn_[trace][column].full;
+            stretches[traceCount + trace].add(full);
+            spans[trace].tops[i] = full.top;
+            spans[trace].bottoms[i] = full.bottom;
+        }
+    }
+    for (const auto trace : {UvTrace, CondTrace})
+        spans[trace].colour = colours_[trace];
+    std::sort(stretches.begin(), stretches.end(), [](const Stretch &a, const Stretch &b) { return a.top < b.top; });
+    const PixelBlock block{plot + first, stride_, {columnColours_.data() + first, rowColours_.data()}};
+    int done = 0;
+    for (const Stretch &stretch : stretches) {
+        const int top = std::max(done, stretch.top);
+        done = std::max(done, stretch.bottom);
+        for (const Rows part : Rows{top, done}.without(kept))
+            fillRows(block, spans[CondTrace], spans[UvTrace], part.top, part.bottom);
+    }
+    for (const auto trace : {CondTrace, UvTrace}) {
+        for (int i = 0; i < blockWidth; ++i)
+            blendEdges(plot, traces, trace, first + i);
+    }
+}
+
+void TraceRaster::blendEdges(QRgb *plot, const TraceColumns &traces, Trace trace, int column) const {
+    const Column &drawn = drawn_[trace][column];
+    const Rows hidden = trace == CondTrace ? drawn_[UvTrace][column].full : Rows{};
+    const ColumnEdges edges(traces.column(column), traces.strips(), trace);
+    for (const Rows rows : {Rows{drawn.ink.top, drawn.full.top}, Rows{drawn.full.bottom, drawn.ink.bottom}}) {
+        for (int row = rows.top; row < rows.bottom; row += atOnce) {
+            const int count = std::min(atOnce, rows.bottom - row);
+            QRgb *pixels = plot + row * stride_ + column;
+            Pixels below{};
+            for (int k = 0; k < count; ++k)
+                below[k] = pixels[k * stride_];
+            const Pixels made = blended(below, colours_[trace], edges.coverage(row));
+            for (int k = 0; k < count; ++k) {
+                if (!hidden.holds(row + k))
+                    pixels[k * stride_] = made[k];
+            }
+        }
+    }
+}
+
+void TraceRaster::fill(QRgb *plot, int column, Rows rows, Rows kept, QRgb colour) const {
+    for (const Rows part : rows.without(kept)) {
+        for (int row = part.top; row < part.bottom; ++row)
+            plot[row * stride_ + column] = colour;
+    }
+}
+
+void TraceRaster::restore(QRgb *plot, int column, Rows rows, Rows kept) const {
+    for (const Rows part : rows.without(kept)) {
+        for (int row = part.top; row < part.bottom; ++row)
+            plot[row * stride_ + column] = ground().at(column, row);
+    }
+}

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/plot/SpanFill.h"
+#include "chart/plot/TraceColumns.h"
+
+#include <QImage>
+#include <QRect>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+/// Draws the two traces straight into the pixels of an image, antialiased, UV over conductivity. It remembers for each
+/// column where its ink lies and erases nothing else.
+class TraceRaster {
+public:
+    /// The plot's place in the image, pixels. The plot must show its bare ground; `setGround` comes first.
+    void setPlot(const QRect &plot, QRgb uvColour, QRgb condColour);
+    /// The colours of the plot's columns and rows as in PlotGround. A column whose colour changes is written anew as a
+    /// whole with the next drawing.
+    void setGround(std::vector<QRgb> columns, std::vector<QRgb> rows);
+    void paintGround(QImage &image) const;
+
+    /// Erases the columns from `first` to before `end` and draws what `traces` says.
+    void draw(QImage &image, const TraceColumns &traces, int first, int end);
+
+private:
+    struct Rows {
+        int top = 0;
+        int bottom = 0;
+        bool empty() const { return top >= bottom; }
+        bool holds(int row) const { return row >= top && row < bottom; }
+        Rows common(Rows other) const { return {std::max(top, other.top), std::min(bottom, other.bottom)}; }
+        /// What lies above the others, and what below.
+        std::array<Rows, 2> without(Rows others) const {
+            if (others.empty())
+                return {*this, Rows{}};
+            return {Rows{top, std::min(bottom, others.top)}, Rows{std::max(top, others.bottom), bottom}};
+        }
+    };
+    /// What a trace covers in a column: somehow, and wholly.
+    struct Column {
+        Rows ink;
+        Rows full;
+    };
+
+    QRgb *pixelsOf(QImage &image) const;
+    void drawColumn(QRgb *plot, const TraceColumns &traces, int column);
+    void drawBlock(QRgb *plot, const TraceColumns &traces, int first);
+    void measure(const TraceColumns &traces, int column);
+    void blendEdges(QRgb *plot, const TraceColumns &traces, Trace trace, int column) const;
+    // What is `kept` is the upper trace's before and after, and stays.
+    void fill(QRgb *plot, int column, Rows rows, Rows kept, QRgb colour) const;
+    void restore(QRgb *plot, int column, Rows rows, Rows kept) const;
+    PlotGround ground() const { return {columnColours_.data(), rowColours_.data()}; }
+
+    QRect plot_;
+    qptrdiff stride_ = 0;
+    std::vector<QRgb> columnColours_;
+    std::vector<QRgb> rowColours_;
+    std::array<QRgb, traceCount> colours_{};
+    std::array<std::vector<Column>, traceCount> drawn_;
+};

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+#include "chart/table/TextExport.h"
+
+#include "chart/run/AxisTitles.h"
+#include "chart/run/IsoDate.h"
+#include "chart/run/TextLines.h"
+#include "chart/table/Digits.h"
+#include "chart/table/ExportRows.h"
+#include "chart/table/SheetWriter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace {
+
+constexpr int uvDecimals = 6; // a millionth of an AU: on the finest scale a thousandth of its height
+constexpr int condDecimals = 4;
+
+/// The marks within the stretch, in the order of their times.
+std::vector<const EventMark *> marksWithin(const std::vector<EventMark> &marks, float from, float to) {
+    std::vector<const EventMark *> within;
+    for (const EventMark &mark : marks) {
+        if (mark.time >= from && mark.time <= to)
+            within.push_back(&mark);
+    }
+    std::stable_sort(within.begin(), within.end(),
+                     [](const EventMark *a, const EventMark *b) { return a->time < b->time; });
+    return within;
+}
+
+/// The table: a row for each point, then one for each mark behind the last point, then what is left of the method's
+/// column. Without values the marks alone make the rows.
+class Table {
+public:
+    Table(SheetWriter &sheet, const ChartData &data, const ExportOptions &options)
+        : sheet_(sheet), options_(options), rows_(data.samples, options.from, options.to, options.sampleRate,
+                                                  options.uv || options.cond ? options.pointCount : 0) {
+        if (options.events)
+            marks_ = marksWithin(data.marks, options.from, options.to);
+        if (hasMethod())
+            method_ = methodLines(data.methodTexts);
+        findMarkedRow();
+    }
+
+    const ExportRows &rows() const { return rows_; }
+    bool exists() const { return options_.uv || options_.cond || options_.events; }
+    /// The method's text has a column here.
+    bool hasMethod() const {
+        return exists() && options_.method && options_.position == MethodPosition::SeparateColumn;
+    }
+
+    void write() {
+        if (!exists())
+            return;
+        heading();
+        for (qint64 row = 0; row < rows_.count();) {
+            const qint64 text = nextText(row);
+            if (row < text)
+                row = numbersAlone(row, std::min(text, row + rowsAtOnce));
+            else
+                numbersAndTexts(row++);
+        }
+        while (mark_ < marks_.size())
+            lateMark(*marks_[mark_++]);
+        while (line_ < method_.size()) {
+            emptyCells(options_.uv + options_.cond + options_.events);
+            endRow();
+        }
+    }
+
+private:
+    static constexpr qint64 rowsAtOnce = SheetWriter::mostAtOnce / (3 * longestNumber + 8);
+
+    void heading() {
+        QStringList names{timeAxisTitle()};
+        if (options_.uv)
+            names << uvAxisTitle();
+        if (options_.cond)
+            names << condAxisTitle();
+        if (options_.events)
+            names << QStringLiteral("Event marks");
+        if (hasMethod())
+            names << QStringLiteral("Method");
+        sheet_.row(names);
+    }
+
+    /// The next row with a label or a line of the method.
+    qint64 nextText(qint64 row) const {
+        return line_ < method_.size() ? row : markedRow_ >= 0 ? markedRow_ : rows_.count();
+    }
+
+    /// A long run's rows: nearly all are of this kind.
+    qint64 numbersAlone(qint64 row, qint64 end) {
+        const int textCells = options_.events + hasMethod();
+        const char *emptyTexts = &"\t\t\r\n\0"[2 - textCells];
+        const Columns columns{options_.uv, options_.cond};
+        char *at = sheet_.room();
+        for (; row < end; ++row) {
+            at = numbers(at, row, columns);
+            std::memcpy(at, emptyTexts, 4);
+            at += textCells + 2;
+        }
+        sheet_.taken(at);
+        return end;
+    }
+
+    void numbersAndTexts(qint64 row) {
+        sheet_.taken(numbers(sheet_.room(), row, {options_.uv, options_.cond}));
+        emptyCells(options_.events);
+        if (row == markedRow_)
+            sheet_.text(takeLabels());
+        endRow();
+    }
+
+    struct Columns {
+        bool uv;
+        bool cond;
+    };
+    char *numbers(char *at, qint64 row, Columns columns) const {
+        const SamplePair values = rows_.values(row);
+        at = writeTenThousandths(at, roundedWhole(rows_.tenThousandthsOf(row)));
+        if (columns.uv)
+            at = value<uvDecimals>(at, values.uv);
+        if (columns.cond)
+            at = value<condDecimals>(at, values.cond);
+        return at;
+    }
+
+    /// With a tab in front; an empty cell for what is not finite.
+    template <int decimals>
+    static char *value(char *at, float value) {
+        *at++ = '\t';
+        return std::isfinite(value) ? writeFixed<decimals>(at, value) : at;
+    }
+
+    void findMarkedRow() { markedRow_ = mark_ < marks_.size() ? rows_.rowOf(marks_[mark_]->time) : -1; }
+
+    QString takeLabels() {
+        QStringList labels;
+        for (const qint64 row = markedRow_; row == markedRow_; findMarkedRow())
+            labels << marks_[mark_++]->label;
+        return labels.join(QStringLiteral(" & "));
+    }
+
+    void lateMark(const EventMark &mark) {
+        sheet_.taken(writeFixed<4>(sheet_.room(), mark.time));
+        emptyCells(options_.uv + options_.cond);
+        sheet_.put("\t");
+        sheet_.text(mark.label);
+        endRow();
+    }
+
+    void emptyCells(int count) { sheet_.put(QByteArray(count, '\t')); }
+
+    void endRow() {
+        if (hasMethod()) {
+            sheet_.put("\t");
+            if (line_ < method_.size())
+                sheet_.text(method_[line_++]);
+        }
+        sheet_.put("\r\n");
+    }
+
+    SheetWriter &sheet_;
+    const ExportOptions &options_;
+    ExportRows rows_;
+    std::vector<const EventMark *> marks_;
+    std::size_t mark_ = 0;  // the next one to write; likewise the method's line
+    qint64 markedRow_ = -1; // where the next mark stands, -1 for none
+    QStringList method_;
+    qsizetype line_ = 0;
+};
+
+QString minutes(float time) { return QString::number(static_cast<double>(time), 'f', 4); }
+
+void writeHead(SheetWriter &sheet, const ChartData &data, const ExportOptions &options, const Table &table) {
+    const auto entry = [&sheet](const QString &name, const QString &value) {
+        if (!value.isEmpty())
+            sheet.row({name, value});
+    };
+    entry(QStringLiteral("Title"), data.title);
+    entry(QStringLiteral("File"), options.sourceFile);
+    entry(QStringLiteral("Exported"), isoDate(options.exported));
+    if (table.exists())
+        sheet.row({QStringLiteral("Range (min)"), minutes(options.from), minutes(options.to)});
+    if (options.uv || options.cond) {
+        const ExportRows &rows = table.rows();
+        entry(QStringLiteral("Points per second"), QString::number(rows.rate(), 'g', 6));
+        entry(QStringLiteral("Points"), QString::number(rows.count()));
+        entry(QStringLiteral("Values"),
+              rows.thinned() ? QStringLiteral("Means of the samples around each point (measured at 5 per second)")
+                             : QStringLiteral("The samples as measured"));
+    }
+}
+
+void writeSection(SheetWriter &sheet, const QString &heading, const QStringList &lines) {
+    sheet.row({});
+    sheet.row({heading});
+    for (const QString &line : lines)
+        sheet.row({line});
+}
+
+} // namespace
+
+std::error_code exportText(const QString &path, const ChartData &data, const ExportOptions &options,
+                           FileOperations &operations) {
+    SheetWriter sheet(path, operations);
+    Table table(sheet, data, options);
+    const auto writeMethod = [&] { writeSection(sheet, QStringLiteral("Method"), methodLines(data.methodTexts)); };
+    const bool methodAlone = options.method && !table.hasMethod();
+    const bool methodBehind = options.position == MethodPosition::AfterData;
+
+    writeHead(sheet, data, options, table);
+    if (options.notes)
+        writeSection(sheet, QStringLiteral("Notes"), linesOf(data.notes));
+    if (methodAlone && !methodBehind)
+        writeMethod();
+    if (table.exists())
+        sheet.row({});
+    table.write();
+    if (methodAlone && methodBehind)
+        writeMethod();
+    return sheet.commit();
+}

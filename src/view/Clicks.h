@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "base/Commands.h"
+#include "base/Values.h"
+
+#include <QString>
+
+/// The operator's clicks on menu items and toolbar buttons, as the commands that they stand for.
+class Clicks {
+public:
+    Clicks(const Commands &commands, const TabStates &tabs) : commands_(commands), tabs_(tabs) {}
+
+    /// A menu item or a toolbar button.
+    void click(const QString &control) const;
+    /// The toolbar button of this key.
+    void Toolsbar_ButtonClick(const QString &Key) const;
+
+private:
+    const Commands &commands_;
+    const TabStates &tabs_;
+};
