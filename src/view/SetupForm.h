@@ -2,7 +2,7 @@
 #pragma once
 
 #include "acquisition/AcquisitionPorts.h"
-#include "acquisition/frmSetup.h"
+#include "view/frmSetup.h"
 
 /// Makes frmSetup for each showing, over the window that it is given.
 class SetupForm : public SetupDialog {

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "acquisition/AcquisitionPorts.h"
-#include "acquisition/frmNoData.h"
 #include "base/Commands.h"
 #include "view/CommandStates.h"
 #include "view/LiveView.h"
+#include "view/frmNoData.h"
 
 #include <functional>
 

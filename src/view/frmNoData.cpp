@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "acquisition/frmNoData.h"
+#include "view/frmNoData.h"
 
 #include "forms/Controls.h"
 

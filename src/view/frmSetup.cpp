@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "acquisition/frmSetup.h"
+#include "view/frmSetup.h"
 
 #include "forms/FormBuilder.h"
 #include "forms/HelpContext.h"
