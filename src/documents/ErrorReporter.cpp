@@ -4,7 +4,7 @@
 #include "base/Numbers.h"
 #include "base/Steps.h"
 #include "documents/ErrorTable.h"
-#include "platform/TextFile.h"
+#include "files/TextFile.h"
 
 #include <utility>
 

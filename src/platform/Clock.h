@@ -13,12 +13,3 @@ public:
     /// Runs on evenly from the start of the program or earlier, whatever is done to date and time.
     virtual std::chrono::milliseconds uptime() const = 0;
 };
-
-class SystemClock : public Clock {
-public:
-    QDateTime now() const override { return QDateTime::currentDateTime(); }
-    std::chrono::milliseconds uptime() const override {
-        return std::chrono::duration_cast<std::chrono::milliseconds>(
-            std::chrono::steady_clock::now().time_since_epoch());
-    }
-};

@@ -4,7 +4,7 @@
 #include "base/AppFolders.h"
 #include "base/Numbers.h"
 #include "base/Steps.h"
-#include "platform/Directories.h"
+#include "files/Directories.h"
 
 #include <algorithm>
 

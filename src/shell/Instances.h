@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/Values.h"
+#include "files/FolderLock.h"
 #include "platform/Clock.h"
-#include "platform/FolderLock.h"
 #include "platform/Prompts.h"
 #include "platform/SettingsStore.h"
 

@@ -2,7 +2,7 @@
 #include "shell/ProgramExit.h"
 
 #include "base/Steps.h"
-#include "platform/Directories.h"
+#include "files/Directories.h"
 
 #include <QScopedValueRollback>
 

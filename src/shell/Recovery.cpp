@@ -2,8 +2,8 @@
 #include "shell/Recovery.h"
 
 #include "base/Steps.h"
-#include "platform/Directories.h"
-#include "platform/FolderLock.h"
+#include "files/Directories.h"
+#include "files/FolderLock.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
+#include "desktop/QtSettingsStore.h"
 #include "files/FileOperations.h"
-#include "platform/QtSettingsStore.h"
 
 #include <QDir>
 #include <QFile>

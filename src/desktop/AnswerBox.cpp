@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/AnswerBox.h"
+
+#include <QAbstractButton>
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+namespace {
+
+/// Every way to end a line, CR alone too, as Qt shows it.
+QString withLineFeeds(QString text) {
+    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+}
+
+} // namespace
+
+AnswerBox::AnswerBox(Icon icon, const QString &title, const QString &text, StandardButtons buttons, QWidget *parent)
+    : QMessageBox(icon, title, withLineFeeds(text), buttons, parent) {
+    setTextFormat(Qt::PlainText);
+    if (QMessageBox::buttons().size() == 1)
+        setEscapeButton(QMessageBox::buttons().constFirst());
+    else
+        setEscapeButton(button(Cancel));
+    const Qt::WindowFlags closeBox = Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+    setWindowFlags(Qt::Dialog | Qt::MSWindowsFixedSizeDialogHint | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   (mayClose() ? closeBox : Qt::WindowFlags()));
+}
+
+// Of Yes and No, Qt itself takes an escape for a No.
+
+void AnswerBox::reject() {
+    if (mayClose())
+        QMessageBox::reject();
+}
+
+void AnswerBox::closeEvent(QCloseEvent *event) {
+    if (mayClose())
+        QMessageBox::closeEvent(event);
+    else
+        event->ignore();
+}
+
+void AnswerBox::keyPressEvent(QKeyEvent *event) {
+    if (mayClose() || !event->matches(QKeySequence::Cancel))
+        QMessageBox::keyPressEvent(event);
+}

@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/ChosenPrinter.h"
+
+#include "desktop/AnswerBox.h"
+#include "desktop/CompletedName.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPrintDialog>
+#include <QPrintEngine>
+#include <QPrinterInfo>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTabWidget>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// As a report in that file is called; a bare name is meant in the user's home.
+QString pdfFile(const QString &typed) { return completedName(QDir::home().filePath(typed), QStringLiteral("pdf")); }
+
+QString usualFile() {
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const QString folder = QFileInfo(documents).isDir() ? documents : QDir::homePath();
+    return ReportFile::nextFree(folder + QLatin1String("/report.pdf"));
+}
+
+/// Qt's print dialog, made to set up only: nothing is printed by it, and a report is always printed whole.
+class SetupDialog : public QPrintDialog {
+public:
+    SetupDialog(QPrinter *printer, const QString &file, QWidget *parent) : QPrintDialog(printer, parent) {
+        setObjectName(QStringLiteral("ComDlg"));
+        setWindowTitle(tr("Print Setup"));
+        setOptions(PrintToFile | PrintShowPageSize);
+        fileName_->setText(file);
+        fileName_->setMinimumWidth(260);
+        connect(printers_, &QComboBox::currentIndexChanged, this, &SetupDialog::fitToPrinter);
+        // Qt's own look at the file would wait for a reader of a pipe, and take any file's place.
+        auto *buttons = findChild<QDialogButtonBox *>();
+        disconnect(buttons, &QDialogButtonBox::accepted, this, nullptr);
+        connect(buttons, &QDialogButtonBox::accepted, this, [this, file] { acceptUnlessRefused(file); });
+    }
+
+    /// The file stands already, and the operator lets a report replace it.
+    bool mayReplace() const { return mayReplace_; }
+
+protected:
+    /// Only here has Qt decided on what there is to choose.
+    void showEvent(QShowEvent *event) override {
+        showCopies();
+        fitToPrinter();
+        QPrintDialog::showEvent(event);
+    }
+
+private:
+    /// They lie behind a button that unfolds the dialog, beside the choice of pages.
+    void showCopies() {
+        const auto *buttons = findChild<QDialogButtonBox *>();
+        buttons->button(QDialogButtonBox::Ok)->setText(tr("OK"));
+        for (QAbstractButton *button : buttons->buttons()) {
+            if (buttons->buttonRole(button) == QDialogButtonBox::ResetRole) {
+                button->click();
+                button->hide();
+            }
+        }
+        findChild<QGroupBox *>(QStringLiteral("gbPrintRange"))->hide();
+    }
+
+    void acceptUnlessRefused(const QString &offered) {
+        if (intoFile()) {
+            const QString typed = fileName_->text();
+            fileName_->setText(typed.isEmpty() ? offered : pdfFile(typed));
+            mayReplace_ = false;
+            if (!mayTake(fileName_->text()))
+                return;
+        }
+        // What is left for Qt to look at is whether the printer's options fit each other.
+        const bool enabled = fileName_->isEnabled();
+        fileName_->setEnabled(false);
+        const bool looked = QMetaObject::invokeMethod(this, "_q_checkFields");
+        fileName_->setEnabled(enabled);
+        if (!looked)
+            accept();
+    }
+
+    bool mayTake(const QString &path) {
+        const QString folder = QFileInfo(path).path();
+        if (!QFileInfo(folder).isDir())
+            return refuse(tr("%1\nPath does not exist.").arg(folder));
+        if (ReportFile::isFree(path))
+            return QFileInfo(folder).isWritable() || refuse(tr("%1\nThe folder is not writable.").arg(folder));
+        if (!ReportFile::isReplaceable(path))
+            return refuse(tr("%1\nThis is no PDF file that could be replaced.").arg(path));
+        AnswerBox box(QMessageBox::Question, windowTitle(),
+                      tr("%1 already exists.\nDo you want to replace it?").arg(path),
+                      QMessageBox::Yes | QMessageBox::No, this);
+        box.setDefaultButton(QMessageBox::No);
+        return mayReplace_ = box.exec() == QMessageBox::Yes;
+    }
+
+    bool refuse(const QString &text) {
+        AnswerBox(QMessageBox::Warning, windowTitle(), text, QMessageBox::Ok, this).exec();
+        return false;
+    }
+
+    bool intoFile() const { return fileName_->isEnabled(); }
+
+    /// A file has no sheets to turn or to sort, and always colours.
+    void fitToPrinter() {
+        auto *tabs = findChild<QTabWidget *>(QStringLiteral("tabs"));
+        const int options = tabs->indexOf(findChild<QWidget *>(QStringLiteral("optionsTab")));
+        tabs->setTabVisible(options, !intoFile());
+        findChild<QCheckBox *>(QStringLiteral("reverse"))->setVisible(!intoFile());
+    }
+
+    QComboBox *printers_ = findChild<QComboBox *>(QStringLiteral("printers"));
+    QLineEdit *fileName_ = findChild<QLineEdit *>(QStringLiteral("filename"));
+    bool mayReplace_ = false;
+};
+
+/// The computer's own printer with its own paper, which Qt would take for A4; without any, the paper of the country.
+std::unique_ptr<QPrinter> usualPrinter() {
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    const QPageSize paper = QPrinterInfo(*printer).defaultPageSize();
+    const bool american = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
+    printer->setPageSize(paper.isValid() ? paper : QPageSize(american ? QPageSize::Letter : QPageSize::A4));
+    return printer;
+}
+
+/// A printer set up like the other one.
+std::unique_ptr<QPrinter> another(const QPrinter &other) {
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    if (other.outputFormat() == QPrinter::PdfFormat)
+        printer->setOutputFormat(QPrinter::PdfFormat);
+    else
+        printer->setPrinterName(other.printerName());
+    printer->setPageLayout(other.pageLayout());
+    printer->setColorMode(other.colorMode());
+    printer->setDuplex(other.duplex());
+    printer->setPageOrder(other.pageOrder());
+    return printer;
+}
+
+/// Pairs of names and values that the dialog has set for the spooler alone, such as several pages on a sheet. Qt keeps
+/// them under a key of its own.
+QStringList spoolerOptions(const QPrinter &printer) {
+    constexpr int key = 0xfe00; // PPK_CupsOptions
+    return printer.printEngine()->property(static_cast<QPrintEngine::PrintEnginePropertyKey>(key)).toStringList();
+}
+
+const char *sidesOf(const QPrinter &printer) {
+    const bool upright = printer.pageLayout().orientation() == QPageLayout::Portrait;
+    switch (printer.duplex()) {
+    case QPrinter::DuplexNone:
+        return "one-sided";
+    case QPrinter::DuplexLongSide:
+        return "two-sided-long-edge";
+    case QPrinter::DuplexShortSide:
+        return "two-sided-short-edge";
+    case QPrinter::DuplexAuto:
+        break;
+    }
+    return upright ? "two-sided-long-edge" : "two-sided-short-edge";
+}
+
+PrintJob jobFor(const QPrinter &printer, const QByteArray &document, const QString &name) {
+    PrintJob job{printer.printerName(), name, document, {}};
+    job.options.emplace_back("media", printer.pageLayout().pageSize().key().toUtf8());
+    job.options.emplace_back("sides", sidesOf(printer));
+    if (printer.colorMode() == QPrinter::GrayScale)
+        job.options.emplace_back("print-color-mode", "monochrome");
+    if (printer.pageOrder() == QPrinter::LastPageFirst)
+        job.options.emplace_back("outputorder", "reverse");
+    const QStringList more = spoolerOptions(printer);
+    for (qsizetype i = 0; i + 1 < more.size(); i += 2)
+        job.options.emplace_back(more[i].toUtf8(), more[i + 1].toUtf8());
+    return job;
+}
+
+} // namespace
+
+bool ChosenPrinter::ask(QWidget *parent, int &copies) {
+    // The dialog sets its printer up while it is still open.
+    auto chosen = printer_ ? another(*printer_) : usualPrinter();
+    chosen->setCopyCount(std::max(1, copies));
+    const QString offered = file_ ? file_->next() : usualFile();
+    SetupDialog dialog(chosen.get(), offered, parent);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    copies = chosen->copyCount();
+    chosen->setCopyCount(1);
+    printer_ = std::move(chosen);
+    const QString file = printer_->outputFileName();
+    if (file.isEmpty())
+        file_.reset();
+    else if (!file_ || file != offered || dialog.mayReplace()) // with the name that was offered the numbers go on
+        file_.emplace(file, dialog.mayReplace());
+    return true;
+}
+
+QPrinter &ChosenPrinter::printer() {
+    if (!printer_)
+        printer_ = usualPrinter();
+    return *printer_;
+}
+
+bool ChosenPrinter::print(const QByteArray &document, const QString &name) {
+    if (printer().outputFormat() == QPrinter::NativeFormat)
+        return spooler_->take(jobFor(printer(), document, name));
+    if (!file_)
+        return false; // there is no printer, and no file was chosen in its place
+    if (print_ && std::exchange(print_->begun, true))
+        return true;
+    const QString file = file_->make(document);
+    if (print_)
+        print_->file = file;
+    return !file.isEmpty();
+}
+
+QString ChosenPrinter::endPrint() { return std::exchange(print_, std::nullopt).value_or(Print()).file; }

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/QtSerialControl.h"
+
+#include "base/RunTimeError.h"
+#include "base/Steps.h"
+#include "desktop/PortLocks.h"
+
+#include <QFile>
+#include <QScopeGuard>
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+namespace {
+
+constexpr int lookForDeviceEvery = 1000; ///< ms
+/// ms; only for what happens without bytes, as every arrival looks too.
+constexpr int lookAtLineEvery = 2000;
+
+constexpr QFile::Permissions readableToAll = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
+
+struct LineRow {
+    int LineCounters::*counter;
+    SerialControl::Event event;
+};
+
+// clang-format off
+constexpr LineRow lineEvents[] = {
+    {&LineCounters::cts,     SerialControl::ClearToSendChanged},
+    {&LineCounters::dsr,     SerialControl::DataSetReadyChanged},
+    {&LineCounters::carrier, SerialControl::CarrierChanged},
+    {&LineCounters::ring,    SerialControl::Ring},
+    {&LineCounters::breaks,  SerialControl::Break},
+    {&LineCounters::framing, SerialControl::Framing},
+    {&LineCounters::overrun, SerialControl::Overrun},
+    {&LineCounters::lost,    SerialControl::ReceiveBufferOverflow},
+    {&LineCounters::parity,  SerialControl::Parity},
+};
+// clang-format on
+
+int errorFor(QSerialPort::SerialPortError error) {
+    switch (error) {
+    case QSerialPort::DeviceNotFoundError:
+        return RunTimeError::InvalidPortNumber;
+    case QSerialPort::PermissionError:
+        return RunTimeError::PortAlreadyOpen;
+    default:
+        return RunTimeError::PathFileAccess;
+    }
+}
+
+} // namespace
+
+QtSerialControl::QtSerialControl(QObject *parent, const QString &name, DeviceOfPort deviceOfPort, Counting counting)
+    : QObject(parent), deviceOfPort_(std::move(deviceOfPort)), counting_(std::move(counting)) {
+    setObjectName(name);
+    line_.setBaudRate(QSerialPort::Baud9600);
+    line_.setDataBits(QSerialPort::Data8);
+    line_.setParity(QSerialPort::NoParity);
+    line_.setStopBits(QSerialPort::OneStop);
+    line_.setFlowControl(QSerialPort::NoFlowControl);
+    lookForDevice_.setInterval(lookForDeviceEvery);
+    lookAtLine_.setInterval(lookAtLineEvery);
+    // Never from inside QSerialPort: while its signal lasts it gives no other, not even under a dialog of the
+    // handler's, and after an exception none at all.
+    connect(&line_, &QSerialPort::readyRead, this, &QtSerialControl::lookAtLine, Qt::QueuedConnection);
+    connect(&line_, &QSerialPort::errorOccurred, this, &QtSerialControl::onLineError, Qt::QueuedConnection);
+    connect(&lookForDevice_, &QTimer::timeout, this, &QtSerialControl::lookForDevice);
+    connect(&lookAtLine_, &QTimer::timeout, this, &QtSerialControl::lookAtLine);
+}
+
+void QtSerialControl::setPortOpen(bool open) {
+    if (open == open_)
+        return;
+    if (open) {
+        path_ = deviceOfPort_(port_);
+        if (path_.isEmpty())
+            throw RunTimeError(RunTimeError::InvalidPortNumber);
+        input_.clear();
+        overflowing_ = false;
+        openDevice();
+        // What came before nobody listened to; a line that was closed has heard nothing.
+        line_.clear(QSerialPort::Input);
+        line_.clearError();
+    } else {
+        closeDevice();
+        lookForDevice_.stop();
+    }
+    open_ = open;
+}
+
+void QtSerialControl::openDevice() {
+    auto unlessOpen = qScopeGuard([this] { closeDevice(); });
+    device_.emplace(path_);
+    PortLocks::takeOver({path_, device_->path()});
+    const QString name = PortLocks::freeName({device_->path(), device_->privatePath()});
+    const QString lockFile = PortLocks::fileOfQSerialPort(name);
+    held_.emplace(device_->descriptor(), lockFile);
+    line_.setPortName(name);
+    if (!line_.open(QIODevice::ReadOnly))
+        throw RunTimeError(errorFor(line_.error()), line_.errorString());
+    QFile::setPermissions(lockFile, readableToAll); // the next user must see whether its owner lives
+    device_->excludeOthers();
+    countInDevice();
+    seen_ = counting_(*device_);
+    if (seen_)
+        lookAtLine_.start();
+    unlessOpen.dismiss();
+}
+
+void QtSerialControl::closeDevice() {
+    lookAtLine_.stop();
+    if (line_.isOpen())
+        line_.close();
+    held_.reset();
+    device_.reset();
+}
+
+/// The device has vanished. QSerialPort would go on complaining without end, so that the first complaint closes it. No
+/// event is raised: an unplugged line is no sign of life. A complaint about a port that was closed meanwhile is void.
+void QtSerialControl::onLineError() {
+    if (!open_ || !line_.isOpen() || line_.error() == QSerialPort::NoError)
+        return;
+    keep(line_.readAll() + device_->takeWaiting());
+    closeDevice();
+    lookForDevice_.start();
+}
+
+void QtSerialControl::lookForDevice() {
+    if (errorNumberOf([this] { openDevice(); }) == 0)
+        lookForDevice_.stop();
+}
+
+void QtSerialControl::setRThreshold(int bytes) {
+    threshold_ = bytes;
+    countInDevice();
+}
+
+int QtSerialControl::InBufferCount() const {
+    const qsizetype waiting = input_.size() + line_.bytesAvailable() + (device_ ? device_->waiting() : 0);
+    return static_cast<int>(std::min<qsizetype>(waiting, inBufferSize_));
+}
+
+QByteArray QtSerialControl::Input() {
+    QByteArray bytes = std::exchange(input_, {});
+    if (device_)
+        bytes += line_.readAll() + device_->takeWaiting();
+    overflowing_ = false;
+    countInDevice();
+    return bytes;
+}
+
+void QtSerialControl::lookAtLine() {
+    if (!device_)
+        return;
+    const auto afterwards = qScopeGuard([this] { countInDevice(); });
+    const QByteArray arrived = line_.readAll() + device_->takeWaiting();
+    std::set<int> happened = eventsOfLine();
+    if (!keep(arrived) && !std::exchange(overflowing_, true))
+        happened.insert(ReceiveBufferOverflow);
+    QList<int> events(happened.begin(), happened.end());
+    if (threshold_ > 0 && !arrived.isEmpty() && input_.size() >= threshold_)
+        events << Receive;
+    raise(events);
+}
+
+/// False when the input buffer could not take all of it.
+bool QtSerialControl::keep(const QByteArray &bytes) {
+    const qsizetype room = std::max<qsizetype>(0, inBufferSize_ - input_.size());
+    input_ += bytes.left(room);
+    return bytes.size() <= room;
+}
+
+/// What has happened since the last look, however often.
+std::set<int> QtSerialControl::eventsOfLine() {
+    std::set<int> events;
+    if (!seen_)
+        return events;
+    const LineCounters before = *seen_;
+    seen_ = counting_(*device_).value_or(before);
+    for (const LineRow &row : lineEvents) {
+        if ((*seen_).*row.counter != before.*row.counter)
+            events.insert(row.event);
+    }
+    return events;
+}
+
+/// Nothing comes from a port that a handler has closed meanwhile. An error of the handler keeps no event from it.
+void QtSerialControl::raise(const QList<int> &events) {
+    EveryStep told;
+    for (const int event : events) {
+        event_ = event;
+        if (open_ && OnComm)
+            told.run(OnComm);
+    }
+    told.raise();
+}
+
+/// What already waits in the input buffer need not be counted again.
+void QtSerialControl::countInDevice() {
+    if (device_)
+        device_->reportAt(static_cast<int>(std::max<qsizetype>(1, threshold_ - input_.size())));
+}

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "desktop/QtSettingsStore.h"
+
+#include "base/RunTimeError.h"
+#include "desktop/Folders.h"
+#include "desktop/NaturalOrder.h"
+#include "files/DurableFile.h"
+#include "files/FileLock.h"
+
+#include <QFileInfo>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+QtSettingsStore::QtSettingsStore(QString file, FileOperations &operations)
+    : file_(std::move(file)), operations_(operations) {}
+
+QString QtSettingsStore::GetSetting(const QString &section, const QString &key, const QString &fallback) const {
+    return read().value(section, key).value_or(fallback);
+}
+
+void QtSettingsStore::SaveSetting(const QString &section, const QString &key, const QString &value) {
+    change([&](IniText &text) {
+        text.setValue(section, key, value);
+        return true;
+    });
+}
+
+void QtSettingsStore::DeleteSetting(const QString &section, const QString &key) {
+    change([&](IniText &text) { return text.remove(section, key); });
+}
+
+void QtSettingsStore::DeleteSection(const QString &section) {
+    change([&](IniText &text) { return text.removeSection(section); });
+}
+
+std::vector<SettingRow> QtSettingsStore::GetAllSettings(const QString &section) const {
+    std::vector<SettingRow> rows;
+    for (const auto &[key, value] : read().values(section))
+        rows.push_back({key, value});
+    std::sort(rows.begin(), rows.end(),
+              [](const SettingRow &left, const SettingRow &right) { return naturallyLess(left.key, right.key); });
+    return rows;
+}
+
+void QtSettingsStore::exclusively(const std::function<void()> &body) {
+    if (locked_)
+        return body();
+    const QFileInfo file(file_);
+    makePath(file.path());
+    // Not the name with ".lock" behind it: QSettings itself takes that for its own kind of lock.
+    const QString name = file.path() + QLatin1Char('/') + file.completeBaseName() + QStringLiteral(".lock");
+    FileLock lock(name);
+    // Who holds it is through in no time, unless he hangs: that must not stop the acquisition.
+    if (!lock.exclusiveWithin(std::chrono::seconds(2)))
+        throw RunTimeError(RunTimeError::PermissionDenied, name + QStringLiteral(": held by another program"));
+    const QScopedValueRollback locked(locked_, true);
+    body();
+}
+
+void QtSettingsStore::change(const std::function<bool(IniText &)> &edit) {
+    exclusively([&] {
+        IniText text = read();
+        if (!edit(text))
+            return;
+        if (const std::error_code error = replaceFile(file_, text.toBytes(), operations_, Links::Refuse))
+            throw RunTimeError::from(error, file_);
+    });
+}
+
+IniText QtSettingsStore::read() const {
+    QByteArray content;
+    const std::error_code error = readPlainFile(file_, content, operations_);
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory)
+        return IniText();
+    if (error)
+        throw RunTimeError::from(error, file_);
+    return IniText(content);
+}

@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+#include "help/frmHelp.h"
+
+#include "help/HelpPage.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QScreen>
+#include <QSplitter>
+#include <QTextDocumentFragment>
+#include <QToolBar>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr QSize comfortable(980, 720); // pixels; less on a small screen
+constexpr int contentsWidth = 260;
+constexpr int indexContext = 0;
+
+} // namespace
+
+frmHelp::frmHelp(const QString &HelpFile)
+    : topics_(HelpFile), bar_(new QToolBar(this)), txtSearch_(new QLineEdit(this)), lstTopics_(new QListWidget(this)),
+      page_(new HelpPage(this)) {
+    setObjectName(QStringLiteral("frmHelp"));
+    setWindowTitle(QStringLiteral("Ostrel MS Help"));
+    setAttribute(Qt::WA_QuitOnClose, false);
+    page_->setObjectName(QStringLiteral("txtPage"));
+    page_->setAccessibleName(tr("Help page"));
+    makeContents();
+    makeToolbar();
+    arrange();
+    connect(page_, &QTextBrowser::historyChanged, this, &frmHelp::pageChanged);
+}
+
+QAction *frmHelp::addCommand(const char *name, const QString &text, const QList<QKeySequence> &keys,
+                             std::function<void()> work) {
+    auto *command = new QAction(text, this);
+    command->setObjectName(QLatin1String(name));
+    command->setShortcuts(keys);
+    if (!keys.isEmpty())
+        command->setToolTip(QStringLiteral("%1 (%2)").arg(text, keys.first().toString(QKeySequence::NativeText)));
+    connect(command, &QAction::triggered, this, std::move(work));
+    addAction(command);
+    return command;
+}
+
+void frmHelp::makeToolbar() {
+    bar_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    QAction *back = addCommand("cmdBack", tr("Back"), {QKeySequence::Back}, [this] { page_->backward(); });
+    QAction *forward = addCommand("cmdForward", tr("Forward"), {QKeySequence::Forward}, [this] { page_->forward(); });
+    back->setEnabled(false);
+    forward->setEnabled(false);
+    connect(page_, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
+    connect(page_, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
+    bar_->addActions({back, forward});
+    bar_->addAction(addCommand("cmdIndex", tr("Index"), {QKeySequence(Qt::ALT | Qt::Key_Home)},
+                               [this] { page_->open(topics_.pageOf(indexContext)); }));
+    bar_->addSeparator();
+    bar_->addAction(addCommand("cmdLarger", tr("Larger"),
+                               {QKeySequence(Qt::CTRL | Qt::Key_Plus), QKeySequence(Qt::CTRL | Qt::Key_Equal)},
+                               [this] { page_->zoom(1); }));
+    bar_->addAction(
+        addCommand("cmdSmaller", tr("Smaller"), {QKeySequence(Qt::CTRL | Qt::Key_Minus)}, [this] { page_->zoom(-1); }));
+
+    addCommand("cmdFirstSize", tr("First size"), {QKeySequence(Qt::CTRL | Qt::Key_0)}, [this] { page_->zoom(0); });
+    addCommand("cmdSearch", tr("Search"), {QKeySequence::Find}, [this] {
+        txtSearch_->setFocus(Qt::ShortcutFocusReason);
+        txtSearch_->selectAll();
+    });
+    addCommand("cmdNext", tr("Next place"), {QKeySequence(Qt::Key_F3)}, [this] { goOn(true); });
+    addCommand("cmdPrevious", tr("Previous place"), {QKeySequence(Qt::SHIFT | Qt::Key_F3)}, [this] { goOn(false); });
+    addCommand("cmdClose", tr("Close"), {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)},
+               [this] { close(); });
+}
+
+void frmHelp::makeContents() {
+    txtSearch_->setObjectName(QStringLiteral("txtSearch"));
+    txtSearch_->setAccessibleName(tr("Search the help"));
+    txtSearch_->setPlaceholderText(tr("Search (Ctrl+F)"));
+    txtSearch_->setClearButtonEnabled(true);
+    connect(txtSearch_, &QLineEdit::textChanged, this, &frmHelp::search);
+    connect(txtSearch_, &QLineEdit::returnPressed, this, [this] { goOn(true); });
+
+    lstTopics_->setObjectName(QStringLiteral("lstTopics"));
+    lstTopics_->setAccessibleName(tr("Topics"));
+    lstTopics_->setSpacing(1);
+    for (const HelpTopic &topic : topics_.rows()) {
+        lstTopics_->addItem(topic.title);
+        if (!topic.page.isEmpty())
+            continue;
+        QListWidgetItem *item = lstTopics_->item(lstTopics_->count() - 1);
+        QFont bold = item->font();
+        bold.setBold(true);
+        item->setFont(bold);
+        item->setTextAlignment(Qt::AlignBottom);
+        item->setSizeHint({0, lstTopics_->fontMetrics().height() * 2});
+        item->setFlags(Qt::ItemIsEnabled); // a heading is read, not chosen
+    }
+    connect(lstTopics_, &QListWidget::currentItemChanged, this, &frmHelp::openItem);
+    connect(lstTopics_, &QListWidget::itemClicked, this, &frmHelp::openItem);
+}
+
+void frmHelp::arrange() {
+    auto *contents = new QWidget;
+    auto *column = new QVBoxLayout(contents);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(txtSearch_);
+    column->addWidget(lstTopics_, 1);
+
+    auto *halves = new QSplitter;
+    halves->setChildrenCollapsible(false);
+    halves->addWidget(contents);
+    halves->addWidget(page_);
+    halves->setStretchFactor(1, 1);
+
+    auto *form = new QVBoxLayout(this);
+    form->setContentsMargins(6, 0, 6, 6);
+    form->setSpacing(4);
+    form->addWidget(bar_);
+    form->addWidget(halves, 1);
+    resize(comfortable.boundedTo(screen()->availableSize() * 9 / 10));
+    halves->setSizes({contentsWidth, width() - contentsWidth});
+    setTabOrder(txtSearch_, lstTopics_);
+    setTabOrder(lstTopics_, page_);
+}
+
+void frmHelp::showTopic(int HelpContextID) {
+    txtSearch_->clear(); // what was looked for last time must not thin out the contents now
+    const QString page = topics_.pageOf(HelpContextID);
+    page_->open(page.isEmpty() ? topics_.file() : page);
+    winId(); // now it is a window of the desktop, and can be put over another
+    windowHandle()->setTransientParent(nullptr);
+    standOverModal();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    page_->setFocus();
+}
+
+/// A modal dialog leaves those windows alone that stand over it. This one is nobody's child, so that it outlives the
+/// dialog.
+void frmHelp::standOverModal() {
+    const QWidget *modal = QApplication::activeModalWidget();
+    QWindow *below = modal ? modal->windowHandle() : nullptr;
+    // A box that came up over the help itself has to be answered first.
+    if (below != nullptr && !windowHandle()->isAncestorOf(below))
+        windowHandle()->setTransientParent(below);
+}
+
+bool frmHelp::event(QEvent *event) {
+    if (event->type() == QEvent::WindowBlocked && isVisible())
+        standOverModal();
+    return QWidget::event(event);
+}
+
+QStringList frmHelp::words() const { return txtSearch_->text().simplified().split(u' ', Qt::SkipEmptyParts); }
+
+bool frmHelp::holds(std::size_t row, const QStringList &wanted) {
+    if (texts_.empty()) {
+        for (const HelpTopic &topic : topics_.rows()) {
+            const QString html = topic.page.isEmpty() ? QString() : helpText(topic.page);
+            texts_.push_back(topic.title + u' ' + QTextDocumentFragment::fromHtml(html).toPlainText());
+        }
+    }
+    return std::all_of(wanted.begin(), wanted.end(),
+                       [&](const QString &word) { return texts_[row].contains(word, Qt::CaseInsensitive); });
+}
+
+/// Leaves in the contents what has all the words.
+void frmHelp::search() {
+    const QStringList wanted = words();
+    for (int row = 0; row < lstTopics_->count(); ++row) {
+        const bool isHeading = topics_.rows()[std::size_t(row)].page.isEmpty();
+        lstTopics_->item(row)->setHidden(!wanted.isEmpty() && (isHeading || !holds(std::size_t(row), wanted)));
+    }
+    page_->mark(wanted);
+}
+
+/// To the next place of the words on the page; to the first topic that has them when this one has not.
+void frmHelp::goOn(bool forward) {
+    const QListWidgetItem *shown = lstTopics_->currentItem();
+    if (shown != nullptr && !shown->isHidden()) {
+        page_->goToMark(forward);
+        return;
+    }
+    for (int row = 0; row < lstTopics_->count(); ++row) {
+        if (!lstTopics_->item(row)->isHidden())
+            return lstTopics_->setCurrentRow(row);
+    }
+}
+
+void frmHelp::openItem(const QListWidgetItem *item) {
+    if (item == nullptr)
+        return;
+    const HelpTopic &topic = topics_.rows()[std::size_t(lstTopics_->row(item))];
+    if (!topic.page.isEmpty())
+        page_->open(topic.page);
+}
+
+void frmHelp::pageChanged() {
+    const auto &rows = topics_.rows();
+    const auto shown =
+        std::find_if(rows.begin(), rows.end(), [this](const HelpTopic &topic) { return topic.page == page_->path(); });
+    const QSignalBlocker quiet(lstTopics_);
+    lstTopics_->setCurrentRow(shown == rows.end() ? -1 : int(shown - rows.begin()));
+    if (!words().isEmpty())
+        page_->mark(words());
+}
