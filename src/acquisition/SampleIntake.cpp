@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/SampleIntake.h"
 
+#include "base/ErrorNumbers.h"
 #include "base/Numbers.h"
 
 namespace {
 
-constexpr qint32 OutOfMemory = -15;
 constexpr double minutesPerSample = 0.0033333333333333335;
 
 struct LabelLook {
@@ -40,13 +40,13 @@ SampleIntake::SampleIntake(RunState &run, TabStates &tabs, LiveChart &recorder, 
 void SampleIntake::takeMethod(const QString &text) {
     if (run_.Recording || run_.WaitForMethod || run_.ChartPaused) {
         if (recorder_.AddMethodText(datedMethod(text), recorder_.GetLastTime()) != 0)
-            errors_.HandelError(OutOfMemory);
+            errors_.HandelError(ErrorNumber::ChartFull);
         tabs_.ChartSaved[recorderChart] = false; // it comes after the run, which may be saved by now
         run_.BesideLog |= !options_.DataLogging;
         TimerStopWaitForMethod_Timer();
     }
     if (options_.DataLogging && log_.AddMethodText(datedMethod(text), run_.LogTime) != 0)
-        errors_.HandelError(OutOfMemory);
+        errors_.HandelError(ErrorNumber::ChartFull);
 }
 
 QString SampleIntake::datedMethod(const QString &text) const {
@@ -66,7 +66,7 @@ void SampleIntake::AddChartSample() {
     }
     run_.BesideLog |= !options_.DataLogging || run_.LogPaused;
     if (recorder_.AddSample(run_.UvValue, run_.CondValue) > 0)
-        errors_.HandelError(OutOfMemory);
+        errors_.HandelError(ErrorNumber::ChartFull);
     applyChartLabel();
     AddLabel(run_.ChartLabelType, false);
     if (run_.ChartEndPending) {
@@ -149,7 +149,7 @@ void SampleIntake::AddLogSample() {
     if (run_.LogPaused)
         return;
     if (log_.AddSample(run_.UvValue, run_.CondValue) > 0)
-        errors_.HandelError(OutOfMemory);
+        errors_.HandelError(ErrorNumber::ChartFull);
     applyLogLabel();
     AddLabel(run_.LogLabelType, true); // at the time of the sample before
     if (run_.LogEndPending) {
@@ -202,6 +202,6 @@ void SampleIntake::AddLabel(Label &LabelType, bool Log) {
     const qint16 status = Log ? log_.AddEventMark(text, look.color, look.height, run_.LogTime)
                               : recorder_.AddEventMark(text, look.color, look.height, recorder_.GetLastTime());
     if (status > 0)
-        errors_.HandelError(OutOfMemory);
+        errors_.HandelError(ErrorNumber::ChartFull);
     LabelType = Label::None;
 }

@@ -2,6 +2,7 @@
 #include "acquisition/StreamDecoder.h"
 
 #include "acquisition/StreamFormat.h"
+#include "base/ErrorNumbers.h"
 #include "base/Numbers.h"
 
 #include <QScopeGuard>
@@ -13,8 +14,6 @@
 using namespace StreamFormat;
 
 namespace {
-
-enum StreamError : qint32 { LostSync = -10, UnknownParameter = -11, UnknownType = -12, FirstSyncNotFound = -13 };
 
 constexpr int untilMethodEnd = -1;
 constexpr int leastToSearch = 7; ///< bytes: a UV block and the sync byte behind it
@@ -128,7 +127,7 @@ const StreamDecoder::BlockRule *StreamDecoder::PeekDataBlock(EveryStep &pass) {
     if (const auto sync = ring_.GetLastBytes(); sync != SyncByte) {
         pass.run([&] {
             refuse("Sub PeekDataBlock; Sync Byte Expected; Actual Byte Received:", sync, ReceiveRing::AroundLook,
-                   LostSync);
+                   ErrorNumber::LostSync);
         });
         return nullptr;
     }
@@ -137,7 +136,7 @@ const StreamDecoder::BlockRule *StreamDecoder::PeekDataBlock(EveryStep &pass) {
     if (rule == nullptr) {
         pass.run([&] {
             refuse("Sub PeekDataBlock; Data Type Byte Expected; Actual Byte Received:", type, ReceiveRing::AroundLook,
-                   UnknownType);
+                   ErrorNumber::UnknownType);
         });
         return nullptr;
     }
@@ -165,7 +164,7 @@ void StreamDecoder::FindFirstSync() {
     }
     // What is left may wait for long: it is told of once, not with every tick.
     if (std::exchange(notFoundAt_, ring_.received()) != ring_.received())
-        errors_.HandelError(FirstSyncNotFound);
+        errors_.HandelError(ErrorNumber::FirstSyncNotFound);
 }
 
 /// Peeks for a UV block with a sync byte behind it, which stays in the ring; answers 0 for one, otherwise the number of
@@ -257,7 +256,7 @@ void StreamDecoder::HandelMethodData() {
 void StreamDecoder::StoreSampleBytes() { SampleBytes_ = std::bit_cast<float>(ring_.TakeWord()); }
 
 void StreamDecoder::parameterError(const char *text, std::uint8_t byte) {
-    refuse(text, byte, ReceiveRing::AroundTake, UnknownParameter);
+    refuse(text, byte, ReceiveRing::AroundTake, ErrorNumber::UnknownParameter);
 }
 
 void StreamDecoder::refuse(const char *text, std::uint8_t byte, ReceiveRing::Which which, qint32 ErrorCode) {

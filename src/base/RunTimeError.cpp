@@ -13,45 +13,24 @@ struct Description {
 
 // clang-format off
 constexpr Description descriptions[] = {
-    {0,     ""},
-    {5,     "Invalid procedure call or argument"},
-    {6,     "Overflow"},
-    {7,     "Out of memory"},
-    {9,     "Subscript out of range"},
-    {13,    "Type mismatch"},
-    {51,    "Internal error"},
-    {53,    "File not found"},
-    {58,    "File already exists"},
-    {61,    "Disk full"},
-    {70,    "Permission denied"},
-    {75,    "Path/File access error"},
-    {76,    "Path not found"},
-    {8002,  "Invalid port number"},
-    {8005,  "Port already open"},
-    {32755, "Cancel was selected."},
+    {0,                                 ""},
+    {ErrorNumber::InvalidProcedureCall, "Invalid procedure call or argument"},
+    {ErrorNumber::Overflow,             "Overflow"},
+    {ErrorNumber::OutOfMemory,          "Out of memory"},
+    {ErrorNumber::SubscriptOutOfRange,  "Subscript out of range"},
+    {ErrorNumber::TypeMismatch,         "Type mismatch"},
+    {ErrorNumber::InternalError,        "Internal error"},
+    {ErrorNumber::FileNotFound,         "File not found"},
+    {ErrorNumber::FileAlreadyExists,    "File already exists"},
+    {ErrorNumber::DiskFull,             "Disk full"},
+    {ErrorNumber::PermissionDenied,     "Permission denied"},
+    {ErrorNumber::PathFileAccess,       "Path/File access error"},
+    {ErrorNumber::PathNotFound,         "Path not found"},
+    {ErrorNumber::InvalidPortNumber,    "Invalid port number"},
+    {ErrorNumber::PortAlreadyOpen,      "Port already open"},
+    {ErrorNumber::DialogCancelled,      "Cancel was selected."},
 };
 // clang-format on
-
-int numberForErrno(int error) {
-    switch (error) {
-    case ENOENT:
-    case ENOTDIR:
-        return RunTimeError::PathNotFound;
-    case EEXIST:
-        return RunTimeError::FileAlreadyExists;
-    case ENOSPC:
-    case EDQUOT:
-        return RunTimeError::DiskFull;
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return RunTimeError::PermissionDenied;
-    case ENOMEM:
-        return RunTimeError::OutOfMemory;
-    default:
-        return RunTimeError::PathFileAccess;
-    }
-}
 
 } // namespace
 
@@ -69,10 +48,31 @@ QString RunTimeError::describe(int number) {
     return QStringLiteral("Application-defined or object-defined error");
 }
 
+int RunTimeError::numberOf(const std::error_code &error) {
+    switch (error.value()) {
+    case ENOENT:
+    case ENOTDIR:
+        return PathNotFound;
+    case EEXIST:
+        return FileAlreadyExists;
+    case ENOSPC:
+    case EDQUOT:
+        return DiskFull;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return PermissionDenied;
+    case ENOMEM:
+        return OutOfMemory;
+    default:
+        return PathFileAccess;
+    }
+}
+
 RunTimeError RunTimeError::from(const std::error_code &error, const QString &what) {
     // A call that failed without a reason must not be told as a success.
     const QString why = error ? QString::fromLocal8Bit(error.message().c_str()) : describe(PathFileAccess);
-    return {numberForErrno(error.value()), QStringLiteral("%1: %2").arg(what, why)};
+    return {numberOf(error), QStringLiteral("%1: %2").arg(what, why)};
 }
 
 RunTimeError RunTimeError::fromErrno(int error, const QString &what) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/ErrorNumbers.h"
+
 #include <QString>
 
 #include <exception>
@@ -11,21 +13,21 @@
 class RunTimeError : public std::exception {
 public:
     enum Number : int {
-        InvalidProcedureCall = 5,
-        Overflow = 6,
-        OutOfMemory = 7,
-        SubscriptOutOfRange = 9,
-        TypeMismatch = 13,
-        InternalError = 51,
-        FileNotFound = 53,
-        FileAlreadyExists = 58,
-        DiskFull = 61,
-        PermissionDenied = 70,
-        PathFileAccess = 75,
-        PathNotFound = 76,
-        InvalidPortNumber = 8002,
-        PortAlreadyOpen = 8005,
-        DialogCancelled = 32755,
+        InvalidProcedureCall = ErrorNumber::InvalidProcedureCall,
+        Overflow = ErrorNumber::Overflow,
+        OutOfMemory = ErrorNumber::OutOfMemory,
+        SubscriptOutOfRange = ErrorNumber::SubscriptOutOfRange,
+        TypeMismatch = ErrorNumber::TypeMismatch,
+        InternalError = ErrorNumber::InternalError,
+        FileNotFound = ErrorNumber::FileNotFound,
+        FileAlreadyExists = ErrorNumber::FileAlreadyExists,
+        DiskFull = ErrorNumber::DiskFull,
+        PermissionDenied = ErrorNumber::PermissionDenied,
+        PathFileAccess = ErrorNumber::PathFileAccess,
+        PathNotFound = ErrorNumber::PathNotFound,
+        InvalidPortNumber = ErrorNumber::InvalidPortNumber,
+        PortAlreadyOpen = ErrorNumber::PortAlreadyOpen,
+        DialogCancelled = ErrorNumber::DialogCancelled,
     };
 
     /// With the number's own description.
@@ -39,6 +41,8 @@ public:
     /// One line of text for any number; empty for 0. A number without a text of its own gets a general one.
     static QString describe(int number);
 
+    /// The number of a failed call of the operating system; the value of `error` is an `errno`.
+    static int numberOf(const std::error_code &error);
     /// The error that stands for a failed call of the operating system, `what` naming the file or device. The value of
     /// `error` is an `errno`.
     static RunTimeError from(const std::error_code &error, const QString &what);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "base/RunTimeError.h"
 #include "chart/Quillchart.h"
 #include "chart/files/ChartFile.h"
 #include "chart/files/LogWastebasket.h"
@@ -10,7 +11,6 @@
 #include <QDateTime>
 
 #include <algorithm>
-#include <cerrno>
 #include <new>
 #include <utility>
 
@@ -20,26 +20,9 @@ namespace {
 
 constexpr qint16 failed = 1;
 
-// What the chart tells by ChartError.
-constexpr qint16 printError = -14;
-constexpr qint16 fileOpenError = -18;
-constexpr qint16 logDamaged = -21;
-
-// What WriteLog answers: the numbers that the system gives to failures of files.
-constexpr qint16 diskFull = 61;
-constexpr qint16 permissionDenied = 70;
-constexpr qint16 accessError = 75;
-constexpr qint16 pathNotFound = 76;
-
+/// As the system numbers a failure of files.
 qint16 numberOf(std::error_code error) {
-    if (error == std::errc::no_space_on_device || error == std::error_code(EDQUOT, std::generic_category()))
-        return diskFull;
-    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
-        error == std::errc::read_only_file_system)
-        return permissionDenied;
-    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory)
-        return pathNotFound;
-    return accessError;
+    return error ? static_cast<qint16>(RunTimeError::numberOf(error)) : qint16{0};
 }
 
 /// Runs `deed`; running out of memory counts as its failure.
@@ -68,7 +51,7 @@ bool Quillchart::LoadDataFile(const QString &FileName) {
     holdsNothing_ = !loaded;
     replaceRun(loaded ? std::move(run) : ChartData(), axes);
     if (!loaded)
-        Q_EMIT ChartError(index_, damagedLog ? logDamaged : fileOpenError);
+        Q_EMIT ChartError(index_, damagedLog ? ErrorNumber::LogDamaged : ErrorNumber::OpenFailed);
     return loaded;
 }
 
@@ -136,12 +119,12 @@ void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool Print
     const ReportContents contents{data_, axes_, fileName_, QDateTime::currentDateTime()};
     const ReportOptions options{PrintChromatogram, PrintMethod, PrintNotes, TraceFlags};
     if (!printer_.print || !succeeds([&] { return printReport(printer_, contents, options); }))
-        Q_EMIT ChartError(index_, printError);
+        Q_EMIT ChartError(index_, ErrorNumber::PrintFailed);
 }
 
 qint16 Quillchart::WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32, double DataFileSizeHours) {
     const std::error_code error = log_.write(data_, LogDirectory, InstanceNumber, DataFileSizeHours);
-    return error ? numberOf(error) : 0;
+    return numberOf(error);
 }
 
 bool Quillchart::CheckLogFile(const QString &LogDirectory) {
@@ -160,7 +143,7 @@ qint16 Quillchart::SaveLogAs(const QString &LogDirectory, qint16, const QString 
     });
     // What there is has been saved; the user hears that something is missing.
     if (saved && !whole)
-        Q_EMIT ChartError(index_, logDamaged);
+        Q_EMIT ChartError(index_, ErrorNumber::LogDamaged);
     return saved ? 0 : failed;
 }
 

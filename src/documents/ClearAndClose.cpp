@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "documents/ClearAndClose.h"
 
+#include "base/ErrorNumbers.h"
 #include "base/Steps.h"
 #include "documents/FileNames.h"
 
 namespace {
 
-constexpr qint32 closeError = -19;
 constexpr float emptyTimeAxis = 10;
 constexpr double startWindow = 10;
 
@@ -60,7 +60,7 @@ void ClearAndClose::closeTab(int c) {
     }
     for (int i = c; i <= tabs_.ChartCount - 2; ++i) {
         if (!takeOverNextTab(i)) {
-            errors_.HandelError(closeError);
+            errors_.HandelError(ErrorNumber::CloseFailed);
             return;
         }
     }

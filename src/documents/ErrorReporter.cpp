@@ -17,7 +17,7 @@ void ErrorReporter::HandelError(qint32 ErrorCode) {
         text.replace(QLatin1String(ErrorTable::descriptionPlace), reads_.error.description);
         prompts_.show({text, box->icon, QString::fromLatin1(box->caption)});
         // While the operator reads, the recording goes on.
-        if (ErrorCode == ErrorTable::outOfMemory) {
+        if (ErrorCode == ErrorNumber::ChartFull) {
             EveryStep both;
             both.run([this] { commands_.run(QStringLiteral("mnuStop")); });
             both.run([this] { commands_.run(QStringLiteral("mnuLogOff")); });
@@ -27,7 +27,7 @@ void ErrorReporter::HandelError(qint32 ErrorCode) {
         if (entry->endsSync)
             link_.FirstSyncFound = false;
         WriteErrorLog(QString::fromLatin1(entry->text));
-    } else if (ErrorCode == ErrorTable::clearToSendChanged) {
+    } else if (ErrorCode == ErrorNumber::ClearToSendChanged) {
         if (reads_.ComPort.InBufferCount() > ErrorTable::fullBuffer)
             WriteErrorLog(QString::fromLatin1(ErrorTable::bufferFullText));
     } else if (!ErrorTable::isSilent(ErrorCode)) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/ErrorNumbers.h"
 #include "platform/Prompts.h"
 
 #include <QtGlobal>
@@ -32,10 +33,7 @@ const LogRow *logFor(qint32 code);
 /// The number has no reaction at all.
 bool isSilent(qint32 code);
 
-inline constexpr qint32 clearToSendChanged = 3; ///< the only place where the fullness of the input buffer is looked at
-inline constexpr int fullBuffer = 32000;        ///< bytes beyond which the buffer counts as full
+inline constexpr int fullBuffer = 32000; ///< bytes beyond which the input buffer counts as full
 inline constexpr char bufferFullText[] = "ERROR - Communication buffer full.";
-
-inline constexpr qint32 outOfMemory = -15; ///< ends recording and logging once the operator has read its box
 
 } // namespace ErrorTable

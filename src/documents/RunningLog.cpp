@@ -1,14 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "documents/RunningLog.h"
 
+#include "base/ErrorNumbers.h"
 #include "base/Steps.h"
-
-namespace {
-
-constexpr qint32 logLost = -22;
-constexpr qint32 logNotSaved = -17;
-
-} // namespace
 
 RunningLog::RunningLog(Reads reads, RunState &run, Options &options, LogState &log, Charts charts, Timer &TimerSaveLog,
                        LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors)
@@ -53,7 +47,7 @@ void RunningLog::mnuSaveLog_Click() {
         skippingErrors([this] { writeNow(); }); // with what came in since the last tick
     log_.LogSaved = true;
     if (!charts_.Chart5.CheckLogFile(reads_.identity.LogDirectory)) {
-        errors_.HandelError(logLost);
+        errors_.HandelError(ErrorNumber::LogLost);
         return;
     }
     const auto save = [this] {
@@ -70,7 +64,7 @@ void RunningLog::mnuSaveLog_Click() {
             0) {
             window_.enableSaveLog(false);
         } else {
-            errors_.HandelError(logNotSaved);
+            errors_.HandelError(ErrorNumber::LogNotSaved);
             log_.LogSaved = false;
         }
     };

@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "documents/SaveFiles.h"
 
+#include "base/ErrorNumbers.h"
 #include "documents/FileNames.h"
-
-namespace {
-
-constexpr qint32 saveError = -16;
-
-}
 
 SaveFiles::SaveFiles(TabStates &tabs, const RunState &run, const DocumentCharts &charts, DocumentWindow &window,
                      CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors)
@@ -21,7 +16,7 @@ void SaveFiles::mnuSaveData_Click() {
         if (chart().SaveDataFile(fileName()))
             saved();
         else
-            errors_.HandelError(saveError);
+            errors_.HandelError(ErrorNumber::SaveFailed);
     }
     prompts_.setMousePointer(MousePointer::Default);
 }
@@ -35,7 +30,7 @@ void SaveFiles::mnuSaveDataAs_Click() {
     chart().setChartTitle(StripExtension(title)); // the file bears it too
     if (!chart().SaveDataFile(path)) {
         chart().setChartTitle(titleBefore);
-        errors_.HandelError(saveError);
+        errors_.HandelError(ErrorNumber::SaveFailed);
         return;
     }
     if (tabs_.CurrentChart != recorderChart)
@@ -48,7 +43,7 @@ void SaveFiles::mnuSaveDataAs_Click() {
 void SaveFiles::mnuSaveSlectedData_Click() {
     const QString path = askForFile(QStringLiteral("Save Selected Data As..."), {});
     if (!path.isEmpty() && !chart().SaveSelectedData(path))
-        errors_.HandelError(saveError);
+        errors_.HandelError(ErrorNumber::SaveFailed);
 }
 
 void SaveFiles::saved() {

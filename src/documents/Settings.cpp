@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "documents/Settings.h"
 
+#include "base/ErrorNumbers.h"
 #include "base/Numbers.h"
 #include "base/Steps.h"
 
@@ -10,8 +11,6 @@ constexpr char section[] = "Options";
 constexpr char comPortNumber[] = "ComPortNumber";
 constexpr char dataLogging[] = "DataLogging";
 constexpr char dataFileSizeHours[] = "DataFileSizeHours";
-
-constexpr qint32 configurationError = -20;
 
 QString textOf(bool value) { return value ? QStringLiteral("True") : QStringLiteral("False"); }
 
@@ -42,7 +41,7 @@ void Settings::ReadSettings() {
     };
     trapped(read, [this](const RunTimeError &error) {
         error_ = {error.number(), error.description()};
-        errors_.HandelError(configurationError);
+        errors_.HandelError(ErrorNumber::SettingsNotRead);
         SetDefaultSettings();
     });
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/ErrorNumbers.h"
+
 #include <QByteArray>
 #include <QtGlobal>
 
@@ -11,16 +13,16 @@ class SerialControl {
 public:
     /// What CommEvent answers: a receive event, changes of the line's signals, its faults, the buffer's overflow.
     enum Event : int {
-        Receive = 2,
-        ClearToSendChanged = 3,
-        DataSetReadyChanged = 4,
-        CarrierChanged = 5,
-        Ring = 6,
-        Break = 1001,
-        Framing = 1004,
-        Overrun = 1006,
-        ReceiveBufferOverflow = 1008,
-        Parity = 1009,
+        Receive = ErrorNumber::ReceiveEvent,
+        ClearToSendChanged = ErrorNumber::ClearToSendChanged,
+        DataSetReadyChanged = ErrorNumber::DataSetReadyChanged,
+        CarrierChanged = ErrorNumber::CarrierChanged,
+        Ring = ErrorNumber::Ring,
+        Break = ErrorNumber::Break,
+        Framing = ErrorNumber::Framing,
+        Overrun = ErrorNumber::Overrun,
+        ReceiveBufferOverflow = ErrorNumber::ReceiveBufferOverflow,
+        Parity = ErrorNumber::Parity,
     };
 
     virtual ~SerialControl() = default;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reports/PrintRun.h"
 
+#include "base/ErrorNumbers.h"
 #include "base/Int16.h"
 #include "base/Steps.h"
 #include "reports/Hourglass.h"
@@ -8,12 +9,6 @@
 #include <QScopeGuard>
 
 #include <utility>
-
-namespace {
-
-constexpr qint32 printSetupError = -25;
-
-}
 
 PrintRun::PrintRun(ChartInFront chart, CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors, QWidget *parent)
     : chart_(std::move(chart)), ComDlg_(ComDlg), prompts_(prompts), errors_(errors), parent_(parent) {}
@@ -48,5 +43,5 @@ void PrintRun::mnuPrintSetup_Click() {
         ComDlg_.ShowPrinter();
     });
     if (error != 0)
-        errors_.HandelError(printSetupError);
+        errors_.HandelError(ErrorNumber::PrintSetupFailed);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reports/frmExport.h"
 
+#include "base/ErrorNumbers.h"
 #include "base/Numbers.h"
 #include "base/Steps.h"
 #include "chart/table/ExportedPoints.h"
@@ -20,7 +21,6 @@
 
 namespace {
 
-constexpr qint32 exportError = -24;
 constexpr int helpTopic = 2;
 
 constexpr int selectedData = 0;
@@ -246,5 +246,5 @@ void frmExport::exportTo(const QString &FileName) {
         chart_.ExportData(FileName, value(chkUV_), value(chkCond_), value(chkEvents_), value(chkNotes_),
                           value(chkMethod_), Position, ExportFrom_, ExportTo_, SampleRate_, PointCount_);
     if (status != 0)
-        errors_.HandelError(exportError);
+        errors_.HandelError(ErrorNumber::ExportFailed);
 }
