@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "acquisition/DataReceiver.h"
-#include "acquisition/RecordingSession.h"
-#include "acquisition/RunNews.h"
-#include "acquisition/SampleIntake.h"
-#include "acquisition/StreamDecoder.h"
+#include "acquisition/Acquisition.h"
 #include "acquisition/StreamFormat.h"
 #include "fakes/FakeChart.h"
 #include "fakes/FakeErrorRoute.h"
@@ -17,7 +13,7 @@
 #include <vector>
 
 /// A window of the test's own: it keeps a log of what it was told.
-class FakeWindow : public AcquisitionWindow {
+class FakeWindow : public AcquisitionWindow, public SetupDialog {
 public:
     void commandsAt(Moment moment) override {
         static constexpr const char *names[] = {"LinkLost", "SyncFound", "Record", "Stop"};
@@ -41,6 +37,8 @@ public:
             whileNoData();
     }
 
+    void show(PortSetup &, bool) override {}
+
     QStringList told;
     bool led = false;
     int liveUpdates = 0;
@@ -54,39 +52,41 @@ class AcquisitionRig {
 public:
     AcquisitionRig() {
         ComPort.setPortOpen(true);
-        ComPort.OnComm = [this] { receiver.ComPort_OnComm(); };
-        TimerProcess.Tick = [this] { decoder.TimerProcess_Timer(); };
-        TimerCheckComData.Tick = [this] { session.TimerCheckComData_Timer(); };
-        TimerStopWaitForMethod.Tick = [this] { intake.TimerStopWaitForMethod_Timer(); };
+        acquisition.bind(commands, [](const char *, std::function<void()> routine) { return routine; });
+        ComPort.setRThreshold(1); // every arrival is seen at once
         errors.reaction = [this](qint32 code) { react(code); };
-        commands.bind("mnuStart", [this] { session.mnuStart_Click(); });
-        commands.bind("mnuStop", [this] { session.mnuStop_Click(); });
     }
 
-    Commands commands;
-    Options options;
-    LinkState link;
-    RunState run;
-    TabStates tabs;
+    Values values;
+    Options &options = values.options;
+    LinkState &link = values.link;
+    RunState &run = values.run;
+    TabStates &tabs = values.tabs;
     FakeClock clock;
-    FakeTimer TimerProcess{clock, 700, true};
-    FakeTimer TimerCheckComData{clock, 5000};
-    FakeTimer TimerStopWaitForMethod{clock, 15000};
-    FakeTimer TimerSaveLog{clock, 20000};
+    const MainTimers timers{std::make_unique<FakeTimer>(clock, 700, true), std::make_unique<FakeTimer>(clock, 5000),
+                            std::make_unique<FakeTimer>(clock, 15000), std::make_unique<FakeTimer>(clock, 20000)};
+    Timer &TimerProcess = *timers.Process;
+    Timer &TimerCheckComData = *timers.CheckComData;
+    Timer &TimerStopWaitForMethod = *timers.StopWaitForMethod;
+    Timer &TimerSaveLog = *timers.SaveLog;
     FakeSerialControl ComPort;
+    FakeSerialControl CommTmp;
     FakeChart chart;
     FakeChart log;
     FakeErrorRoute errors;
+    FakePrompts prompts;
     FakeWindow window;
+    Commands commands;
     std::function<void()> whileOutOfMemory; ///< what happens while the operator reads that box
 
-    ReceiveRing ring;
-    DataReceiver receiver{ComPort, ring, link, TimerProcess, clock, errors};
-    RunNews news{run, link};
-    SampleIntake intake{run, tabs, chart, log, TimerStopWaitForMethod, commands, errors, options, clock};
-    RecordingSession session{run, link, tabs, TimerCheckComData, TimerSaveLog, window};
-    StreamDecoder decoder{ring,   link,     run,    news,    intake, {TimerProcess, TimerCheckComData, TimerSaveLog},
-                          window, commands, errors, options, clock};
+    Acquisition acquisition{
+        {values, ComPort, CommTmp, timers, chart, log, commands, window, window, prompts, errors, clock}};
+    ReceiveRing &ring = acquisition.ring;
+    DataReceiver &receiver = acquisition.receiver;
+    RunNews &news = acquisition.news;
+    SampleIntake &intake = acquisition.intake;
+    RecordingSession &session = acquisition.session;
+    StreamDecoder &decoder = acquisition.decoder;
 
 private:
     /// What the error route does beyond telling.

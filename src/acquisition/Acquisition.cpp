@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include "acquisition/Acquisition.h"
+
+namespace {
+
+constexpr int bytesToRaise = 50; ///< that wait at the port raise an event
+
+} // namespace
+
+Acquisition::Acquisition(const Uses &on)
+    : receiver(on.ComPort, ring, on.values.link, *on.timers.Process, on.clock, on.errors),
+      news(on.values.run, on.values.link),
+      intake(on.values.run, on.values.tabs, on.recorder, on.log, *on.timers.StopWaitForMethod, on.commands, on.errors,
+             on.values.options, on.clock),
+      decoder(ring, on.values.link, on.values.run, news, intake,
+              {*on.timers.Process, *on.timers.CheckComData, *on.timers.SaveLog}, on.window, on.commands, on.errors,
+              on.values.options, on.clock),
+      session(on.values.run, on.values.link, on.values.tabs, *on.timers.CheckComData, *on.timers.SaveLog, on.window),
+      setup(on.ComPort, on.CommTmp, *on.timers.CheckComData, on.values.options, on.values.link, on.prompts),
+      search(setup, on.ComPort, *on.timers.CheckComData, on.values.options, on.values.identity, on.dialog, on.prompts,
+             on.commands, on.errors),
+      ComPort_(on.ComPort), timers_(on.timers), recorder_(on.recorder) {}
+
+void Acquisition::bind(Commands &commands, const Guard &guard) {
+    commands.bind(QStringLiteral("mnuStart"), [this] { session.mnuStart_Click(); });
+    commands.bind(QStringLiteral("mnuStop"), [this] { session.mnuStop_Click(); });
+    commands.bind(QStringLiteral("mnuComPort"), [this] { search.mnuComPort_Click(); });
+
+    ComPort_.setRThreshold(bytesToRaise);
+    ComPort_.OnComm = guard("ComPort_OnComm", [this] { receiver.ComPort_OnComm(); });
+    timers_.Process->Tick = guard("TimerProcess_Timer", [this] {
+        decoder.TimerProcess_Timer();
+        recorder_.DrawNewData(); // the live view no longer does when the pass ended the recording
+    });
+    timers_.CheckComData->Tick = guard("TimerCheckComData_Timer", [this] {
+        ComPort_.lookAtLine(); // what has only just come is life on the line, too
+        session.TimerCheckComData_Timer();
+    });
+    timers_.StopWaitForMethod->Tick =
+        guard("TimerStopWaitForMethod_Timer", [this] { intake.TimerStopWaitForMethod_Timer(); });
+}

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "acquisition/DataReceiver.h"
+#include "acquisition/PortSearch.h"
+#include "acquisition/PortSetup.h"
+#include "acquisition/ReceiveRing.h"
+#include "acquisition/RecordingSession.h"
+#include "acquisition/RunNews.h"
+#include "acquisition/SampleIntake.h"
+#include "acquisition/StreamDecoder.h"
+#include "base/Guard.h"
+#include "platform/MainTimers.h"
+
+/// From the serial port to the two charts: one of each unit of the acquisition, in the order of their making.
+struct Acquisition {
+    /// What it is made from, and what it reaches.
+    struct Uses {
+        Values &values;
+        SerialControl &ComPort; ///< the link
+        SerialControl &CommTmp; ///< tries ports
+        const MainTimers &timers;
+        LiveChart &recorder;
+        LiveChart &log;
+        const Commands &commands;
+        AcquisitionWindow &window;
+        SetupDialog &dialog;
+        Prompts &prompts;
+        ErrorRoute &errors;
+        const Clock &clock;
+    };
+
+    explicit Acquisition(const Uses &uses);
+    Acquisition(const Acquisition &) = delete; // the units know each other
+    Acquisition &operator=(const Acquisition &) = delete;
+
+    /// Its click routines, and what port and timers run.
+    void bind(Commands &commands, const Guard &guard);
+
+    ReceiveRing ring;
+    DataReceiver receiver;
+    RunNews news;
+    SampleIntake intake;
+    StreamDecoder decoder;
+    RecordingSession session;
+    PortSetup setup;
+    PortSearch search;
+
+private:
+    SerialControl &ComPort_;
+    const MainTimers &timers_;
+    LiveChart &recorder_;
+};

@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+
+/// Wraps a routine that Qt or the platform calls, so that no error flies out of it. `place` names the routine.
+using Guard = std::function<std::function<void()>(const char *place, std::function<void()> routine)>;

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Timer.h"
+
+#include <memory>
+
+/// The timers of the main window.
+struct MainTimers {
+    std::unique_ptr<Timer> Process;
+    std::unique_ptr<Timer> CheckComData;
+    std::unique_ptr<Timer> StopWaitForMethod;
+    std::unique_ptr<Timer> SaveLog;
+};

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "documents/Documents.h"
+#include "platform/Process.h"
+#include "shell/FirstActivation.h"
+#include "shell/Instances.h"
+#include "shell/ProgramExit.h"
+#include "shell/Recovery.h"
+#include "shell/SystemNaming.h"
+#include "shell/TextWindows.h"
+
+/// Start-up, copies, crash recovery, exit, and the windows of method and notes: one of each unit of the shell, in the
+/// order of their making.
+struct Shell {
+    /// What it is made from, and what it reaches.
+    struct Uses {
+        Values &values;
+        const Commands &commands;
+        SettingsStore &store;
+        Prompts &prompts;
+        Process &process;
+        const Clock &clock;
+        QString appPath; ///< without a separator at its end
+        Timer &TimerCheckComData;
+        Documents &documents;
+        const DocumentCharts &charts;
+        ChartLog &Chart5;
+        ChartDocument &logNotes; ///< the same chart: takes the recorder's notes
+        LogWindow &logWindow;
+        ShellWindow &window;
+        QWidget &owner;                                              ///< what its windows stand over
+        std::function<void(const QString &FileName)> DrawChartLabel; ///< under a net of its own
+    };
+
+    explicit Shell(const Uses &uses);
+    Shell(const Shell &) = delete; // the units know each other
+    Shell &operator=(const Shell &) = delete;
+
+    /// Its click routines.
+    void bind(Commands &commands);
+
+    std::vector<SettingRow> logInfo; ///< LogInfoTable: what other copies and crashes had left in the store
+    Instances instances;
+    Recovery recovery;
+    SystemNaming naming;
+    TextWindows textWindows;
+    FirstActivation activation;
+    ProgramExit exit;
+};

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#include "view/View.h"
+
+#include "chart/Quillchart.h"
+#include "view/frmNoData.h"
+
+View::View(const Uses &on)
+    : keys(on.values.DecimalPoint, on.prompts),
+      axes(on.values.tabs, window.charts(), window.axis(), *window.time().txtChartTime, keys, on.prompts),
+      time(on.values.tabs, on.values.run, window.charts(), window.time(), axes, keys, on.prompts,
+           [this] { window.focusChart(); }),
+      live(on.values.tabs, *window.charts()[recorderChart], window.time()),
+      states(on.values.run, on.values.tabs, window.time(), [this](const QString &name) { return window.action(name); }),
+      tabs(on.values.tabs, window.charts(), window.TabChart(), window.time(), time, states,
+           [this](int chart) { window.bringToFront(chart); }),
+      ports(states, live, on.commands,
+            {.setReceiveLed = [this](bool lit) { window.setLed(lit); },
+             .focusChart = [this] { window.focusChart(); },
+             .askNoData = [this] { return frmNoData(&window).ask(); }}),
+      fileWindow(tabs, window.time(), [this](const QString &text) { return window.TextWidth(text); }),
+      setupForm(window), helpMenu(on.help, window, [this](const QString &name) { return window.action(name); }),
+      clicks(on.commands, on.values.tabs) {}
+
+void View::bind(Commands &commands, const Guard &guard, ErrorRoute &errors) {
+    commands.bind(QStringLiteral("mnuIntro"), [this] { helpMenu.mnuIntro_Click(); });
+    commands.bind(QStringLiteral("mnuIndex"), [this] { helpMenu.mnuIndex_Click(); });
+
+    axes.attach();
+    time.attach();
+    tabs.attach();
+    window.clicked = [this, guard](const QString &control) {
+        guard(control.toLatin1().constData(), [&] { clicks.click(control); })();
+    };
+    for (int i = 0; i < chartInstances; ++i) {
+        Quillchart &chart = window.chart(i);
+        QObject::connect(&chart, &Quillchart::Zoomed, &window,
+                         [this](qint16, float from, float to, float uvMin, float uvMax, float condMin, float condMax) {
+                             time.Chart_Zoomed(from, to, uvMin, uvMax, condMin, condMax);
+                         });
+        QObject::connect(&chart, &Quillchart::Unzoomed, &window, [this] { time.Chart_Unzoomed(); });
+        QObject::connect(&chart, &Quillchart::ChartError, &window,
+                         [&errors](qint16, qint16 ErrorCode) { errors.HandelError(ErrorCode); });
+    }
+}
+
+DocumentCharts View::documentCharts() const {
+    DocumentCharts charts{};
+    for (int tab = 0; tab < tabCount; ++tab)
+        charts[tab] = &window.chart(tab);
+    return charts;
+}
