@@ -3,6 +3,7 @@
 #include "acquisition/SampleIntake.h"
 #include "acquisition/StreamDecoder.h"
 #include "acquisition/StreamFormat.h"
+#include "desktop/SystemClock.h"
 
 #include <QtEndian>
 #include <benchmark/benchmark.h>

@@ -2,23 +2,10 @@
 #pragma once
 
 #include "archive/Lines.h"
+#include "base/EarlyEnd.h"
 
 #include <QCommandLineParser>
 #include <QStringList>
-
-/// How ostrel-file ends.
-enum ExitCode : int {
-    Good = 0,
-    Failed = 1,  ///< a file is not whole, cannot be read, or cannot be written; nothing was left to save
-    Misused = 2, ///< the command line is not understood
-    Partial = 3  ///< something was saved, and something is missing
-};
-
-/// Ends a command before its work is done; `why` is told, with the program's name.
-struct EarlyEnd {
-    ExitCode exitCode;
-    QString why;
-};
 
 /// One call of a command: what stood on the command line, and where the answers go.
 struct ArchiveCall {

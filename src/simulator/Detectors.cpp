@@ -46,7 +46,7 @@ void Detectors::advance(Flow flow) {
         cond.level = --gradientSteps_ > 0 ? cond.level + gradientStep_ : gradientEnd_;
 }
 
-SamplePair Detectors::measure() {
+Measurement Detectors::measure() {
     double absorbance = uv.level + noise(uv.noise);
     for (const Peak &peak : peaks_)
         absorbance += heightNow(peak);

@@ -23,7 +23,7 @@ struct Peak {
 enum class Flow { Running, Held, Stopped };
 
 /// One time's measurement, as the instrument sends it.
-struct SamplePair {
+struct Measurement {
     float uv;   ///< AU
     float cond; ///< mS/cm
 };
@@ -43,7 +43,7 @@ public:
 
     /// Lets one sample time pass.
     void advance(Flow flow);
-    SamplePair measure();
+    Measurement measure();
 
     unsigned char randomByte();
 

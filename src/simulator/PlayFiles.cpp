@@ -8,13 +8,11 @@
 
 namespace {
 
-constexpr int usageError = 2;
-
 RunScript readScript(const QByteArray &content, const QString &path) {
     try {
         return parseRunScript(decodeScript(content));
     } catch (const ScriptError &error) {
-        throw EarlyEnd{usageError,
+        throw EarlyEnd{Misused,
                        QString{"%1:%2:%3: %4\n"}.arg(path).arg(error.line).arg(error.column).arg(error.message)};
     }
 }
@@ -43,7 +41,7 @@ void PlayFiles::openOutputs() {
     if (!options_.record.isEmpty())
         record_.emplace(options_.record);
     if (const QString clash = clashOf(named()); !clash.isEmpty())
-        throw EarlyEnd{usageError, "velquin-sim: " + clash + '\n'};
+        throw EarlyEnd{Misused, "velquin-sim: " + clash + '\n'};
 }
 
 std::vector<NamedFile> PlayFiles::named() const {

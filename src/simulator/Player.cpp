@@ -159,7 +159,7 @@ void Player::spend(const Step &step, Line line) {
 }
 
 void Player::sendPair() {
-    const SamplePair pair = detectors_.measure();
+    const Measurement pair = detectors_.measure();
     line_ += sampleBlock(uvLetter_, pair.uv) + sampleBlock(CondSample, pair.cond);
     // The kind that reports its state tells a sign of life each second.
     if (settings_.kind == InstrumentKind::Status && pairsSent_ % samplesPerSecond == 0)

@@ -8,10 +8,8 @@
 
 namespace {
 
-constexpr int usageError = 2;
-
 [[noreturn]] void refuse(const QString &why) {
-    throw EarlyEnd{usageError, "velquin-sim: " + why + "\nTry velquin-sim --help.\n"};
+    throw EarlyEnd{Misused, "velquin-sim: " + why + "\nTry velquin-sim --help.\n"};
 }
 
 void describe(QCommandLineParser &parser) {
@@ -84,9 +82,9 @@ SimulatorOptions readOptions(const QStringList &arguments) {
     if (!parser.parse(arguments))
         refuse(parser.errorText());
     if (parser.isSet("help"))
-        throw EarlyEnd{0, help(parser)};
+        throw EarlyEnd{Good, help(parser)};
     if (parser.isSet("version"))
-        throw EarlyEnd{0, "velquin-sim " OSTREL_VERSION "\n"};
+        throw EarlyEnd{Good, "velquin-sim " OSTREL_VERSION "\n"};
     refuseContradictions(parser);
 
     SimulatorOptions options;

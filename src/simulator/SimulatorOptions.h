@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/EarlyEnd.h"
 #include "simulator/RunScript.h"
 
 #include <QStringList>
@@ -18,11 +19,6 @@ struct SimulatorOptions {
     bool once = false;
 };
 
-/// An answer that ends the program before it plays: help, or a mistake on the command line.
-struct EarlyEnd {
-    int exitCode;
-    QString text;
-};
-
-/// `arguments` begin with the program's name. Throws EarlyEnd.
+/// `arguments` begin with the program's name. Throws EarlyEnd, whose `why` is the whole answer: help, or a mistake on
+/// the command line.
 SimulatorOptions readOptions(const QStringList &arguments);

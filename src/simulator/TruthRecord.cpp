@@ -23,7 +23,7 @@ TruthRecord::TruthRecord(ByteSink sink) : sink_(std::move(sink)) {
     sink_("seconds\twhat\tnumber\tletter\tuv bits\tcond bits\tuv\tcond\n");
 }
 
-void TruthRecord::addSample(double seconds, qint64 number, char letter, const SamplePair &pair) {
+void TruthRecord::addSample(double seconds, qint64 number, char letter, const Measurement &pair) {
     write(seconds, "sample\t" + QByteArray::number(number) + '\t' + letter + '\t' + bitsOf(pair.uv) + '\t' +
                        bitsOf(pair.cond) + '\t' + QByteArray::number(pair.uv, 'g', 9) + '\t' +
                        QByteArray::number(pair.cond, 'g', 9));

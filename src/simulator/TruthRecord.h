@@ -12,7 +12,7 @@ public:
     explicit TruthRecord(ByteSink sink);
 
     /// `seconds` from the start of the program's play; values also as the bits that were sent.
-    void addSample(double seconds, qint64 number, char letter, const SamplePair &pair);
+    void addSample(double seconds, qint64 number, char letter, const Measurement &pair);
     /// The statement as the script has it, a method with its text behind it.
     void addNews(double seconds, const Step &step);
 

@@ -14,8 +14,6 @@
 
 namespace {
 
-enum ExitCode : int { Good = 0, Failed = 1, Misused = 2 };
-
 /// What would be opened in the place of a closed standard stream would get its output. A folder takes none.
 void holdStandardStreams() {
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
@@ -80,9 +78,9 @@ int run(const QStringList &arguments) {
         return play(readOptions(arguments));
     } catch (const EarlyEnd &end) {
         if (end.exitCode == Good)
-            print(end.text);
+            print(end.why);
         else
-            complain(end.text);
+            complain(end.why);
         return end.exitCode;
     }
 }

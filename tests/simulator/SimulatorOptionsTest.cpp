@@ -9,7 +9,7 @@ int exitCodeOf(const QStringList &arguments) {
     try {
         readOptions(QStringList{"velquin-sim"} + arguments);
     } catch (const EarlyEnd &end) {
-        EXPECT_FALSE(end.text.isEmpty());
+        EXPECT_FALSE(end.why.isEmpty());
         return end.exitCode;
     }
     return -1;
