@@ -41,14 +41,14 @@ Program::Program(const Platform &on)
                   commands_,
                   view_.documentCharts(),
                   {chart(recorderChart), chart(logChart), chart(scratchChart)},
-                  view_.fileWindow,
+                  view_.documentWindow,
                   view_.states,
                   [this] { return shell_.instances.ownDirectory(); },
                   on.errorLog}),
       acquisition_({values_, on.ComPort, on.CommTmp, timers_, chart(recorderChart), chart(logChart), commands_,
-                    view_.ports, view_.setupForm, on.prompts, documents_.errors, on.clock}),
-      shownTime_(view_.time), printRun_([this]() -> DocumentChart & { return chart(values_.tabs.CurrentChart); },
-                                        on.ComDlg, on.prompts, documents_.errors, &view_.window),
+                    view_.acquisitionWindow, view_.setupDialog, on.prompts, documents_.errors, on.clock}),
+      zoomedTime_(view_.time), printRun_([this]() -> DocumentChart & { return chart(values_.tabs.CurrentChart); },
+                                         on.ComDlg, on.prompts, documents_.errors, &view_.window),
       shellWindow_(view_.window, view_.clicks),
       shell_({values_, commands_, on.store, on.prompts, on.process, on.clock, on.appPath, *timers_.CheckComData,
               documents_, view_.documentCharts(), chart(logChart), chart(logChart), view_.states, shellWindow_,
@@ -110,7 +110,7 @@ bool Program::askToEnd() {
 }
 
 void Program::mnuExport_Click() {
-    frmExport(chart(values_.tabs.CurrentChart), shownTime_, platform_.exportDialog, platform_.prompts,
+    frmExport(chart(values_.tabs.CurrentChart), zoomedTime_, platform_.exportDialog, platform_.prompts,
               documents_.errors, &view_.window)
         .exec();
 }

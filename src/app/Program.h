@@ -4,9 +4,9 @@
 #include "acquisition/Acquisition.h"
 #include "acquisition/StayAwake.h"
 #include "app/LastNet.h"
+#include "app/MainShellWindow.h"
+#include "app/MainZoomedTime.h"
 #include "app/Platform.h"
-#include "app/ReportAdapters.h"
-#include "app/ShellAdapters.h"
 #include "base/Commands.h"
 #include "base/Values.h"
 #include "documents/Documents.h"
@@ -59,7 +59,7 @@ private:
     Documents documents_;
     Acquisition acquisition_;
 
-    ShownTime shownTime_;
+    MainZoomedTime zoomedTime_;
     PrintRun printRun_;
 
     MainShellWindow shellWindow_;

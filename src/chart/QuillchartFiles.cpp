@@ -25,11 +25,11 @@ qint16 numberOf(std::error_code error) {
     return error ? static_cast<qint16>(RunTimeError::numberOf(error)) : qint16{0};
 }
 
-/// Runs `deed`; running out of memory counts as its failure.
-template <typename Deed>
-bool succeeds(Deed deed) {
+/// Runs `operation`; running out of memory counts as its failure.
+template <typename Operation>
+bool succeeds(Operation operation) {
     try {
-        return deed();
+        return operation();
     } catch (const std::bad_alloc &) {
         return false;
     }

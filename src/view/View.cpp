@@ -13,12 +13,12 @@ View::View(const Uses &on)
       states(on.values.run, on.values.tabs, window.time(), [this](const QString &name) { return window.action(name); }),
       tabs(on.values.tabs, window.charts(), window.TabChart(), window.time(), time, states,
            [this](int chart) { window.bringToFront(chart); }),
-      ports(states, live, on.commands,
-            {.setReceiveLed = [this](bool lit) { window.setLed(lit); },
-             .focusChart = [this] { window.focusChart(); },
-             .askNoData = [this] { return frmNoData(&window).ask(); }}),
-      fileWindow(tabs, window.time(), [this](const QString &text) { return window.TextWidth(text); }),
-      setupForm(window), helpMenu(on.help, window, [this](const QString &name) { return window.action(name); }),
+      acquisitionWindow(states, live, on.commands,
+                        {.setReceiveLed = [this](bool lit) { window.setLed(lit); },
+                         .focusChart = [this] { window.focusChart(); },
+                         .askNoData = [this] { return frmNoData(&window).ask(); }}),
+      documentWindow(tabs, window.time(), [this](const QString &text) { return window.TextWidth(text); }),
+      setupDialog(window), helpMenu(on.help, window, [this](const QString &name) { return window.action(name); }),
       clicks(on.commands, on.values.tabs) {}
 
 void View::bind(Commands &commands, const Guard &guard, ErrorRoute &errors) {

@@ -7,13 +7,13 @@
 #include "view/ChartTabs.h"
 #include "view/Clicks.h"
 #include "view/CommandStates.h"
-#include "view/FileWindow.h"
 #include "view/HelpMenu.h"
 #include "view/LiveView.h"
+#include "view/MainAcquisitionWindow.h"
+#include "view/MainDocumentWindow.h"
+#include "view/MainSetupDialog.h"
 #include "view/NumericKeys.h"
-#include "view/SetupForm.h"
 #include "view/TimeAxis.h"
-#include "view/WindowPorts.h"
 #include "view/frmMain.h"
 
 /// The main window and its rules: one of each unit of the view, in the order of their making.
@@ -43,9 +43,9 @@ struct View {
     LiveView live;
     CommandStates states;
     ChartTabs tabs;
-    WindowPorts ports;
-    FileWindow fileWindow;
-    SetupForm setupForm;
+    MainAcquisitionWindow acquisitionWindow;
+    MainDocumentWindow documentWindow;
+    MainSetupDialog setupDialog;
     HelpMenu helpMenu;
     Clicks clicks;
 };

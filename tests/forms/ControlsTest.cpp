@@ -35,9 +35,9 @@ protected:
         told.clear();
     }
 
-    std::string toldBy(const std::function<void()> &deed) {
+    std::string toldBy(const std::function<void()> &operation) {
         told.clear();
-        deed();
+        operation();
         return std::exchange(told, {});
     }
 

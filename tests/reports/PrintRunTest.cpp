@@ -11,8 +11,8 @@ class PrintRunTest : public ReportsFixture {
 protected:
     PrintRunTest() { chart.title = "Run 7"; }
 
-    void inPrint(const std::function<void(QDialog &)> &deed) {
-        inForm([this] { run.mnuPrint_Click(); }, deed);
+    void inPrint(const std::function<void(QDialog &)> &operation) {
+        inForm([this] { run.mnuPrint_Click(); }, operation);
     }
     /// What is printed after clicks on these boxes and Ok.
     QString printed(const QStringList &boxes) {

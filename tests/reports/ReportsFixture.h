@@ -16,12 +16,12 @@
 /// A chart with a desktop around it, and the operator's hand in whatever form is up.
 class ReportsFixture : public testing::Test {
 protected:
-    /// Runs `deed` in the form that `show` brings up, which is closed afterwards if it is still there.
-    static void inForm(const std::function<void()> &show, const std::function<void(QDialog &)> &deed) {
+    /// Runs `operation` in the form that `show` brings up, which is closed afterwards if it is still there.
+    static void inForm(const std::function<void()> &show, const std::function<void(QDialog &)> &operation) {
         QTimer::singleShot(0, [&] {
             auto &form = dynamic_cast<QDialog &>(*QApplication::activeModalWidget());
             EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
-            deed(form);
+            operation(form);
             form.close();
         });
         show();

@@ -13,7 +13,7 @@
 
 namespace {
 
-struct ShownTime : ZoomedTime {
+struct MainZoomedTime : ZoomedTime {
     void GetZoomedTime(float &ZoomedTimeFrom, float &ZoomedTimeTo) const override {
         std::tie(ZoomedTimeFrom, ZoomedTimeTo) = stretch;
     }
@@ -24,8 +24,8 @@ class frmExportTest : public ReportsFixture {
 protected:
     frmExportTest() { chart.lastTime = 10; }
 
-    void inExport(const std::function<void(QDialog &)> &deed) {
-        inForm([this] { frmExport(chart, time, ComDlg, prompts, errors, nullptr).exec(); }, deed);
+    void inExport(const std::function<void(QDialog &)> &operation) {
+        inForm([this] { frmExport(chart, time, ComDlg, prompts, errors, nullptr).exec(); }, operation);
     }
     static void pick(const QDialog &form, const char *rate) {
         auto &list = at<QComboBox>(form, "cmbSamlingRate");
@@ -45,7 +45,7 @@ protected:
         return shown.remove("  data points");
     }
 
-    ShownTime time;
+    MainZoomedTime time;
 };
 
 TEST_F(frmExportTest, CountsPoints) {

@@ -7,9 +7,9 @@
 
 namespace {
 
-NoDataAnswer answerTo(const std::function<void(frmNoData &)> &deed) {
+NoDataAnswer answerTo(const std::function<void(frmNoData &)> &operation) {
     frmNoData form(nullptr);
-    QTimer::singleShot(0, &form, [&] { deed(form); });
+    QTimer::singleShot(0, &form, [&] { operation(form); });
     return form.ask();
 }
 

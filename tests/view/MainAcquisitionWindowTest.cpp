@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "view/WindowPorts.h"
+#include "view/MainAcquisitionWindow.h"
 
 #include "acquisition/RecordingSession.h"
 #include "view/ViewFixture.h"
@@ -7,9 +7,9 @@
 namespace {
 
 /// A recording session that drives the view, as in the program.
-class WindowPortsTest : public ViewTest {
+class MainAcquisitionWindowTest : public ViewTest {
 protected:
-    WindowPortsTest() {
+    MainAcquisitionWindowTest() {
         commands.bind("mnuComPort", [this] { told << "setup"; });
         commands.bind("mnuExit", [this] { told << "exit"; });
     }
@@ -21,19 +21,19 @@ protected:
     FakeTimer TimerCheckComData{clock, 5000};
     FakeTimer TimerSaveLog{clock, 20000};
     Commands commands;
-    WindowPorts ports{states,
-                      live,
-                      commands,
-                      {[this](bool on) { ledOn = on; }, [this] { ++chartFocused; },
-                       [this] {
-                           told << "no data";
-                           whileNoData();
-                           return answer;
-                       }}};
+    MainAcquisitionWindow ports{states,
+                                live,
+                                commands,
+                                {[this](bool on) { ledOn = on; }, [this] { ++chartFocused; },
+                                 [this] {
+                                     told << "no data";
+                                     whileNoData();
+                                     return answer;
+                                 }}};
     RecordingSession session{run, values.link, tabs, TimerCheckComData, TimerSaveLog, ports};
 };
 
-TEST_F(WindowPortsTest, LostLinkEndsTheSessionAndRunsWhatTheOperatorAnswers) {
+TEST_F(MainAcquisitionWindowTest, LostLinkEndsTheSessionAndRunsWhatTheOperatorAnswers) {
     whileNoData = [this] { session.TimerCheckComData_Timer(); }; // lost again: no second dialog over the first
     session.mnuStart_Click();
     answer = NoDataAnswer::Setup;
@@ -44,7 +44,7 @@ TEST_F(WindowPortsTest, LostLinkEndsTheSessionAndRunsWhatTheOperatorAnswers) {
     EXPECT_EQ(told.join(", "), "no data, setup, no data, exit");
 }
 
-TEST_F(WindowPortsTest, LinkLostAgainIsToldOverWhatTheFirstAnswerOpened) {
+TEST_F(MainAcquisitionWindowTest, LinkLostAgainIsToldOverWhatTheFirstAnswerOpened) {
     commands.bind("mnuComPort", [this] {
         answer = NoDataAnswer::Exit;
         session.TimerCheckComData_Timer();

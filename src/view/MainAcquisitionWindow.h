@@ -17,9 +17,9 @@ struct WindowActs {
 };
 
 /// The main window as the acquisition sees it.
-class WindowPorts : public AcquisitionWindow {
+class MainAcquisitionWindow : public AcquisitionWindow {
 public:
-    WindowPorts(CommandStates &states, LiveView &live, const Commands &commands, WindowActs window);
+    MainAcquisitionWindow(CommandStates &states, LiveView &live, const Commands &commands, WindowActs window);
 
     void commandsAt(Moment moment) override { states_.commandsAt(moment); }
     void setReceiveLed(bool on) override { window_.setReceiveLed(on); }

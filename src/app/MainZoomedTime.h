@@ -5,9 +5,9 @@
 #include "view/TimeAxis.h"
 
 /// The time axis of the main window, as the reports ask for it.
-class ShownTime : public ZoomedTime {
+class MainZoomedTime : public ZoomedTime {
 public:
-    explicit ShownTime(const TimeAxis &time) : time_(time) {}
+    explicit MainZoomedTime(const TimeAxis &time) : time_(time) {}
 
     void GetZoomedTime(float &ZoomedTimeFrom, float &ZoomedTimeTo) const override {
         time_.GetZoomedTime(ZoomedTimeFrom, ZoomedTimeTo);

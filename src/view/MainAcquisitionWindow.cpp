@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "view/WindowPorts.h"
+#include "view/MainAcquisitionWindow.h"
 
 #include <QScopedValueRollback>
 
 #include <utility>
 
-WindowPorts::WindowPorts(CommandStates &states, LiveView &live, const Commands &commands, WindowActs window)
+MainAcquisitionWindow::MainAcquisitionWindow(CommandStates &states, LiveView &live, const Commands &commands,
+                                             WindowActs window)
     : states_(states), live_(live), commands_(commands), window_(std::move(window)) {}
 
-void WindowPorts::showNoData() {
+void MainAcquisitionWindow::showNoData() {
     // The link can come back and be lost again while the dialog is still up. What the operator opens from it is another
     // matter: over that the dialog comes anew, as nothing else would tell of the second loss.
     if (noDataUp_)
@@ -25,7 +26,7 @@ void WindowPorts::showNoData() {
     }
 }
 
-NoDataAnswer WindowPorts::askNoData() {
+NoDataAnswer MainAcquisitionWindow::askNoData() {
     const QScopedValueRollback<bool> up(noDataUp_, true);
     return window_.askNoData();
 }

@@ -8,10 +8,10 @@
 #include <functional>
 
 /// The main window as the commands on files see it.
-class FileWindow : public DocumentWindow {
+class MainDocumentWindow : public DocumentWindow {
 public:
     /// `TextWidth` measures in twips, in the window's font.
-    FileWindow(ChartTabs &tabs, const TimeControls &controls, std::function<float(const QString &)> TextWidth);
+    MainDocumentWindow(ChartTabs &tabs, const TimeControls &controls, std::function<float(const QString &)> TextWidth);
 
     void setTabHead(int tab, const QString &caption, const QString &toolTip) override;
     void takeTabHead(int tab, int from) override { tabs_.takeHead(tab, from); }

@@ -5,9 +5,9 @@
 #include "view/frmSetup.h"
 
 /// Makes frmSetup for each showing, over the window that it is given.
-class SetupForm : public SetupDialog {
+class MainSetupDialog : public SetupDialog {
 public:
-    explicit SetupForm(QWidget &owner) : owner_(owner) {}
+    explicit MainSetupDialog(QWidget &owner) : owner_(owner) {}
 
     void show(PortSetup &setup, bool mayCancel) override { frmSetup(setup, mayCancel, &owner_).exec(); }
 
