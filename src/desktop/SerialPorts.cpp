@@ -29,7 +29,7 @@ SerialPorts::SerialPorts(const SettingsStore &store, QString ttyFolder)
 QString SerialPorts::device(int number) {
     if (number < 1 || number > portCount)
         return {};
-    const QString named = store_.GetSetting(QStringLiteral("Ports"), QString::number(number), QString());
+    QString named = store_.GetSetting(QStringLiteral("Ports"), QString::number(number), QString());
     if (!named.isEmpty())
         return named;
     if (!listed_.isValid() || listed_.hasExpired(listingHolds)) {

@@ -65,11 +65,13 @@ void Frame::paintEvent(QPaintEvent *) {
     const QFontMetrics metrics = fontMetrics();
     const QRect caption(captionLeft, 0, metrics.horizontalAdvance(title()) + 2 * captionMargin, metrics.height());
 
+    const int middle = metrics.height() / 2; // of the caption
+
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setClipRegion(QRegion(rect()) - caption);
     painter.setPen(lineColor(palette()));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, metrics.height() / 2 + 0.5, -0.5, -0.5), radius, radius);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, middle + 0.5, -0.5, -0.5), radius, radius);
     painter.setClipping(false);
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(caption, Qt::AlignCenter, title());

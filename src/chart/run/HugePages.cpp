@@ -13,8 +13,8 @@ std::shared_ptr<std::byte> hugePages(std::size_t size) {
     if (memory == MAP_FAILED)
         return nullptr;
     const std::shared_ptr<void> owner(memory, [mapped](void *at) { ::munmap(at, mapped); });
-    auto *const begin =
-        reinterpret_cast<std::byte *>((reinterpret_cast<std::uintptr_t>(memory) + page - 1) & ~(page - 1));
+    const auto start = reinterpret_cast<std::uintptr_t>(memory);
+    auto *const begin = static_cast<std::byte *>(memory) + (((start + page - 1) & ~(page - 1)) - start);
     ::madvise(begin, (size + page - 1) & ~(page - 1), MADV_HUGEPAGE);
     return {owner, begin};
 }

@@ -16,6 +16,7 @@ Extent extentOf(const SamplePair *samples, int count) {
         std::memcpy(&both, samples + i, sizeof both);
         return both;
     };
+    // NOLINTBEGIN(misc-redundant-expression): what is no number is unlike itself
     Lanes least = pairs(0);
     Lanes greatest = least;
     auto gaps = least != least; // all bits set where any sample is no number
@@ -26,6 +27,7 @@ Extent extentOf(const SamplePair *samples, int count) {
         gaps |= both != both;
     }
     gaps |= (least - least != 0) | (greatest - greatest != 0); // nor is an infinity finite
+    // NOLINTEND(misc-redundant-expression)
     Extent extent;
     if ((gaps[0] | gaps[1] | gaps[2] | gaps[3]) == 0) {
         extent.lanes = __builtin_shufflevector(least, -greatest, 0, 1, 4, 5);
@@ -85,7 +87,7 @@ void SampleStore::ensureChunk() {
 std::shared_ptr<SampleStore::Chunk> SampleStore::newChunk() {
     if (expectedChunks_ == 0 || expected_ == nullptr)
         return std::shared_ptr<Chunk>(new Chunk);
-    const std::shared_ptr<Chunk> chunk(expected_, new (expected_.get()) Chunk);
+    std::shared_ptr<Chunk> chunk(expected_, new (expected_.get()) Chunk);
     expected_ = {expected_, expected_.get() + sizeof(Chunk)};
     --expectedChunks_;
     return chunk;
