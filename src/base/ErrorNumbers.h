@@ -45,7 +45,7 @@ enum Value : qint32 {
     Parity = 1009,
     TransmitBufferFull = 1010,
 
-    // Run-time errors. The first two have the numbers of events of the serial control.
+    // Run-time errors. The first three bear numbers that events of the serial control have too.
     InvalidProcedureCall = 5,
     Overflow = 6,
     OutOfMemory = 7,

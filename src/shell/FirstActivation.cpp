@@ -6,9 +6,11 @@
 #include <utility>
 
 FirstActivation::FirstActivation(const Identity &identity, const Options &options, Recovery &recovery,
-                                 Instances &instances, Timer &TimerCheckComData, ShellWindow &window, Steps steps)
+                                 Instances &instances, Timer &TimerCheckComData, ShellWindow &window,
+                                 const Commands &commands, std::function<void(const QString &FileName)> DrawChartLabel)
     : identity_(identity), options_(options), recovery_(recovery), instances_(instances),
-      TimerCheckComData_(TimerCheckComData), window_(window), steps_(std::move(steps)) {}
+      TimerCheckComData_(TimerCheckComData), window_(window), commands_(commands),
+      DrawChartLabel_(std::move(DrawChartLabel)) {}
 
 void FirstActivation::run(const QString &commandLine) {
     window_.setButtonValue(QStringLiteral("cmdLogOff"), !options_.DataLogging);
@@ -18,9 +20,9 @@ void FirstActivation::run(const QString &commandLine) {
     instances_.prepareLogDirectory();
     instances_.AddInstance();
     instances_.UpdateRegistry();
-    steps_.mnuLogName_Click();
+    commands_.run(QStringLiteral("mnuLogName"));
     window_.setCaption(systemCaption(identity_.SystemName));
     TimerCheckComData_.setEnabled(true);
     if (!commandLine.isEmpty())
-        steps_.DrawChartLabel(QFileInfo(commandLine).absoluteFilePath());
+        DrawChartLabel_(QFileInfo(commandLine).absoluteFilePath());
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/Commands.h"
 #include "base/Values.h"
 #include "platform/Timer.h"
 #include "shell/Instances.h"
@@ -14,14 +15,10 @@
 /// directory, its number and its name, and the watch over the link begins.
 class FirstActivation {
 public:
-    /// What else start-up runs.
-    struct Steps {
-        std::function<void()> mnuLogName_Click;
-        std::function<void(const QString &FileName)> DrawChartLabel;
-    };
-
+    /// `DrawChartLabel` opens a file; its errors are its own affair.
     FirstActivation(const Identity &identity, const Options &options, Recovery &recovery, Instances &instances,
-                    Timer &TimerCheckComData, ShellWindow &window, Steps steps);
+                    Timer &TimerCheckComData, ShellWindow &window, const Commands &commands,
+                    std::function<void(const QString &FileName)> DrawChartLabel);
 
     /// `commandLine` is all that stood behind the program's name: a file to open, or nothing. A log directory that
     /// cannot be made is a run-time error that nobody meets.
@@ -34,5 +31,6 @@ private:
     Instances &instances_;
     Timer &TimerCheckComData_;
     ShellWindow &window_;
-    Steps steps_;
+    const Commands &commands_;
+    std::function<void(const QString &FileName)> DrawChartLabel_;
 };
