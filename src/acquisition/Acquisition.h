@@ -20,8 +20,8 @@ struct Acquisition {
         SerialControl &ComPort; ///< the link
         SerialControl &CommTmp; ///< tries ports
         const MainTimers &timers;
-        LiveChart &recorder;
-        LiveChart &log;
+        Run &recorder;
+        Run &log;
         const Commands &commands;
         AcquisitionWindow &window;
         SetupDialog &dialog;
@@ -49,5 +49,5 @@ struct Acquisition {
 private:
     SerialControl &ComPort_;
     const MainTimers &timers_;
-    LiveChart &recorder_;
+    Run &recorder_;
 };

@@ -31,9 +31,8 @@ constexpr LabelLook labelLooks[] = {
 
 } // namespace
 
-SampleIntake::SampleIntake(RunState &run, TabStates &tabs, LiveChart &recorder, LiveChart &log,
-                           Timer &TimerStopWaitForMethod, const Commands &commands, ErrorRoute &errors,
-                           const Options &options, const Clock &clock)
+SampleIntake::SampleIntake(RunState &run, TabStates &tabs, Run &recorder, Run &log, Timer &TimerStopWaitForMethod,
+                           const Commands &commands, ErrorRoute &errors, const Options &options, const Clock &clock)
     : run_(run), tabs_(tabs), recorder_(recorder), log_(log), TimerStopWaitForMethod_(TimerStopWaitForMethod),
       commands_(commands), errors_(errors), options_(options), clock_(clock) {}
 

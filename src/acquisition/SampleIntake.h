@@ -5,7 +5,7 @@
 #include "base/Commands.h"
 #include "base/ErrorRoute.h"
 #include "base/Values.h"
-#include "chart/ChartContract.h"
+#include "chart/run/Run.h"
 #include "platform/Clock.h"
 #include "platform/Timer.h"
 
@@ -14,7 +14,7 @@
 /// on a sample.
 class SampleIntake {
 public:
-    SampleIntake(RunState &run, TabStates &tabs, LiveChart &recorder, LiveChart &log, Timer &TimerStopWaitForMethod,
+    SampleIntake(RunState &run, TabStates &tabs, Run &recorder, Run &log, Timer &TimerStopWaitForMethod,
                  const Commands &commands, ErrorRoute &errors, const Options &options, const Clock &clock);
 
     /// Add the pair UvValue, CondValue to their chart and work off what waits there. Overflow (6) when the numbers of
@@ -37,8 +37,8 @@ private:
 
     RunState &run_;
     TabStates &tabs_;
-    LiveChart &recorder_;
-    LiveChart &log_;
+    Run &recorder_;
+    Run &log_;
     Timer &TimerStopWaitForMethod_;
     const Commands &commands_;
     ErrorRoute &errors_;

@@ -40,29 +40,31 @@ Program::Program(const Platform &on)
                   *timers_.SaveLog,
                   commands_,
                   view_.documentCharts(),
-                  {chart(recorderChart), chart(logChart), chart(scratchChart)},
+                  {log(recorderChart), log(logChart), log(scratchChart)},
                   view_.documentWindow,
                   view_.states,
                   [this] { return shell_.instances.ownDirectory(); },
                   on.errorLog}),
-      acquisition_({values_, on.ComPort, on.CommTmp, timers_, chart(recorderChart), chart(logChart), commands_,
+      acquisition_({values_, on.ComPort, on.CommTmp, timers_, run(recorderChart), run(logChart), commands_,
                     view_.acquisitionWindow, view_.setupDialog, on.prompts, documents_.errors, on.clock}),
-      zoomedTime_(view_.time), printRun_([this]() -> DocumentChart & { return chart(values_.tabs.CurrentChart); },
+      zoomedTime_(view_.time), printRun_([this]() -> Quillchart & { return chart(values_.tabs.CurrentChart); },
                                          on.ComDlg, on.prompts, documents_.errors, &view_.window),
       shellWindow_(view_.window, view_.clicks),
       shell_({values_, commands_, on.store, on.prompts, on.process, on.clock, on.appPath, *timers_.CheckComData,
-              documents_, view_.documentCharts(), chart(logChart), chart(logChart), view_.states, shellWindow_,
+              documents_, view_.documentCharts(), log(logChart), run(logChart), view_.states, shellWindow_,
               view_.window, [this](const QString &FileName) {
                   net_.run(QStringLiteral("DrawChartLabel"), [&] { documents_.openFiles.DrawChartLabel(FileName); });
               }}) {
     values_.identity.PrevInstance = on.PrevInstance;
-    chart(logChart).setWastebasket(shell_.instances.wastebasket(), [&clock = on.clock] { return clock.now().date(); });
+    log(logChart).setWastebasket(shell_.instances.wastebasket(), [&clock = on.clock] { return clock.now().date(); });
     for (int i = 0; i < chartInstances; ++i)
         chart(i).setPrinter(
             {[this] { return platform_.printer().pageLayout(); },
              [this](const auto &report, const auto &name) { return platform_.ComDlg.print(report, name); }});
     bind();
 }
+
+RunLog &Program::log(int index) { return chart(index).log(); }
 
 void Program::bind() {
     const Guard guard = [this](const char *place, std::function<void()> routine) {
@@ -78,7 +80,7 @@ void Program::bind() {
     commands_.bind(QStringLiteral("mnuAbout"), [this] { splash_.showAbout(&view_.window); });
     commands_.bind(QStringLiteral("mnuLogName"), [this] {
         shell_.naming.mnuLogName_Click();
-        chart(logChart).setChartTitle(values_.identity.SystemName); // the log itself tells whose it is
+        run(logChart).setChartTitle(values_.identity.SystemName); // the log itself tells whose it is
     });
 
     TimerLoadMain_->Tick = [this] { TimerLoadMain_Timer(); };
@@ -138,7 +140,7 @@ void Program::comeUp() {
     if (!loadWindow())
         return; // there is no port, and the program is on its way out
     view_.window.comeUp();
-    chart(logChart).KeepWastebasketLimits();
+    log(logChart).KeepWastebasketLimits();
     shell_.activation.run(platform_.commandLine);
     splash_.hide();
     splash_.showClose(true);

@@ -39,6 +39,8 @@ private:
     std::function<void()> underNet(const char *place, std::function<void()> routine);
     void backToWork();
     Quillchart &chart(int index) { return view_.window.chart(index); }
+    Run &run(int chart) { return *view_.window.charts()[chart]; }
+    RunLog &log(int index);
     void bind();
     void mnuExport_Click();
     void TimerLoadMain_Timer();

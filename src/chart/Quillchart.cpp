@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "chart/Quillchart.h"
 
+#include "base/ErrorNumbers.h"
+#include "chart/files/ChartFile.h"
 #include "chart/plot/PlotPainter.h"
 #include "chart/plot/Readout.h"
+#include "chart/run/Succeeds.h"
+#include "chart/table/TextExport.h"
 
 #include <QContextMenuEvent>
+#include <QDateTime>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
@@ -12,25 +17,10 @@
 #include <QVariantMap>
 
 #include <algorithm>
-#include <new>
-
-namespace {
-
-constexpr qint16 outOfMemory = 1;
-
-template <typename Step>
-qint16 whileMemoryLasts(Step step) {
-    try {
-        step();
-    } catch (const std::bad_alloc &) {
-        return outOfMemory;
-    }
-    return 0;
-}
-
-} // namespace
 
 Quillchart::Quillchart(qint16 index, QWidget *parent) : QWidget(parent), index_(index) {
+    run_.setPicture(this);
+    run_.ChartError = log_.ChartError = [this](qint16 ErrorCode) { Q_EMIT ChartError(index_, ErrorCode); };
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
@@ -41,50 +31,34 @@ Quillchart::Quillchart(qint16 index, QWidget *parent) : QWidget(parent), index_(
                        "rectangle to zoom in, press Escape to leave the zoom."));
 }
 
-qint16 Quillchart::AddSample(float UV, float Conductivity) {
-    return whileMemoryLasts([&] { data_.samples.append({UV, Conductivity}); });
-}
-
-qint16 Quillchart::AddEventMark(const QString &Label, qint32 Color, qint16 Height, float Time) {
-    return whileMemoryLasts([&] { data_.marks.push_back({Label, Color, Height, Time}); });
-}
-
-qint16 Quillchart::AddMethodText(const QString &Text, float Time) {
-    return whileMemoryLasts([&] { data_.methodTexts.push_back({Text, Time}); });
-}
-
-bool Quillchart::IsLastPointVisible() const {
-    const float last = GetLastTime();
-    return axes_.timeMin <= last && last <= axes_.timeMax;
-}
-
-void Quillchart::DrawNewData() {
+void Quillchart::drawNewData() {
     if (image_.isNull() || redrawDue_)
         return; // everything will be drawn with the next paint event
-    const QRect region = image_.regionOfNews(data_);
+    const QRect region = image_.regionOfNews(run_.data());
     if (region.isEmpty())
         return;
     newsDue_ = true;
     update(readoutRegion() + region);
 }
 
-void Quillchart::Redraw() {
-    shownAxes_ = axes_;
-    shownTitle_ = data_.title;
+void Quillchart::redraw() {
+    shownAxes_ = run_.axes();
+    shownTitle_ = run_.ChartTitle();
+    setAccessibleName(shownTitle_.isEmpty() ? QStringLiteral("Chart") : shownTitle_);
     redrawDue_ = true;
     update();
 }
 
-void Quillchart::setChartTitle(const QString &title) {
-    data_.title = title;
-    setAccessibleName(title.isEmpty() ? QStringLiteral("Chart") : title);
+void Quillchart::runReplaced() {
+    axesBeforeZoom_.reset();
+    gesture_.cancel();
 }
 
 QVariantList Quillchart::samples(int from, int count) const {
     QVariantList pairs;
-    const qint64 end = std::min<qint64>(data_.samples.size(), qint64{from} + count);
+    const qint64 end = std::min<qint64>(run_.data().samples.size(), qint64{from} + count);
     for (qint64 i = std::max(from, 0); i < end; ++i) {
-        const SamplePair sample = data_.samples.at(i);
+        const SamplePair sample = run_.data().samples.at(i);
         pairs.append(QVariant(QVariantList{sample.uv, sample.cond}));
     }
     return pairs;
@@ -92,7 +66,7 @@ QVariantList Quillchart::samples(int from, int count) const {
 
 QVariantList Quillchart::marks() const {
     QVariantList all;
-    for (const EventMark &mark : data_.marks)
+    for (const EventMark &mark : run_.data().marks)
         all.append(QVariantMap{{QStringLiteral("Label"), mark.label},
                                {QStringLiteral("Color"), mark.color},
                                {QStringLiteral("Height"), mark.height},
@@ -102,17 +76,17 @@ QVariantList Quillchart::marks() const {
 
 void Quillchart::zoomTo(const QRectF &rectangle) {
     if (!axesBeforeZoom_)
-        axesBeforeZoom_ = axes_;
-    axes_ = axesOf(rectangle, image_.layout());
+        axesBeforeZoom_ = run_.axes();
+    const AxisValues shown = axesOf(rectangle, image_.layout());
+    run_.setAxes(shown);
     Redraw();
-    const AxisValues shown = axes_;
     Q_EMIT Zoomed(index_, shown.timeMin, shown.timeMax, shown.uvMin, shown.uvMax, shown.condMin, shown.condMax);
 }
 
 void Quillchart::leaveZoom() {
     if (!axesBeforeZoom_)
         return;
-    axes_ = *axesBeforeZoom_;
+    run_.setAxes(*axesBeforeZoom_);
     axesBeforeZoom_.reset();
     Redraw();
     Q_EMIT Unzoomed(index_);
@@ -130,9 +104,9 @@ ChartView Quillchart::view() const {
 void Quillchart::bringUpToDate() {
     const ChartView wanted = view();
     if (image_.isNull() || redrawDue_ || !(image_.view() == wanted))
-        image_.draw(data_, wanted);
+        image_.draw(run_.data(), wanted);
     else if (newsDue_)
-        image_.drawNew(data_);
+        image_.drawNew(run_.data());
     redrawDue_ = false;
     newsDue_ = false;
 }
@@ -145,7 +119,7 @@ void Quillchart::paintEvent(QPaintEvent *event) {
     if (gesture_.active())
         paintGesture(painter);
     else if (pointer_)
-        Readout(data_.samples, image_.layout(), *pointer_).paint(painter, image_.view().theme);
+        Readout(run_.data().samples, image_.layout(), *pointer_).paint(painter, image_.view().theme);
 }
 
 void Quillchart::paintMarks(QPainter &painter, const QRect &exposed) {
@@ -240,7 +214,7 @@ void Quillchart::endGesture() {
 }
 
 QRegion Quillchart::readoutRegion() const {
-    return pointer_ ? Readout(data_.samples, image_.layout(), *pointer_).region() : QRegion();
+    return pointer_ ? Readout(run_.data().samples, image_.layout(), *pointer_).region() : QRegion();
 }
 
 void Quillchart::point(std::optional<double> x) {
@@ -251,4 +225,31 @@ void Quillchart::point(std::optional<double> x) {
         x ? setCursor(Qt::CrossCursor) : unsetCursor();
     pointer_ = x;
     update(before + readoutRegion());
+}
+
+qint16 Quillchart::ExportData(const QString &FileName, qint16 IncludeUV, qint16 IncludeCond, qint16 IncludeEvents,
+                              qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom,
+                              float TimeTo, float SampleRate, qint32 PointCount) const {
+    constexpr qint16 failed = 1;
+    const ExportOptions options{.uv = IncludeUV != 0,
+                                .cond = IncludeCond != 0,
+                                .events = IncludeEvents != 0,
+                                .notes = IncludeNotes != 0,
+                                .method = IncludeMethod != 0,
+                                .position = static_cast<::MethodPosition>(std::clamp<qint16>(MethodPosition, 0, 2)),
+                                .from = TimeFrom,
+                                .to = TimeTo,
+                                .sampleRate = SampleRate,
+                                .pointCount = PointCount,
+                                .sourceFile = run_.fileName(),
+                                .exported = QDateTime::currentDateTime()};
+    return succeeds([&] { return !bearsChartMark(FileName) && !exportText(FileName, run_.data(), options); }) ? 0
+                                                                                                              : failed;
+}
+
+void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) {
+    const ReportContents contents{run_.data(), run_.axes(), run_.fileName(), QDateTime::currentDateTime()};
+    const ReportOptions options{PrintChromatogram, PrintMethod, PrintNotes, TraceFlags};
+    if (!printer_.print || !succeeds([&] { return printReport(printer_, contents, options); }))
+        Q_EMIT ChartError(index_, ErrorNumber::PrintFailed);
 }

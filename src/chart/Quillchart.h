@@ -1,29 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/ChartContract.h"
-#include "chart/files/RunningLogWriter.h"
+#include "chart/files/RunDocument.h"
+#include "chart/files/RunLog.h"
 #include "chart/plot/ChartImage.h"
 #include "chart/plot/ZoomGesture.h"
 #include "chart/report/ReportPrinter.h"
-#include "chart/run/ChartData.h"
 
-#include <QDate>
 #include <QVariantList>
 #include <QWidget>
 
-#include <functional>
 #include <optional>
 
-/// The chart: holds one run, draws it and lets the operator zoom. UV stands blue against the left axis, conductivity
-/// red against the right one.
+/// The chart: owns one run with its files and its log, draws it and lets the operator zoom. UV is blue on the left
+/// axis, conductivity red on the right one. All calls come on the user-interface thread.
 ///
 /// Zooming: a rectangle drawn with the left button. A double click, Escape or the context menu goes back to the axes
 /// that stood before the first of the zooms that followed one another, all six, whatever was written to them in the
 /// meantime. Nothing but that leaves the zoom.
 ///
 /// Drawing is put off to the next paint event; a chart that is hidden keeps no picture.
-class Quillchart : public QWidget, public DocumentChart, public ChartLog {
+class Quillchart : public QWidget, private RunPicture {
     Q_OBJECT
     Q_PROPERTY(float UvAxisMin READ UvAxisMin WRITE setUvAxisMin)
     Q_PROPERTY(float UvAxisMax READ UvAxisMax WRITE setUvAxisMax)
@@ -39,59 +36,70 @@ public:
     /// `index` is what the chart's events bear.
     explicit Quillchart(qint16 index, QWidget *parent = nullptr);
 
-    Q_INVOKABLE qint16 AddSample(float UV, float Conductivity) override;
-    Q_INVOKABLE qint16 AddEventMark(const QString &Label, qint32 Color, qint16 Height, float Time) override;
-    Q_INVOKABLE qint16 AddMethodText(const QString &Text, float Time) override;
-    Q_INVOKABLE float GetLastTime() const override { return data_.lastTime(); }
-    Q_INVOKABLE bool IsLastPointVisible() const override;
-    Q_INVOKABLE void DrawNewData() override;
-    Q_INVOKABLE void Redraw() override;
+    RunDocument &run() { return run_; }
+    const RunDocument &run() const { return run_; }
+    RunLog &log() { return log_; }
 
-    float UvAxisMin() const override { return axes_.uvMin; }
-    float UvAxisMax() const override { return axes_.uvMax; }
-    float CondAxisMin() const override { return axes_.condMin; }
-    float CondAxisMax() const override { return axes_.condMax; }
-    float TimeAxisMin() const override { return axes_.timeMin; }
-    float TimeAxisMax() const override { return axes_.timeMax; }
-    QString ChartTitle() const override { return data_.title; }
-    void setUvAxisMin(float value) override { axes_.uvMin = value; }
-    void setUvAxisMax(float value) override { axes_.uvMax = value; }
-    void setCondAxisMin(float value) override { axes_.condMin = value; }
-    void setCondAxisMax(float value) override { axes_.condMax = value; }
-    void setTimeAxisMin(float value) override { axes_.timeMin = value; }
-    void setTimeAxisMax(float value) override { axes_.timeMax = value; }
-    void setChartTitle(const QString &title) override;
+    // The run's operations under the chart's name, for scripts.
+    Q_INVOKABLE qint16 AddSample(float UV, float Conductivity) { return run_.AddSample(UV, Conductivity); }
+    Q_INVOKABLE qint16 AddEventMark(const QString &Label, qint32 Color, qint16 Height, float Time) {
+        return run_.AddEventMark(Label, Color, Height, Time);
+    }
+    Q_INVOKABLE qint16 AddMethodText(const QString &Text, float Time) { return run_.AddMethodText(Text, Time); }
+    Q_INVOKABLE float GetLastTime() const { return run_.GetLastTime(); }
+    Q_INVOKABLE bool IsLastPointVisible() const { return run_.IsLastPointVisible(); }
+    Q_INVOKABLE void DrawNewData() { run_.DrawNewData(); }
+    Q_INVOKABLE void Redraw() { run_.Redraw(); }
+    float UvAxisMin() const { return run_.UvAxisMin(); }
+    float UvAxisMax() const { return run_.UvAxisMax(); }
+    float CondAxisMin() const { return run_.CondAxisMin(); }
+    float CondAxisMax() const { return run_.CondAxisMax(); }
+    float TimeAxisMin() const { return run_.TimeAxisMin(); }
+    float TimeAxisMax() const { return run_.TimeAxisMax(); }
+    QString ChartTitle() const { return run_.ChartTitle(); }
+    void setUvAxisMin(float value) { run_.setUvAxisMin(value); }
+    void setUvAxisMax(float value) { run_.setUvAxisMax(value); }
+    void setCondAxisMin(float value) { run_.setCondAxisMin(value); }
+    void setCondAxisMax(float value) { run_.setCondAxisMax(value); }
+    void setTimeAxisMin(float value) { run_.setTimeAxisMin(value); }
+    void setTimeAxisMax(float value) { run_.setTimeAxisMax(value); }
+    void setChartTitle(const QString &title) { run_.setChartTitle(title); }
+    Q_INVOKABLE bool LoadDataFile(const QString &FileName) { return run_.LoadDataFile(FileName); }
+    Q_INVOKABLE bool SaveDataFile(const QString &FileName) { return run_.SaveDataFile(FileName); }
+    Q_INVOKABLE bool SaveSelectedData(const QString &FileName) { return run_.SaveSelectedData(FileName); }
+    Q_INVOKABLE void ClearData() { run_.ClearData(); }
+    Q_INVOKABLE void ClearDisplay() { run_.ClearDisplay(); }
+    Q_INVOKABLE QString GetNotes() const { return run_.GetNotes(); }
+    Q_INVOKABLE void SetNotes(const QString &Notes) { run_.SetNotes(Notes); }
+    Q_INVOKABLE QString GetMethodText() const { return run_.GetMethodText(); }
+    Q_INVOKABLE qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval,
+                                double DataFileSizeHours) {
+        return log_.WriteLog(LogDirectory, InstanceNumber, Interval, DataFileSizeHours);
+    }
+    Q_INVOKABLE bool CheckLogFile(const QString &LogDirectory) const { return log_.CheckLogFile(LogDirectory); }
+    Q_INVOKABLE qint16 SaveLogAs(const QString &LogDirectory, qint16 InstanceNumber, const QString &NewFileName) const {
+        return log_.SaveLogAs(LogDirectory, InstanceNumber, NewFileName);
+    }
+    Q_INVOKABLE void CloseLog(const QString &LogDirectory, qint16 InstanceNumber) {
+        log_.CloseLog(LogDirectory, InstanceNumber);
+    }
 
-    Q_INVOKABLE bool LoadDataFile(const QString &FileName) override;
-    Q_INVOKABLE bool SaveDataFile(const QString &FileName) override;
-    Q_INVOKABLE bool SaveSelectedData(const QString &FileName) override;
-    Q_INVOKABLE void ClearData() override;
-    Q_INVOKABLE void ClearDisplay() override;
-    Q_INVOKABLE QString GetNotes() const override { return data_.notes; }
-    Q_INVOKABLE void SetNotes(const QString &Notes) override { data_.notes = Notes; }
-    Q_INVOKABLE QString GetMethodText() const override;
+    /// Writes a text file for a spreadsheet, but none in place of a data or log file. The flags are 1 or 0;
+    /// MethodPosition is 0 before the data, 1 after them, 2 a column of its own; times in minutes, SampleRate in points
+    /// a second (at most 5), PointCount the number of points that the user was shown, which the file holds exactly. 0
+    /// is good.
     Q_INVOKABLE qint16 ExportData(const QString &FileName, qint16 IncludeUV, qint16 IncludeCond, qint16 IncludeEvents,
                                   qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom,
-                                  float TimeTo, float SampleRate, qint32 PointCount) override;
-    Q_INVOKABLE void PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) override;
+                                  float TimeTo, float SampleRate, qint32 PointCount) const;
+    /// Prints one copy of the report. TraceFlags is the sum of 1 for event marks, 2 for conductivity, 4 for UV.
+    /// A failure is told by ChartError.
+    Q_INVOKABLE void PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags);
     /// Without one, printing fails.
     void setPrinter(ReportPrinter printer) { printer_ = std::move(printer); }
 
-    Q_INVOKABLE qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval,
-                                double DataFileSizeHours) override;
-    Q_INVOKABLE bool CheckLogFile(const QString &LogDirectory) override;
-    Q_INVOKABLE qint16 SaveLogAs(const QString &LogDirectory, qint16 InstanceNumber,
-                                 const QString &NewFileName) override;
-    Q_INVOKABLE void CloseLog(const QString &LogDirectory, qint16 InstanceNumber) override;
-    QStringList UnreadLogFiles(const QString &LogDirectory) override;
-    bool DiscardLog(const QString &LogDirectory) override;
-    void KeepWastebasketLimits() override;
-    /// The folder that discarded logs go to, under the date that `today` answers. Without a folder they are deleted.
-    void setWastebasket(const QString &folder, std::function<QDate()> today);
-
     /// What the chart holds, for scripts: `count` pairs [UV, conductivity] from a sample's number on (as many as there
     /// are); every mark as a map of Label, Color, Height, Time.
-    int SampleCount() const { return static_cast<int>(data_.samples.size()); }
+    int SampleCount() const { return static_cast<int>(run_.data().samples.size()); }
     Q_INVOKABLE QVariantList samples(int from, int count) const;
     Q_INVOKABLE QVariantList marks() const;
 
@@ -123,7 +131,10 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
-    void replaceRun(ChartData run, const AxisValues &axes);
+    void drawNewData() override;
+    void redraw() override;
+    void runCleared() override { redrawDue_ = true; }
+    void runReplaced() override;
     ChartView view() const;
     void bringUpToDate();
     void paintMarks(QPainter &painter, const QRect &exposed);
@@ -134,8 +145,8 @@ private:
     QRegion readoutRegion() const;
 
     const qint16 index_;
-    ChartData data_;
-    AxisValues axes_;
+    RunDocument run_;
+    RunLog log_{run_};
     AxisValues shownAxes_; // as they stood at the last Redraw; likewise the title
     QString shownTitle_;
     bool redrawDue_ = true;
@@ -144,10 +155,5 @@ private:
     ZoomGesture gesture_;
     std::optional<AxisValues> axesBeforeZoom_;
     std::optional<double> pointer_; // where the readout stands, x within the plot
-    QString fileName_;              // where the run was last read from or written to
-    bool holdsNothing_ = false;     // since a load failed: saving would empty a file that is only out of reach
     ReportPrinter printer_;
-    QString wastebasket_;
-    std::function<QDate()> today_;
-    RunningLogWriter log_;
 };

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "base/Values.h"
-#include "chart/ChartContract.h"
+#include "chart/run/Run.h"
 
 /// The state of a tab whose chart shows its own axes, with a time window of `WindowMinutes`.
-inline ChartViewState chartViewOf(const ChartAxes &chart, double WindowMinutes) {
+inline ChartViewState chartViewOf(const Run &chart, double WindowMinutes) {
     return {chart.UvAxisMin(),   chart.UvAxisMax(),   chart.CondAxisMin(),
             chart.CondAxisMax(), chart.TimeAxisMin(), static_cast<float>(WindowMinutes)};
 }

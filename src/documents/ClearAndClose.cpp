@@ -33,7 +33,7 @@ void ClearAndClose::mnuClear_Click() {
         tabs_.ChartSaved[recorderChart] = !run_.Recording;
     }
     run_.BesideLog = false;
-    DocumentChart &recorder = *charts_[recorderChart];
+    RunDocument &recorder = *charts_[recorderChart];
     recorder.setChartTitle(QStringLiteral("Chart Recorder"));
     recorder.ClearData();
     recorder.ClearDisplay();

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Values.h"
-#include "chart/ChartContract.h"
+#include "chart/files/RunDocument.h"
 
 #include <QString>
 
@@ -11,7 +11,7 @@
 /// What the documents need of the window above them.
 
 /// The recorder's chart and those of the opened files, by their tabs.
-using DocumentCharts = std::array<DocumentChart *, tabCount>;
+using DocumentCharts = std::array<RunDocument *, tabCount>;
 
 /// The main window as the commands on files see it. Tabs are counted as their charts are, the recorder's being 0.
 class DocumentWindow {

@@ -61,7 +61,7 @@ bool OpenFiles::load(const QString &FileName) {
 }
 
 void OpenFiles::takeOver(int tab, const QString &FileName) {
-    const DocumentChart &chart = *charts_[tab];
+    const RunDocument &chart = *charts_[tab];
     const double window = tabs_.WindowMinutes[tab];
     tabs_.ChartFileName[tab] = FileName;
     tabs_.ChartSaved[tab] = true;

@@ -25,7 +25,7 @@ bool RunningLog::writeTelling() {
 
 qint16 RunningLog::write() {
     const QString directory = hasDirectory() ? reads_.identity.LogDirectory : reads_.ownDirectory();
-    const auto bring = [&](ChartLog &chart) {
+    const auto bring = [&](RunLog &chart) {
         return chart.WriteLog(directory, reads_.identity.InstanceNumber, TimerSaveLog_.Interval(),
                               options_.DataFileSizeHours);
     };

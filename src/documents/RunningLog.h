@@ -3,6 +3,7 @@
 
 #include "base/ErrorRoute.h"
 #include "base/Values.h"
+#include "chart/files/RunLog.h"
 #include "documents/DocumentPorts.h"
 #include "platform/CommonDialog.h"
 #include "platform/Timer.h"
@@ -24,9 +25,9 @@ public:
     };
     /// The hidden charts, and the recorder's.
     struct Charts {
-        ChartLog &Chart0;
-        ChartLog &Chart5;
-        ChartLog &Chart6;
+        RunLog &Chart0;
+        RunLog &Chart5;
+        RunLog &Chart6;
     };
 
     /// The file dialog is that of the main window.

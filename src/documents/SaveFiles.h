@@ -26,7 +26,7 @@ public:
     void mnuSaveSlectedData_Click();
 
 private:
-    DocumentChart &chart() const { return *charts_[tabs_.CurrentChart]; }
+    RunDocument &chart() const { return *charts_[tabs_.CurrentChart]; }
     QString &fileName() const { return tabs_.ChartFileName[tabs_.CurrentChart]; }
     bool showsLog() const;
     void saved();

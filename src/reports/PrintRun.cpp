@@ -15,7 +15,7 @@ PrintRun::PrintRun(ChartInFront chart, CommonDialog &ComDlg, Prompts &prompts, E
 
 void PrintRun::mnuPrint_Click() {
     frmPrint(
-        chart_(), values_, [this] { mnuPrintSetup_Click(); }, parent_)
+        chart_().run(), values_, [this] { mnuPrintSetup_Click(); }, parent_)
         .exec();
     if (values_.PrintCancelled)
         return;

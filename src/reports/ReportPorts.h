@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/ChartContract.h"
+#include "chart/Quillchart.h"
 
 #include <functional>
 
 /// What the reports need of the window above them.
 
 /// The chart of the tab in front.
-using ChartInFront = std::function<DocumentChart &()>;
+using ChartInFront = std::function<Quillchart &()>;
 
 /// The time axis of the tab in front.
 class ZoomedTime {

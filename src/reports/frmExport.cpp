@@ -65,7 +65,7 @@ QString totalPoints() { return QStringLiteral("  Data Points)"); }
 
 } // namespace
 
-frmExport::frmExport(DocumentChart &chart, const ZoomedTime &time, CommonDialog &ComDlg, Prompts &prompts,
+frmExport::frmExport(Quillchart &chart, const ZoomedTime &time, CommonDialog &ComDlg, Prompts &prompts,
                      ErrorRoute &errors, QWidget *parent)
     : QDialog(parent, fixedDialog), chart_(chart), time_(time), ComDlg_(ComDlg), prompts_(prompts), errors_(errors) {
     setObjectName(QStringLiteral("frmExport"));

@@ -23,7 +23,7 @@ class frmExport : public QDialog {
     Q_OBJECT
 public:
     /// `ComDlg` is the form's own. What the instrument adds to the chart from now on is not exported.
-    frmExport(DocumentChart &chart, const ZoomedTime &time, CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors,
+    frmExport(Quillchart &chart, const ZoomedTime &time, CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors,
               QWidget *parent);
 
 private:
@@ -43,7 +43,7 @@ private:
     QString askForFile();
     void exportTo(const QString &FileName);
 
-    DocumentChart &chart_;
+    Quillchart &chart_;
     const ZoomedTime &time_;
     CommonDialog &ComDlg_;
     Prompts &prompts_;

@@ -22,7 +22,7 @@ constexpr int captionMargin = 16; // pixels; of themselves, styles leave a long 
 
 } // namespace
 
-frmPrint::frmPrint(ViewedChart &chart, PrintValues &values, std::function<void()> mnuPrintSetup_Click, QWidget *parent)
+frmPrint::frmPrint(Run &chart, PrintValues &values, std::function<void()> mnuPrintSetup_Click, QWidget *parent)
     : QDialog(parent, fixedDialog), chart_(chart), values_(values),
       mnuPrintSetup_Click_(std::move(mnuPrintSetup_Click)) {
     setObjectName(QStringLiteral("frmPrint"));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/ChartContract.h"
+#include "chart/run/Run.h"
 
 #include <QDialog>
 
@@ -26,7 +26,7 @@ class frmPrint : public QDialog {
     Q_OBJECT
 public:
     /// The title is the chart's, and an Ok leaves it with the chart.
-    frmPrint(ViewedChart &chart, PrintValues &values, std::function<void()> mnuPrintSetup_Click, QWidget *parent);
+    frmPrint(Run &chart, PrintValues &values, std::function<void()> mnuPrintSetup_Click, QWidget *parent);
 
 private:
     Frame *makeBoxes();
@@ -39,7 +39,7 @@ private:
     void UpdatePrintButton();
     void SyncChromatogram();
 
-    ViewedChart &chart_;
+    Run &chart_;
     PrintValues &values_;
     std::function<void()> mnuPrintSetup_Click_;
 

@@ -3,7 +3,7 @@
 
 #include "base/Commands.h"
 #include "base/Values.h"
-#include "chart/ChartContract.h"
+#include "chart/files/RunLog.h"
 #include "documents/DocumentPorts.h"
 #include "documents/RunningLog.h"
 #include "documents/Settings.h"
@@ -17,7 +17,7 @@ class ProgramExit {
 public:
     /// What is left of this copy after the program, and what the end has to reach.
     struct Uses {
-        ChartLog &Chart5;
+        RunLog &Chart5;
         RunningLog &log;
         const Commands &commands;
         LogWindow &logWindow;

@@ -3,7 +3,7 @@
 
 #include "base/Commands.h"
 #include "base/Values.h"
-#include "chart/ChartContract.h"
+#include "chart/files/RunLog.h"
 #include "platform/Prompts.h"
 #include "platform/SettingsStore.h"
 #include "shell/Instances.h"
@@ -32,7 +32,7 @@ class Recovery {
 public:
     /// What recovery runs and reaches.
     struct Uses {
-        ChartLog &Chart5;
+        RunLog &Chart5;
         const Commands &commands;
         SettingsStore &store;
         Prompts &prompts;

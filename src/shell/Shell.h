@@ -25,8 +25,8 @@ struct Shell {
         Timer &TimerCheckComData;
         Documents &documents;
         const DocumentCharts &charts;
-        ChartLog &Chart5;
-        ChartDocument &logNotes; ///< the same chart: takes the recorder's notes
+        RunLog &Chart5;
+        Run &logNotes; ///< of the log chart: takes the recorder's notes
         LogWindow &logWindow;
         ShellWindow &window;
         QWidget &owner;                                              ///< what its windows stand over

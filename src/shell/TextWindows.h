@@ -19,7 +19,7 @@ class TextWindows {
 public:
     /// The running log, which bears the notes of the recorder too.
     struct Log {
-        ChartDocument &chart;
+        Run &chart;
         std::function<void()> writeNow; ///< brings them to the disk, while logging is on
     };
 
@@ -37,7 +37,7 @@ public:
 private:
     void click(const char *button, bool pressed);
     void takeNotes(const QString &Notes);
-    DocumentChart &chart() const { return *charts_[tabs_.CurrentChart]; }
+    Run &chart() const { return *charts_[tabs_.CurrentChart]; }
 
     TabStates &tabs_;
     DocumentCharts charts_;

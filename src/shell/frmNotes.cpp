@@ -18,7 +18,7 @@ constexpr int helpTopic = 4;
 
 }
 
-frmNotes::frmNotes(const ChartDocument &chart, Prompts &prompts, std::function<void(const QString &)> taken,
+frmNotes::frmNotes(const Run &chart, Prompts &prompts, std::function<void(const QString &)> taken,
                    std::function<void()> release, QWidget *parent)
     : QDialog(parent), chart_(chart), prompts_(prompts), taken_(std::move(taken)), release_(std::move(release)),
       txtNotes_(new TextBox(QStringLiteral("txtNotes"), QStringLiteral("Notes"), this)) {

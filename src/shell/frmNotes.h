@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/ChartContract.h"
+#include "chart/run/Run.h"
 #include "platform/Prompts.h"
 
 #include <QDialog>
@@ -16,7 +16,7 @@ class frmNotes : public QDialog {
 public:
     /// `taken` gets the new notes of `chart`. `release` lets the toolbar button of this window up and has the window
     /// unloaded.
-    frmNotes(const ChartDocument &chart, Prompts &prompts, std::function<void(const QString &Notes)> taken,
+    frmNotes(const Run &chart, Prompts &prompts, std::function<void(const QString &Notes)> taken,
              std::function<void()> release, QWidget *parent);
 
     /// Asks about changed notes. False when the user stays in the window, which is unloaded otherwise.
@@ -33,7 +33,7 @@ private:
     void cmdCancel_Click();
     bool isChanged() const;
 
-    const ChartDocument &chart_;
+    const Run &chart_;
     Prompts &prompts_;
     std::function<void(const QString &Notes)> taken_;
     std::function<void()> release_;

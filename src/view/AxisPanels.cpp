@@ -12,8 +12,8 @@ namespace {
 struct Axis {
     float ChartViewState::*max;
     float ChartViewState::*min;
-    void (ChartAxes::*setMax)(float);
-    void (ChartAxes::*setMin)(float);
+    void (Run::*setMax)(float);
+    void (Run::*setMin)(float);
 };
 
 struct Panel {
@@ -35,11 +35,11 @@ constexpr double condScales[] = {500, 200, 100, 50, 20, 10, 5, 2, 1, 0.5};
 constexpr Panel panels[] = {
     // decimals list      full scale     minimum       gap    pick  minus
     {3, uvScales,         0.001,   2.0,  -2.0, 1.999,  0.001, -0.1, true,
-     {&ChartViewState::UvMax, &ChartViewState::UvMin, &ChartAxes::setUvAxisMax, &ChartAxes::setUvAxisMin},
+     {&ChartViewState::UvMax, &ChartViewState::UvMin, &Run::setUvAxisMax, &Run::setUvAxisMin},
      QLatin1String("The UV Axis Full Scale (AUFS) entry must be at least 0.001 AU greater than the UV Axis Minimum "
                    "entry.")},
     {1, condScales,       0.5,   500.0,   0.0, 499.5,  0.5,    0.0, false,
-     {&ChartViewState::CondMax, &ChartViewState::CondMin, &ChartAxes::setCondAxisMax, &ChartAxes::setCondAxisMin},
+     {&ChartViewState::CondMax, &ChartViewState::CondMin, &Run::setCondAxisMax, &Run::setCondAxisMin},
      QLatin1String("The Conductivity Axis Full Scale (mSFS) entry must be at least 0.5 mS/cm greater than the "
                    "Conductivity Axis Minimum entry.")},
 };
@@ -128,7 +128,7 @@ double AxisPanels::limited(double value, double lowest, double highest) {
 
 void AxisPanels::apply(int Index, float fullScale, float minimum) {
     const Axis &axis = panels[Index].axis;
-    ViewedChart &chart = *charts_[tabs_.CurrentChart];
+    Run &chart = *charts_[tabs_.CurrentChart];
     (chart.*axis.setMax)(fullScale);
     (chart.*axis.setMin)(minimum);
     tabs_.currentView().*axis.max = fullScale;

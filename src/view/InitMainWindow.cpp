@@ -13,7 +13,7 @@ constexpr double startWindow = 10.0;
 void setUpTab(const MainWindowSetUp &on, int tab) {
     TabStates &tabs = on.values.tabs;
     ScrollEntry &bar = *on.time.ScrollChart[tab];
-    const ViewedChart &chart = *on.charts[tab];
+    const Run &chart = *on.charts[tab];
 
     tabs.WindowMinutes[tab] = startWindow;
     bar.setSmallChange(1);

@@ -7,7 +7,7 @@
 /// Keeps the recorder's time axis ahead of the newest sample, whichever tab is in front.
 class LiveView {
 public:
-    LiveView(TabStates &tabs, ViewedChart &recorder, const TimeControls &controls)
+    LiveView(TabStates &tabs, Run &recorder, const TimeControls &controls)
         : tabs_(tabs), recorder_(recorder), controls_(controls) {}
 
     /// Draws the new stretch of trace; the axis jumps ahead by a margin when the newest sample has left it.
@@ -19,6 +19,6 @@ private:
     void moveAxis();
 
     TabStates &tabs_;
-    ViewedChart &recorder_;
+    Run &recorder_;
     TimeControls controls_;
 };

@@ -2,14 +2,14 @@
 #pragma once
 
 #include "base/Values.h"
-#include "chart/ChartContract.h"
+#include "chart/run/Run.h"
 #include "forms/Controls.h"
 
 #include <array>
 
 /// The controls of the main window, cut by who works with them. The window owns them all.
 
-using Charts = std::array<ViewedChart *, chartInstances>;
+using Charts = std::array<Run *, chartInstances>;
 
 /// The two value axes; index 0 is UV, 1 conductivity.
 struct AxisControls {

@@ -137,7 +137,7 @@ void TimeAxis::optTimeAxis_Click(int Index) {
 void TimeAxis::ScrollChart_Change(int Index) {
     if ((Index == recorderChart && run_.Recording) || !isWindowChosen() || tabs_.ZoomUpdating)
         return;
-    ViewedChart &C = chart();
+    Run &C = chart();
     ChartViewState &view = tabs_.currentView();
     C.setTimeAxisMin(static_cast<float>(bar().Value()));
     if (const float lastTime = C.GetLastTime(); lastTime > 0 && lastTime < C.TimeAxisMin())
@@ -176,7 +176,7 @@ void TimeAxis::Chart_Zoomed(float ZoomedTimeFrom, float ZoomedTimeTo, float UvMi
 void TimeAxis::Chart_Unzoomed() {
     tabs_.Zoomed[tabs_.CurrentChart] = false;
     controls_.optTimeAxis[0]->setValue(true);
-    const ViewedChart &C = chart();
+    const Run &C = chart();
     tabs_.currentView() = chartViewOf(C, tabs_.WindowMinutes[tabs_.CurrentChart]);
     SetScrollRange(rounded32(C.TimeAxisMin()));
     ShowAxisState();

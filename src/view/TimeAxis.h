@@ -46,7 +46,7 @@ public:
     void Chart_Unzoomed();
 
 private:
-    ViewedChart &chart() const { return *charts_[tabs_.CurrentChart]; }
+    Run &chart() const { return *charts_[tabs_.CurrentChart]; }
     ScrollEntry &bar() const { return *controls_.ScrollChart[tabs_.CurrentChart]; }
     bool isWindowChosen() const { return controls_.optTimeAxis[1]->Value(); }
     /// Places a window of `minutes` on the run, pulled back when it would reach beyond the data; answers its right end.

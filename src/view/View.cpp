@@ -46,6 +46,6 @@ void View::bind(Commands &commands, const Guard &guard, ErrorRoute &errors) {
 DocumentCharts View::documentCharts() const {
     DocumentCharts charts{};
     for (int tab = 0; tab < tabCount; ++tab)
-        charts[tab] = &window.chart(tab);
+        charts[tab] = &window.chart(tab).run();
     return charts;
 }

@@ -152,7 +152,7 @@ void frmMain::buildTabs() {
         quillcharts_[i] = new Quillchart(static_cast<qint16>(i), inner_);
         quillcharts_[i]->setObjectName(arrayName("Chart", i));
         quillcharts_[i]->hide();
-        charts_[i] = quillcharts_[i];
+        charts_[i] = &quillcharts_[i]->run();
     }
     for (int tab = 0; tab < tabCount; ++tab) {
         time_.ScrollChart[tab] = new ScrollEntry(inner_);

@@ -3,7 +3,6 @@
 
 #include "acquisition/Acquisition.h"
 #include "acquisition/StreamFormat.h"
-#include "fakes/FakeChart.h"
 #include "fakes/FakeErrorRoute.h"
 #include "fakes/FakePlatform.h"
 
@@ -37,13 +36,19 @@ public:
             whileNoData();
     }
 
-    void show(PortSetup &, bool) override {}
+    void show(PortSetup &, bool mayCancel) override {
+        showings << QLatin1String(mayCancel ? "may cancel" : "must choose");
+        if (whileSetup)
+            whileSetup();
+    }
 
     QStringList told;
     bool led = false;
     int liveUpdates = 0;
     int noDataShown = 0;
     std::function<void()> whileNoData;
+    QStringList showings; ///< of the port's dialog
+    std::function<void()> whileSetup;
     int endError = 0; ///< what setting the scroll bar to the end raises when not 0
 };
 
@@ -71,8 +76,8 @@ public:
     Timer &TimerSaveLog = *timers.SaveLog;
     FakeSerialControl ComPort;
     FakeSerialControl CommTmp;
-    FakeChart chart;
-    FakeChart log;
+    Run chart;
+    Run log;
     FakeErrorRoute errors;
     FakePrompts prompts;
     FakeWindow window;
@@ -83,10 +88,18 @@ public:
         {values, ComPort, CommTmp, timers, chart, log, commands, window, window, prompts, errors, clock}};
     ReceiveRing &ring = acquisition.ring;
     DataReceiver &receiver = acquisition.receiver;
-    RunNews &news = acquisition.news;
     SampleIntake &intake = acquisition.intake;
     RecordingSession &session = acquisition.session;
     StreamDecoder &decoder = acquisition.decoder;
+
+    /// The labels of a chart's marks.
+    static QString marksOf(const Run &run) {
+        QStringList labels;
+        for (const EventMark &mark : run.data().marks)
+            labels << mark.label;
+        return labels.join(QLatin1Char(' '));
+    }
+    static int count(const Run &run) { return int(run.data().samples.size()); }
 
 private:
     /// What the error route does beyond telling.

@@ -26,6 +26,7 @@ protected:
     void play(const QString &script) { feed(stream(script)); }
     void tick() { clock.advance(std::chrono::milliseconds(700)); }
 
-    QString marks() const { return chart.labels(); }
-    QString logMarks() const { return log.labels(); }
+    QString marks() const { return marksOf(chart); }
+    QString logMarks() const { return marksOf(log); }
+    SamplePair lastLogged() const { return log.data().samples.at(count(log) - 1); }
 };

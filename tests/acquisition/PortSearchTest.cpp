@@ -11,43 +11,25 @@ constexpr int Busy = RunTimeError::PortAlreadyOpen;
 } // namespace
 
 /// A computer whose ports 1 to 3 exist; the dialog is an operator who acts as told.
-class PortSearchTest : public testing::Test, protected SetupDialog {
+class PortSearchTest : public testing::Test, protected AcquisitionRig {
 protected:
     PortSearchTest() {
+        ComPort.setPortOpen(false);
         for (int port = 4; port <= 10; ++port)
             set(port, Missing);
         commands.bind("mnuExit", [] {});
     }
     void set(int port, int error) { ComPort.failing[port] = CommTmp.failing[port] = error; }
-
-    void show(PortSetup &shown, bool mayCancel) override {
-        showings
-            << QStringLiteral("picked %1%2").arg(shown.SelectedComPort()).arg(QLatin1String(mayCancel ? "" : " must"));
-        if (operatorActs)
-            operatorActs();
+    void pick(int port) {
+        setup.optCom_Click(port - 1);
+        EXPECT_TRUE(setup.ok());
     }
 
-    std::function<void()> pick(int port) {
-        return [this, port] {
-            setup.optCom_Click(port - 1);
-            EXPECT_TRUE(setup.ok());
-        };
-    }
-
-    FakeClock clock;
-    FakeTimer TimerCheckComData{clock, 5000};
-    FakeSerialControl ComPort;
-    FakeSerialControl CommTmp;
-    FakePrompts prompts;
-    FakeErrorRoute errors;
-    Commands commands;
-    Options options;
-    LinkState link;
-    Identity identity;
-    QStringList showings;
-    std::function<void()> operatorActs;
-    PortSetup setup{ComPort, CommTmp, TimerCheckComData, options, link, prompts};
-    PortSearch search{setup, ComPort, TimerCheckComData, options, identity, *this, prompts, commands, errors};
+    Identity &identity = values.identity;
+    PortSetup &setup = acquisition.setup;
+    PortSearch &search = acquisition.search;
+    QStringList &showings = window.showings;
+    std::function<void()> &operatorActs = window.whileSetup;
 };
 
 TEST_F(PortSearchTest, TheFirstCopyTakesTheStoredPort) {
@@ -68,14 +50,15 @@ TEST_F(PortSearchTest, OnlyPortsThatAreMissingOrHeldAreTakenAway) {
 TEST_F(PortSearchTest, AHeldStoredPortIsLeftToTheOperator) {
     set(1, Busy);
     operatorActs = [&] {
+        EXPECT_EQ(setup.SelectedComPort(), 1);
         EXPECT_FALSE(setup.choices().has(1));
         EXPECT_EQ(options.ComPortNumber, 2); // the first free one, though the stored one is shown
         EXPECT_FALSE(setup.ok());
         EXPECT_EQ(options.ComPortNumber, 2);
-        pick(3)();
+        pick(3);
     };
     EXPECT_TRUE(search.chooseAtStart());
-    EXPECT_EQ(showings.join(','), "picked 1 must");
+    EXPECT_EQ(showings.join(','), "must choose");
     EXPECT_EQ(prompts.shown.at(0).text, "Cannot open the selected communication port\r" + RunTimeError::describe(Busy));
     EXPECT_FALSE(TimerCheckComData.Enabled() || ComPort.PortOpen());
     EXPECT_TRUE(ComPort.CommPort() == 3 && options.ComPortNumber == 3);
@@ -83,7 +66,7 @@ TEST_F(PortSearchTest, AHeldStoredPortIsLeftToTheOperator) {
 
 TEST_F(PortSearchTest, AStoredNumberThatNoPortHasIsAsked) {
     options.ComPortNumber = 11;
-    operatorActs = pick(1);
+    operatorActs = [&] { pick(1); };
     EXPECT_TRUE(search.chooseAtStart());
     EXPECT_EQ(showings.size(), 1);
 }
@@ -113,7 +96,7 @@ TEST_F(PortSearchTest, AChangeThatFailsBringsTheOldPortBack) {
         EXPECT_TRUE(setup.ok());
     };
     search.mnuComPort_Click();
-    EXPECT_EQ(showings.join(','), "picked 1");
+    EXPECT_EQ(showings.join(','), "may cancel");
     EXPECT_TRUE(ComPort.PortOpen() && ComPort.CommPort() == 2 && TimerCheckComData.Enabled());
     EXPECT_FALSE(link.StatusBlocksSeen);
     EXPECT_EQ(prompts.shown.size(), 1);

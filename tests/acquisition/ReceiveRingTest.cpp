@@ -96,16 +96,16 @@ TEST_F(DataReceiverTest, ALineThatNeverPausesIsDecodedAllTheSame) {
     ComPort.setRThreshold(50);
     for (const int bytesPerSecond : {60, 70, 90, 200, 960}) {
         SCOPED_TRACE(bytesPerSecond);
-        const auto before = log.samples.size();
+        const auto before = count(log);
         for (int pair = 1; pair <= 2000; ++pair) {
             ComPort.arrive(stream("."));
             clock.advance(std::chrono::milliseconds(12000 / bytesPerSecond));
             const int within = 1500 * bytesPerSecond / 12000; // pairs that come in 1.5 s
-            ASSERT_GE(int(log.samples.size() - before), pair - within - 1);
+            ASSERT_GE(count(log) - before, pair - within - 1);
         }
         ComPort.raise(SerialControl::Receive);
         clock.advance(1s);
-        EXPECT_EQ(log.samples.size() - before, 2000);
+        EXPECT_EQ(count(log) - before, 2000);
     }
 }
 

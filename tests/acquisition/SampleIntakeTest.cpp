@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/LinkedTest.h"
+#include "fakes/AllocationProbe.h"
 
 class SampleIntakeTest : public LinkedTest {};
 
@@ -7,8 +8,8 @@ TEST_F(SampleIntakeTest, ARunThatIsReportedByBlocks) {
     play("R1 . . E2 . R2 . . R1 . E2 . R3 . R1 . E8 . R0 . .");
     EXPECT_EQ(marks(), "S 1 P 2 H C M E");
     EXPECT_EQ(logMarks(), "S 1 P 2 H C M E");
-    EXPECT_EQ(chart.samples.size(), 10);
-    EXPECT_EQ(chart.marks[1].color, 0x00FF00);
+    EXPECT_EQ(count(chart), 10);
+    EXPECT_EQ(chart.data().marks[1].color, 0x00FF00);
     EXPECT_FALSE(run.Recording || run.ChartRunActive);
     EXPECT_EQ(window.told.join(' '), "green SyncFound Record Stop");
 }
@@ -30,7 +31,7 @@ TEST_F(SampleIntakeTest, AStartIsDroppedByULetterAndConfirmedByASecondStart) {
 TEST_F(SampleIntakeTest, StatusBlocksEndTheReadingOfLetters) {
     play("R1 v u u u");
     EXPECT_EQ(marks(), "S");
-    EXPECT_EQ(chart.samples.size(), 4);
+    EXPECT_EQ(count(chart), 4);
 }
 
 TEST_F(SampleIntakeTest, ANumberGoesBeforeAWaitingEnd) {
@@ -43,14 +44,14 @@ TEST_F(SampleIntakeTest, OutsideARunAPauseLeavesNothing) {
     play("P1 . R2 . .");
     EXPECT_EQ(marks(), "");
     EXPECT_EQ(logMarks(), "");
-    EXPECT_EQ(chart.samples.size(), 3);
+    EXPECT_EQ(count(chart), 3);
 }
 
 TEST_F(SampleIntakeTest, ARunThatEndsInAPauseLeavesTheSessionOn) {
     play("R1 . R2 . E2 . R0 . .");
     EXPECT_EQ(marks(), "S P 1 E");
     EXPECT_EQ(logMarks(), "S P"); // the log's pause ends only with the next running
-    EXPECT_EQ(chart.samples.size(), 3);
+    EXPECT_EQ(count(chart), 3);
     EXPECT_TRUE(run.Recording);
     EXPECT_FALSE(run.ChartPaused);
 }
@@ -58,17 +59,17 @@ TEST_F(SampleIntakeTest, ARunThatEndsInAPauseLeavesTheSessionOn) {
 TEST_F(SampleIntakeTest, AWaitingLabelIsDrawnByTheNextSession) {
     play("P1 R1 P0 . P1 .");
     EXPECT_EQ(marks(), "S");
-    EXPECT_EQ(chart.samples.size(), 1);
+    EXPECT_EQ(count(chart), 1);
 }
 
 TEST_F(SampleIntakeTest, TheLogRunsOnAcrossSessionsAndMarksASampleBehind) {
     play(". . E8 .");
-    EXPECT_EQ(log.samples.size(), 4);
-    EXPECT_FLOAT_EQ(log.marks.at(0).time, 2 / 300.0F);
+    EXPECT_EQ(count(log), 4);
+    EXPECT_FLOAT_EQ(log.data().marks.at(0).time, 2 / 300.0F);
     EXPECT_FLOAT_EQ(run.LogTime, 3 / 300.0F);
     options.DataLogging = false;
     play("E2 . R1 .");
-    EXPECT_EQ(log.samples.size(), 4);
+    EXPECT_EQ(count(log), 4);
     EXPECT_EQ(run.LogEventNumber, 0);
     EXPECT_TRUE(run.LogRunActive);
 }
@@ -76,21 +77,23 @@ TEST_F(SampleIntakeTest, TheLogRunsOnAcrossSessionsAndMarksASampleBehind) {
 TEST_F(SampleIntakeTest, TheMethodIsTakenUpTo15SecondsBehindTheEnd) {
     using namespace std::chrono_literals;
     play("R1 . R0 . MFirst");
-    ASSERT_EQ(chart.methods.size(), 1);
-    EXPECT_EQ(chart.methods[0].text.section("\r\n", 1), "First\r\n");
+    ASSERT_EQ(chart.data().methodTexts.size(), 1);
+    EXPECT_EQ(chart.data().methodTexts[0].text.section("\r\n", 1), "First\r\n");
     EXPECT_FALSE(run.WaitForMethod || TimerStopWaitForMethod.Enabled());
 
     play("R1 . R0 .");
     TimerCheckComData.setEnabled(false);
     clock.advance(15s);
     play("MLate");
-    EXPECT_EQ(chart.methods.size(), 1);
-    EXPECT_EQ(log.methods.size(), 2);
+    EXPECT_EQ(chart.data().methodTexts.size(), 1);
+    EXPECT_EQ(log.data().methodTexts.size(), 2);
 }
 
 TEST_F(SampleIntakeTest, AFullChartStopsBothAndTheBlockIsFinished) {
     play("R1 .");
-    chart.status = 1;
+    while (count(chart) < SampleStore::chunkSize) // the next one needs new memory
+        chart.AddSample(0, 0);
+    const AllocationProbe::OutOfMemory full(100000);
     play(". .");
     EXPECT_EQ(errors.codes, std::vector<qint32>{-15});
     EXPECT_FALSE(run.Recording || options.DataLogging || TimerSaveLog.Enabled());

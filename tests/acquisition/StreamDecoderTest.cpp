@@ -54,15 +54,15 @@ TEST_F(StreamDecoderTest, AnErrorOnTheWayCostsThePassNothing) {
     ComPort.arrive(stream("E5 . E5 . Mtext"));
     EXPECT_EQ(errorNumberOf([&] { tick(); }), RunTimeError::DiskFull);
     EXPECT_EQ(errors.codes.size(), 2U);
-    EXPECT_EQ(log.samples.size(), 3U);
-    EXPECT_EQ(log.methods.size(), 1U);
+    EXPECT_EQ(count(log), 3);
+    EXPECT_EQ(log.data().methodTexts.size(), 1U);
     EXPECT_TRUE(TimerProcess.Enabled() && !link.DataBusy);
 
     play("R1 .");
     run.ChartEventNumber = 32767; // a number further raises in the recorder: the log takes its pair all the same
     ComPort.arrive(stream("E2 . ."));
     EXPECT_EQ(errorNumberOf([&] { tick(); }), RunTimeError::Overflow);
-    EXPECT_EQ(log.samples.size(), 6U);
+    EXPECT_EQ(count(log), 6);
 }
 
 TEST_F(StreamDecoderTest, AfterAnErrorARingThatCannotBeTrustedIsEmptied) {
@@ -97,10 +97,10 @@ TEST_F(StreamDecoderTest, AWrongParameterDoesNotEndThePass) {
     const QString texts[] = {"E5 Sub HandelEventData; Event", "H0 Sub HandelHoldData; Hold",
                              "P2 Sub HandelPenStatusData; Pen", "R4 Sub HandelRunStatusData; Run"};
     for (const QString &text : texts) {
-        const auto before = log.samples.size();
+        const auto before = count(log);
         play(text.section(' ', 0, 0) + " .");
         EXPECT_EQ(lastError(), "-11 " + text.section(' ', 1) + " Byte Expected; Actual Byte Received: " + text.at(1));
-        EXPECT_EQ(log.samples.size(), before + 1);
+        EXPECT_EQ(count(log), before + 1);
         link.FirstSyncFound = true;
     }
     EXPECT_TRUE(link.StatusBlocksSeen); // also by a value that turned out to be wrong
@@ -115,8 +115,8 @@ TEST_F(StreamDecoderTest, AnUnfinishedBlockWaits) {
         feed(last);
         EXPECT_EQ(ring.ByteCount(), 0);
     }
-    EXPECT_EQ(log.samples.size(), 2);
-    EXPECT_EQ(log.methods.size(), 2);
+    EXPECT_EQ(count(log), 2);
+    EXPECT_EQ(log.data().methodTexts.size(), 2);
     EXPECT_TRUE(errors.codes.empty());
 }
 
@@ -125,17 +125,17 @@ TEST_F(StreamDecoderTest, AnFBlockRunsAheadOfItsBytes) {
     EXPECT_EQ(ring.ByteCount(), -3);
     EXPECT_TRUE(link.StatusBlocksSeen);
     feed(bytes({2, 3, 4}) + stream("."));
-    EXPECT_EQ(log.samples.size(), 2);
+    EXPECT_EQ(count(log), 2);
 }
 
 TEST_F(StreamDecoderTest, TakesValuesAsSentHighByteFirst) {
     const float odd = std::bit_cast<float>(0x7FA00001U); // a signalling not-a-number
     feed(bytes({0x96, 'V', 0x3F, 0x80, 0, 0}) + sampleBlock('D', -2.5F));
-    EXPECT_EQ(log.samples.back().uv, 1.0F);
-    EXPECT_EQ(log.samples.back().cond, -2.5F);
+    EXPECT_EQ(lastLogged().uv, 1.0F);
+    EXPECT_EQ(lastLogged().cond, -2.5F);
     feed(sampleBlock('C', odd));
-    EXPECT_EQ(log.samples.back().uv, 1.0F); // the UV value of before
-    EXPECT_EQ(std::bit_cast<std::uint32_t>(log.samples.back().cond), 0x7FA00001U);
+    EXPECT_EQ(lastLogged().uv, 1.0F); // the UV value of before
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(lastLogged().cond), 0x7FA00001U);
 }
 
 TEST_F(StreamDecoderTest, DrawsOncePerPassWhileRecording) {

@@ -4,6 +4,7 @@
 #include "acquisition/StreamScript.h"
 #include "app/Program.h"
 #include "chart/Quillchart.h"
+#include "chart/files/ChartFile.h"
 #include "fakes/FakeCommonDialog.h"
 #include "fakes/FakePlatform.h"
 #include "forms/Shapes.h"
@@ -21,13 +22,17 @@
 
 using namespace std::chrono_literals;
 
-/// The whole program on a desktop of the test's own; the operator's hands are QTest's.
+/// Lets a failed comparison of texts be read.
+inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
+
+/// The whole program on a desktop of the test's own; the operator's hands are QTest's. Windows, controls and commands
+/// go by their names, files by their places in `folder`.
 class ProgramFixture {
 public:
     ProgramFixture() {
         dialogWatch.setInterval(1);
         QObject::connect(&dialogWatch, &QTimer::timeout, &dialogWatch, [this] { answerDialog(); });
-        dialogAnswers["frmLogName"] = [this] { QTest::mouseClick(find<QWidget>("cmdOKButton"), Qt::LeftButton); };
+        dialogAnswers["frmLogName"] = [this] { click("cmdOKButton"); };
     }
 
     void start() {
@@ -39,13 +44,16 @@ public:
                          timers[name] = timer.get();
                          return timer;
                      },
-                     folder.path(), "/share/ostrel", folder.filePath("ChartErr.log"), commandLine, prevInstance});
+                     folder.path(), "/share/ostrel", path("ChartErr.log"), commandLine, prevInstance});
         program->start();
+        advanceUnderDialogs(1s);
+    }
+    /// Time passes while dialogs come up, which `dialogAnswers` are given to.
+    void advanceUnderDialogs(std::chrono::milliseconds time) {
         dialogWatch.start();
-        clock.advance(1s);
+        clock.advance(time);
         dialogWatch.stop();
     }
-    /// What the operator does with the dialogs of the start.
     void answerDialog() {
         const QWidget *dialog = QApplication::activeModalWidget();
         if (const auto answer = dialog ? dialogAnswers.find(dialog->objectName()) : dialogAnswers.end();
@@ -64,20 +72,79 @@ public:
         return nullptr;
     }
     void commands(const QString &command) { find<frmMain>("frmMain")->clicked(command); }
+    void trigger(const QString &action) { find<QAction>(action)->trigger(); }
+    void click(const QString &control) {
+        auto *widget = find<QWidget>(control);
+        QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
+    }
+    /// In place of what the entry holds.
+    void type(const QString &entry, const QString &text) {
+        auto *widget = find<QWidget>(entry);
+        dynamic_cast<EntryText &>(*widget).selectWhole();
+        QTest::keyClicks(widget, text);
+    }
+    void enter(const QString &entry, const QString &text) {
+        type(entry, text);
+        QTest::keyClick(find<QWidget>(entry), Qt::Key_Return);
+    }
+    QString text(const QString &entry) { return dynamic_cast<EntryText &>(*find<QWidget>(entry)).Text(); }
     bool enabled(const QString &action) { return find<QAction>(action)->isEnabled(); }
+    bool usable(const QString &control) { return find<QWidget>(control)->isEnabled(); }
     bool pressed(const QString &action) { return find<QAction>(action)->isChecked(); }
     bool led() { return find<Led>("ShapeReciveLed")->FillColor() == QColor(0, 255, 0); }
+    /// What the operator does once a modal dialog is up.
+    void meanwhile(std::function<void()> act) { QTimer::singleShot(0, qApp, std::move(act)); }
+
     Quillchart &chart(int i) { return *find<Quillchart>(QStringLiteral("Chart(%1)").arg(i)); }
     QString marks() {
         QStringList labels;
-        for (const QVariant &mark : chart(0).marks())
-            labels << mark.toMap()["Label"].toString();
+        for (const EventMark &mark : chart(0).run().data().marks)
+            labels << mark.label;
         return labels.join(' ');
     }
-
-    QStringList logDirectories() const {
-        return QDir(folder.filePath("Log")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    /// The stretch of time that a chart shows.
+    QString shown(int i = 0) {
+        return QStringLiteral("%1 to %2").arg(double(chart(i).TimeAxisMin())).arg(double(chart(i).TimeAxisMax()));
     }
+    /// The recorder's run, without marks, is this long.
+    void give(float minutes) { lengthen(chart(0).run(), minutes); }
+    /// The tabs in use, each "caption|tool tip|title of its chart".
+    QStringList tabs() {
+        QStringList all;
+        const auto &bar = *find<QTabBar>("TabChart");
+        for (int i = 0; i < bar.count() && bar.tabText(i) != "(empty)"; ++i)
+            all << bar.tabText(i) + '|' + bar.tabToolTip(i) + '|' + chart(i).ChartTitle();
+        return all;
+    }
+    void bringToFront(int tab) { find<QTabBar>("TabChart")->setCurrentIndex(tab); }
+
+    QString path(const QString &name) const { return folder.filePath(name); }
+    bool exists(const QString &name) const { return QFileInfo::exists(path(name)); }
+    QStringList entries(const QString &directory) const {
+        return QDir(path(directory)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
+    }
+    QStringList logDirectories() const { return entries("Log"); }
+    QByteArray content(const QString &name) const {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    /// A file with a run of so many minutes.
+    void lay(const QString &name, float minutes) {
+        RunDocument run;
+        lengthen(run, minutes);
+        run.setTimeAxisMax(minutes);
+        ASSERT_FALSE(saveChartFile(path(name), name.endsWith("chd") ? dataFile : logFile, run.data(), run.axes()));
+    }
+    /// The operator opens it.
+    void open(const QString &name) {
+        ComDlg.answers = {path(name)};
+        trigger("mnuOpenData");
+    }
+    void open(const QString &name, float minutes) {
+        lay(name, minutes);
+        open(name);
+    }
+
     /// The line brings these bytes, and the decoder's tick comes.
     void feed(const QByteArray &bytes) {
         ComPort.arrive(bytes);
@@ -90,16 +157,21 @@ public:
         play("u u");
         clock.advance(700ms);
     }
-    /// What the operator does with the recovery dialog, in which one log stands.
-    void recoverTo(const QString &path) {
+    /// What the operator does with the recovery dialog, in which one log is offered.
+    void recoverTo(const QString &file) {
         auto *lstLogFiles = find<QListWidget>("lstLogFiles");
         ASSERT_EQ(lstLogFiles->count(), 1);
         lstLogFiles->item(0)->setCheckState(Qt::Checked);
-        ComDlg.answers = {path};
-        QTest::mouseClick(find<QWidget>("cmdRecoverButton"), Qt::LeftButton);
+        ComDlg.answers = {file};
+        click("cmdRecoverButton");
     }
-    /// What the operator does once a modal dialog stands.
-    void meanwhile(std::function<void()> act) { QTimer::singleShot(0, qApp, std::move(act)); }
+    /// What the operator was told, in boxes.
+    QString told() const {
+        QStringList texts;
+        for (const MessageBox &box : prompts.shown)
+            texts << box.text;
+        return texts.join(';');
+    }
 
     QTemporaryDir folder;
     FakeClock clock;
@@ -120,4 +192,18 @@ public:
     QTimer dialogWatch; ///< not at every turn of the event loop: the program waits for quiet ones
     std::map<QString, std::function<void()>> dialogAnswers;
     std::unique_ptr<Program> program;
+
+private:
+    static void lengthen(RunDocument &run, float minutes) {
+        run.ClearData();
+        const qint64 samples = minutes > 0 ? qRound64(double(minutes) * samplesPerMinute) + 1 : 0;
+        while (run.data().samples.size() < samples)
+            run.AddSample(0.5F, 20);
+    }
+};
+
+/// A case on the program as it is just behind its start.
+class StartedProgram : public testing::Test, protected ProgramFixture {
+protected:
+    StartedProgram() { start(); }
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/run/SampleStore.h"
 
-#include "chart/AllocationProbe.h"
+#include "fakes/AllocationProbe.h"
 #include "chart/Quillchart.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "chart/AllocationProbe.h"
+#include "fakes/AllocationProbe.h"
 #include "chart/plot/ChartImage.h"
 #include "chart/plot/TraceColumns.h"
 #include "chart/plot/TraceRaster.h"

@@ -3,10 +3,12 @@
 
 #include "acquisition/AcquisitionRig.h"
 #include "base/Steps.h"
+#include "fakes/AllocationProbe.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <stdexcept>
 
@@ -65,8 +67,9 @@ private:
             break;
         case Chart: {
             const int how = take();
-            rig_.chart.status = how & 1;
-            rig_.log.status = how >> 1 & 1;
+            full_.reset();
+            if ((how & 3) != 0)
+                full_.emplace(std::size_t{100000});
             rig_.options.DataLogging = (how & 4) == 0;
             break;
         }
@@ -94,11 +97,11 @@ private:
         for (const int index : {rig_.ring.PutIndex(), rig_.ring.TakeIndex(), rig_.ring.LookIndex()})
             require(index >= 0 && index < ReceiveRing::size);
         require(rig_.ring.ByteCount() >= -3); // an "F" block runs up to three bytes ahead
-        for (const FakeChart *chart : {&rig_.chart, &rig_.log}) {
-            require(qsizetype(chart->samples.size()) * 6 <= arrived_ + 3);
-            require(qsizetype(chart->marks.size() + chart->methods.size()) * 3 <= arrived_ + 3);
+        for (const Run *run : {&rig_.chart, &rig_.log}) {
+            require(run->data().samples.size() * 6 <= arrived_ + 3);
+            require(qsizetype(run->data().marks.size() + run->data().methodTexts.size()) * 3 <= arrived_ + 3);
         }
-        require(rig_.log.samples.size() <= std::size_t(rig_.run.LogSampleCount));
+        require(rig_.log.data().samples.size() <= rig_.run.LogSampleCount);
     }
 
     static void require(bool holds) {
@@ -120,6 +123,7 @@ private:
     }
 
     AcquisitionRig rig_;
+    std::optional<AllocationProbe::OutOfMemory> full_; // no chart takes more than it has room for
     std::span<const std::uint8_t> rest_;
     qsizetype arrived_ = 0;
     int depth_ = 0;

@@ -1,93 +1,97 @@
 // SPDX-License-Identifier: MIT
+#include "app/ProgramFixture.h"
 #include "base/Numbers.h"
-#include "view/ViewFixture.h"
 
 #include <QLocale>
 
 namespace {
 
-using AxisPanelsTest = ViewTest;
+class AxisPanelsTest : public StartedProgram {
+protected:
+    /// Both entries of a panel.
+    QString panel(int i) {
+        return text(QString("cmbYAxis(%1)").arg(i)) + ' ' + text(QString("txtYAxisMin(%1)").arg(i));
+    }
+};
 
 TEST_F(AxisPanelsTest, PickBringsItsMinimumAndAppliesAtOnce) {
-    axisControls.cmbYAxis[0]->setListIndex(3);
+    find<ComboEntry>("cmbYAxis(0)")->setListIndex(3);
     EXPECT_EQ(panel(0), "0.200 -0.020");
-    EXPECT_EQ(chart[0].uvMax, 0.2F);
-    EXPECT_EQ(tabs.ChartViews[0].UvMin, -0.02F);
+    EXPECT_EQ(chart(0).UvAxisMax(), 0.2F);
+    EXPECT_EQ(chart(0).UvAxisMin(), -0.02F);
 }
 
 TEST_F(AxisPanelsTest, OnlyANumberCanBeTypedAndOnlyTheUvMinimumTakesAMinus) {
-    minimum(0).type("-9").type("-8--"); // over what is selected
-    EXPECT_EQ(panel(0), "2.000 -8");
-    EXPECT_EQ(prompts.beeps, 2);
-    minimum(0).type("1-.2.3e 4\b5");
-    EXPECT_EQ(panel(0), "2.000 1.235");
-    EXPECT_EQ(prompts.beeps, 6);
-    minimum(1).type("-5");
-    scale(0).type("-1");
-    EXPECT_EQ(panel(1) + ' ' + panel(0), "500.0 5 1 1.235");
-    EXPECT_EQ(prompts.beeps, 8);
+    struct Row {
+        const char *entry, *typed, *stays;
+        int beeps;
+    };
+    for (const auto &[entry, typed, stays, beeps] :
+         {Row{"txtYAxisMin(0)", "-8--", "-8", 2}, Row{"txtYAxisMin(0)", "1-.2.3e 4\b5", "1.235", 4},
+          Row{"txtYAxisMin(1)", "-5", "5", 1}, Row{"cmbYAxis(0)", "-1", "1", 1}}) {
+        prompts.beeps = 0;
+        type(entry, typed);
+        EXPECT_EQ(text(entry), stays);
+        EXPECT_EQ(prompts.beeps, beeps);
+    }
 }
 
 TEST_F(AxisPanelsTest, CommaIsThePointWhereTheLocaleHasIt) {
     QLocale::setDefault(QLocale(QLocale::German));
-    values.DecimalPoint = decimalSeparator();
-    scale(0).type("1,5.2").enter();
-    EXPECT_EQ(chart[0].uvMax, 1.52F);
+    program.reset();
+    start();
+    enter("cmbYAxis(0)", "1,5.2");
+    EXPECT_EQ(chart(0).UvAxisMax(), 1.52F);
     QLocale::setDefault(QLocale::c());
 }
 
 TEST_F(AxisPanelsTest, ValuesOutsideTheirRangeAreLimitedWithABeepEach) {
-    scale(0).type("5").enter();
+    enter("cmbYAxis(0)", "5");
     EXPECT_EQ(panel(0), "2.000 -0.200");
-    minimum(0).type("-1");
-    scale(0).type("0.0005").enter();
+    type("txtYAxisMin(0)", "-1");
+    enter("cmbYAxis(0)", "0.0005");
     EXPECT_EQ(panel(0), "0.001 -1.000");
-    EXPECT_EQ(prompts.beeps, 2);
-    minimum(1).type("600");
-    scale(1).type("700").enter();
+    type("txtYAxisMin(1)", "600");
+    enter("cmbYAxis(1)", "700");
     EXPECT_EQ(panel(1), "500.0 499.5");
     EXPECT_EQ(prompts.beeps, 4);
 }
 
 TEST_F(AxisPanelsTest, TooSmallAGapIsToldAndChangesNothing) {
-    minimum(0).type("2").enter();
-    ASSERT_EQ(prompts.shown.size(), 1U);
-    EXPECT_EQ(prompts.shown[0].text,
-              "The UV Axis Full Scale (AUFS) entry must be at least 0.001 AU greater than the UV "
-              "Axis Minimum entry.");
+    enter("txtYAxisMin(0)", "2");
+    EXPECT_EQ(told(), "The UV Axis Full Scale (AUFS) entry must be at least 0.001 AU greater than the UV "
+                      "Axis Minimum entry.");
     EXPECT_EQ(panel(0), "2.000 -0.200");
-    EXPECT_EQ(chart[0].uvMin, -0.2F);
-    minimum(0).type("1.999").enter(); // the smallest gap, which no binary fraction hits
+    EXPECT_EQ(chart(0).UvAxisMin(), -0.2F);
+    enter("txtYAxisMin(0)", "1.999"); // the smallest gap, which no binary fraction hits
     EXPECT_EQ(panel(0), "2.000 1.999");
     EXPECT_EQ(prompts.shown.size(), 1U);
 }
 
 TEST_F(AxisPanelsTest, EntryWithoutANumberCountsAsZero) {
-    minimum(0).type("-").enter();
+    enter("txtYAxisMin(0)", "-");
     EXPECT_EQ(panel(0), "2.000 0.000");
-    EXPECT_EQ(chart[0].uvMin, 0.0F);
-    scale(1).type(".").enter();
+    enter("cmbYAxis(1)", ".");
     EXPECT_EQ(panel(1), "500.0 0.0");
     EXPECT_EQ(prompts.shown.size(), 1U);
 }
 
 TEST_F(AxisPanelsTest, SetIsLitByTheEntryChangedLast) {
-    scale(0).type("2.0"); // the same value in another form
-    EXPECT_TRUE(lit(0));
-    minimum(0).type("-0.200");
-    EXPECT_FALSE(lit(0));
-    EXPECT_TRUE(axes.AxisEntryChanged(0));
-    EXPECT_FALSE(axes.AxisEntryChanged(4));
+    type("cmbYAxis(0)", "2.0"); // the same value in another form
+    EXPECT_TRUE(usable("cmdSet(0)"));
+    type("txtYAxisMin(0)", "-0.200");
+    EXPECT_FALSE(usable("cmdSet(0)"));
 }
 
 TEST_F(AxisPanelsTest, ScalesBelongToTheTabInFront) {
-    give(1, 30);
-    tabStrip.select(1);
-    scale(0).type("0.5").enter();
-    EXPECT_EQ(chart[1].uvMax, 0.5F);
-    EXPECT_EQ(chart[0].uvMax, 2.0F);
-    tabStrip.select(0);
+    open("a.chd", 30);
+    enter("cmbYAxis(0)", "0.5");
+    EXPECT_EQ(chart(1).UvAxisMax(), 0.5F);
+    EXPECT_EQ(chart(0).UvAxisMax(), 2.0F);
+    bringToFront(0);
     EXPECT_EQ(panel(0), "2.000 -0.200");
+    bringToFront(1);
+    EXPECT_EQ(panel(0), "0.500 -0.200");
 }
 
 } // namespace

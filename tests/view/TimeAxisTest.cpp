@@ -1,127 +1,158 @@
 // SPDX-License-Identifier: MIT
-#include "view/ViewFixture.h"
+#include "app/ProgramFixture.h"
 
 namespace {
 
-class TimeAxisTest : public ViewTest {
+class TimeAxisTest : public StartedProgram {
 protected:
-    void zoom(float from, float to) {
-        chart[tabs.CurrentChart].timeMin = from;
-        chart[tabs.CurrentChart].timeMax = to;
-        time.Chart_Zoomed(from, to, 0.1F, 0.7F, 20, 80);
+    ScrollEntry &bar(int i = 0) { return *find<ScrollEntry>(QString("ScrollChart(%1)").arg(i)); }
+    void chooseWindow() { click("optTimeAxis(1)"); }
+    void chooseFullView() { click("optTimeAxis(0)"); }
+    QString window() { return text("txtChartTime"); }
+    QString panels() {
+        return text("cmbYAxis(0)") + ' ' + text("txtYAxisMin(0)") + ", " + text("cmbYAxis(1)") + ' ' +
+               text("txtYAxisMin(1)");
     }
-    QString steps() const { return QString("%1/%2").arg(bar().LargeChange()).arg(bar().SmallChange()); }
+    /// What the chart in front tells of a rectangle that the operator has drawn.
+    void zoom(int i, float from, float to) {
+        chart(i).run().setAxes({0.1F, 0.7F, 20, 80, from, to});
+        Q_EMIT chart(i).Zoomed(qint16(i), from, to, 0.1F, 0.7F, 20, 80);
+    }
+    /// What the recorder shows in a session once its newest sample is this late.
+    QString shownAt(float minutes) {
+        give(minutes - 1 / 300.0F);
+        play(".");
+        return shown();
+    }
 };
 
 TEST_F(TimeAxisTest, FullViewEndsOnAWholeMinute) {
     const std::pair<float, const char *> ends[] = {
         {0, "0 to 10"}, {2, "0 to 2"}, {3.1F, "0 to 4"}, {40000, "0 to 40000"}};
     for (const auto &[minutes, end] : ends) {
-        give(0, minutes);
-        time.SetFullView();
+        chooseWindow();
+        give(minutes);
+        chooseFullView();
         EXPECT_EQ(shown(), end);
     }
 }
 
 TEST_F(TimeAxisTest, WindowBeyondTheDataIsPulledBack) {
-    give(0, 20.4F);
-    chart[0].timeMin = tabs.ChartViews[0].TimeFrom = 15;
+    give(20.4F);
     chooseWindow();
+    bar().setValue(15);
     EXPECT_EQ(shown(), "11 to 21");
-    EXPECT_EQ(bar().Max(), 11);
-    EXPECT_EQ(bar().Value(), 11);
-    EXPECT_TRUE(bar().isEnabled());
-
-    window().type("50").enter();
-    EXPECT_EQ(shown(), "0 to 21");
-    EXPECT_EQ(windowText(), "21.0");
-    EXPECT_EQ(tabs.WindowMinutes[0], 21);
+    EXPECT_TRUE(bar().Max() == 11 && bar().Value() == 11 && bar().isEnabled());
+    enter("txtChartTime", "50");
+    EXPECT_EQ(shown() + ", " + window(), "0 to 21, 21.0");
+    chooseFullView();
+    EXPECT_FALSE(bar().isEnabled() || usable("txtChartTime"));
+    chooseWindow();
+    EXPECT_EQ(window(), "21.0");
 }
 
 TEST_F(TimeAxisTest, WindowBelowATenthIsRefused) {
     chooseWindow();
     for (const char *refused : {"0.05", "."}) {
-        window().type(refused).enter();
-        EXPECT_EQ(windowText(), "10.0");
+        enter("txtChartTime", refused);
+        EXPECT_EQ(shown() + ", " + window(), "0 to 10, 10.0");
     }
     EXPECT_EQ(prompts.beeps, 2);
-    EXPECT_EQ(shown(), "0 to 10");
-    EXPECT_FALSE(timeControls.cmdSetTime->isEnabled());
+    EXPECT_FALSE(usable("cmdSetTime"));
 }
 
-TEST_F(TimeAxisTest, BarMovesOneWindowOrATenth) {
-    give(0, 100);
+TEST_F(TimeAxisTest, BarMovesOneWindowOrATenthAndEndsWithTheData) {
+    give(100);
     chooseWindow();
-    EXPECT_EQ(steps(), "10/1");
-    window().type("25").enter();
-    EXPECT_EQ(steps(), "25/2");
-    window().type("0.5").enter();
-    EXPECT_EQ(steps(), "1/1");
-}
-
-TEST_F(TimeAxisTest, BarMovesTheWindow) {
-    give(0, 60);
-    chooseWindow();
+    const std::tuple<const char *, int, int> steps[] = {{"10", 10, 1}, {"25", 25, 2}, {"0.5", 1, 1}};
+    for (const auto &[minutes, large, small] : steps) {
+        enter("txtChartTime", minutes);
+        EXPECT_TRUE(bar().LargeChange() == large && bar().SmallChange() == small) << minutes;
+    }
     bar().setValue(20);
-    EXPECT_EQ(shown(), "20 to 30");
-    EXPECT_EQ(tabs.ChartViews[0].TimeFrom, 20);
-    EXPECT_GT(chartFocused, 0);
-    timeControls.optTimeAxis[0]->setValue(true); // the full view
+    EXPECT_EQ(shown(), "20 to 20.5");
+    EXPECT_EQ(QApplication::focusWidget(), &chart(0));
+    bar().setValue(100);
+    EXPECT_EQ(shown(), "99.5 to 100");
+    chooseFullView();
     bar().setValue(30);
-    EXPECT_EQ(shown(), "0 to 60");
-}
-
-TEST_F(TimeAxisTest, BarBehindTheDataShowsTheirEnd) {
-    give(0, 20.9F);
-    chooseWindow();
-    window().type("0.4").enter();
-    bar().setValue(21);
-    EXPECT_EQ(shown(), "20.6 to 21");
+    EXPECT_EQ(shown(), "0 to 100");
 }
 
 TEST_F(TimeAxisTest, RecordersBarRestsDuringARecording) {
-    give(0, 60);
+    give(60);
     chooseWindow();
-    run.Recording = true;
+    link();
+    trigger("mnuStart");
     bar().setValue(20);
     EXPECT_EQ(shown(), "0 to 10");
-    time.EnableScrollBar();
     EXPECT_FALSE(bar().isEnabled());
-    give(1, 60);
-    tabStrip.select(1);
+    open("a.chd", 60);
     chooseWindow();
     EXPECT_TRUE(bar(1).isEnabled());
-}
-
-TEST_F(TimeAxisTest, RunBeyondTheBarLeavesItsRange) {
-    give(0, 60);
-    chooseWindow();
-    give(0, 40000);
-    time.SetScrollRange(7);
-    EXPECT_EQ(bar().Max(), 50);
-    EXPECT_EQ(bar().Value(), 7);
+    bringToFront(0);
+    EXPECT_FALSE(bar().isEnabled());
 }
 
 TEST_F(TimeAxisTest, ZoomIsTakenOverAndLeft) {
-    give(0, 60);
-    zoom(5.5F, 8);
-    EXPECT_TRUE(tabs.Zoomed[0] && !tabs.FullView[0] && bar().isEnabled());
-    EXPECT_EQ(panel(0) + ", " + panel(1) + ", " + windowText(), "0.700 0.100, 80.0 20.0, 2.5");
+    give(60);
+    chooseWindow();
+    chooseFullView();
+    zoom(0, 5.5F, 8);
+    EXPECT_TRUE(find<OptionButton>("optTimeAxis(1)")->Value() && bar().isEnabled());
+    EXPECT_EQ(panels() + ", " + window(), "0.700 0.100, 80.0 20.0, 2.5");
     EXPECT_EQ(shown(), "5.5 to 8");
     EXPECT_EQ(bar().Value(), 6);
-    EXPECT_EQ(tabs.WindowMinutes[0], 10);
-    float from = 0;
-    float to = 0;
-    time.GetZoomedTime(from, to);
-    EXPECT_EQ(from + to, 13.5F);
-
     bar().setValue(20);
     EXPECT_EQ(shown(), "20 to 22.5");
-    EXPECT_TRUE(tabs.Zoomed[0]);
+    Q_EMIT chart(0).Unzoomed(0);
+    EXPECT_FALSE(find<OptionButton>("optTimeAxis(1)")->Value() || bar().isEnabled());
+    EXPECT_EQ(shown() + ", " + panels() + ", " + window(), "0 to 60, 2.000 -0.200, 500.0 0.0, 10.0");
+}
 
-    time.Chart_Unzoomed();
-    EXPECT_TRUE(!tabs.Zoomed[0] && tabs.FullView[0] && !bar().isEnabled());
-    EXPECT_EQ(shown() + ", " + panel(0) + ", " + windowText(), "0 to 60, 2.000 -0.200, 10.0");
+TEST_F(TimeAxisTest, EachTabComesBackInItsTimeMode) {
+    give(60);
+    open("a.chd", 30);
+    chooseWindow();
+    enter("txtChartTime", "5");
+    bringToFront(0);
+    EXPECT_EQ(shown() + ", " + window(), "0 to 60, 10.0");
+    EXPECT_FALSE(usable("txtChartTime"));
+    bringToFront(1);
+    EXPECT_EQ(shown(1) + ", " + window(), "0 to 5, 5.0");
+    EXPECT_TRUE(bar(1).isEnabled());
+    chooseFullView();
+    zoom(1, 4, 6.5F); // from a full view: the stretch becomes the window
+    bringToFront(0);
+    bringToFront(1);
+    EXPECT_EQ(window(), "2.5");
+}
+
+TEST_F(TimeAxisTest, ARecordingGrowsAFullViewByAQuarterAndMovesAWindowATenthAhead) {
+    link();
+    trigger("mnuStart");
+    EXPECT_EQ(shownAt(10), "0 to 10");
+    EXPECT_EQ(shownAt(10 + 1 / 300.0F), "0 to 12.5042");
+    chooseWindow();
+    EXPECT_EQ(shownAt(13), "4 to 14");
+    bringToFront(0);
+    EXPECT_EQ(shown(), "4 to 14");
+    EXPECT_EQ(bar().Value(), 0);
+    open("a.chd", 30); // in full view; the tab in front steers the recorder behind it
+    EXPECT_EQ(shownAt(20), "0 to 25");
+    EXPECT_EQ(shown(1), "0 to 30");
+}
+
+TEST_F(TimeAxisTest, ARunBeyondTheBarLeavesItsRangeAndTheSession) {
+    link();
+    chooseWindow();
+    trigger("mnuStart");
+    play(".");
+    give(40000);
+    trigger("mnuStop");
+    EXPECT_TRUE(prompts.shown.at(0).text.startsWith("Run-time error '6'"));
+    EXPECT_EQ(bar().Max(), 0);
+    EXPECT_TRUE(enabled("mnuStop"));
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "chart/AllocationProbe.h"
+#include "fakes/AllocationProbe.h"
 
 #include <cstdlib>
 #include <limits>

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "chart/files/RunLog.h"
+
+#include "base/ErrorNumbers.h"
+#include "base/RunTimeError.h"
+#include "chart/files/ChartFile.h"
+#include "chart/files/LogWastebasket.h"
+#include "chart/files/RunningLogFiles.h"
+#include "chart/files/RunningLogReader.h"
+#include "chart/run/Succeeds.h"
+
+#include <utility>
+
+qint16 RunLog::WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32, double DataFileSizeHours) {
+    if (std::exchange(written_, run_.number()) != run_.number())
+        writer_.close(); // what it wrote was another run's
+    const std::error_code error = writer_.write(run_.data(), LogDirectory, InstanceNumber, DataFileSizeHours);
+    return error ? static_cast<qint16>(RunTimeError::numberOf(error)) : qint16{0}; // as the system numbers it
+}
+
+bool RunLog::CheckLogFile(const QString &LogDirectory) const {
+    return succeeds([&] {
+        const LogGlance glance = glanceAtRunningLog(LogDirectory);
+        return glance == LogGlance::Log || glance == LogGlance::Unread;
+    });
+}
+
+qint16 RunLog::SaveLogAs(const QString &LogDirectory, qint16, const QString &NewFileName) const {
+    constexpr qint16 failed = 1;
+    bool whole = true;
+    const bool saved = succeeds([&] {
+        const RecoveredLog log = readRunningLog(LogDirectory);
+        whole = log.whole();
+        return !log.empty() && !saveChartFile(NewFileName, logFile, log.data, log.axes());
+    });
+    // What there is has been saved; the user hears that something is missing.
+    if (saved && !whole && ChartError)
+        ChartError(ErrorNumber::LogDamaged);
+    return saved ? 0 : failed;
+}
+
+void RunLog::CloseLog(const QString &LogDirectory, qint16) {
+    writer_.close();
+    DiscardLog(LogDirectory);
+}
+
+QStringList RunLog::UnreadLogFiles(const QString &LogDirectory) const {
+    std::vector<BadLogFile> files = readRunningLog(LogDirectory).badFiles;
+    std::erase_if(files, [](const BadLogFile &file) { return !file.isUnread(); });
+    return inWords(files);
+}
+
+bool RunLog::DiscardLog(const QString &LogDirectory) const {
+    const LogGlance glance = glanceAtRunningLog(LogDirectory);
+    if (glance == LogGlance::Unread)
+        return false;
+    const bool worthKeeping = glance != LogGlance::Nothing && !wastebasket_.isEmpty();
+    if (worthKeeping && moveToWastebasket(LogDirectory, wastebasket_, today_()))
+        return false;
+    emptyLogDirectory(LogDirectory);
+    return true;
+}
+
+void RunLog::KeepWastebasketLimits() const {
+    if (!wastebasket_.isEmpty())
+        keepWastebasketLimits(wastebasket_, today_());
+}
+
+void RunLog::setWastebasket(const QString &folder, std::function<QDate()> today) {
+    wastebasket_ = folder;
+    today_ = std::move(today);
+}

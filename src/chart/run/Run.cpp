@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "chart/run/Run.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// The status of an operation that fails only where there is no memory for more.
+template <typename Step>
+qint16 statusOf(Step step) {
+    return succeeds([&] {
+        step();
+        return true;
+    })
+               ? 0
+               : 1;
+}
+
+} // namespace
+
+qint16 Run::AddEventMark(const QString &Label, qint32 Color, qint16 Height, float Time) {
+    return statusOf([&] { data_.marks.push_back({Label, Color, Height, Time}); });
+}
+
+qint16 Run::AddMethodText(const QString &Text, float Time) {
+    return statusOf([&] { data_.methodTexts.push_back({Text, Time}); });
+}
+
+bool Run::IsLastPointVisible() const {
+    const float last = GetLastTime();
+    return axes_.timeMin <= last && last <= axes_.timeMax;
+}
+
+void Run::DrawNewData() {
+    if (picture_ != nullptr)
+        picture_->drawNewData();
+}
+
+void Run::Redraw() {
+    if (picture_ != nullptr)
+        picture_->redraw();
+}
+
+QString Run::GetMethodText() const {
+    std::vector<MethodText> texts = data_.methodTexts;
+    std::stable_sort(texts.begin(), texts.end(),
+                     [](const MethodText &a, const MethodText &b) { return a.time < b.time; });
+    QStringList all;
+    for (const MethodText &text : texts)
+        all << text.text;
+    return all.join(QStringLiteral("\r\n"));
+}
+
+void Run::clear() {
+    ChartData empty;
+    empty.title = data_.title;
+    data_ = std::move(empty);
+    ++number_;
+    if (picture_ != nullptr)
+        picture_->runCleared();
+}
+
+void Run::replace(ChartData data, const AxisValues &axes) {
+    data_ = std::move(data);
+    axes_ = axes;
+    ++number_;
+    if (picture_ != nullptr)
+        picture_->runReplaced();
+    Redraw();
+}

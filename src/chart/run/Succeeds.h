@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <new>
+
+/// Runs `operation`; running out of memory counts as its failure.
+template <typename Operation>
+bool succeeds(Operation operation) {
+    try {
+        return operation();
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+}
