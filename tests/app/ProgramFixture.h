@@ -57,8 +57,10 @@ public:
     void answerDialog() {
         const QWidget *dialog = QApplication::activeModalWidget();
         if (const auto answer = dialog ? dialogAnswers.find(dialog->objectName()) : dialogAnswers.end();
-            answer != dialogAnswers.end())
-            answer->second();
+            answer != dialogAnswers.end()) {
+            const auto act = answer->second; // which may lay others ready
+            act();
+        }
     }
 
     template <typename Control>

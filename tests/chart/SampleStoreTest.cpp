@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/run/SampleStore.h"
 
-#include "fakes/AllocationProbe.h"
 #include "chart/Quillchart.h"
+#include "fakes/AllocationProbe.h"
 
 #include <gtest/gtest.h>
 

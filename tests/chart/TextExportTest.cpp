@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "chart/table/TextExport.h"
 
-#include "chart/ChartContract.h"
 #include "chart/Quillchart.h"
 #include "chart/run/IsoDate.h"
 #include "chart/table/Digits.h"

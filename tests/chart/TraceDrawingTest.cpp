@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "fakes/AllocationProbe.h"
 #include "chart/plot/ChartImage.h"
 #include "chart/plot/TraceColumns.h"
 #include "chart/plot/TraceRaster.h"
+#include "fakes/AllocationProbe.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -1,127 +1,59 @@
 // SPDX-License-Identifier: MIT
-#include "documents/RunningLog.h"
-
-#include "base/RunTimeError.h"
-#include "fakes/FakeChartLog.h"
-#include "fakes/FakeCommonDialog.h"
-#include "fakes/FakeErrorRoute.h"
-#include "fakes/FakePlatform.h"
-
-#include <gtest/gtest.h>
+#include "app/ProgramFixture.h"
 
 namespace {
 
-class FakeLogWindow : public LogWindow {
-public:
-    void enableSaveLog(bool on) override { enabled = on; }
-    bool saveLogEnabled() const override { return enabled; }
-    void showLogging(bool on) override { logging = on; }
-
-    bool enabled = false;
-    bool logging = false;
-};
-
-/// A log in "/Log/17/", which holds something once a tick has succeeded.
-class RunningLogTest : public testing::Test {
+class RunningLogTest : public StartedProgram {
 protected:
-    RunningLogTest() {
-        identity.InstanceTag = "17";
-        identity.LogDirectory = "/Log/17/";
-        identity.SystemName = "Anna 2";
-        TimerSaveLog.Tick = [this] { log.TimerSaveLog_Timer(); };
+    QString logMarks() {
+        QStringList labels;
+        for (const EventMark &mark : chart(5).run().data().marks)
+            labels << mark.label;
+        return labels.join(' ');
     }
-    void save(const QString &answer) {
-        ComDlg.answers = {answer};
-        log.mnuSaveLog_Click();
+    void save(const QString &file) {
+        ComDlg.answers = {file};
+        trigger("mnuSaveLog");
     }
-
-    LinkState link;
-    Identity identity;
-    RunState run;
-    Options options;
-    LogState state;
-    TabStates tabs;
-    FakeChartLog Chart0;
-    FakeChartLog Chart5;
-    FakeChartLog Chart6;
-    FakeClock clock;
-    FakeTimer TimerSaveLog{clock, 20000};
-    FakeLogWindow window;
-    FakeCommonDialog ComDlg;
-    FakeErrorRoute errors;
-    RunningLog log{{link, tabs, identity, [] { return QString("/Log/own/"); }},
-                   run,
-                   options,
-                   state,
-                   {Chart0, Chart5, Chart6},
-                   TimerSaveLog,
-                   window,
-                   ComDlg,
-                   errors};
 };
-
-TEST_F(RunningLogTest, underTheOfferOfALeftOverTheLogGoesElsewhereAndCannotBeSaved) {
-    TimerSaveLog.setEnabled(true);
-    identity.InstanceTag.clear();
-    log.TimerSaveLog_Timer();
-    EXPECT_EQ(Chart5.written, QStringList("/Log/own/ 20000"));
-    EXPECT_FALSE(window.enabled);
-}
-
-TEST_F(RunningLogTest, whatTheLogChartHasNoPartInIsWrittenBesideIt) {
-    log.write();
-    run.BesideLog = true;
-    log.write(); // it is saved
-    EXPECT_TRUE(Chart0.written.isEmpty());
-    tabs.ChartSaved[recorderChart] = false;
-    Chart5.status = 61; // on a full disk each is tried, and the failure told
-    EXPECT_EQ(log.write(), 61);
-    EXPECT_EQ(Chart0.written, QStringList("/Log/17/ 20000"));
-}
-
-TEST_F(RunningLogTest, aTickThatFailsIsToldAndTheNextOneTriesAgain) {
-    TimerSaveLog.setEnabled(true);
-    Chart5.status = 61;
-    errors.reaction = [](qint32) { throw RunTimeError(RunTimeError::DiskFull); }; // no room for the error log either
-    EXPECT_THROW(log.TimerSaveLog_Timer(), RunTimeError);
-    EXPECT_EQ(errors.codes, std::vector<qint32>{61});
-    EXPECT_FALSE(window.enabled);
-    Chart5.status = 0;
-    log.TimerSaveLog_Timer();
-    EXPECT_TRUE(window.enabled);
-    window.enabled = false;
-    TimerSaveLog.finish(); // the link is lost
-    EXPECT_FALSE(window.enabled);
-    EXPECT_EQ(Chart5.written, QStringList({"/Log/17/ 20000", "/Log/17/ 20000", "/Log/17/ 20000"}));
-}
 
 TEST_F(RunningLogTest, whatDoesNotSaveTheLogIsToldAndLeavesTheCommand) {
-    window.enabled = true;
-    save("/runs/a.chl"); // there is no log
-    EXPECT_TRUE(state.LogSaved);
-    Chart5.logs = {"/Log/17"};
-    Chart6.status = 1;
-    save("/runs/a.chl");
-    EXPECT_FALSE(state.LogSaved);
+    link();
+    timers["TimerSaveLog"]->tick();
+    save(path("none/a.chl"));
+    EXPECT_TRUE(told().endsWith("Unable to save the log file"));
     save(""); // a Cancel
-    EXPECT_FALSE(state.LogSaved);
-    EXPECT_EQ(errors.codes, (std::vector<qint32>{-22, -17, RunTimeError::DialogCancelled}));
-    EXPECT_TRUE(window.enabled && ComDlg.CancelError);
+    EXPECT_EQ(prompts.shown.size(), 1U);
+    EXPECT_TRUE(enabled("mnuSaveLog"));
+    save(path("a.chl"));
+    EXPECT_TRUE(exists("a.chl"));
+    EXPECT_FALSE(enabled("mnuSaveLog"));
+
+    trigger("mnuLogOff"); // nothing writes it again
+    QDir(path("Log")).removeRecursively();
+    commands("mnuSaveLog");
+    EXPECT_TRUE(told().endsWith("Serious Data Error! Most recent data collected is permanently lost."));
+    EXPECT_EQ(ComDlg.shown.size(), 3U);
 }
 
-TEST_F(RunningLogTest, loggingBeginsAtOnceWhenDataComeIn) {
-    options.DataLogging = false;
-    log.mnuLogOn_Click();
-    EXPECT_TRUE(options.DataLogging && window.logging && !TimerSaveLog.Enabled());
-    link.ComDataSeen = true;
-    run.ChartEventNumber = 7;
-    run.LogEndPending = run.LogPausePending = run.LogPaused = true;
-    log.mnuLogOn_Click();
-    EXPECT_TRUE(TimerSaveLog.Enabled());
-    EXPECT_EQ(run.LogEventNumber, 7);
-    EXPECT_FALSE(run.LogEndPending || run.LogPausePending || run.LogPaused);
-    log.mnuLogOff_Click();
-    EXPECT_FALSE(options.DataLogging || window.logging || TimerSaveLog.Enabled());
+TEST_F(RunningLogTest, loggingBeginsAtOnceWhenDataComeInAndCountsAsTheRecorderDoes) {
+    trigger("mnuLogOff");
+    trigger("mnuLogOn");
+    EXPECT_FALSE(timers["TimerSaveLog"]->Enabled());
+    link();
+    EXPECT_TRUE(timers["TimerSaveLog"]->Enabled());
+    trigger("mnuLogOff");
+    EXPECT_FALSE(timers["TimerSaveLog"]->Enabled() || pressed("cmdLogOn"));
+    const int logged = chart(5).SampleCount();
+    play("R1 . E2 . E2 . R2 . .");
+    EXPECT_EQ(chart(5).SampleCount(), logged);
+    trigger("mnuLogOn");
+    EXPECT_TRUE(timers["TimerSaveLog"]->Enabled() && pressed("cmdLogOn"));
+    play(". .");
+    EXPECT_EQ(chart(5).SampleCount(), logged); // the run is paused
+    play("R1 . E2 . R0 . .");
+    EXPECT_EQ(logMarks().right(3), "3 E");
+    EXPECT_EQ(marks(), "S 1 2 P 3 E");
 }
 
 } // namespace

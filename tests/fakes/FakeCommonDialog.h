@@ -34,7 +34,8 @@ public:
             throw RunTimeError(RunTimeError::DialogCancelled);
     }
 
-    bool print(const QByteArray &, const QString &name) override {
+    bool print(const QByteArray &pdf, const QString &name) override {
+        report = pdf;
         printed << name;
         return !printRefused;
     }
@@ -51,6 +52,7 @@ public:
     std::optional<int> chosenCopies; ///< none: a Cancel
     std::optional<RunTimeError> printerError;
     QStringList printed;       ///< the names of reports, between "begin" and "end" of their print
+    QByteArray report;         ///< the last one
     bool printRefused = false; ///< the spooler takes no report
     QString printedFile;       ///< that a print is told to have made
 

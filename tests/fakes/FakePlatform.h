@@ -201,13 +201,17 @@ public:
         return answer;
     }
     void beep() override { ++beeps; }
-    void setMousePointer(MousePointer to) override { pointer = to; }
+    void setMousePointer(MousePointer to) override {
+        pointer = to;
+        ++pointerChanges;
+    }
 
     std::vector<MessageBox> shown;
     std::deque<BoxAnswer> answers; ///< laid ready for the boxes to come
     std::function<void(const MessageBox &)> whileShown;
     int beeps = 0;
     MousePointer pointer = MousePointer::Default;
+    int pointerChanges = 0;
 };
 
 class FakeProcess : public Process {

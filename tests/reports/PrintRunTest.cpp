@@ -1,71 +1,70 @@
 // SPDX-License-Identifier: MIT
-#include "reports/PrintRun.h"
+#include "app/ProgramFixture.h"
 
-#include "ReportsFixture.h"
-
+#include <QCheckBox>
 #include <QLineEdit>
 
 namespace {
 
-class PrintRunTest : public ReportsFixture {
+/// The print window over the recorder's chart, and what the printer gets.
+class PrintRunTest : public StartedProgram {
 protected:
-    PrintRunTest() { chart.title = "Run 7"; }
-
     void inPrint(const std::function<void(QDialog &)> &operation) {
-        inForm([this] { run.mnuPrint_Click(); }, operation);
+        meanwhile([operation] {
+            auto &form = dynamic_cast<QDialog &>(*QApplication::activeModalWidget());
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
+            operation(form);
+            form.close();
+        });
+        trigger("mnuPrint");
     }
-    /// What is printed after clicks on these boxes and Ok.
-    QString printed(const QStringList &boxes) {
-        chart.printed.clear();
-        inPrint([&](QDialog &form) { click(form, boxes + QStringList{"cmdOk"}); });
-        return chart.printed.join(", ");
+    /// What is printed after clicks on these boxes and Ok: the names of the copies.
+    QString printed(const QStringList &boxes = {}) {
+        ComDlg.printed.clear();
+        inPrint([&](QDialog &) {
+            for (const QString &name : boxes + QStringList{"cmdOk"})
+                click(name);
+        });
+        return ComDlg.printed.join(' ');
     }
     /// The boxes from top to bottom, x for a ticked one, and whether there is something to print.
-    static QString boxes(const QDialog &form) {
+    QString boxes(const QDialog &form) {
         QString all;
         for (const auto *box : form.findChildren<QCheckBox *>())
             all += QLatin1Char(box->isChecked() ? 'x' : '-');
-        return all + (at(form, "cmdOk").isEnabled() ? " ok" : " " + focus());
+        return all + (usable("cmdOk") ? " ok" : " " + QApplication::focusWidget()->objectName());
     }
-
-    PrintRun run{[this]() -> DocumentChart & { return chart; }, ComDlg, prompts, errors, nullptr};
 };
 
-TEST_F(PrintRunTest, PrintsEachCopyOfWhatIsTickedUnderTheHourglass) {
-    EXPECT_EQ(printed({"chkUVTrace", "chkNotes"}), "110 3");
-    EXPECT_EQ(printed({"chkChromotogram", "chkMethod"}), "001 0");
-    chart.whileAtWork = [this] { EXPECT_EQ(prompts.pointer, MousePointer::Hourglass); };
-    for (const int copies : {0, 1, 3}) {
-        ComDlg.Copies = copies;
-        printed({});
-        EXPECT_EQ(chart.printed.size(), copies);
-        EXPECT_EQ(prompts.pointer, MousePointer::Default);
-    }
-}
-
-TEST_F(PrintRunTest, TellsOnceWhereTheReportOfAllCopiesStands) {
+TEST_F(PrintRunTest, PrintsEachCopyUnderTheHourglassAndTellsOnceOfTheirFile) {
+    ComDlg.Copies = 0;
+    EXPECT_EQ(printed(), "begin end");
     ComDlg.Copies = 3;
-    chart.whileAtWork = [this] { ComDlg.printed << "copy"; };
-    printed({});
-    EXPECT_EQ(ComDlg.printed.join(' '), "begin copy copy copy end");
+    EXPECT_EQ(printed(), "begin Chart Recorder Chart Recorder Chart Recorder end");
     EXPECT_TRUE(prompts.shown.empty()); // it is on paper
     ComDlg.printedFile = "/home/ann/report.pdf";
+    prompts.pointerChanges = 0;
     prompts.whileShown = [this](const MessageBox &) { EXPECT_EQ(prompts.pointer, MousePointer::Default); };
-    printed({});
-    ASSERT_EQ(prompts.shown.size(), 1U);
-    EXPECT_EQ(prompts.shown[0].text, "The report is in the file /home/ann/report.pdf.");
-    EXPECT_EQ(prompts.shown[0].icon, BoxIcon::Information);
+    printed();
+    EXPECT_EQ(prompts.pointerChanges, 2);
+    EXPECT_EQ(told(), "The report is in the file /home/ann/report.pdf.");
+    EXPECT_EQ(prompts.shown.at(0).icon, BoxIcon::Information);
+}
 
-    ComDlg.printed.clear();
-    chart.whileAtWork = [] { throw RunTimeError(RunTimeError::OutOfMemory); };
-    EXPECT_THROW(printed({}), RunTimeError);
-    EXPECT_EQ(ComDlg.printed.join(' '), "begin end");
+TEST_F(PrintRunTest, AReportThatTheSpoolerRefusesIsToldForEachCopy) {
+    ComDlg.Copies = 2;
+    ComDlg.printRefused = true;
+    printed();
+    EXPECT_EQ(prompts.shown.size(), 2U);
+    EXPECT_EQ(prompts.shown.at(0).caption, "PRINT ERROR!");
+    EXPECT_EQ(prompts.pointer, MousePointer::Default);
 }
 
 TEST_F(PrintRunTest, ChromatogramAndItsTracesFollowEachOther) {
-    inPrint([](QDialog &form) {
+    inPrint([this](QDialog &form) {
         const auto after = [&](const QStringList &clicked) {
-            click(form, clicked);
+            for (const QString &name : clicked)
+                click(name);
             return boxes(form);
         };
         EXPECT_EQ(boxes(form), "xxxxxx ok");
@@ -79,39 +78,53 @@ TEST_F(PrintRunTest, ChromatogramAndItsTracesFollowEachOther) {
     });
 }
 
+TEST_F(PrintRunTest, WhatIsTickedIsPrinted) {
+    QString text; // much of each, so that the report is smaller without it
+    for (int i = 0; i < 3000; ++i) {
+        chart(0).AddSample(float(i * i % 997) / 500, 20);
+        text += QString::number(i * i % 991) + (i % 10 == 0 ? "\r\n" : " ");
+        if (i % 10 == 0)
+            chart(0).AddEventMark(QString::number(i), 0, 50, float(i) / 300);
+    }
+    chart(0).AddMethodText(text, 0);
+    chart(0).SetNotes(text);
+    printed();
+    const auto whole = ComDlg.report.size();
+    for (const char *off : {"chkNotes", "chkMethod", "chkUVTrace", "chkEvents"}) {
+        printed({off});
+        EXPECT_LT(ComDlg.report.size(), whole - 2000) << off;
+    }
+}
+
 TEST_F(PrintRunTest, AnEditedTitleStaysWithTheChartUnlessCancelled) {
-    printed({});
-    inPrint([](QDialog &form) {
-        at<QLineEdit>(form, "txtTitel").setText("other");
+    inPrint([this](QDialog &form) {
+        find<QLineEdit>("txtTitel")->setText("other");
         QTest::keyClick(&form, Qt::Key_Escape);
     });
-    EXPECT_EQ(chart.title, "Run 7");
-    EXPECT_EQ(chart.redrawn, 1);
-    EXPECT_EQ(chart.printed.size(), 1);
+    EXPECT_EQ(chart(0).ChartTitle(), "Chart Recorder");
     inPrint([](QDialog &form) {
-        EXPECT_EQ(focus(), "txtTitel");
+        EXPECT_EQ(QApplication::focusWidget()->objectName(), "txtTitel");
         QTest::keyClicks(QApplication::focusWidget(), "Run 8");
         QTest::keyClick(&form, Qt::Key_Return);
     });
-    EXPECT_EQ(chart.title, "Run 8");
-    EXPECT_EQ(chart.redrawn, 2);
-    EXPECT_EQ(chart.printed.size(), 2);
+    EXPECT_EQ(chart(0).ChartTitle(), "Run 8");
+    EXPECT_EQ(chart(0).accessibleName(), "Run 8"); // it was drawn anew
+    EXPECT_EQ(ComDlg.printed.join(' '), "begin Run 8 end");
 }
 
 TEST_F(PrintRunTest, TheSetupSetsTheCopiesOfLaterPrints) {
     ComDlg.chosenCopies = 2;
     ComDlg.CancelError = true;
     printed({"cmdPrintSetup"});
-    printed({});
-    EXPECT_EQ(chart.printed.size(), 2);
+    EXPECT_EQ(printed().count("Chart Recorder"), 2);
     EXPECT_EQ(ComDlg.printerShown, 1);
     EXPECT_EQ(ComDlg.Flags, 64);
     ComDlg.chosenCopies = {};
-    run.mnuPrintSetup_Click();
-    EXPECT_TRUE(errors.codes.empty());
+    trigger("mnuPrintSetup");
+    EXPECT_TRUE(prompts.shown.empty());
     ComDlg.printerError = RunTimeError(RunTimeError::PathFileAccess);
-    run.mnuPrintSetup_Click();
-    EXPECT_EQ(errors.codes, std::vector<qint32>{-25});
+    trigger("mnuPrintSetup");
+    EXPECT_EQ(told(), "Cannot Load Print Setup dialog box.");
 }
 
 } // namespace

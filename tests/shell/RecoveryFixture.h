@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/Quillchart.h"
+#include "chart/files/RunDocument.h"
+#include "chart/files/RunLog.h"
 #include "fakes/FakePlatform.h"
 #include "shell/Recovery.h"
 
@@ -29,9 +30,9 @@ protected:
     }
     void layLog(const QString &directory) {
         ASSERT_TRUE(QDir(app.path()).mkpath(directory));
-        Quillchart run(5);
-        run.AddSample(0.5F, 20);
-        ASSERT_EQ(run.WriteLog(app.filePath(directory), 1, 20000, 24), 0);
+        RunDocument left;
+        left.AddSample(0.5F, 20);
+        ASSERT_EQ(RunLog(left).WriteLog(app.filePath(directory), 1, 20000, 24), 0);
     }
     void makeFile(const QString &path) {
         ASSERT_TRUE(QDir(app.path()).mkpath(QFileInfo(path).path()));
@@ -68,7 +69,8 @@ protected:
     FakeSettingsStore store;
     FakePrompts prompts;
     FakeClock clock;
-    Quillchart chart{5};
+    const RunDocument run;
+    RunLog chart{run};
     std::vector<SettingRow> table{{"0", "1"}};
     Instances instances{identity, store, prompts, clock, app.path()};
     Recovery recovery{

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "app/ProgramFixture.h"
+
+namespace {
+
+/// The commands on files. A name in a folder that is not there can neither be read nor written.
+class FilesTest : public StartedProgram {
+protected:
+    int barEnd(int tab) { return find<ScrollEntry>(QString("ScrollChart(%1)").arg(tab))->Max(); }
+    /// A recording has left its data unsaved.
+    void record() {
+        link();
+        trigger("mnuStart");
+        play(". . .");
+        trigger("mnuStop");
+    }
+    void writeNotes(const QString &notes) {
+        meanwhile([this, notes] {
+            QTest::keyClicks(find<QWidget>("txtNotes"), notes);
+            click("cmdOK");
+        });
+        trigger("mnuNotes");
+    }
+    void answer(BoxAnswer answer, const QString &command, const QString &file = {}) {
+        prompts.answers = {answer};
+        ComDlg.answers = {file};
+        trigger(command);
+    }
+    float minutesIn(const QString &name) {
+        RunDocument run;
+        EXPECT_TRUE(run.LoadDataFile(path(name)));
+        return run.GetLastTime();
+    }
+};
+
+TEST_F(FilesTest, aFileGetsTheNextTabWithItsNameAndAxes) {
+    const QString name = "lysozyme 12 with a name that no tab has room for";
+    enter("cmbYAxis(0)", "1.5");
+    give(60.2F);
+    ComDlg.answers = {path(name + ".chd")};
+    trigger("mnuSaveDataAs");
+    enter("cmbYAxis(0)", "2");
+    prompts.pointerChanges = 0;
+    open(name + ".chd");
+    const QStringList tab = tabs().at(1).split('|');
+    EXPECT_TRUE(tab[0].startsWith("lyso") && tab[0].endsWith("..."));
+    EXPECT_EQ(tab[1] + '|' + tab[2], name + ".chd|" + name);
+    EXPECT_EQ(barEnd(1), 51);
+    EXPECT_EQ(text("cmbYAxis(0)"), "1.500");
+    EXPECT_EQ(find<QTabBar>("TabChart")->currentIndex(), 1);
+    EXPECT_TRUE(prompts.pointerChanges == 2 && prompts.pointer == MousePointer::Default);
+}
+
+TEST_F(FilesTest, aFileThatCannotBeReadAndACancelChangeNothing) {
+    open("a.chd", 3.2F);
+    EXPECT_EQ(barEnd(1), 0); // shorter than the window
+    open("none/gone.chl");
+    ComDlg.CancelError = true;
+    trigger("mnuOpenLog");
+    EXPECT_EQ(tabs().mid(1), QStringList("a|a.chd|a"));
+    EXPECT_EQ(prompts.shown.size(), 1U);
+    EXPECT_EQ(prompts.pointer, MousePointer::Default);
+}
+
+TEST_F(FilesTest, aFifthFileIsRefusedBeforeTheDialog) {
+    for (const char *name : {"a.chd", "a.chd", "c.chl", "d"})
+        open(name, 1);
+    trigger("mnuOpenLog");
+    EXPECT_EQ(tabs().size(), 5);
+    EXPECT_EQ(ComDlg.shown.size(), 4U);
+    EXPECT_EQ(told(), "The maximum number of files which can be opened at one time is 4.  To open another file you "
+                      "must close a file which is already open first.");
+}
+
+TEST_F(FilesTest, aRunBeyondTheScrollBarStaysNamelessUnderTheHourglass) {
+    open("long.chl", 32778);
+    EXPECT_EQ(tabs().size(), 1);
+    EXPECT_EQ(prompts.pointer, MousePointer::Hourglass);
+}
+
+TEST_F(FilesTest, theRecorderAsksOnceForItsFileAndKeepsItsCaption) {
+    record();
+    ComDlg.answers = {path("a.b.chd")};
+    trigger("mnuSaveData");
+    EXPECT_EQ(tabs(), QStringList("Chart Recorder||a"));
+    EXPECT_EQ(ComDlg.shown.at(0).flags, 2054);
+    give(30);
+    trigger("mnuSaveData");
+    EXPECT_EQ(minutesIn("a.b.chd"), 30);
+    EXPECT_EQ(ComDlg.shown.size(), 1U);
+    EXPECT_EQ(prompts.pointerChanges, 1 + 2); // an hourglass for the second save alone
+    open("a.b.chd");
+    EXPECT_EQ(chart(1).ChartTitle(), "a"); // the file bears its own name
+}
+
+TEST_F(FilesTest, aLogIsNeverWrittenOver) {
+    open("run.xCHL", 1);
+    ComDlg.answers = {path("new.chd")};
+    trigger("mnuSaveData");
+    EXPECT_EQ(ComDlg.shown.back().offered, "");
+    EXPECT_EQ(tabs().at(1), "new|new.chd|new");
+    trigger("mnuSaveData");
+    EXPECT_EQ(ComDlg.shown.size(), 2U);
+    trigger("mnuSaveDataAs");
+    EXPECT_EQ(ComDlg.shown.back().offered, path("new.chd"));
+}
+
+TEST_F(FilesTest, aFailedSaveAndASaveOfAStretchChangeNothing) {
+    open("a.chd", 10);
+    writeNotes("pH 7");
+    QFile::remove(path("a.chd"));
+    ASSERT_TRUE(QDir(folder.path()).mkdir("a.chd")); // which no file can replace
+    for (const char *command : {"mnuSaveData", "mnuSaveDataAs", "mnuSaveSlectedData"}) {
+        ComDlg.answers = {path("none/b.chd")};
+        trigger(command);
+        EXPECT_EQ(prompts.shown.back().caption, "FILE SAVE ERROR!") << command;
+    }
+    EXPECT_EQ(prompts.shown.size(), 3U);
+    chart(1).setTimeAxisMin(8);
+    ComDlg.answers = {path("peak.chd")};
+    trigger("mnuSaveSlectedData");
+    EXPECT_EQ(minutesIn("peak.chd"), 2);
+    EXPECT_EQ(tabs().at(1), "a|a.chd|a");
+    answer(BoxAnswer::Cancel, "mnuClose"); // it is not saved
+    EXPECT_EQ(tabs().size(), 2);
+}
+
+TEST_F(FilesTest, anUnsavedRunIsClearedOnlyOnceItIsSavedOrGivenUp) {
+    record();
+    answer(BoxAnswer::Cancel, "mnuClear");
+    answer(BoxAnswer::Yes, "mnuClear"); // and Cancel in the file dialog
+    EXPECT_EQ(chart(0).SampleCount(), 3);
+    answer(BoxAnswer::Yes, "mnuClear", path("run.chd"));
+    EXPECT_GT(minutesIn("run.chd"), 0);
+    EXPECT_EQ(chart(0).SampleCount(), 0);
+    EXPECT_EQ(tabs(), QStringList("Chart Recorder||Chart Recorder"));
+    EXPECT_EQ(text("txtChartTime"), "10");
+    answer(BoxAnswer::Cancel, "mnuClear"); // a saved chart asks nothing
+    EXPECT_EQ(prompts.shown.size(), 3U);
+    EXPECT_EQ(prompts.beeps, 3);
+    trigger("mnuSaveData"); // a new run has no file yet
+    EXPECT_EQ(ComDlg.shown.size(), 3U);
+}
+
+TEST_F(FilesTest, theTabsToTheRightMoveUpWithTheirNotesUntilOneIsGone) {
+    for (const auto &[name, minutes] : {std::pair{"a.chd", 60}, {"b.chd", 60}, {"c.chl", 30}, {"d.chd", 20}})
+        open(name, float(minutes));
+    bringToFront(3);
+    writeNotes("pooled");
+    bringToFront(1);
+    trigger("mnuClose");
+    EXPECT_EQ(tabs().mid(1), QStringList({"b|b.chd|b", "c|c.chl|c", "d|d.chd|d"}));
+    EXPECT_EQ(chart(2).GetNotes(), "pooled");
+    EXPECT_EQ((std::array{barEnd(1), barEnd(2), barEnd(3)}), (std::array{50, 20, 10}));
+    EXPECT_FALSE(usable("ScrollChart(4)"));
+    EXPECT_EQ(chart(4).SampleCount(), 0);
+    EXPECT_EQ(find<QTabBar>("TabChart")->currentIndex(), 0);
+
+    bringToFront(2);
+    answer(BoxAnswer::Cancel, "mnuClose"); // its notes are not saved
+    EXPECT_EQ(prompts.shown.size(), 1U);
+    QFile::remove(path("d.chd"));
+    answer(BoxAnswer::No, "mnuClose");
+    EXPECT_EQ(prompts.shown.back().text, "Disk reading error while closing");
+    EXPECT_EQ(tabs().mid(1), QStringList({"b|b.chd|b", "d|d.chd|d", "d|d.chd|d"}));
+}
+
+TEST_F(FilesTest, unsavedNotesAreAskedFor) {
+    open("a.chl", 1);
+    writeNotes("pH 7");
+    ComDlg.CancelError = true;
+    answer(BoxAnswer::Yes, "mnuClose"); // the cancelled file dialog ends the closing too
+    EXPECT_EQ(tabs().size(), 2);
+    answer(BoxAnswer::Yes, "mnuClose", path("a.chd"));
+    EXPECT_TRUE(exists("a.chd"));
+    EXPECT_EQ(tabs().size(), 1);
+}
+
+} // namespace
