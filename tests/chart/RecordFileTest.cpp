@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "chart/files/RecordFile.h"
 
+#include "chart/RunFiles.h"
 #include "chart/files/Crc32.h"
 
-#include <QFile>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 #include <zlib.h>
 
 #include <random>
@@ -24,37 +23,20 @@ TEST(Crc32, isThatOfZlibAtEveryLengthAndPlace) {
     EXPECT_EQ(crc32Of(0, bytes.data(), bytes.size()), ::crc32_z(0, bytes.data(), bytes.size()));
 }
 
-using Found = RecordReader::Found;
-
-struct Records : testing::Test {
-    void add(const QByteArray &payload) {
+TEST(RecordReader, findsRecordsBehindADamageButNotThoseOfAnotherFile) {
+    using Found = RecordReader::Found;
+    const FileHead head = FileHead::of(fourLetters("LOG "), 3);
+    const FileHead older = FileHead::of(fourLetters("LOG "), 3); // of which something is left over on the disk
+    QByteArray bytes = head.bytes();
+    for (const auto &[number, text] : {std::pair(0U, "one"), {1U, "two"}, {2U, "three"}, {3U, "four"}}) {
         RecordPieces record(fourLetters("TEXT"));
-        record.add(payload);
-        for (const auto piece : record.seal(head.identity, number))
-            file.append(piece.data(), static_cast<qsizetype>(piece.size()));
-        ++number;
+        record.add(text);
+        for (const auto piece : record.seal(number == 3 ? older.identity : head.identity, number))
+            bytes.append(piece.data(), static_cast<qsizetype>(piece.size()));
     }
-    QString lay() const {
-        QFile on(folder.filePath("log"));
-        EXPECT_TRUE(on.open(QIODevice::WriteOnly) && on.write(file) == file.size());
-        return on.fileName();
-    }
-
-    QTemporaryDir folder;
-    FileHead head = FileHead::of(fourLetters("LOG "), 3);
-    QByteArray file = head.bytes();
-    quint32 number = 0;
-};
-
-TEST_F(Records, areFoundAgainBehindADamageButThoseOfAnotherFileAreNot) {
-    add("one");
-    const auto damaged = file.size();
-    add("two");
-    add("three");
-    file[damaged] = '?';
-    head = FileHead::of(fourLetters("LOG "), 3); // left over on the disk from an older file
-    add("four");
-    RecordReader reader(lay());
+    const QTemporaryDir folder;
+    lay(folder.filePath("log"), flipped(bytes, bytes.lastIndexOf("TEXT", bytes.indexOf("two"))));
+    RecordReader reader(folder.filePath("log"));
     EXPECT_EQ(reader.next(), Found::Record);
     EXPECT_EQ(reader.next(), Found::Damage);
     ASSERT_TRUE(reader.searchNext());
