@@ -86,8 +86,7 @@ TEST_F(ChartFileTest, everythingComesBackBitForBit) {
 TEST_F(ChartFileTest, filesOfEveryVersionStayReadable) {
     for (const auto &[name, kind] : {std::pair("/version1.chd", dataFile), std::pair("/version1.chl", logFile)}) {
         const auto report = loadChartFile(QStringLiteral(GOLDEN_FOLDER) + name, back, backAxes);
-        ASSERT_TRUE(report.good()) << name;
-        EXPECT_EQ(report.head->kind, kind);
+        EXPECT_TRUE(report.good() && report.head->kind == kind) << name;
         EXPECT_EQ(print(back, backAxes), print(goldenRun(), goldenAxes)) << name;
     }
 }
@@ -114,8 +113,8 @@ TEST_F(ChartFileTest, aFileThatIsCutOrDamagedAnywhereIsRefusedAndSalvageKeepsWha
         EXPECT_TRUE(rest.samples.size() == 0 || rest.marks.size() == 2); // marks stand before the samples
         EXPECT_EQ(rest.title.isEmpty(), at < 88);
     }
-    for (const QByteArray &more : {QByteArray("more than it wrote"), QByteArray(8, '\0')}) {
-        const ChartFileReport report = expectRefused(whole + more);
+    for (const char behind : {'\0', '?'}) {
+        const ChartFileReport report = expectRefused(whole + QByteArray(8, behind));
         EXPECT_TRUE(report.trailing);
         EXPECT_EQ(report.position, static_cast<quint64>(whole.size()));
     }
@@ -172,9 +171,8 @@ TEST_F(ChartFileTest, anEndlessHoleInAFileIsNotReadThrough) {
 TEST_F(ChartFileTest, saysWhatCannotBeRead) {
     EXPECT_EQ(loadChartFile(folder.path(), run, axes).error.value(), EISDIR);
     EXPECT_EQ(loadChartFile(folder.filePath("none"), run, axes).error.value(), ENOENT);
-    EXPECT_EQ(faultOf(""), NotAChart);
-    EXPECT_EQ(faultOf("0.000\t0.1\r\n"), NotAChart);
-    EXPECT_EQ(faultOf(FileHead::of(fourLetters("TICK"), 1).bytes()), NotAChart);
+    for (const QByteArray &bytes : {QByteArray(), QByteArray(99, 'x'), FileHead::of(fourLetters("TICK"), 1).bytes()})
+        EXPECT_EQ(faultOf(bytes), NotAChart);
     EXPECT_EQ(faultOf(FileHead::of(dataFile, 2).bytes()), NewerVersion);
     EXPECT_EQ(faultOf(FileHead::of(dataFile, 1).bytes()), Truncated);
     EXPECT_EQ(print(run, axes), print(goldenRun(), goldenAxes));
@@ -226,22 +224,23 @@ TEST_F(ChartFileTest, whereverTheDiskFailsTheOldFileOrTheNewOneStandsAlone) {
 }
 
 TEST_F(ChartFileTest, aStretchBeginsAtZeroAndTakesItsMarksAlong) {
-    run = {};
-    for (int i = 0; i <= 30000; ++i) // 100 minutes
+    ChartData stretch;
+    run.samples = {};
+    for (int i = 0; i <= 30000; ++i) { // 100 minutes
         run.samples.append({static_cast<float>(i), 0});
+        if (i >= 3000 && i <= 15000)
+            stretch.samples.append(run.samples.at(i));
+    }
     run.marks = {{"before", 0, 1, 9.99F}, {"in", 0, 1, 10}, {"out", 0, 1, 50.01F}};
     run.methodTexts = {{"m", 1}, {"n", 12}, {"o", 99}};
-    run.notes = QStringLiteral("kept");
     axes.timeMin = 10;
     axes.timeMax = 50;
     ASSERT_FALSE(saveChartStretch(path, run, axes));
     ASSERT_TRUE(loadChartFile(path, back, backAxes).good());
-    ChartData stretch;
-    for (int i = 3000; i <= 15000; ++i)
-        stretch.samples.append({static_cast<float>(i), 0});
     stretch.marks = {{"in", 0, 1, 0}};
     stretch.methodTexts = {{"m", 0}, {"n", 2}, {"o", 40}};
     stretch.notes = run.notes;
+    stretch.title = run.title;
     EXPECT_EQ(print(back, backAxes), print(stretch, {axes.uvMin, axes.uvMax, axes.condMin, axes.condMax, 0, 40}));
 
     axes.timeMin = 200; // where there is nothing yet
@@ -260,8 +259,8 @@ TEST_F(ChartFileTest, whateverAFileHoldsCanBeShown) {
     for (const AxisValues &shown :
          {AxisValues{-1e6F, 1e6F, -1e6F, 1e6F, -1e6F, 1e6F}, AxisValues{0, 1e-45F, 0, 1e-45F, 0, 1e-45F},
           AxisValues{999999.9F, 1e6F, 3, 4, 999999.9F, 1e6F}}) {
-        ASSERT_FALSE(saveChartFile(path, dataFile, run, shown));
-        ASSERT_TRUE(loadChartFile(path, back, backAxes).good());
+        axes = shown;
+        ASSERT_TRUE(loaded(saved()).good());
         EXPECT_EQ(backAxes, shown);
         ChartImage().draw(back, {{600, 300}, 1, QFont(), PlotTheme::paper(), backAxes, back.title});
         EXPECT_FALSE(saveChartStretch(path, back, backAxes));

@@ -68,7 +68,7 @@ TEST_F(LogWastebasketTest, whatIsTooOldOrTooMuchGoesTheOldestFirst) {
     EXPECT_EQ(in("Discarded"), "0-2020-01-01 1-2026-10-22 3-2026-11-21 4-2026-11-22 4-2026-11-22_2 5-2027-01-01 mine");
     EXPECT_EQ(in("Discarded/3-2026-11-21"), "run.CHD");
     EXPECT_EQ(in("Discarded/4-2026-11-22"), "Log00001.dat run");
-    EXPECT_EQ(in("Discarded/mine"), "Log00001.dat");
+    EXPECT_EQ(in("Discarded/mine"), "Log00001.dat"); // no link is followed
 }
 
 } // namespace

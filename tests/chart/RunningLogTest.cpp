@@ -150,8 +150,6 @@ TEST_F(RunningLogTest, aByteGoneBadCostsItsRecordAloneAndIsTold) {
         EXPECT_EQ(log.data.samples.size(), run.samples.size());
         EXPECT_LE(log.gaps.size() + log.lostMarks + log.lostMethodTexts + (log.lostTexts ? 1 : 0), 1U);
     }
-    lay(file(1), "x" + all);
-    EXPECT_EQ(readRunningLog(path).badFiles.size(), 1U);
 }
 
 TEST_F(RunningLogTest, aGlanceTellsALogOfWhichNothingIsWholeFromOneThatNeverHeldAny) {
@@ -229,8 +227,7 @@ TEST_F(RunningLogTest, runsInOneDirectoryStandOneBehindTheOther) {
     const RecoveredLog log = readRunningLog(path);
     EXPECT_TRUE(log.whole());
     EXPECT_EQ(log.data.samples.size(), 600);
-    ASSERT_EQ(log.data.marks.size(), 2U);
-    EXPECT_FLOAT_EQ(log.data.marks[1].time, 1 + run.lastTime());
+    EXPECT_THAT(log.data.marks, ElementsAre(_, Field(&EventMark::time, FloatEq(1 + run.lastTime()))));
 }
 
 TEST_F(RunningLogTest, strangeFilesDisturbNobodyAndCloseLeavesNone) {
@@ -253,8 +250,8 @@ TEST_F(RunningLogTest, strangeFilesDisturbNobodyAndCloseLeavesNone) {
 }
 
 TEST_F(RunningLogTest, whatCannotBeReadIsNeverTakenForEmpty) {
-    for (int i = 0; i < 2; ++i)
-        record(9000, aMinute * 30);
+    record(9000, aMinute * 30);
+    record(9000, aMinute * 30);
     const QByteArray all = content(file(2));
     for (const QByteArray &bytes : {all, "xyz" + all.mid(3)}) {
         lay(file(2), bytes);
@@ -280,9 +277,9 @@ TEST_F(RunningLogTest, whatCannotBeReadIsNeverTakenForEmpty) {
 }
 
 TEST_F(RunningLogTest, garbageCostsAGlanceLittleAndHolesCostNothing) {
-    QByteArray garbage(12 << 20, '\0');
-    for (qsizetype i = 0; i < garbage.size(); ++i)
-        garbage[i] = static_cast<char>(i * 2654435761U >> 13);
+    QByteArray garbage;
+    for (quint32 i = 0; i < 12 << 20; ++i)
+        garbage += static_cast<char>(i * 2654435761U >> 13);
     for (const QByteArray &head : {QByteArray(), FileHead::of(runningLogKind, runningLogVersion).bytes()}) {
         lay(file(1), head + garbage);
         EXPECT_TRUE(standsAt(path)); // what lies further on is for a closer look
