@@ -20,10 +20,10 @@ ChartData goldenRun() {
     for (int i = 0; i < 40; ++i)
         run.samples.append({static_cast<float>(i) / 64, 20 - static_cast<float>(i) / 4});
     run.samples.append({std::bit_cast<float>(0x7fc00123), -0.0F});
-    run.marks = {{QStringLiteral("S"), 0xFFFF00, 50, 0.0F}, {QStringLiteral("µ 1"), 0x0000FF, -10, 0.125F}};
-    run.methodTexts = {{QStringLiteral("Gradient\r\n0 % B\r\n"), 0.03125F}};
-    run.notes = QStringLiteral("Säule 2\r\n測定");
-    run.title = QStringLiteral("Run 7");
+    run.marks = {{"S", 0xFFFF00, 50, 0.0F}, {"µ 1", 0x0000FF, -10, 0.125F}};
+    run.methodTexts = {{"Gradient\r\n0 % B\r\n", 0.03125F}};
+    run.notes = "Säule 2\r\n測定";
+    run.title = "Run 7";
     return run;
 }
 constexpr AxisValues goldenAxes{-0.125F, 1.5F, 2, 250, 0, 20};
@@ -34,31 +34,26 @@ protected:
         EXPECT_FALSE(saveChartFile(path, kind, run, axes));
         return content(path);
     }
+    /// A file with a fault changes nothing.
     ChartFileReport loaded(const QByteArray &bytes) {
         lay(path, bytes);
-        return loadChartFile(path, back, backAxes);
-    }
-    ChartFileFault faultOf(const QByteArray &bytes) { return loaded(bytes).fault; }
-    ChartFileReport expectRefused(const QByteArray &bytes) {
         const QByteArray before = print(back, backAxes);
-        const ChartFileReport report = loaded(bytes);
-        EXPECT_NE(report.fault, None);
-        EXPECT_EQ(print(back, backAxes), before);
+        const ChartFileReport report = loadChartFile(path, back, backAxes);
+        EXPECT_TRUE(report.good() || print(back, backAxes) == before);
         return report;
     }
+    ChartFileFault faultOf(const QByteArray &bytes) { return loaded(bytes).fault; }
     /// Where the head of the file and each record begin, and the end.
     static std::vector<qsizetype> boundaries(const QByteArray &file) {
-        std::vector<qsizetype> places{0, FileHead::size};
-        while (places.back() < file.size()) {
-            quint64 length = 0;
-            std::memcpy(&length, file.constData() + places.back() + 8, sizeof length);
-            places.push_back(places.back() + static_cast<qsizetype>(RecordHead::size + filledUp(length)));
-        }
+        std::vector<qsizetype> places{0};
+        for (const char *kind : {"TITL", "AXES", "NOTE", "METH", "MARK", "SAMP", "END "})
+            places.push_back(file.indexOf(kind));
+        places.push_back(file.size());
         return places;
     }
 
     QTemporaryDir folder;
-    QString path = folder.filePath(QStringLiteral("Lauf ß 測.chd"));
+    QString path = folder.filePath("Lauf ß 測.chd");
     ChartData run = goldenRun();
     AxisValues axes = goldenAxes;
     ChartData back; // what a reading gives
@@ -68,7 +63,7 @@ protected:
 TEST_F(ChartFileTest, everythingComesBackBitForBit) {
     constexpr char16_t units[] = {0xD800, 0, 0xDC00, 0xFFFF}; // no valid text
     const auto halves = QString::fromUtf16(units, std::size(units));
-    run.marks.push_back({halves, -1, -32768, std::numeric_limits<float>::quiet_NaN()});
+    run.marks.push_back({halves, -1, -32768, NAN});
     run.notes += QStringLiteral("🧪") + halves;
     for (const qint64 pairs : {41, 16384, 16385, 65536, 65537, 9 * 65536}) {
         for (qint64 i = run.samples.size(); i < pairs; ++i)
@@ -94,18 +89,17 @@ TEST_F(ChartFileTest, filesOfEveryVersionStayReadable) {
 TEST_F(ChartFileTest, aFileThatIsCutOrDamagedAnywhereIsRefusedAndSalvageKeepsWhatIsWhole) {
     const QByteArray whole = saved();
     const std::vector<qsizetype> places = boundaries(whole);
-    const auto endPlace = static_cast<quint64>(whole.indexOf("END "));
     for (qsizetype at = 0; at < whole.size(); ++at) {
         SCOPED_TRACE(at);
-        const quint64 place = *std::prev(std::upper_bound(places.begin(), places.end(), at));
-        const ChartFileReport harm = expectRefused(flipped(whole, at));
-        EXPECT_EQ(harm.position, place);
-        EXPECT_EQ(harm.record.has_value(), place > 0 && at >= static_cast<qsizetype>(place + RecordHead::size));
+        const qsizetype place = *std::prev(std::upper_bound(places.begin(), places.end(), at));
+        const ChartFileReport harm = loaded(flipped(whole, at));
+        EXPECT_EQ(harm.position, static_cast<quint64>(place));
+        EXPECT_EQ(harm.record.has_value(), place > 0 && at >= place + 24);
         EXPECT_EQ(harm.fault, Damaged);
         ChartData mended;
         EXPECT_EQ(salvageChartFile(path, mended, axes).lost, place > 0);
-        EXPECT_EQ(print(mended, axes) == print(run, goldenAxes), place == 0 || place == endPlace);
-        expectRefused(whole.left(at));
+        EXPECT_EQ(print(mended, axes) == print(run, goldenAxes), place == 0 || whole.mid(place, 4) == "END ");
+        EXPECT_NE(faultOf(whole.left(at)), None);
         ChartData rest;
         const ChartFileReport report = salvageChartFile(path, rest, axes);
         EXPECT_EQ(report.fault, at < 5 ? NotAChart : Truncated);
@@ -114,8 +108,8 @@ TEST_F(ChartFileTest, aFileThatIsCutOrDamagedAnywhereIsRefusedAndSalvageKeepsWha
         EXPECT_EQ(rest.title.isEmpty(), at < 88);
     }
     for (const char behind : {'\0', '?'}) {
-        const ChartFileReport report = expectRefused(whole + QByteArray(8, behind));
-        EXPECT_TRUE(report.trailing);
+        const ChartFileReport report = loaded(whole + QByteArray(8, behind));
+        EXPECT_TRUE(report.trailing && report.fault == Damaged);
         EXPECT_EQ(report.position, static_cast<quint64>(whole.size()));
     }
 }
@@ -163,9 +157,8 @@ TEST_F(ChartFileTest, salvageGoesOnBehindADamagedHeadOfAChartFileOfThisVersion) 
 
 TEST_F(ChartFileTest, anEndlessHoleInAFileIsNotReadThrough) {
     saved();
-    if (!QFile::resize(path, 128) || !QFile::resize(path, qint64{1} << 42))
-        GTEST_SKIP() << "no such file here";
-    EXPECT_EQ(loadChartFile(path, back, backAxes).fault, Damaged);
+    const bool made = QFile::resize(path, 128) && QFile::resize(path, qint64{1} << 42); // not on every file system
+    EXPECT_TRUE(!made || loadChartFile(path, back, backAxes).fault == Damaged);
 }
 
 TEST_F(ChartFileTest, saysWhatCannotBeRead) {
