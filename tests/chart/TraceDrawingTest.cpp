@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "fakes/AllocationProbe.h"
 #include "chart/plot/ChartImage.h"
 #include "chart/plot/PlotPainter.h"
+#include "fakes/AllocationProbe.h"
 
 #include <QPainter>
 #include <gtest/gtest.h>
