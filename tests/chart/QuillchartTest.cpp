@@ -2,7 +2,6 @@
 #include "chart/Quillchart.h"
 
 #include <QMenu>
-#include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -32,16 +31,13 @@ struct Operated : testing::Test {
         });
     }
     void paint() { QTest::qWait(20); }
-    void drag(QPoint from, QPoint to) {
+    void drag(QPoint from = {300, 100}, QPoint to = {500, 250}) {
         QTest::mousePress(&chart, Qt::LeftButton, {}, from);
         QTest::mouseMove(&chart, to);
         QTest::mouseRelease(&chart, Qt::LeftButton, {}, to);
         paint();
     }
-    AxisValues axes() const {
-        return {chart.UvAxisMin(),   chart.UvAxisMax(),   chart.CondAxisMin(),
-                chart.CondAxisMax(), chart.TimeAxisMin(), chart.TimeAxisMax()};
-    }
+    AxisValues axes() const { return chart.run().axes(); }
 
     Quillchart chart{3};
     std::string events;
@@ -50,13 +46,13 @@ struct Operated : testing::Test {
 
 TEST_F(Operated, aRectangleZoomsAllThreeAxesAndADoubleClickLeaves) {
     const AxisValues before = axes();
-    drag({300, 100}, {500, 250});
+    drag();
     EXPECT_EQ(events, "Z");
     EXPECT_GT(chart.TimeAxisMin(), 2.5F);
     EXPECT_LT(chart.TimeAxisMax(), 7.0F);
     EXPECT_NEAR((chart.UvAxisMax() - chart.UvAxisMin()) / 2.2, (chart.CondAxisMax() - chart.CondAxisMin()) / 500, 1e-4);
-    drag({300, 100}, {500, 250}); // deeper
-    chart.setTimeAxisMax(9);      // the window scrolls in the zoom
+    drag();                  // deeper
+    chart.setTimeAxisMax(9); // the window scrolls in the zoom
     QTest::mouseDClick(&chart, Qt::LeftButton, {}, {400, 200});
     EXPECT_EQ(events, "ZZU");
     EXPECT_EQ(axesAtUnzoom, before);
@@ -76,7 +72,7 @@ TEST_F(Operated, aClickAFlatRectangleAndOneBesideThePlotDoNotZoom) {
 }
 
 TEST_F(Operated, escapeCancelsTheRectangleFirstAndThenLeavesTheZoom) {
-    drag({300, 100}, {500, 250});
+    drag();
     QTest::mousePress(&chart, Qt::LeftButton, {}, {300, 100});
     QTest::mouseMove(&chart, {500, 250});
     QTest::keyClick(&chart, Qt::Key_Escape);
@@ -98,7 +94,7 @@ TEST_F(Operated, theMenuLeavesTheZoomAndKnowsWhetherThereIsOne) {
         return enabled;
     };
     EXPECT_FALSE(leave());
-    drag({300, 100}, {500, 250});
+    drag();
     EXPECT_TRUE(leave());
     EXPECT_EQ(events, "ZU");
 }
@@ -106,7 +102,6 @@ TEST_F(Operated, theMenuLeavesTheZoomAndKnowsWhetherThereIsOne) {
 TEST_F(Operated, zoomsHoweverDeepKeepTheirAxesApart) {
     for (int i = 0; i < 30; ++i)
         drag({300, 100}, {312, 112});
-    EXPECT_LT(chart.TimeAxisMin(), chart.TimeAxisMax());
     EXPECT_LT(chart.UvAxisMin(), chart.UvAxisMax());
     EXPECT_LT(chart.CondAxisMin(), chart.CondAxisMax());
     EXPECT_GE(chart.TimeAxisMax() - chart.TimeAxisMin(), 0.009F);

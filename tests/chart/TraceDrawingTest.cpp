@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "chart/plot/ChartImage.h"
-#include "chart/plot/TraceColumns.h"
-#include "chart/plot/TraceRaster.h"
+#include "chart/plot/PlotPainter.h"
 #include "fakes/AllocationProbe.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -13,170 +11,113 @@
 
 namespace {
 
-constexpr float gap = std::numeric_limits<float>::quiet_NaN();
-constexpr float penRadius = 0.75F;
-
-/// A plot without frame: black UV on white; conductivity has no samples unless a case gives it some.
-struct Drawing : testing::Test {
-    Drawing() {
-        raster.setPlot(plot, qRgb(0, 0, 0), qRgb(255, 0, 0));
-        raster.setGround(std::vector<QRgb>(plot.width(), qRgb(255, 255, 255)), std::vector<QRgb>(plot.height(), 0));
-        raster.paintGround(image);
-        raster.setPlot(plot, qRgb(0, 0, 0), qRgb(255, 0, 0));
-    }
-    /// With noise, and with stretches without a number.
-    void peaks(int pairs) {
-        std::normal_distribution<float> spread(0, 0.01F);
-        for (int i = 0; i < pairs; ++i) {
-            const double wave = std::pow(std::sin(i / samplesPerMinute * 2), 8) * 1.7;
-            const float missing = i % 7 == 0 ? gap : Extent::infinity;
-            run.append({i % 700 < 30 && i > 700 ? missing : static_cast<float>(wave) + spread(random), gap});
-        }
-    }
-    void show(float from, float to) {
-        axes.timeMin = from;
-        axes.timeMax = to;
-        columns.setPlot(axes, plot.width(), plot.height(), penRadius);
-    }
-    const QImage &draw() {
-        columns.reduce(run, 0, plot.width());
-        raster.draw(image, columns, 0, plot.width());
-        return image;
-    }
-    /// Every sample, painted by Qt with a round pen.
-    QImage simple() const {
-        QImage made(image.size(), QImage::Format_RGB32);
-        made.fill(Qt::white);
-        QPainter painter(&made);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(Qt::black, 2 * penRadius, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        const Scale time(axes.timeMin, axes.timeMax, 0, plot.width());
-        const Scale uv(axes.uvMin, axes.uvMax, plot.height(), 0);
-        QPolygonF line;
-        for (qint64 i = 0; i <= run.size(); ++i) {
-            if (i < run.size() && std::isfinite(run.at(i).uv)) {
-                line << QPointF(time.place(static_cast<double>(i) / samplesPerMinute), uv.place(run.at(i).uv));
-            } else if (!line.isEmpty()) {
-                painter.drawPolyline(line);
-                line.clear();
-            }
-        }
-        return made;
-    }
-    /// Clear ink of the one has ink of the other within a pixel, and the other way round.
-    static void expectWithinAPixel(const QImage &one, const QImage &other) {
-        int off = 0;
-        for (int y = 0; y < one.height(); ++y)
-            for (int x = 0; x < one.width(); ++x) {
-                const bool missing = qGray(one.pixel(x, y)) < 90 && darkestAround(other, x, y) > 200;
-                const bool tooMuch = qGray(other.pixel(x, y)) < 90 && darkestAround(one, x, y) > 200;
-                off += missing || tooMuch;
-            }
-        EXPECT_EQ(off, 0);
-    }
-    static int darkestAround(const QImage &image, int x, int y) {
-        int grey = 255;
-        for (int dy = -1; dy <= 1; ++dy)
-            for (int dx = -1; dx <= 1; ++dx)
-                if (image.valid(x + dx, y + dy))
-                    grey = std::min(grey, qGray(image.pixel(x + dx, y + dy)));
-        return grey;
-    }
-
-    QRect plot{0, 0, 413, 200};
-    QImage image{413, 200, QImage::Format_RGB32};
-    AxisValues axes;
-    SampleStore run;
-    TraceColumns columns;
-    TraceRaster raster;
-    std::mt19937 random{3};
-};
-
-TEST_F(Drawing, liesWithinAPixelOfEverySampleDrawnByItself) {
-    peaks(60000);
-    for (const auto &[from, to] :
-         {std::pair{0.9F, 1.2F}, {0.0F, 10.0F}, {3.3F, 40.0F}, {0.0F, 199.0F}, {-5.0F, 210.0F}}) {
-        show(from, to);
-        SCOPED_TRACE(to);
-        expectWithinAPixel(draw(), simple());
-    }
-}
-
-TEST_F(Drawing, joinsColumnsThatHaveNoValueInCommon) {
-    constexpr int inOne = 200;
-    for (int i = 0; i < plot.width() * inOne; ++i)
-        run.append({i / inOne % 2 ? 1.5F : 0.0F, gap});
-    show(0, static_cast<float>(plot.width() * inOne / samplesPerMinute));
-    draw();
-    for (int column = 1; column < plot.width() - 1; ++column)
-        ASSERT_EQ(qGray(image.pixel(column, 100)), 0) << column;
-}
-
-ChartView viewOf(double ratio) {
-    return {.size = {501, 301},
-            .pixelRatio = ratio,
-            .font = QFont(),
-            .theme = PlotTheme::paper(),
-            .axes = {},
-            .title = QStringLiteral("Run")};
-}
-
 struct Picture : testing::Test {
     void add(int pairs) {
-        for (int i = 0; i < pairs; ++i) {
-            const double minute = static_cast<double>(data.samples.size()) / samplesPerMinute;
+        for (; pairs > 0; --pairs) {
+            const double minute = ChartData::timeOf(data.samples.size());
             data.samples.append({static_cast<float>(1 + std::sin(minute * 9)), static_cast<float>(40 * minute)});
         }
     }
-    QImage anew(const ChartView &view) const {
+    void draw() { picture.draw(data, view); }
+    /// The plot with every sample painted by itself.
+    QImage painted() const {
+        QImage made(picture.image().size(), QImage::Format_RGB32);
+        made.fill(view.theme.ground);
+        QPainter painter(&made);
+        PlotPainter plot(painter, picture.layout(), view.theme);
+        plot.grid();
+        plot.trace(CondTrace, data.samples, 1000);
+        plot.trace(UvTrace, data.samples, 1000);
+        return made.copy(picture.layout().devicePlot());
+    }
+    QImage drawn() {
+        picture.draw(data, view);
+        return picture.image().copy(picture.layout().devicePlot());
+    }
+    void expectAsDrawnAnew() const {
         ChartImage fresh;
         fresh.draw(data, view);
-        return fresh.image();
+        EXPECT_EQ(picture.image(), fresh.image());
     }
 
     ChartData data;
+    ChartView view{{501, 301}, 1, QFont(), PlotTheme::paper(), {}, "Run"};
     ChartImage picture;
 };
+
+/// Clear ink of the one has ink of the other within a pixel.
+void expectInkBeside(const QImage &one, const QImage &other) {
+    QImage near = other.copy();
+    QPainter painter(&near);
+    painter.setCompositionMode(QPainter::CompositionMode_Darken);
+    for (int i = 0; i < 9; ++i)
+        painter.drawImage(i % 3 - 1, i / 3 - 1, other);
+    int alone = 0;
+    for (int i = 0; i < one.width() * one.height(); ++i) {
+        const QPoint place(i % one.width(), i / one.width());
+        alone += qGray(one.pixel(place)) < 90 && qGray(near.pixel(place)) > 200;
+    }
+    EXPECT_EQ(alone, 0);
+}
+
+TEST_F(Picture, liesWithinAPixelOfEverySamplePaintedByItself) {
+    const QImage grid = drawn();
+    EXPECT_EQ(grid, painted());
+    view.theme.uv = Qt::black;
+    std::mt19937 random{3};
+    std::normal_distribution<float> noise(0, 0.01F);
+    for (int i = 0; i < 60000; ++i) {
+        const double peaks = std::pow(std::sin(i / samplesPerMinute * 2), 8) * 1.7;
+        const float missing = i % 7 == 0 ? NAN : INFINITY;
+        data.samples.append({i % 700 < 30 && i > 700 ? missing : static_cast<float>(peaks) + noise(random), NAN});
+    }
+    for (int i = 0; i < 20000; ++i) // columns that have no value in common
+        data.samples.append({i / 200 % 2 == 0 ? 0.0F : 1.5F, NAN});
+    for (const auto &[from, to] :
+         {std::pair{0.9F, 1.2F}, {0.0F, 10.0F}, {3.3F, 30.0F}, {0.0F, 199.0F}, {-5.0F, 210.0F}, {200.0F, 266.0F}}) {
+        SCOPED_TRACE(to);
+        view.axes.timeMin = from;
+        view.axes.timeMax = to;
+        const QImage traces = drawn();
+        expectInkBeside(traces, painted());
+        expectInkBeside(painted(), traces);
+    }
+}
 
 TEST_F(Picture, newDataDrawnOnGiveWhatAFullDrawingGives) {
     for (const double ratio : {1.0, 1.5, 2.0})
         for (const float minutes : {0.5F, 10.0F, 500.0F}) {
+            SCOPED_TRACE(minutes);
             data = {};
-            ChartView view = viewOf(ratio);
+            view.pixelRatio = ratio;
             view.axes.timeMax = minutes;
-            picture.draw(data, view);
+            draw();
             for (const int pairs : {1, 4, 0, 7, 300, 4, 4, 4, 2000, 4}) {
                 add(pairs);
                 picture.drawNew(data);
             }
-            EXPECT_EQ(picture.image(), anew(view)) << minutes << " minutes, ratio " << ratio;
+            expectAsDrawnAnew();
         }
 }
 
 TEST_F(Picture, aChangeOfViewLeavesNothingOfTheOldOne) {
     add(3000);
-    ChartView view = viewOf(1);
-    picture.draw(data, view);
-    const auto expectClean = [&] {
-        picture.draw(data, view);
-        EXPECT_EQ(picture.image(), anew(view));
+    draw();
+    const std::function<void()> changes[] = {
+        [&] { view.axes.timeMin = 3.3F; }, [&] { view.axes.uvMax = 1; },
+        [&] { view.size = {640, 200}; },   [&] { view.theme = PlotTheme::of(QPalette(Qt::darkGray)); },
+        [&] { view.title.clear(); },
     };
-    view.axes.timeMin = 3.3F;
-    expectClean();
-    view.axes.uvMax = 1;
-    expectClean();
-    view.size = {640, 200};
-    expectClean();
-    view.theme = PlotTheme::of(QPalette(Qt::darkGray));
-    expectClean();
-    view.title.clear();
-    expectClean();
+    for (const auto &change : changes) {
+        change();
+        draw();
+        expectAsDrawnAnew();
+    }
 }
 
 TEST_F(Picture, newDataTouchOnlyTheirOwnStrip) {
     add(1500); // half of the ten minutes
-    ChartView view = viewOf(1);
-    picture.draw(data, view);
+    draw();
     EXPECT_TRUE(picture.regionOfNews(data).isEmpty());
     add(4);
     const QRect strip = picture.regionOfNews(data);
@@ -188,17 +129,16 @@ TEST_F(Picture, newDataTouchOnlyTheirOwnStrip) {
     QPainter(&after).drawImage(strip, before, strip);
     EXPECT_EQ(before, after);
     view.axes.timeMin = 6;
-    picture.draw(data, view);
+    draw();
     add(4);
     EXPECT_TRUE(picture.regionOfNews(data).isEmpty());
 }
 
 TEST_F(Picture, aRedrawWithTheSameAxesAllocatesNothing) {
     add(60000);
-    const ChartView view = viewOf(1);
-    picture.draw(data, view);
+    draw();
     const std::size_t before = AllocationProbe::count();
-    picture.draw(data, view);
+    draw();
     EXPECT_EQ(AllocationProbe::count(), before);
 }
 

@@ -20,10 +20,10 @@ struct ExportOptions {
     MethodPosition position = MethodPosition::BeforeData;
     float from = 0; ///< minutes; both ends are included
     float to = 0;
-    float sampleRate = 5;  ///< points a second
-    qint32 pointCount = 0; ///< the rows that the operator was shown; none when it is not above 0
-    QString sourceFile;    ///< where the run comes from; may be empty
-    QDateTime exported;    ///< as told in the file
+    float sampleRate = 5;    ///< points a second
+    qint32 pointCount = 0;   ///< the rows that the operator was shown; none when it is not above 0
+    QString sourceFile = {}; ///< where the run comes from; may be empty
+    QDateTime exported = {}; ///< as told in the file
 };
 
 /// Writes a run as a table: docs/text-export.md. On an error (errno) the old file stands untouched.
