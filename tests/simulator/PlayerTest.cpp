@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "simulator/Player.h"
 
-#include "simulator/InstrumentStream.h"
 #include "simulator/Replay.h"
 
 #include <QDirIterator>
