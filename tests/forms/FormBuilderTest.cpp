@@ -8,41 +8,35 @@
 
 namespace {
 
-/// A panel that holds "Window:" [entry] "Minutes" in one row and a button above, drawn for a text height of 200 twips.
-class MakeRoom : public testing::Test {
-protected:
+TEST(FormPlaces, MakeRoomForLargerTextsInTheirRowAndKeepRowsTogether) {
+    // A panel that holds "Window:" [entry] "Minutes" in one row and a button above, drawn for texts 200 twips high.
     enum { Panel, Option, Entry, Units, Button };
-    std::vector<FormPlace> places{
+    const std::vector<FormPlace> drawn{
         {-1, {50, 0, 2000, 1000}, {}},
         {Panel, {100, 600, 900, 300}, {900, 200}},
         {Panel, {1000, 600, 500, 300}, {400, 200}},
         {Panel, {1520, 600, 400, 300}, {300, 200}},
         {Panel, {1400, 100, 500, 400}, {300, 200}},
     };
-};
-
-TEST_F(MakeRoom, AWideControlPushesItsRowAndOnlyItsRow) {
+    std::vector<FormPlace> places = drawn;
     places[Option].needs.setWidth(1000);
     makeRoom(places);
     EXPECT_EQ(places[Entry].at.left(), 1100);
     EXPECT_EQ(places[Units].at.left(), 1620);
     EXPECT_EQ(places[Button].at.left(), 1400);
     EXPECT_EQ(places[Panel].at.width(), 2040);
-}
 
-TEST_F(MakeRoom, ALabelDrawnIntoItsNeighbourCountsByItsText) {
+    places = drawn; // and its label reaches into its neighbour, where its text alone counts
     places[Option].at.setWidth(950);
     places[Option].needs.setWidth(880);
     makeRoom(places);
     EXPECT_EQ(places[Entry].at.left(), 1000);
-}
 
-TEST_F(MakeRoom, HeightsGrowTogether) {
+    places = drawn;
     places[Entry].needs.setHeight(600);
     makeRoom(places);
     EXPECT_EQ(places[Panel].at.height(), 2000);
     EXPECT_EQ(places[Button].at.top(), 200);
-    EXPECT_EQ(places[Units].at.top(), places[Entry].at.top());
 }
 
 TEST(FormBuilderTest, InkIsLegibleOnLightAndDark) {

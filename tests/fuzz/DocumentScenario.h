@@ -4,13 +4,7 @@
 #include "chart/files/ChartFile.h"
 #include "fuzz/ChartRecordsMended.h"
 
-#include <QFile>
-#include <unistd.h>
-
 #include <cmath>
-#include <cstdint>
-#include <span>
-#include <stdexcept>
 #include <vector>
 
 /// Reads arbitrary bytes as a data file, as they are and with every checksum put right, which leads to what the
@@ -19,9 +13,6 @@
 class DocumentScenario {
 public:
     explicit DocumentScenario(std::span<const std::uint8_t> bytes) : bytes_(bytes.begin(), bytes.end()) {}
-    ~DocumentScenario() { QFile::remove(path_); }
-    DocumentScenario(const DocumentScenario &) = delete;
-    DocumentScenario &operator=(const DocumentScenario &) = delete;
 
     void play() {
         read();
@@ -30,11 +21,6 @@ public:
     }
 
 private:
-    static void require(bool condition) {
-        if (!condition)
-            throw std::logic_error("a file broke the rules");
-    }
-
     static ChartCounts countsOf(const ChartData &run) {
         return {static_cast<quint64>(run.samples.size()), run.marks.size(), run.methodTexts.size()};
     }
@@ -47,25 +33,20 @@ private:
     }
 
     void read() const {
-        QFile file(path_);
-        file.remove();
-        require(file.open(QIODevice::WriteOnly) &&
-                file.write(reinterpret_cast<const char *>(bytes_.data()), static_cast<qint64>(bytes_.size())) >= 0);
-        file.close();
-
+        layFile("run.chd", bytes_);
         ChartData rest;
         AxisValues axes;
         const ChartFileReport salvaged = salvageChartFile(path_, rest, axes);
         requireFitting(rest, axes);
 
         ChartData run;
-        run.notes = QStringLiteral("what was there");
+        run.notes = "what was there";
         const ChartFileReport report = loadChartFile(path_, run, axes);
         require(report.fault == salvaged.fault && report.position <= bytes_.size());
         if (report.good())
             saveAgain(run, axes);
         else
-            require(run.notes == QStringLiteral("what was there") && countsOf(run) == ChartCounts());
+            require(run.notes == "what was there" && countsOf(run) == ChartCounts());
     }
 
     void saveAgain(const ChartData &run, const AxisValues &axes) const {
@@ -78,5 +59,5 @@ private:
     }
 
     std::vector<std::uint8_t> bytes_;
-    QString path_ = QStringLiteral("/dev/shm/ostrel-document-%1").arg(::getpid());
+    QString path_ = scenarioFolder().filePath("run.chd");
 };

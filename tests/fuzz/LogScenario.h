@@ -5,13 +5,6 @@
 #include "chart/files/RunningLogReader.h"
 #include "fuzz/ChartRecordsMended.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <algorithm>
-#include <cstdint>
-#include <span>
-#include <stdexcept>
 #include <vector>
 
 /// Reads arbitrary bytes as two data files in the directory of a running log. The first byte tells which of them have
@@ -22,6 +15,7 @@ public:
     explicit LogScenario(std::span<const std::uint8_t> bytes) : bytes_(bytes.begin(), bytes.end()) {}
 
     void play() {
+        constexpr std::size_t headSize = 3;
         if (bytes_.size() < headSize)
             return;
         const std::span files = std::span(bytes_).subspan(headSize);
@@ -29,8 +23,8 @@ public:
         lay(1, files.first(first));
         lay(2, files.subspan(first));
 
-        const RecoveredLog log = readRunningLog(folder().path());
-        const LogGlance glance = glanceAtRunningLog(folder().path());
+        const RecoveredLog log = readRunningLog(scenarioFolder().path());
+        const LogGlance glance = glanceAtRunningLog(scenarioFolder().path());
         require(glance == LogGlance::Unread || (glance == LogGlance::Log) == (!log.empty() || !log.gaps.empty()));
         // Each sample is one of a file, or one of at most as many that fill gaps.
         require(static_cast<std::size_t>(log.data.samples.size()) * sizeof(SamplePair) <= 2 * files.size());
@@ -38,23 +32,10 @@ public:
     }
 
 private:
-    static constexpr std::size_t headSize = 3;
-
-    static void require(bool condition) {
-        if (!condition)
-            throw std::logic_error("a log broke the rules");
-    }
-    static const QTemporaryDir &folder() {
-        static const QTemporaryDir folder(QStringLiteral("/dev/shm/ostrel-log-XXXXXX"));
-        return folder;
-    }
     void lay(int number, std::span<std::uint8_t> content) const {
         if ((bytes_[0] & number) != 0)
             mendChecksums(content);
-        QFile file(folder().filePath(logFileName(number)));
-        require(file.open(QIODevice::WriteOnly) &&
-                file.write(reinterpret_cast<const char *>(content.data()), static_cast<qint64>(content.size())) ==
-                    static_cast<qint64>(content.size()));
+        layFile(logFileName(number), content);
     }
 
     std::vector<std::uint8_t> bytes_;

@@ -4,13 +4,10 @@
 #include "acquisition/AcquisitionRig.h"
 #include "base/Steps.h"
 #include "fakes/AllocationProbe.h"
+#include "fuzz/Scenario.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 #include <optional>
-#include <span>
-#include <stdexcept>
 
 /// Plays arbitrary bytes as a scenario: each step's first byte says what happens on the line, on the clock or at the
 /// operator's hand, the bytes behind it are what it needs. Whatever they are, the ring and the charts must hold
@@ -19,61 +16,54 @@ class StreamScenario {
 public:
     explicit StreamScenario(std::span<const std::uint8_t> bytes) : rest_(bytes) {
         rig_.ComPort.setRThreshold(50);
-        rig_.whileOutOfMemory = [this] { playUnderDialog(); };
-        rig_.window.whileNoData = [this] { playUnderDialog(); };
+        rig_.whileOutOfMemory = rig_.window.whileNoData = [this] { playUnderDialog(); };
     }
 
     /// A run-time error ends the scenario, as it ends the program.
     void play() {
-        trapped(
-            [this] {
-                while (!rest_.empty()) {
-                    step();
-                    check();
-                    require(!rig_.link.DataBusy && rig_.TimerProcess.Enabled());
-                }
-            },
-            [](const RunTimeError &error) { require(error.number() == RunTimeError::Overflow); });
+        const int error = errorNumberOf([this] {
+            while (!rest_.empty()) {
+                step();
+                require(!rig_.link.DataBusy && rig_.TimerProcess.Enabled());
+            }
+        });
+        require(error == 0 || error == ErrorNumber::Overflow);
         check();
     }
 
 private:
     enum Act : std::uint8_t { Arrive, ArriveToo, Tick, LinkLost, Fault, Burst, Operator, Chart, acts };
 
-    void step() {
+    void act() {
         using namespace std::chrono_literals;
         switch (take() % acts) {
         case Arrive:
         case ArriveToo:
-            arrive(takeBytes(take()));
-            break;
+            return arrive(takeBytes(take()));
         case Tick:
-            rig_.clock.advance(700ms);
-            break;
+            return rig_.clock.advance(700ms);
         case LinkLost:
-            rig_.clock.advance(10s);
-            break;
+            return rig_.clock.advance(10s);
         case Fault:
-            rig_.ComPort.raise(1001 + take() % 10);
-            break;
+            return rig_.ComPort.raise(1001 + take() % 10);
         case Burst: {
             const int times = take() * 16;
-            const QByteArray bytes = takeBytes(16);
-            arrive(bytes.repeated(times));
-            break;
+            return arrive(takeBytes(16).repeated(times));
         }
         case Operator:
-            take() % 2 == 0 ? rig_.session.mnuStart_Click() : rig_.session.mnuStop_Click();
-            break;
-        case Chart: {
+            return take() % 2 == 0 ? rig_.session.mnuStart_Click() : rig_.session.mnuStop_Click();
+        case Chart:
             const int how = take();
             full_.reset();
             if ((how & 3) != 0)
                 full_.emplace(std::size_t{100000});
             rig_.options.DataLogging = (how & 4) == 0;
-            break;
         }
-        }
+    }
+
+    void step() {
+        act();
+        check();
     }
 
     /// Events go on under a dialog until the operator answers it.
@@ -81,10 +71,8 @@ private:
         if (depth_ == 3)
             return;
         ++depth_;
-        for (int steps = take() % 8; steps > 0 && !rest_.empty(); --steps) {
+        for (int steps = take() % 8; steps > 0 && !rest_.empty(); --steps)
             step();
-            check();
-        }
         --depth_;
     }
 
@@ -104,17 +92,9 @@ private:
         require(rig_.log.data().samples.size() <= rig_.run.LogSampleCount);
     }
 
-    static void require(bool holds) {
-        if (!holds)
-            throw std::logic_error("the stream broke the acquisition");
-    }
-
     std::uint8_t take() {
-        if (rest_.empty())
-            return 0;
-        const std::uint8_t byte = rest_.front();
-        rest_ = rest_.subspan(1);
-        return byte;
+        const QByteArray byte = takeBytes(1);
+        return byte.isEmpty() ? 0 : std::uint8_t(byte[0]);
     }
     QByteArray takeBytes(std::size_t count) {
         const auto taken = rest_.first(std::min(count, rest_.size()));

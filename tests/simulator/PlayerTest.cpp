@@ -1,27 +1,68 @@
 // SPDX-License-Identifier: MIT
-#include "Played.h"
-#include "simulator/InstrumentStream.h"
+#include "simulator/Player.h"
+
 #include "simulator/Replay.h"
 
+#include <QDirIterator>
+#include <QFile>
 #include <gmock/gmock.h>
 
-#include <cmath>
-
 namespace {
-
-using testing::ElementsAre;
-using testing::FloatNear;
 
 const Player::Settings letters{.kind = InstrumentKind::Letters};
 
 std::string hex(const QByteArray &bytes) { return bytes.toHex(' ').toStdString(); }
 
+/// A script played to its end as fast as it goes.
+struct Played {
+    explicit Played(const QString &script, const Player::Settings &settings = {}) {
+        Player player{parseRunScript(script), settings};
+        while (const std::optional<LineTick> tick = player.next()) {
+            ticks.push_back(*tick);
+            bytes += tick->bytes;
+        }
+    }
+
+    /// In order, but for those of some letters. Of a pair, the UV letter is enough: "R1 V V E2 V M R0 U".
+    std::string blocks(const QByteArray &leftOut = "CF") const {
+        QStringList found;
+        for (qsizetype at = 0; at + 2 < bytes.size();) {
+            const char letter = bytes[at + 1];
+            const bool isNews = QByteArrayView{"EHPR"}.contains(letter);
+            if (!leftOut.contains(letter))
+                found += QLatin1Char(letter) + (isNews ? QString::number(bytes[at + 2]) : QString{});
+            at = letter == 'M' ? bytes.indexOf('\x96', at + 2) + 1 : at + (isNews ? 3 : 6);
+        }
+        return found.join(' ').toStdString();
+    }
+
+    std::vector<LineTick> ticks;
+    QByteArray bytes;
+};
+
+/// What a detector showed, by its column in the record of the truth.
+std::vector<float> shown(int column, const QString &script) {
+    std::vector<float> values;
+    TruthRecord truth{[&](const QByteArray &row) {
+        if (row.contains("\tsample\t"))
+            values.push_back(row.split('\t')[column].toFloat());
+    }};
+    Played{script, {.truth = &truth}};
+    return values;
+}
+
+QString textOf(const QString &path) {
+    QFile file{path};
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return QString::fromUtf8(file.readAll());
+}
+
 TEST(Player, sendsPairsAndASignOfLifeEachSecond) {
-    EXPECT_EQ(hex(Played{"uv 1\ncond 2\nstart\nwait 0.2s"}.bytes()),
+    EXPECT_EQ(hex(Played{"uv 1\ncond 2\nstart\nwait 0.2s"}.bytes),
               "96 52 01 96 56 3f 80 00 00 96 43 40 00 00 00 96 46 00 00 00 00");
-    EXPECT_EQ(hex(Played{"uv 1\ncond 2\nstart\nwait 0.2s", letters}.bytes()),
+    EXPECT_EQ(hex(Played{"uv 1\ncond 2\nstart\nwait 0.2s", letters}.bytes),
               "96 45 04 96 56 3f 80 00 00 96 43 40 00 00 00");
-    EXPECT_EQ(Played{"wait 10s"}.bytes().size(), 10 * (60 + 6));
+    EXPECT_EQ(Played{"wait 10s"}.bytes.size(), 10 * (60 + 6));
 }
 
 TEST(Player, tellsTheSameRunInTheWayOfEitherKind) {
@@ -33,25 +74,24 @@ TEST(Player, tellsTheSameRunInTheWayOfEitherKind) {
 }
 
 TEST(Player, aGradientStandsStillInAHoldAndAPeakOnlyInAPause) {
-    const Played held{"gradient 0 to 5 over 1s\nwait 0.4s\nhold\nwait 0.4s\ncontinue\nwait 1s"};
-    EXPECT_THAT(held.values("C"), ElementsAre(0, 1, 2, 2, 2, 3, 4, 5, 5));
-    const Played peak{
-        "peak at 0.4s height 1 width 0.4s\nwait 0.4s\nhold\nwait 0.2s\npause\nwait 0.4s\nresume\nwait 0.4s"};
-    EXPECT_THAT(peak.values("UV"),
-                ElementsAre(FloatNear(1.0 / 16, 1e-6), 0.5F, 1, 0.5F, 0.5F, 0.5F, FloatNear(1.0 / 16, 1e-6)));
+    EXPECT_THAT(shown(7, "gradient 0 to 5 over 1s\nwait 0.4s\nhold\nwait 0.4s\ncontinue\nwait 1s"),
+                testing::ElementsAre(0, 1, 2, 2, 2, 3, 4, 5, 5));
+    EXPECT_THAT(shown(6, "peak at 0.4s height 1 width 0.4s\nwait 0.4s\nhold\nwait 0.2s\npause\nwait 0.4s\nresume\n"
+                         "wait 0.4s"),
+                testing::Pointwise(testing::FloatNear(1e-6F), {0.0625F, 0.5F, 1.0F, 0.5F, 0.5F, 0.5F, 0.0625F}));
 }
 
 TEST(Player, theSeedDecidesTheNoiseAndNotANumberIsSentAsItIs) {
     const QString noisy = "noise uv 0.1\ngarbage 9\nwait 1s";
-    EXPECT_EQ(Played{noisy}.bytes(), Played{noisy}.bytes());
-    EXPECT_NE(Played{noisy}.bytes(), (Played{noisy, {.seed = 2}}.bytes()));
-    EXPECT_TRUE(std::isnan(Played{"uv nan\nwait 0.2s"}.values("U").front()));
+    EXPECT_EQ(Played{noisy}.bytes, Played{noisy}.bytes);
+    EXPECT_NE(Played{noisy}.bytes, (Played{noisy, {.seed = 2}}.bytes));
+    EXPECT_TRUE(hex(Played{"uv nan\nwait 0.2s"}.bytes).starts_with("96 55 7f c0 00 00"));
 }
 
 TEST(Player, faultsStandBeforeThePairTheyDisturb) {
-    EXPECT_EQ(hex(Played{"half U\nbad E 9\nunknown G\nraw 96 00 ff"}.bytes()), "96 55 3f 80 96 45 09 96 47 96 00 ff");
-    EXPECT_EQ(Played{"garbage 500"}.bytes().size(), 500);
-    EXPECT_FALSE(hex(Played{"half M"}.bytes()).ends_with("96"));
+    EXPECT_EQ(hex(Played{"half U\nbad E 9\nunknown G\nraw 96 00 ff"}.bytes), "96 55 3f 80 96 45 09 96 47 96 00 ff");
+    EXPECT_EQ(Played{"garbage 500"}.bytes.size(), 500);
+    EXPECT_FALSE(hex(Played{"half M"}.bytes).ends_with("96"));
 }
 
 TEST(Player, silenceAndAPulledPlugTakeTheirTimeAndSendNothing) {
@@ -65,21 +105,22 @@ TEST(Player, silenceAndAPulledPlugTakeTheirTimeAndSendNothing) {
     EXPECT_EQ(unplugged.ticks[3].bytes.size(), 12);
 }
 
-TEST(Player, aLongBlockTakesTheTimeThatTheLineNeeds) {
-    const Played method{"method\n| " + QString{600, 'x'} + "\nwait 1s", letters};
-    EXPECT_EQ(method.ticks[0].bytes.size(), 192); // 9600 baud
-    EXPECT_EQ(method.ticks.size(), 5);
-    EXPECT_EQ(method.bytes().size(), 603 + 60);
-    EXPECT_EQ(method.blocks(), "M U U U U U");
-}
-
 TEST(Player, aScriptThatSendsMoreThanTheLineCarriesStandsStill) {
     int told = 0;
     TruthRecord truth{[&](const QByteArray &row) { told += row.contains("garbage") ? 1 : 0; }};
     Player player{parseRunScript("garbage 1000000\nwait 0.2s\nloop"), {.loops = true, .truth = &truth}};
     for (int ticks = 0; ticks < 100; ++ticks)
-        EXPECT_EQ(player.next()->bytes.size(), 192);
+        EXPECT_EQ(player.next()->bytes.size(), 192); // 9600 baud
     EXPECT_EQ(told, 3);
+}
+
+TEST(Player, theDemonstrationShowsAllThatAnInstrumentCanTell) {
+    const QString script = textOf(":/simulator/demo.velquin");
+    EXPECT_TRUE(parseRunScript(script).loops);
+    EXPECT_EQ(Played{script}.blocks("CFUV"), "P1 R1 E2 E2 E2 R3 R1 E2 R2 R1 E8 E2 R0 M P0");
+    EXPECT_EQ((Played{script, letters}.blocks("CFUV")), "E4 E2 E2 E2 H1 H2 E2 E8 E2 E3 M");
+    for (QDirIterator runs{RUNS_FOLDER, {"*.velquin"}}; runs.hasNext();)
+        EXPECT_FALSE(Played{textOf(runs.next())}.ticks.empty());
 }
 
 TEST(TruthRecord, tellsEachPairToTheBitAndAllNewsInOrder) {
@@ -94,9 +135,8 @@ TEST(TruthRecord, tellsEachPairToTheBitAndAllNewsInOrder) {
 
 TEST(Replay, sendsACaptureUnchangedAtThePaceOfPairs) {
     Replay replay{QByteArray{30, 'x'}};
-    EXPECT_EQ(replay.next()->bytes.size(), 12);
-    EXPECT_EQ(replay.next()->bytes.size(), 12);
-    EXPECT_EQ(replay.next()->bytes.size(), 6);
+    for (const qsizetype size : {12, 12, 6})
+        EXPECT_EQ(replay.next()->bytes.size(), size);
     EXPECT_FALSE(replay.next());
 }
 

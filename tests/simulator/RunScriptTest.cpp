@@ -16,18 +16,14 @@ std::string mistakeIn(const QString &text) {
 
 Step onlyStep(const QString &text) { return parseRunScript(text).steps.at(0); }
 
-TEST(RunScript, readsStatementsWithTimesAndWhatMayBeLeftOut) {
+TEST(RunScript, readsStatementsAndTheTextOfAMethod) {
     EXPECT_EQ(onlyStep("  wait 1.5m  # a comment").seconds, 90);
     EXPECT_EQ(onlyStep("wait 1h").seconds, 3600);
     EXPECT_EQ(onlyStep("peak at 90s height 0.8 width 20s").tail, 1);
-}
-
-TEST(RunScript, aMethodIsTheLinesBehindItsBars) {
     EXPECT_EQ(onlyStep("method\n| Line 1 # no comment\n|\n  |   indented\r\n").bytes,
               "Line 1 # no comment\r\n\r\n  indented");
     EXPECT_EQ(onlyStep("method").bytes, "");
-    const RunScript two = parseRunScript("method\n| a\nmethod\n| b");
-    EXPECT_EQ(two.steps.at(1).bytes, "b");
+    EXPECT_EQ(parseRunScript("method\n| a\nmethod\n| b").steps.at(1).bytes, "b");
 }
 
 TEST(RunScript, kindAndLoopAreOfTheWholeRun) {
@@ -35,31 +31,31 @@ TEST(RunScript, kindAndLoopAreOfTheWholeRun) {
     EXPECT_EQ(script.kind, InstrumentKind::Letters);
     EXPECT_TRUE(script.loops);
     EXPECT_EQ(script.steps.size(), 1);
-    EXPECT_FALSE(parseRunScript("").loops);
 }
 
 TEST(RunScript, saysWhereAMistakeStandsAndWhatIsExpected) {
-    EXPECT_EQ(mistakeIn("start\n\n  stop"), "3:3: no statement begins with \"stop\"");
-    EXPECT_EQ(mistakeIn("wait 3"), "1:6: \"3\" stands where a time such as 0.4s, 90s or 2m, at most 100h is expected");
-    EXPECT_EQ(mistakeIn("wait"), "1:5: the line ends where a time such as 0.4s, 90s or 2m, at most 100h is expected");
-    EXPECT_EQ(mistakeIn("noise vu 1"), "1:7: \"vu\" stands where \"uv\" or \"cond\" is expected");
-    EXPECT_EQ(mistakeIn("uv 1 2"), "1:6: \"2\" stands where the end of the line is expected");
-    EXPECT_EQ(mistakeIn("peak at 1s height 1 width 1s tail"), "1:34: the line ends where a number above 0 is expected");
-    EXPECT_EQ(mistakeIn("peak at 1s height nan width 1s"), "1:19: \"nan\" stands where a number is expected");
-    EXPECT_EQ(mistakeIn("half X"), "1:6: \"X\" stands where the letter of a block is expected");
-    EXPECT_EQ(mistakeIn("raw 0F +f"), "1:8: \"+f\" stands where a byte of two hexadecimal digits is expected");
-    EXPECT_EQ(mistakeIn("unknown \u00E9"), "1:9: \"\u00E9\" stands where one ASCII character is expected");
-    EXPECT_EQ(mistakeIn("raw"), "1:4: the line ends where a byte of two hexadecimal digits is expected");
-    EXPECT_EQ(mistakeIn("| text"), "1:1: a line of text can only follow \"method\"");
-}
-
-TEST(RunScript, refusesWhatCannotBePlayed) {
-    EXPECT_EQ(mistakeIn("start\nkind letters"), "2:1: \"kind\" must be the first statement");
-    EXPECT_EQ(mistakeIn("start\nwait 0.05s\n\tloop"), "3:2: a loop needs a \"wait\" of 0.2s or more");
-    EXPECT_EQ(mistakeIn("wait 1s\nloop\nend"), "3:1: nothing can follow \"loop\"");
-    EXPECT_EQ(mistakeIn(QString{"method\n| a"} + QChar{0x96}),
-              QString{"2:4: a method cannot hold U+0096"}.toStdString());
-    EXPECT_EQ(mistakeIn("method\n| \u00E9 \U0001F600"), "2:5: a method cannot hold U+1F600");
+    // clang-format off
+    constexpr const char *mistakes[][2] = {
+        {"start\n\n  stop",                  "3:3: no statement begins with \"stop\""},
+        {"wait 3",                           "1:6: \"3\" stands where a time such as 0.4s, 90s or 2m, at most 100h is expected"},
+        {"wait",                             "1:5: the line ends where a time such as 0.4s, 90s or 2m, at most 100h is expected"},
+        {"noise vu 1",                       "1:7: \"vu\" stands where \"uv\" or \"cond\" is expected"},
+        {"uv 1 2",                           "1:6: \"2\" stands where the end of the line is expected"},
+        {"peak at 1s height 1 width 1s tail", "1:34: the line ends where a number above 0 is expected"},
+        {"peak at 1s height nan width 1s",   "1:19: \"nan\" stands where a number is expected"},
+        {"half X",                           "1:6: \"X\" stands where the letter of a block is expected"},
+        {"raw 0F +f",                        "1:8: \"+f\" stands where a byte of two hexadecimal digits is expected"},
+        {"unknown \u00E9",                   "1:9: \"\u00E9\" stands where one ASCII character is expected"},
+        {"| text",                           "1:1: a line of text can only follow \"method\""},
+        {"start\nkind letters",              "2:1: \"kind\" must be the first statement"},
+        {"start\nwait 0.05s\n\tloop",        "3:2: a loop needs a \"wait\" of 0.2s or more"},
+        {"wait 1s\nloop\nend",               "3:1: nothing can follow \"loop\""},
+        {"method\n| a\u0096",                "2:4: a method cannot hold U+0096"},
+        {"method\n| \u00E9 \U0001F600",      "2:5: a method cannot hold U+1F600"},
+    };
+    // clang-format on
+    for (const auto &[script, mistake] : mistakes)
+        EXPECT_EQ(mistakeIn(script), mistake);
 }
 
 } // namespace

@@ -1,40 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "simulator/Transmitter.h"
 
+#include "simulator/Player.h"
+
 #include <QCoreApplication>
 #include <QThread>
 #include <fcntl.h>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <numeric>
 
 namespace {
 
-/// Ticks laid ready.
-class Ticks : public LineSource {
-public:
-    void add(int count, bool plugged = true) {
-        for (int tick = 0; tick < count; ++tick) {
-            const QByteArray bytes{plugged ? 192 : 0, char('a' + int(ticks_.size()) % 26)};
-            ticks_.push_back({plugged, bytes});
-            all += bytes;
-        }
-    }
-    std::optional<LineTick> next() override {
-        if (taken == 0)
-            QThread::msleep(stall);
-        return taken < ticks_.size() ? std::optional{ticks_[taken++]} : std::nullopt;
-    }
-
-    QByteArray all;
-    size_t taken = 0;
-    unsigned long stall = 0; ///< ms, before the first
-
-private:
-    std::vector<LineTick> ticks_;
-};
-
+/// A script is played to a listener that reads every 10 ms and so receives all of it.
 class TransmitterTest : public testing::Test {
 protected:
     TransmitterTest() {
@@ -50,19 +28,24 @@ protected:
         reading.start(10);
     }
 
-    /// Plays all of it to a listener that reads every 10 ms.
-    void play(double speed) {
-        plug.set(true);
-        Transmitter transmitter{source, plug, {speed, [this](const QByteArray &bytes) { noteSent(bytes.size()); }}};
+    void play(const QString &script, double speed) {
+        Player player{parseRunScript(script), {}};
+        Player same{parseRunScript(script), {}};
+        Transmitter transmitter{player, plug, {speed, [this](const QByteArray &taken) { noteSent(taken.size()); }}};
         transmitter.finished = [] { QCoreApplication::exit(); };
+        plug.set(true);
         clock.start();
         transmitter.start();
         QCoreApplication::exec();
+        QByteArray all;
+        while (const std::optional<LineTick> tick = same.next())
+            all += tick->bytes;
+        EXPECT_EQ(received, all);
     }
 
     void noteSent(qsizetype count) {
-        if (bursts.empty() || clock.elapsed() - lastSent > 400) {
-            pauses.push_back(bursts.empty() ? 0 : clock.elapsed() - lastSent);
+        if (const qint64 pause = clock.elapsed() - lastSent; pause > 400) {
+            shortestPause = std::min(shortestPause, pause);
             bursts.push_back(0);
         }
         bursts.back() += count;
@@ -71,44 +54,33 @@ protected:
 
     int argc = 0;
     QCoreApplication application{argc, nullptr};
-    Ticks source;
     Plug plug;
     SystemFile line;
     QTimer reading;
     QByteArray received;
     int ports = 0;
     QElapsedTimer clock;
-    qint64 lastSent = 0;
-    std::vector<qsizetype> bursts; // bytes
-    std::vector<qint64> pauses;    // ms before each
+    qint64 lastSent = 0;              // ms
+    qint64 shortestPause = 1'000'000; // ms
+    std::vector<qsizetype> bursts{0}; // bytes
 };
 
 TEST_F(TransmitterTest, aFastPlayComesInBurstsThatTheRecorderCanTakeAndLosesNothing) {
-    source.add(30);
-    source.add(2, false);
-    source.add(3);
-    play(20);
-    EXPECT_EQ(received, source.all);
+    play("garbage 5760\nsilence 6s\nunplug 0.4s\ngarbage 576\nwait 0.6s", 20);
     EXPECT_EQ(ports, 2);
     EXPECT_GE(bursts.size(), 4); // as the first has but one tick, and the plug is pulled
     EXPECT_LT(std::ranges::max(bursts), 5000);
-    pauses.erase(pauses.begin());
-    EXPECT_GE(std::ranges::min(pauses), 795);
+    EXPECT_GE(shortestPause, 795);
 }
 
 TEST_F(TransmitterTest, aBurstBeyondWhatTheLineHoldsWaitsForTheListener) {
-    source.add(600);
-    play(1000);
+    play("garbage 115200", 1000);
     EXPECT_GT(std::ranges::max(bursts), 100'000);
-    EXPECT_EQ(received, source.all);
 }
 
 TEST_F(TransmitterTest, afterAStandstillItGoesOnWhereItStood) {
-    source.add(14);
-    source.stall = 4000;
-    play(1);
-    ASSERT_FALSE(bursts.empty());
-    EXPECT_EQ(received, source.all);
+    QTimer::singleShot(0, [] { QThread::msleep(4000); });
+    play("wait 2.8s", 1);
     EXPECT_GT(clock.elapsed(), 4000 + 400); // two seconds are caught up, the rest comes in its time
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "fuzz/StreamScenario.h"
+#include SCENARIO_FILE // see CMakeLists.txt
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
-    StreamScenario({data, size}).play();
+    SCENARIO({data, size}).play();
     return 0;
 }
