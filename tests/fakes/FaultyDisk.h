@@ -31,13 +31,15 @@ public:
         return failing ? nullptr : FileOperations::nextEntry(folder);
     }
     ssize_t write(int fd, const void *data, std::size_t size) override {
+        size = std::min(size, most_);
         if (!fails())
-            return FileOperations::write(fd, data, std::min(size, most_));
+            return FileOperations::write(fd, data, size);
         FileOperations::write(fd, data, size / 2);
         errno = error_;
         return -1;
     }
     ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position) override {
+        size = std::min(size, most_);
         if (!fails())
             return FileOperations::writeAt(fd, data, size, position);
         FileOperations::writeAt(fd, data, size / 2, position);
@@ -70,4 +72,10 @@ private:
     int error_;
     std::size_t most_;
     int count_ = 0;
+};
+
+/// The computer's own disk is full, as long as this is there.
+struct FullDisk : FaultyDisk {
+    FullDisk() : FaultyDisk(0, ENOSPC, 0) { standIn(this); }
+    ~FullDisk() override { standIn(nullptr); }
 };
