@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "base/RunTimeError.h"
-#include "base/Steps.h"
+#include "desktop/EndSignals.h"
 #include "desktop/InstanceLock.h"
 #include "desktop/QtPrompts.h"
 #include "desktop/QtTimer.h"
-#include "fakes/FaultyDisk.h"
+#include "desktop/SessionEnd.h"
 #include "fakes/TestFolder.h"
-#include "files/TextFile.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 
+#include <csignal>
 #include <optional>
 
 namespace {
@@ -104,6 +104,56 @@ TEST_F(QtPromptsTest, theMousePointerGoesBackHoweverOftenItWasSet) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
+TEST(EndSignalsTest, theFirstSignalIsMetOnceFromInsideAnotherLoop) {
+    for (const int number : {SIGTERM, SIGHUP})
+        std::signal(number, SIG_DFL);
+    std::signal(SIGINT, SIG_IGN);
+    int met = 0;
+    {
+        QEventLoop modal;
+        const EndSignals signals_([&] {
+            ++met;
+            std::raise(SIGTERM);
+            QTest::qWait(20); // as under a box that tells of a full disk
+            modal.quit();
+        });
+        std::raise(SIGINT);
+        QTest::qWait(20);
+        std::raise(SIGHUP);
+        EXPECT_EQ(met, 0);
+        modal.exec();
+    }
+    EXPECT_EQ(met, 1);
+    EXPECT_EQ(std::signal(SIGTERM, SIG_DFL), SIG_DFL);
+    EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_IGN);
+}
+
+TEST(SessionEndTest, theSessionEndsAsItWasAgreedLast) {
+    std::string course;
+    bool answer = true;
+    SessionEnd session;
+    session.askToEnd = [&] {
+        course += "ask ";
+        EXPECT_FALSE(session.mayEnd(true)); // logged out again over the open question
+        return answer;
+    };
+    session.endsUnasked = [&] { course += "write "; };
+    session.ends = [&](bool agreed) { course += agreed ? "end " : "die "; };
+    const auto quit = [] {
+        QEvent event(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &event);
+    };
+    for (const bool agreed : {true, false}) {
+        answer = agreed;
+        EXPECT_EQ(session.mayEnd(true), agreed);
+        quit();
+    }
+    answer = true;
+    EXPECT_TRUE(session.mayEnd(true) && session.mayEnd(false));
+    quit();
+    EXPECT_EQ(course, "ask end ask die ask write die ");
+}
+
 TEST(InstanceLockTest, aCopyIsSeenAsLongAsAnyOtherRuns) {
     const TestFolder folder;
     std::optional<InstanceLock> first(folder.path());
@@ -112,17 +162,6 @@ TEST(InstanceLockTest, aCopyIsSeenAsLongAsAnyOtherRuns) {
     EXPECT_TRUE(second.PrevInstance());
     first.reset();
     EXPECT_TRUE(InstanceLock(folder.path()).PrevInstance());
-}
-
-TEST(TextFileTest, entriesAddUpAndAFullDiskIsTold) {
-    const TestFolder folder;
-    const QString path = folder.at("ChartErr.log");
-    TextFile::append(path, "eins\r\n");
-    TextFile::append(path, "zwölf\r\n");
-    EXPECT_EQ(folder.content(path), "eins\r\nzwölf\r\n");
-    const FullDisk full;
-    EXPECT_EQ(errorNumberOf([&] { TextFile::append(path, "x"); }), RunTimeError::DiskFull);
-    EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.at("none/x"), "x"); }), RunTimeError::PathNotFound);
 }
 
 } // namespace

@@ -123,15 +123,11 @@ TEST_F(QtCommonDialogTest, aCancelLeavesNoNameAndRaisesWhenAsked) {
     EXPECT_EQ(errorNumberOf([this] { setUp("x", Unasked, 1, Qt::Key_Escape); }), RunTimeError::DialogCancelled);
 }
 
-TEST_F(QtCommonDialogTest, overwritingAsksWhenItIsToAndWhatIsOfferedCanBeTaken) {
-    folder.lay("Default.chl");
-    EXPECT_EQ(saved("", QMessageBox::No), "");
-    ComDlg.FileName = folder.at("Default.chl");
-    EXPECT_EQ(saved("", QMessageBox::Yes), "Default.chl");
-    ComDlg.Flags = 0;
-    EXPECT_EQ(saved("Default"), "Default.chl");
-    ComDlg.FileName = "/gone with its drive/run.chl"; // its name alone is offered where the last file was
+TEST_F(QtCommonDialogTest, whatIsOfferedCanBeTaken) {
+    ComDlg.FileName = folder.at("run.chl");
     EXPECT_EQ(saved(""), "run.chl");
+    ComDlg.FileName = "/gone with its drive/last.chl"; // its name alone is offered where the last file was
+    EXPECT_EQ(saved(""), "last.chl");
     folder.lay("plain");
     whenUp<QFileDialog>([](const QFileDialog &dialog) { enter(dialog, "plain"); });
     ComDlg.ShowOpen(); // a file without extension stays what it is
@@ -140,12 +136,12 @@ TEST_F(QtCommonDialogTest, overwritingAsksWhenItIsToAndWhatIsOfferedCanBeTaken) 
 
 TEST_F(QtCommonDialogTest, aNameToSaveUnderEndsInTheExtension) {
     ASSERT_TRUE(QDir(folder.path()).mkdir("sub.d"));
-    const std::pair<const char *, const char *> names[] = {
-        {"SEC 3.1", "SEC 3.1.chl"}, {"run.CHL", "run.CHL"},   {"runchl", "runchl.chl"},       {"run.", "run.chl"},
-        {"run.chl  ", "run.chl"},   {"SEC 3. ", "SEC 3.chl"}, {"sub.d/a.b", "sub.d/a.b.chl"},
-    };
-    for (const auto &[typed, file] : names)
-        EXPECT_EQ(saved(typed), file);
+    EXPECT_EQ(saved("SEC 3.1"), "SEC 3.1.chl");
+    EXPECT_EQ(saved("run.CHL"), "run.CHL");
+    EXPECT_EQ(saved("runchl"), "runchl.chl");
+    EXPECT_EQ(saved("run.chl  "), "run.chl");
+    EXPECT_EQ(saved("SEC 3. "), "SEC 3.chl");
+    EXPECT_EQ(saved("sub.d/a.b"), "sub.d/a.b.chl");
     whenUp<QFileDialog>([](const QFileDialog &dialog) { // into a folder, and a name there
         enter(dialog, "../sub.d");
         enter(dialog, "c.d");
@@ -163,6 +159,8 @@ TEST_F(QtCommonDialogTest, whatIsReplacedOrRefusedIsTheCompletedName) {
     for (const char *refused : {"box", "none/", "none/x", "   ", "5\" column"})
         EXPECT_EQ(saved(refused, QMessageBox::Ok), "") << refused;
     EXPECT_EQ(saved(QString(252, 'x'), QMessageBox::Ok), "");
+    ComDlg.Flags = 0;
+    EXPECT_EQ(saved("SEC 3.1"), "SEC 3.1.chl");
 }
 
 TEST_F(QtCommonDialogTest, theSetupDecidesOnTheCopiesAndEachPrintGetsAFileOfItsOwn) {

@@ -53,14 +53,10 @@ using Events = std::vector<int>;
 class QtSerialControlTest : public testing::Test {
 protected:
     QtSerialControlTest() {
-        ComPort.OnComm = [this] {
-            events.push_back(ComPort.CommEvent());
-            if (taking)
-                input += ComPort.Input();
-        };
+        ComPort.OnComm = [this] { events.push_back(ComPort.CommEvent()); };
     }
 
-    int open(QtSerialControl &control, qint16 number = 1) {
+    static int open(QtSerialControl &control, qint16 number = 1) {
         control.setCommPort(number);
         return errorNumberOf([&] { control.setPortOpen(true); });
     }
@@ -75,8 +71,8 @@ protected:
     int openedByUser() const {
         ::chmod(instrument.path().toLocal8Bit().constData(), 0666);
         return exitStatusOfUser([this] {
-            QtSerialControl control(nullptr, "ComPort", [this](int number) { return devices[number]; });
-            return errorNumberOf([&] { control.setPortOpen(true); }) == 0 ? 0 : 1;
+            QtSerialControl control(nullptr, "ComPort", device);
+            return open(control) == 0 ? 0 : 1;
         });
     }
     Events eventsAfter(const QByteArray &bytes) {
@@ -97,32 +93,29 @@ protected:
     QString lockFile = PortLocks::fileOfQSerialPort(instrument.path());
     QString devices[4]{{}, instrument.path(), folder.at("instrument"), {}};
     std::optional<LineCounters> counters;
-    QtSerialControl ComPort{nullptr, "ComPort", [this](int number) { return devices[number]; },
-                            [this](const SerialDevice &) { return counters; }};
-    QtSerialControl CommTmp{nullptr, "CommTmp", [this](int number) { return devices[number]; }};
+    const QtSerialControl::DeviceOfPort device = [this](int number) { return devices[number]; };
+    QtSerialControl ComPort{nullptr, "ComPort", device, [this](const SerialDevice &) { return counters; }};
+    QtSerialControl CommTmp{nullptr, "CommTmp", device};
     Events events;
-    QByteArray input;
-    bool taking = false; ///< the handler takes what waits
 };
 
 TEST_F(QtSerialControlTest, theTerminalCountsToTheThreshold) {
-    const Events received{SerialControl::Receive};
     ComPort.setRThreshold(50);
     ASSERT_EQ(open(ComPort), 0);
     EXPECT_EQ(countsTo(), 50);
     EXPECT_EQ(eventsAfter(QByteArray(30, 'a')), Events{});
     EXPECT_EQ(ComPort.InBufferCount(), 30);
     EXPECT_EQ(eventsAfter(QByteArray(19, 'b')), Events{});
-    EXPECT_EQ(eventsAfter("\x96\r\n"), received);
+    EXPECT_EQ(eventsAfter("\x96\r\n"), Events{SerialControl::Receive});
     EXPECT_EQ(countsTo(), 1);
-    EXPECT_EQ(eventsAfter("c"), received); // what is not taken raises an event at each arrival
+    EXPECT_EQ(eventsAfter("c"), Events{SerialControl::Receive}); // what is not taken raises an event at each arrival
     EXPECT_EQ(ComPort.Input(), QByteArray(30, 'a') + QByteArray(19, 'b') + "\x96\r\nc");
     EXPECT_EQ(countsTo(), 50);
     EXPECT_EQ(eventsAfter("rest"), Events{});
     EXPECT_EQ(ComPort.Input(), "rest");
     EXPECT_EQ(ComPort.InBufferCount(), 0);
-    taking = true;
-    EXPECT_EQ(eventsAfter(QByteArray(60, 'd')), received);
+    ComPort.OnComm = [this] { EXPECT_EQ(ComPort.Input().size(), 60); };
+    eventsAfter(QByteArray(60, 'd'));
     EXPECT_EQ(countsTo(), 50);
 }
 
@@ -169,10 +162,10 @@ TEST_F(QtSerialControlTest, whatIsMissingOrNoTerminalIsAnInvalidPort) {
     ASSERT_EQ(::mkfifo(folder.native("fifo").constData(), 0666), 0);
     folder.lay("file");
     ASSERT_TRUE(QFile::link(folder.at("loop"), folder.at("loop")));
-    for (const char *device : {"/dev/ttyNone", "/dev/null", ".", "fifo", "file", "loop"}) {
-        devices[3] = folder.at(device);
-        EXPECT_EQ(open(ComPort, 3), RunTimeError::InvalidPortNumber) << device;
-        EXPECT_FALSE(QFile::exists(PortLocks::fileOfQSerialPort(devices[3]))) << device;
+    for (const char *other : {"/dev/ttyNone", "/dev/null", ".", "fifo", "file", "loop"}) {
+        devices[3] = folder.at(other);
+        EXPECT_EQ(open(ComPort, 3), RunTimeError::InvalidPortNumber) << other;
+        EXPECT_FALSE(QFile::exists(PortLocks::fileOfQSerialPort(devices[3]))) << other;
     }
     devices[3].clear();
     EXPECT_EQ(open(ComPort, 3), RunTimeError::InvalidPortNumber);
@@ -292,6 +285,7 @@ TEST_F(QtSerialControlTest, anErrorOfTheHandlerKeepsNoEventFromIt) {
 TEST_F(QtSerialControlTest, theLineLivesOnUnderADialogOfTheHandler) {
     plugIn(instrument);
     bool dialog = false;
+    QByteArray input;
     ComPort.OnComm = [&] {
         input += ComPort.Input();
         if (std::exchange(dialog, true))

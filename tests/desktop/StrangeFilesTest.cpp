@@ -4,6 +4,7 @@
 #include "desktop/Folders.h"
 #include "desktop/InstanceLock.h"
 #include "desktop/QtSettingsStore.h"
+#include "fakes/FaultyDisk.h"
 #include "fakes/TestFolder.h"
 #include "files/Directories.h"
 #include "files/TextFile.h"
@@ -74,6 +75,16 @@ TEST_F(StrangeFilesTest, foldersAreTheUsersAloneAndThoseThatStandStayAsTheyAre) 
     folder.lay("file");
     EXPECT_EQ(descriptionOf([&] { makePath(folder.at("file/ostrel")); }),
               folder.at("file").toStdString() + ": Not a directory");
+}
+
+TEST_F(StrangeFilesTest, entriesAddUpAndAFullDiskIsTold) {
+    const QString path = folder.at("ChartErr.log");
+    TextFile::append(path, "eins\r\n");
+    TextFile::append(path, "zwölf\r\n");
+    EXPECT_EQ(folder.content(path), "eins\r\nzwölf\r\n");
+    const FullDisk full;
+    EXPECT_EQ(errorNumberOf([&] { TextFile::append(path, "x"); }), RunTimeError::DiskFull);
+    EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.at("none/x"), "x"); }), RunTimeError::PathNotFound);
 }
 
 TEST(RunTimeErrorTest, aFailureWithoutAReasonIsNotToldAsASuccess) {
