@@ -11,23 +11,12 @@
 
 namespace {
 
-const QStringList awkward{"Default|14.03.26|09:26|123",
-                          "Größe – 温度",
-                          "a,b",
-                          "\"",
-                          " leading",
-                          "trailing ",
-                          "@x",
-                          "@@",
-                          "@Variant(x)",
-                          "",
-                          "C:\\new\\x41",
-                          "a;b=c",
-                          "line\r\nline\ttab",
-                          QString(u'\x1') + "beef",
-                          "'",
-                          "%41",
-                          "#no comment"};
+// clang-format off
+const QStringList awkward{
+    "Default|14.03.26|09:26|123", "Größe – 温度", "a,b", "a;b", "a=b", " leading", "trailing ", "@x", "@@", "@Variant(x)", "",
+    "\"", "'", "C:\\new\\x41", "line\r\nline\ttab", QString(u'\x1') + "beef", "%41", "#no comment",
+};
+// clang-format on
 
 class QtSettingsStoreTest : public testing::Test {
 protected:
