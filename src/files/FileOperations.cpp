@@ -2,7 +2,6 @@
 #include "files/FileOperations.h"
 
 #include <QFile>
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -23,6 +22,8 @@ int FileOperations::open(const char *path, int flags, mode_t mode) { return ::op
 ssize_t FileOperations::readAt(int fd, const iovec *pieces, int count, off_t position) {
     return ::preadv(fd, pieces, count, position);
 }
+
+const dirent *FileOperations::nextEntry(DIR *folder) { return ::readdir(folder); }
 
 off_t FileOperations::dataFrom(int fd, off_t position) { return ::lseek(fd, position, SEEK_DATA); }
 
@@ -83,8 +84,9 @@ bool syncFolder(FileOperations &operations, const char *path) {
     return synced;
 }
 
-std::error_code listFolder(FileOperations &operations, const QString &folder, QStringList &names) {
-    const int fd = operations.open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY, 0);
+std::error_code eachName(FileOperations &operations, const char *folder,
+                         const std::function<bool(const char *)> &take) {
+    const int fd = operations.open(folder, O_RDONLY | O_DIRECTORY, 0);
     if (fd < 0)
         return {errno, std::generic_category()};
     const std::unique_ptr<DIR, int (*)(DIR *)> listing(::fdopendir(fd), &::closedir);
@@ -93,14 +95,23 @@ std::error_code listFolder(FileOperations &operations, const QString &folder, QS
         ::close(fd);
         return {error, std::generic_category()};
     }
-    errno = 0;
-    while (const dirent *entry = ::readdir(listing.get())) {
-        if (const std::string_view name = entry->d_name; name != "." && name != "..")
-            names << QFile::decodeName(entry->d_name);
+    for (;;) {
+        errno = 0; // the end of a folder leaves it as it was
+        const dirent *entry = operations.nextEntry(listing.get());
+        if (entry == nullptr)
+            return {errno, std::generic_category()};
+        if (const std::string_view name = entry->d_name; name != "." && name != ".." && !take(entry->d_name))
+            return {};
     }
-    const int error = errno;
+}
+
+std::error_code listFolder(FileOperations &operations, const QString &folder, QStringList &names) {
+    const std::error_code error = eachName(operations, QFile::encodeName(folder).constData(), [&](const char *name) {
+        names << QFile::decodeName(name);
+        return true;
+    });
     names.sort();
-    return {error, std::generic_category()};
+    return error;
 }
 
 int makePrivateFolder(FileOperations &operations, const char *path) {

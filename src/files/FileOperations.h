@@ -2,10 +2,12 @@
 #pragma once
 
 #include <QStringList>
+#include <dirent.h>
 #include <sys/types.h>
 #include <sys/uio.h>
 
 #include <cstddef>
+#include <functional>
 #include <system_error>
 
 /// The calls of the operating system that put data on a disk and take them from there, one for one: -1 and errno for a
@@ -16,6 +18,7 @@ public:
 
     virtual int open(const char *path, int flags, mode_t mode);
     virtual ssize_t readAt(int fd, const iovec *pieces, int count, off_t position); ///< preadv
+    virtual const dirent *nextEntry(DIR *folder);                                   ///< readdir
     virtual off_t dataFrom(int fd, off_t position); ///< where a file's next data begin, ENXIO behind the last
     virtual ssize_t write(int fd, const void *data, std::size_t size);
     virtual ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position); ///< pwrite
@@ -41,8 +44,10 @@ protected:
 bool writeAll(FileOperations &operations, int fd, const void *data, std::size_t size);
 /// Brings the entries of a folder to the disk. False, with errno, when that failed.
 bool syncFolder(FileOperations &operations, const char *path);
-/// The names in a folder, hidden ones too, without "." and "..", sorted. The error is that of the operating system
-/// (errno); what had been read by then stands in `names`.
+/// Hands over the names in a folder, hidden ones too, without "." and "..", as long as `take` wants more. The error is
+/// that of the operating system (errno).
+std::error_code eachName(FileOperations &operations, const char *folder, const std::function<bool(const char *)> &take);
+/// The same as a sorted list. What had been read before an error stands in `names`.
 std::error_code listFolder(FileOperations &operations, const QString &folder, QStringList &names);
 /// A folder for the user alone (0700), whatever the umask; -1, with errno, when that failed.
 int makePrivateFolder(FileOperations &operations, const char *path);

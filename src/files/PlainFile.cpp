@@ -47,12 +47,13 @@ public:
 
 std::error_code systemError() { return {errno, std::generic_category()}; }
 
-std::error_code readAll(int fd, QByteArray &all) {
-    char piece[4096];
-    while (const ssize_t count = ::read(fd, piece, sizeof piece)) {
+std::error_code readAll(FileOperations &operations, int fd, QByteArray &all) {
+    char bytes[4096];
+    const iovec piece{bytes, sizeof bytes};
+    while (const ssize_t count = operations.readAt(fd, &piece, 1, all.size())) {
         if (count < 0 && errno != EINTR)
             return systemError();
-        all.append(piece, std::max<ssize_t>(0, count));
+        all.append(bytes, std::max<ssize_t>(0, count));
         if (all.size() > mostContent)
             return std::make_error_code(std::errc::file_too_large);
     }
@@ -90,7 +91,7 @@ std::error_code readPlainFile(const QString &path, QByteArray &content, FileOper
     if (opened.error)
         return opened.error;
     QByteArray all;
-    const std::error_code error = readAll(opened.fd, all);
+    const std::error_code error = readAll(operations, opened.fd, all);
     operations.close(opened.fd);
     if (!error)
         content = all;

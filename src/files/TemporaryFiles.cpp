@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QRandomGenerator>
 #include <QSysInfo>
-#include <dirent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,7 +13,6 @@
 #include <cerrno>
 #include <csignal>
 #include <ctime>
-#include <memory>
 #include <optional>
 
 namespace {
@@ -95,13 +93,12 @@ QByteArray TemporaryFiles::newName() {
 }
 
 void TemporaryFiles::clearDead(const QByteArray &folder, FileOperations &operations) {
-    const std::unique_ptr<DIR, int (*)(DIR *)> listing(::opendir(folder.constData()), ::closedir);
-    for (int count = 0; listing && count < mostEntries; ++count) {
-        const dirent *entry = ::readdir(listing.get());
-        if (entry == nullptr)
-            return;
-        removeIfDead(folder, entry->d_name, operations);
-    }
+    int count = 0;
+    // A folder that cannot be listed keeps nobody from saving in it.
+    eachName(operations, folder.constData(), [&](const char *name) {
+        removeIfDead(folder, name, operations);
+        return ++count < mostEntries;
+    });
 }
 
 void TemporaryFiles::setUnfinished(const char *path) { unfinished = path; }

@@ -216,6 +216,27 @@ TEST_F(ChartFileTest, whereverTheDiskFailsTheOldFileOrTheNewOneStandsAlone) {
     whateverFails(saving, 100000);
 }
 
+TEST_F(ChartFileTest, whereverTheDiskCannotBeReadThatIsToldAndTheChartStaysAsItWas) {
+    for (int i = 0; i < 40000; ++i)
+        run.samples.append({1, 2});
+    saved();
+    const QByteArray before = print(back, backAxes);
+    int failing = 0;
+    for (ChartFileReport report; failing == 0 || !report.good();) {
+        SCOPED_TRACE(++failing);
+        EXPECT_EQ(print(back, backAxes), before);
+        FaultyDisk disk(failing, EIO, 10000);
+        report = loadChartFile(path, back, backAxes, disk);
+        FaultyDisk sameDisk(failing, EIO, 10000);
+        const ChartFileReport salvaged = salvageChartFile(path, run, axes, sameDisk);
+        EXPECT_EQ(salvaged.error, report.error);
+        EXPECT_EQ(report.error.value(), report.fault == ChartFileFault::Unreadable ? EIO : 0);
+        EXPECT_TRUE(report.error || report.good());
+    }
+    EXPECT_GT(failing, 32);
+    EXPECT_EQ(back.samples.size(), 40041);
+}
+
 TEST_F(ChartFileTest, aStretchBeginsAtZeroAndTakesItsMarksAlong) {
     ChartData stretch;
     run.samples = {};

@@ -1,22 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "base/RunTimeError.h"
-#include "base/Steps.h"
+#include "desktop/EndSignals.h"
 #include "desktop/InstanceLock.h"
 #include "desktop/QtPrompts.h"
 #include "desktop/QtTimer.h"
-#include "files/FileOperations.h"
-#include "files/TextFile.h"
+#include "desktop/SessionEnd.h"
+#include "fakes/TestFolder.h"
 
 #include <QApplication>
-#include <QFile>
+#include <QEventLoop>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QWindow>
-#include <gtest/gtest.h>
 
-#include <cerrno>
+#include <csignal>
 #include <optional>
 
 namespace {
@@ -26,17 +22,14 @@ TEST(QtTimerTest, enablingARunningTimerLeavesItsCountdownAlone) {
     int ticks = 0;
     QtTimer timer(&window, "TimerProcess", 200);
     timer.Tick = [&] { ++ticks; };
-    const QTimer *named = window.findChild<QTimer *>("TimerProcess");
-    ASSERT_NE(named, nullptr);
-    EXPECT_EQ(named->timerType(), Qt::PreciseTimer);
+    EXPECT_EQ(window.findChild<QTimer *>("TimerProcess")->timerType(), Qt::PreciseTimer);
     timer.setEnabled(true);
     QTest::qWait(120);
     timer.setEnabled(true);
     QTest::qWait(120);
     EXPECT_EQ(ticks, 1);
     timer.setEnabled(false);
-    timer.setEnabled(true);
-    QTest::qWait(120);
+    QTest::qWait(220);
     EXPECT_EQ(ticks, 1);
 }
 
@@ -65,55 +58,42 @@ protected:
 };
 
 TEST_F(QtPromptsTest, aBoxShowsItsTextAsItStands) {
-    EXPECT_EQ(show({"a <b>\rb\r\nc", BoxIcon::None, ""}, pressDefault), BoxAnswer::Ok);
+    show({"a <b>\rb\r\nc", BoxIcon::None, ""}, pressDefault);
     EXPECT_EQ(text, "a <b>\nb\nc");
     EXPECT_EQ(caption, "Ostrel MS");
+    show({"?", BoxIcon::None, "Data is not saved"}, pressDefault);
+    EXPECT_EQ(caption, "Data is not saved");
 }
 
 TEST_F(QtPromptsTest, defaultButtonsCountFromTheLeftAndClosingIsCancelOrTheOnlyOne) {
-    const auto box = [](BoxButtons buttons, int defaultButton) {
-        return MessageBox{"?", BoxIcon::Question, "Data is not saved", buttons, defaultButton};
+    const auto answer = [this](BoxButtons buttons, int defaultButton, void (*act)(QMessageBox &)) {
+        return show({"?", BoxIcon::Question, "", buttons, defaultButton}, act);
     };
-    EXPECT_EQ(show(box(BoxButtons::YesNo, 2), pressDefault), BoxAnswer::No);
-    EXPECT_EQ(caption, "Data is not saved");
-    EXPECT_EQ(show(box(BoxButtons::YesNoCancel, 1), pressDefault), BoxAnswer::Yes);
-    EXPECT_EQ(show(box(BoxButtons::YesNoCancel, 1), closeBox), BoxAnswer::Cancel);
-    EXPECT_EQ(show(box(BoxButtons::YesNoCancel, 1), pressEscape), BoxAnswer::Cancel);
-    EXPECT_EQ(show(box(BoxButtons::OkCancel, 2), pressDefault), BoxAnswer::Cancel);
-    EXPECT_EQ(show(box(BoxButtons::OkCancel, 1), pressEscape), BoxAnswer::Cancel);
-    EXPECT_EQ(show(box(BoxButtons::Ok, 1), closeBox), BoxAnswer::Ok);
-    EXPECT_EQ(show(box(BoxButtons::Ok, 1), pressEscape), BoxAnswer::Ok);
+    EXPECT_EQ(answer(BoxButtons::YesNo, 2, pressDefault), BoxAnswer::No);
+    EXPECT_EQ(answer(BoxButtons::YesNoCancel, 1, pressDefault), BoxAnswer::Yes);
+    EXPECT_EQ(answer(BoxButtons::YesNoCancel, 1, closeBox), BoxAnswer::Cancel);
+    EXPECT_EQ(answer(BoxButtons::OkCancel, 2, pressDefault), BoxAnswer::Cancel);
+    EXPECT_EQ(answer(BoxButtons::OkCancel, 1, pressEscape), BoxAnswer::Cancel);
+    EXPECT_EQ(answer(BoxButtons::Ok, 1, closeBox), BoxAnswer::Ok);
+    EXPECT_EQ(answer(BoxButtons::Ok, 1, pressEscape), BoxAnswer::Ok);
 }
 
 TEST_F(QtPromptsTest, onlyItsButtonsAnswerYesOrNo) {
-    const MessageBox box{"save?", BoxIcon::Question, "", BoxButtons::YesNo};
-    const auto tryToClose = [](QMessageBox &window) {
+    const auto tryToCloseAndPressN = [](QMessageBox &window) {
         EXPECT_FALSE(window.windowFlags().testFlag(Qt::WindowCloseButtonHint));
-        QTest::keyClick(&window, Qt::Key_Escape);
-        QTest::keyClick(window.defaultButton(), Qt::Key_Escape);
-        QTest::keySequence(&window, QKeySequence(QKeySequence::Cancel));
+        pressEscape(window);
         window.reject();
         window.close();
-        window.windowHandle()->close(); // as the window manager asks for it
-        QApplication::closeAllWindows();
         EXPECT_TRUE(window.isVisible());
+        QTest::keyClick(&window, Qt::Key_N);
+        QTRY_VERIFY(!window.isVisible()); // the button goes down for a moment
     };
-    const auto answered = [&](Qt::Key key) {
-        return show(box, [&](QMessageBox &window) {
-            tryToClose(window);
-            QTest::keyClick(window.defaultButton(), key);
-            if (key != Qt::Key_Return) // a letter's button goes down for a moment
-                QTRY_VERIFY(!window.isVisible());
-        });
-    };
-    EXPECT_EQ(answered(Qt::Key_Return), BoxAnswer::Yes);
-    EXPECT_EQ(answered(Qt::Key_N), BoxAnswer::No);
+    EXPECT_EQ(show({"save?", BoxIcon::Question, "", BoxButtons::YesNo}, tryToCloseAndPressN), BoxAnswer::No);
 }
 
 TEST_F(QtPromptsTest, theMousePointerGoesBackHoweverOftenItWasSet) {
     prompts.setMousePointer(MousePointer::Hourglass);
     prompts.setMousePointer(MousePointer::Hourglass);
-    ASSERT_NE(QApplication::overrideCursor(), nullptr);
     show({"damaged", BoxIcon::None, ""}, [](QMessageBox &window) {
         EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
         window.close();
@@ -124,42 +104,62 @@ TEST_F(QtPromptsTest, theMousePointerGoesBackHoweverOftenItWasSet) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-TEST(InstanceLockTest, aCopyIsSeenAsLongAsAnyOtherRuns) {
-    const QTemporaryDir folder;
-    std::optional<InstanceLock> first(folder.path());
-    EXPECT_FALSE(first->PrevInstance());
-    std::optional<InstanceLock> second(folder.path());
-    EXPECT_TRUE(second->PrevInstance());
-    first.reset();
-    EXPECT_TRUE(second->PrevInstance());
-    EXPECT_TRUE(InstanceLock(folder.path()).PrevInstance());
-    second.reset();
-    EXPECT_FALSE(InstanceLock(folder.path()).PrevInstance());
+TEST(EndSignalsTest, theFirstSignalIsMetOnceFromInsideAnotherLoop) {
+    std::signal(SIGINT, SIG_IGN);
+    int met = 0;
+    {
+        QEventLoop modal;
+        const EndSignals signals_([&] {
+            ++met;
+            std::raise(SIGTERM);
+            QTest::qWait(20); // as under a box that tells of a full disk
+            modal.quit();
+        });
+        std::raise(SIGINT);
+        QTest::qWait(20);
+        std::raise(SIGTERM);
+        EXPECT_EQ(met, 0);
+        modal.exec();
+    }
+    EXPECT_EQ(met, 1);
+    EXPECT_EQ(std::signal(SIGTERM, SIG_DFL), SIG_DFL);
+    EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_IGN);
 }
 
-class FullDisk : public FileOperations {
-public:
-    FullDisk() { standIn(this); }
-    ~FullDisk() override { standIn(nullptr); }
-    ssize_t write(int, const void *, std::size_t) override {
-        errno = ENOSPC;
-        return -1;
+TEST(SessionEndTest, theSessionEndsAsItWasAgreedLast) {
+    std::string course;
+    bool answer = true;
+    SessionEnd session;
+    session.askToEnd = [&] {
+        course += "ask ";
+        EXPECT_FALSE(session.mayEnd(true)); // logged out again over the open question
+        return answer;
+    };
+    session.endsUnasked = [&] { course += "write "; };
+    session.ends = [&](bool agreed) { course += agreed ? "end " : "die "; };
+    const auto quit = [] {
+        QEvent event(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &event);
+    };
+    for (const bool agreed : {true, false}) {
+        answer = agreed;
+        EXPECT_EQ(session.mayEnd(true), agreed);
+        quit();
     }
-};
+    answer = true;
+    EXPECT_TRUE(session.mayEnd(true) && session.mayEnd(false));
+    quit();
+    EXPECT_EQ(course, "ask end ask die ask write die ");
+}
 
-TEST(TextFileTest, entriesAddUpAndAFullDiskIsTold) {
-    const QTemporaryDir folder;
-    const QString path = folder.filePath("ChartErr.log");
-    TextFile::append(path, "eins\r\n");
-    TextFile::append(path, "zwölf\r\n");
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(file.readAll(), "eins\r\nzwölf\r\n");
-    {
-        const FullDisk disk;
-        EXPECT_EQ(errorNumberOf([&] { TextFile::append(path, "x"); }), RunTimeError::DiskFull);
-    }
-    EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.path() + "/none/x", "x"); }), RunTimeError::PathNotFound);
+TEST(InstanceLockTest, aCopyIsSeenAsLongAsAnyOtherRuns) {
+    const TestFolder folder;
+    std::optional<InstanceLock> first(folder.path());
+    EXPECT_FALSE(first->PrevInstance());
+    const InstanceLock second(folder.path());
+    EXPECT_TRUE(second.PrevInstance());
+    first.reset();
+    EXPECT_TRUE(InstanceLock(folder.path()).PrevInstance());
 }
 
 } // namespace

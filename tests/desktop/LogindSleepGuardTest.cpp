@@ -25,10 +25,10 @@ public:
             char none = 0;
             return ::read(lock.second.get(), &none, 1) == 0;
         });
-        QStringList names;
+        QString names;
         for (const auto &[name, pipe] : locks_)
-            names << name;
-        return names.join(' ');
+            names += name + ' ';
+        return names;
     }
 
     QString refused;
@@ -56,65 +56,49 @@ private:
     std::multimap<QString, Descriptor> locks_;
 };
 
-/// A bus of the test's own with a logind on it, and a guard.
-class LogindSleepGuardTest : public testing::Test {
-protected:
-    void SetUp() override {
-        daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
-        if (!daemon.waitForStarted())
-            GTEST_SKIP() << "no dbus-daemon";
-        ASSERT_TRUE(daemon.waitForReadyRead());
-        address = QString::fromUtf8(daemon.readLine()).trimmed();
-        QDBusConnection bus = QDBusConnection::connectToBus(address, "logind");
-        ASSERT_TRUE(bus.registerObject("/org/freedesktop/login1", &logind,
-                                       QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
-        ASSERT_TRUE(bus.registerService("org.freedesktop.login1"));
-    }
-    void TearDown() override {
-        QDBusConnection::disconnectFromBus("recorder");
-        QDBusConnection::disconnectFromBus("logind");
-        daemon.kill();
-        daemon.waitForFinished();
-    }
-    /// What is locked once it is `expected`, or after a while.
-    QString locked(const QString &expected) {
-        static_cast<void>(QTest::qWaitFor([&] { return logind.locks() == expected; }, 3000));
-        return logind.locks();
-    }
-
-    QProcess daemon;
-    QString address;
+TEST(LogindSleepGuardTest, theLocksStandWhileHeldAndTheLastWordComesBeforeSleep) {
+    QProcess daemon; // a bus of the test's own
+    daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+    if (!daemon.waitForStarted())
+        GTEST_SKIP() << "no dbus-daemon";
+    ASSERT_TRUE(daemon.waitForReadyRead());
+    const QString address = QString::fromUtf8(daemon.readLine()).trimmed();
     Logind logind;
-    LogindSleepGuard guard{[this] { return QDBusConnection::connectToBus(address, "recorder"); }};
-};
+    QDBusConnection bus = QDBusConnection::connectToBus(address, "logind");
+    ASSERT_TRUE(bus.registerObject("/org/freedesktop/login1", &logind,
+                                   QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
+    ASSERT_TRUE(bus.registerService("org.freedesktop.login1"));
+    const auto expectLocked = [&](const QString &expected) {
+        static_cast<void>(QTest::qWaitFor([&] { return logind.locks() == expected; }, 3000));
+        EXPECT_EQ(logind.locks(), expected);
+    };
 
-TEST_F(LogindSleepGuardTest, theLocksStandWhileHeldAndTheLastWordComesBeforeSleep) {
-    const QString all = "idle:block sleep:block sleep:delay";
+    LogindSleepGuard guard([&] { return QDBusConnection::connectToBus(address, "recorder"); });
+    const QString all = "idle:block sleep:block sleep:delay ";
     QString before;
     guard.aboutToSleep = [&] { before = logind.locks(); };
     guard.setHeld(true);
     guard.setHeld(true);
-    EXPECT_EQ(locked(all), all);
+    expectLocked(all);
     Q_EMIT logind.PrepareForSleep(true);
-    EXPECT_EQ(locked("idle:block sleep:block"), "idle:block sleep:block");
+    expectLocked("idle:block sleep:block ");
     EXPECT_EQ(before, all);
     Q_EMIT logind.PrepareForSleep(false);
-    EXPECT_EQ(locked(all), all);
+    expectLocked(all);
     EXPECT_EQ(logind.calls, 4);
 
     guard.setHeld(false);
-    EXPECT_EQ(locked(""), "");
+    expectLocked("");
     guard.setHeld(true);
     guard.setHeld(false); // before the answers
     EXPECT_TRUE(QTest::qWaitFor([&] { return logind.calls == 7; }, 3000));
-    EXPECT_EQ(locked(""), "");
-}
-
-TEST_F(LogindSleepGuardTest, whatIsRefusedIsDoneWithout) {
-    logind.refused = "sleep:block";
+    expectLocked("");
+    logind.refused = "sleep:block"; // is done without
     guard.setHeld(true);
-    EXPECT_EQ(locked("idle:block sleep:delay"), "idle:block sleep:delay");
-    EXPECT_EQ(logind.calls, 3);
+    expectLocked("idle:block sleep:delay ");
+    EXPECT_EQ(logind.calls, 10);
+    daemon.kill();
+    daemon.waitForFinished();
 }
 
 } // namespace

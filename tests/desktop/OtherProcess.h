@@ -7,6 +7,9 @@
 
 #include <utility>
 
+/// Nobody has this number: it is beyond all that the system gives out.
+inline constexpr pid_t deadProcess = 2'000'000'000;
+
 /// Runs `body` in a process of its own and answers its status, as of waitpid; `body` answers the exit status.
 template <typename Body>
 int statusOfProcess(Body &&body) {
@@ -27,13 +30,4 @@ int exitStatusOfUser(Body &&body) {
         return isUser ? body() : -1;
     });
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-/// A process number that nobody has.
-inline pid_t deadProcess() {
-    const pid_t process = ::fork();
-    if (process == 0)
-        ::_exit(0);
-    ::waitpid(process, nullptr, 0);
-    return process;
 }

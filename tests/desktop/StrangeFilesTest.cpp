@@ -4,12 +4,11 @@
 #include "desktop/Folders.h"
 #include "desktop/InstanceLock.h"
 #include "desktop/QtSettingsStore.h"
+#include "fakes/FaultyDisk.h"
+#include "fakes/TestFolder.h"
 #include "files/Directories.h"
 #include "files/TextFile.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <functional>
@@ -25,23 +24,11 @@ std::string descriptionOf(const std::function<void()> &body) {
 /// Something else stands where a file of the program should.
 class StrangeFilesTest : public testing::Test {
 protected:
-    struct Use {
-        const char *file;
-        std::function<void()> use;
-    };
-
-    QString path(const char *name) const { return folder.filePath(name); }
-    mode_t modeOf(const char *name) const {
-        struct stat now {};
-        EXPECT_EQ(::stat(QFile::encodeName(path(name)).constData(), &now), 0);
-        return now.st_mode & 07777;
-    }
-
-    QTemporaryDir folder;
-    QtSettingsStore store{path("Ostrel MS.ini")};
-    const std::vector<Use> uses{
-        {"ChartErr.log", [this] { TextFile::append(path("ChartErr.log"), "entry"); }},
-        {".hidden", [this] { Directories::hide(path("Log")); }},
+    TestFolder folder;
+    QtSettingsStore store{folder.at("Ostrel MS.ini")};
+    const std::pair<const char *, std::function<void()>> uses[7] = {
+        {"ChartErr.log", [this] { TextFile::append(folder.at("ChartErr.log"), "entry"); }},
+        {".hidden", [this] { Directories::hide(folder.at("Log")); }},
         {"Ostrel MS.ini", [this] { store.GetSetting("Options", "ComPortNumber", "1"); }},
         {"Ostrel MS.ini", [this] { store.SaveSetting("Options", "ComPortNumber", "1"); }},
         {"Ostrel MS.lock", [this] { store.SaveSetting("Options", "ComPortNumber", "1"); }},
@@ -51,43 +38,53 @@ protected:
 };
 
 TEST_F(StrangeFilesTest, whatStandsThereIsNamedAndNeitherWaitedForNorFollowed) {
-    const struct {
-        const char *words;
-        std::function<bool(const QByteArray &)> lay;
-    } kinds[] = {
+    const std::pair<const char *, std::function<bool(const QByteArray &)>> kinds[] = {
         {"is a named pipe", [](const QByteArray &at) { return ::mkfifo(at, 0600) == 0; }},
         {"is a folder", [](const QByteArray &at) { return ::mkdir(at, 0700) == 0; }},
-        {"is a symbolic link", [&](const QByteArray &at) { return QFile::link(path("other"), at); }},
+        {"is a symbolic link", [&](const QByteArray &at) { return QFile::link(folder.at("other"), at); }},
     };
-    QFile other(path("other"));
-    ASSERT_TRUE(other.open(QIODevice::ReadWrite) && other.write("theirs") == 6 && other.flush());
-    for (const auto &kind : kinds) {
-        for (const Use &use : uses) {
-            const QByteArray at = QFile::encodeName(path(use.file));
+    folder.lay("other", "theirs");
+    for (const auto &[words, lay] : kinds) {
+        for (const auto &[file, use] : uses) {
+            const QByteArray at = folder.native(file);
             std::remove(at); // the use before may have made it, a lock
-            ASSERT_TRUE(kind.lay(at));
-            EXPECT_EQ(descriptionOf(use.use), path(use.file).toStdString() + ": " + kind.words);
+            ASSERT_TRUE(lay(at));
+            EXPECT_EQ(descriptionOf(use), at.toStdString() + ": " + words);
             ASSERT_EQ(std::remove(at), 0);
         }
     }
-    EXPECT_EQ(descriptionOf([] { TextFile::append("/dev/full", "entry"); }), "/dev/full: is a device");
-    EXPECT_TRUE(other.seek(0) && other.readAll() == "theirs");
-    for (const Use &use : uses)
-        EXPECT_EQ(descriptionOf(use.use), "no error") << use.file;
+    EXPECT_EQ(folder.content("other"), "theirs");
+    for (const auto &[file, use] : uses)
+        EXPECT_EQ(descriptionOf(use), "no error") << file;
 }
 
 TEST_F(StrangeFilesTest, foldersAreTheUsersAloneAndThoseThatStandStayAsTheyAre) {
-    const mode_t usual = ::umask(0177);
-    EXPECT_EQ(descriptionOf([&] { makePath(path("share/ostrel/deeper/")); }), "no error");
-    EXPECT_TRUE(Directories::make(path("share/ostrel/Log")));
-    ::umask(usual);
-    for (const char *made : {"share", "share/ostrel", "share/ostrel/deeper", "share/ostrel/Log"})
-        EXPECT_EQ(modeOf(made), 0700U) << made;
-    ASSERT_EQ(::chmod(QFile::encodeName(path("share")).constData(), 0755), 0);
-    EXPECT_EQ(descriptionOf([&] { makePath(path("share")); }), "no error");
-    EXPECT_EQ(modeOf("share"), 0755U);
-    TextFile::append(path("file"), "");
-    EXPECT_EQ(descriptionOf([&] { makePath(path("file/ostrel")); }), path("file").toStdString() + ": Not a directory");
+    for (const mode_t mask : {0177, 0}) {
+        const QString top = folder.at(QString::number(mask)) + "/deeper";
+        const mode_t usual = ::umask(mask);
+        EXPECT_EQ(descriptionOf([&] { makePath(top + '/'); }), "no error");
+        EXPECT_TRUE(Directories::make(top + "/Log"));
+        ::umask(usual);
+        for (const QString &made : {top, top + "/Log"}) {
+            struct stat now {};
+            EXPECT_EQ(::stat(QFile::encodeName(made).constData(), &now), 0);
+            EXPECT_EQ(now.st_mode & 07777, 0700U) << qPrintable(made);
+        }
+    }
+    EXPECT_EQ(descriptionOf([&] { makePath(folder.path()); }), "no error");
+    folder.lay("file");
+    EXPECT_EQ(descriptionOf([&] { makePath(folder.at("file/ostrel")); }),
+              folder.at("file").toStdString() + ": Not a directory");
+}
+
+TEST_F(StrangeFilesTest, entriesAddUpAndAFullDiskIsTold) {
+    const QString path = folder.at("ChartErr.log");
+    TextFile::append(path, "eins\r\n");
+    TextFile::append(path, "zwölf\r\n");
+    EXPECT_EQ(folder.content(path), "eins\r\nzwölf\r\n");
+    const FullDisk full;
+    EXPECT_EQ(errorNumberOf([&] { TextFile::append(path, "x"); }), RunTimeError::DiskFull);
+    EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.at("none/x"), "x"); }), RunTimeError::PathNotFound);
 }
 
 TEST(RunTimeErrorTest, aFailureWithoutAReasonIsNotToldAsASuccess) {

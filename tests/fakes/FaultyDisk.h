@@ -6,9 +6,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <limits>
+#include <vector>
 
-/// A disk whose n-th operation fails, and that forgets half of the write that fails. Each write takes `most` bytes at
-/// most.
+/// A disk whose n-th operation fails, and that forgets half of the write that fails. Each read and
+/// each write takes `most` bytes at most.
 class FaultyDisk : public FileOperations {
 public:
     explicit FaultyDisk(int failing = 0, int error = ENOSPC, std::size_t most = std::numeric_limits<std::size_t>::max())
@@ -17,14 +18,28 @@ public:
     int open(const char *path, int flags, mode_t mode) override {
         return fails() ? -1 : FileOperations::open(path, flags, mode);
     }
+    ssize_t readAt(int fd, const iovec *pieces, int count, off_t position) override {
+        std::vector<iovec> taken(pieces, pieces + count);
+        std::size_t room = most_;
+        for (iovec &piece : taken)
+            room -= piece.iov_len = std::min(piece.iov_len, room);
+        return fails() ? -1 : FileOperations::readAt(fd, taken.data(), count, position);
+    }
+    const dirent *nextEntry(DIR *folder) override {
+        const bool failing = fails();
+        errno = failing ? error_ : 0;
+        return failing ? nullptr : FileOperations::nextEntry(folder);
+    }
     ssize_t write(int fd, const void *data, std::size_t size) override {
+        size = std::min(size, most_);
         if (!fails())
-            return FileOperations::write(fd, data, std::min(size, most_));
+            return FileOperations::write(fd, data, size);
         FileOperations::write(fd, data, size / 2);
         errno = error_;
         return -1;
     }
     ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position) override {
+        size = std::min(size, most_);
         if (!fails())
             return FileOperations::writeAt(fd, data, size, position);
         FileOperations::writeAt(fd, data, size / 2, position);
@@ -57,4 +72,10 @@ private:
     int error_;
     std::size_t most_;
     int count_ = 0;
+};
+
+/// The computer's own disk is full, as long as this is there.
+struct FullDisk : FaultyDisk {
+    FullDisk() : FaultyDisk(0, ENOSPC, 0) { standIn(this); }
+    ~FullDisk() override { standIn(nullptr); }
 };

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "files/TemporaryFiles.h"
 
+#include "fakes/TestFolder.h"
 #include "files/DurableFile.h"
 
-#include <QByteArrayList>
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -30,51 +26,36 @@ protected:
         return QString::fromLatin1(".ostrel-" + parts.join('-'));
     }
     QString lay(const QString &name, int ageInMinutes = 0) {
-        QFile file(folder.filePath(name));
+        QFile file(folder.at(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         EXPECT_TRUE(
             file.setFileTime(QDateTime::currentDateTime().addSecs(-60 * ageInMinutes), QFile::FileModificationTime));
         return name;
     }
+    /// By the next save beside them.
     QStringList left() {
-        EXPECT_FALSE(replaceFile(folder.filePath("run.chd"), "new"));
-        QStringList names =
-            QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+        EXPECT_FALSE(replaceFile(folder.at("run.chd"), "new"));
+        QStringList names = folder.names();
         names.removeOne("run.chd");
         return names;
     }
-    /// Writes half a file, and stands there until it is killed.
-    pid_t startWriter() {
-        int told[2];
-        EXPECT_EQ(::pipe(told), 0);
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ::alarm(60);
-            DurableFile file(folder.filePath("run.chd"));
-            file.write("half");
-            const bool good = ::write(told[1], "x", 1) == 1;
-            while (good)
-                ::pause();
-        }
-        ::close(told[1]);
-        char x = 0;
-        EXPECT_EQ(::read(told[0], &x, 1), 1);
-        ::close(told[0]);
-        return child;
-    }
 
-    QTemporaryDir folder;
+    TestFolder folder;
 };
 
-TEST_F(TemporaryFilesTest, theNextSaveTakesAwayWhatAKilledProgramLeftAndNothingOfALivingOne) {
-    const pid_t writer = startWriter();
-    EXPECT_EQ(left().size(), 1);
-    ASSERT_EQ(::kill(writer, SIGKILL), 0);
+TEST_F(TemporaryFilesTest, theNextSaveTakesAwayWhatAKilledProgramLeft) {
+    const pid_t writer = ::fork();
+    if (writer == 0) {
+        DurableFile file(folder.at("run.chd"));
+        file.write("half");
+        ::raise(SIGKILL);
+    }
     ASSERT_EQ(::waitpid(writer, nullptr, 0), writer);
+    EXPECT_EQ(folder.names().size(), 1);
     EXPECT_EQ(left(), QStringList());
 }
 
-TEST_F(TemporaryFilesTest, whatMayBeInUseStays) {
+TEST_F(TemporaryFilesTest, whatMayBeInUseOrIsNoneOfOursStays) {
     const QByteArray someone = QByteArray::number(::getppid());
     QStringList kept{
         lay(named({})),                   // another save of this program
@@ -87,7 +68,10 @@ TEST_F(TemporaryFilesTest, whatMayBeInUseStays) {
         lay(".ostrel-" + QString(noProcess) + "-0.tmp.chd", 10000),
         lay(named({{Process, "-1"}}), 10000),
         lay(named({{Process, "0"}}), 10000),
+        named({{Process, noProcess}}), // a folder
+        named({{Process, noProcess}}), // a link
     };
+    ASSERT_TRUE(QDir().mkdir(folder.at(kept[10])) && QFile::link("/etc/passwd", folder.at(kept[11])));
     lay(named({{Token, "another"}})); // of an earlier process of our number
     lay(named({{Process, noProcess}}));
     lay(named({{Session, "earlier"}, {Process, someone}}), 70);
@@ -96,13 +80,6 @@ TEST_F(TemporaryFilesTest, whatMayBeInUseStays) {
     kept.sort();
     stand.sort();
     EXPECT_EQ(stand, kept);
-}
-
-TEST_F(TemporaryFilesTest, linksAndFoldersOfSuchNamesAreNoneOfOurs) {
-    const QStringList names{named({{Process, noProcess}}), named({{Process, noProcess}})};
-    ASSERT_TRUE(QDir(folder.path()).mkdir(names[0]));
-    ASSERT_TRUE(QFile::link("/etc/passwd", folder.filePath(names[1])));
-    EXPECT_EQ(left().size(), 2);
 }
 
 } // namespace

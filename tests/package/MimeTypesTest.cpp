@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <QFile>
+#include "fakes/TestFolder.h"
+
 #include <QMimeDatabase>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -15,17 +14,10 @@ protected:
     }
 
     std::string typeOf(const QString &name, const QByteArray &content) const {
-        QFile file(folder_.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-        file.close();
-        return QMimeDatabase().mimeTypeForFile(file.fileName()).name().toStdString();
+        folder_.lay(name, content);
+        return QMimeDatabase().mimeTypeForFile(folder_.at(name)).name().toStdString();
     }
-
-    static QByteArray golden(const QString &name) {
-        QFile file(GOLDEN + name);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
+    QByteArray golden(const QString &name) const { return folder_.content(GOLDEN + name); }
 
     const std::string data_ = "application/x-ostrel-data";
     const std::string log_ = "application/x-ostrel-log";
@@ -33,7 +25,7 @@ protected:
     const QByteArray diskImageContent_ = "MComprHD" + QByteArray(120, '\0');
 
 private:
-    QTemporaryDir folder_;
+    TestFolder folder_;
 };
 
 } // namespace

@@ -55,9 +55,11 @@ bool bearsChartMark(const QString &path);
 
 /// Replaces run and axes by what a data file or a log file holds. With any fault both stay as they are.
 /// Axes that no chart can show (not finite, reversed, beyond all measure) come back as those of a new chart.
-ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes);
+ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes,
+                              FileOperations &operations = FileOperations::system());
 
 /// The same for a damaged file: keeps every sample up to the first that is missing, and every mark and text that is
 /// whole, also behind a damaged head. The report tells the first fault; nothing is handed over of files that are no
 /// chart's, or unreadable from the beginning.
-ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes);
+ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes,
+                                 FileOperations &operations = FileOperations::system());

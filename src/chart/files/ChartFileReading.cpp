@@ -31,7 +31,7 @@ void mendAxes(AxisValues &axes) {
 /// Reads a file into a run of its own.
 class Reading {
 public:
-    explicit Reading(const QString &path) : path_(path), reader_(path) {}
+    Reading(const QString &path, FileOperations &operations) : path_(path), reader_(path, operations) {}
 
     /// False with a fault that leaves nothing to read.
     bool beginsWell();
@@ -244,8 +244,9 @@ bool Reading::takeEnd() {
     return counts == held();
 }
 
-ChartFileReport readChartFile(const QString &path, ChartData &run, AxisValues &axes, bool salvage) try {
-    Reading reading(path);
+ChartFileReport readChartFile(const QString &path, ChartData &run, AxisValues &axes, bool salvage,
+                              FileOperations &operations) try {
+    Reading reading(path, operations);
     if (!reading.beginsWell() && !(salvage && reading.goesOnBehindHead()))
         return reading.report;
     if (salvage)
@@ -274,10 +275,10 @@ bool bearsChartMark(const QString &path) {
            file.read(letters) == FileHead().bytes().first(letters);
 }
 
-ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes) {
-    return readChartFile(path, run, axes, false);
+ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes, FileOperations &operations) {
+    return readChartFile(path, run, axes, false, operations);
 }
 
-ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes) {
-    return readChartFile(path, run, axes, true);
+ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes, FileOperations &operations) {
+    return readChartFile(path, run, axes, true, operations);
 }

@@ -9,7 +9,6 @@
 #include <QRandomGenerator>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <bit>
@@ -160,7 +159,7 @@ std::error_code RecordReader::open(const QString &path) {
 
 RecordReader::~RecordReader() {
     if (fd_ >= 0)
-        ::close(fd_); // nothing was written
+        operations_.close(fd_); // nothing was written
 }
 
 QByteArray RecordReader::beginning(std::size_t size) {

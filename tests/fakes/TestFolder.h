@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+/// A folder that goes with the test, and what stands in it. A name may be a whole path, too.
+class TestFolder {
+public:
+    QString path() const { return folder_.path(); }
+    QString at(const QString &name) const { return QDir(path()).absoluteFilePath(name); }
+    /// As the operating system takes it.
+    QByteArray native(const QString &name) const { return QFile::encodeName(at(name)); }
+
+    void lay(const QString &name, const QByteArray &content = {}) const {
+        QFile file(at(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    }
+    QByteArray content(const QString &name) const {
+        QFile file(at(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
+    }
+    /// Of all that stands there, hidden or not.
+    QStringList names() const {
+        return QDir(path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    }
+
+private:
+    QTemporaryDir folder_;
+};
