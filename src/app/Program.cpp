@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/Program.h"
 
+#include "base/Numbers.h"
 #include "base/Steps.h"
 #include "chart/Quillchart.h"
 #include "reports/frmExport.h"
-#include "view/InitMainWindow.h"
 
+#include <QFileInfo>
 #include <QPrinter>
 
 namespace {
@@ -50,11 +51,8 @@ Program::Program(const Platform &on)
       zoomedTime_(view_.time), printRun_([this]() -> Quillchart & { return chart(values_.tabs.CurrentChart); },
                                          on.ComDlg, on.prompts, documents_.errors, &view_.window),
       shellWindow_(view_.window, view_.clicks),
-      shell_({values_, commands_, on.store, on.prompts, on.process, on.clock, on.appPath, *timers_.CheckComData,
-              documents_, view_.documentCharts(), log(logChart), run(logChart), view_.states, shellWindow_,
-              view_.window, [this](const QString &FileName) {
-                  net_.run(QStringLiteral("DrawChartLabel"), [&] { documents_.openFiles.DrawChartLabel(FileName); });
-              }}) {
+      shell_({values_, commands_, on.store, on.prompts, on.process, on.clock, on.appPath, documents_,
+              view_.documentCharts(), log(logChart), run(logChart), view_.states, shellWindow_, view_.window}) {
     values_.identity.PrevInstance = on.PrevInstance;
     log(logChart).setWastebasket(shell_.instances.wastebasket(), [&clock = on.clock] { return clock.now().date(); });
     for (int i = 0; i < chartInstances; ++i)
@@ -126,38 +124,60 @@ void Program::start() {
     splash_.show();
 }
 
-/// A start that cannot be completed is the one error that ends the program.
 void Program::TimerLoadMain_Timer() {
     TimerLoadMain_->setEnabled(false);
-    trapped([this] { comeUp(); },
-            [this](const RunTimeError &error) {
-                platform_.prompts.show(startFailedBox(error, platform_.appPath));
-                endUnasked();
-            });
+    const auto comeUp = [this] {
+        if (!InitMainWindow())
+            return; // there is no port, and the program is on its way out
+        view_.window.comeUp();
+        log(logChart).KeepWastebasketLimits();
+        FirstActivation();
+        splash_.hide();
+        splash_.showClose(true);
+    };
+    // A start that cannot be completed is the one error that ends the program.
+    trapped(comeUp, [this](const RunTimeError &error) {
+        platform_.prompts.show(startFailedBox(error, platform_.appPath));
+        endUnasked();
+    });
 }
 
-void Program::comeUp() {
-    if (!loadWindow())
-        return; // there is no port, and the program is on its way out
-    view_.window.comeUp();
-    log(logChart).KeepWastebasketLimits();
-    shell_.activation.run(platform_.commandLine);
-    splash_.hide();
-    splash_.showClose(true);
+/// Sets the window up for its first showing. False: there is no free port.
+bool Program::InitMainWindow() {
+    values_.DecimalPoint = decimalSeparator();
+    view_.axes.FillAxisLists();
+    view_.helpMenu.SetHelpContexts(platform_.sharedFolder);
+    shellWindow_.setCaption(QStringLiteral("Ostrel MS - Velquin System: Default"));
+    documents_.settings.ReadSettings();
+    view_.setUp();
+    if (!acquisition_.search.chooseAtStart())
+        return false;
+    acquisition_.session.ComDataLost();
+    values_.tabs.ChartCount = 1;
+    run(recorderChart).setChartTitle(QStringLiteral("Chart Recorder"));
+    view_.states.setLogMenus(values_.options.DataLogging);
+    underNet("ComPort_Open", [this] { acquisition_.search.openAtStart(); })();
+    return true;
 }
 
-bool Program::loadWindow() {
-    return InitMainWindow({.values = values_,
-                           .charts = view_.window.charts(),
-                           .time = view_.window.time(),
-                           .axes = view_.axes,
-                           .commands = view_.states,
-                           .SetHelpContexts = [this] { view_.helpMenu.SetHelpContexts(platform_.sharedFolder); },
-                           .setCaption = [this](const QString &caption) { view_.window.setWindowTitle(caption); },
-                           .ReadSettings = [this] { documents_.settings.ReadSettings(); },
-                           .resize = [this](float width, float height) { view_.window.setOuterSize(width, height); },
-                           .bringToFront = [this](int chart) { view_.window.bringToFront(chart); },
-                           .choosePort = [this] { return acquisition_.search.chooseAtStart(); },
-                           .ComDataLost = [this] { acquisition_.session.ComDataLost(); },
-                           .openPort = underNet("ComPort_Open", [this] { acquisition_.search.openAtStart(); })});
+/// What happens once, when the window has come up: what a crash left behind is offered, this copy gets its log
+/// directory, its number and its name, and the watch over the link begins.
+void Program::FirstActivation() {
+    shellWindow_.setButtonValue(QStringLiteral("cmdLogOff"), !values_.options.DataLogging);
+    shellWindow_.setButtonValue(QStringLiteral("cmdLogOn"), values_.options.DataLogging);
+    if (!values_.identity.PrevInstance)
+        shell_.recovery.offer();
+    shell_.instances.prepareLogDirectory();
+    shell_.instances.AddInstance();
+    shell_.instances.UpdateRegistry();
+    commands_.run(QStringLiteral("mnuLogName"));
+    shellWindow_.setCaption(systemCaption(values_.identity.SystemName));
+    timers_.CheckComData->setEnabled(true);
+    if (!platform_.commandLine.isEmpty())
+        DrawChartLabel(QFileInfo(platform_.commandLine).absoluteFilePath());
+}
+
+/// Opens the file that the program was called with.
+void Program::DrawChartLabel(const QString &FileName) {
+    net_.run(QStringLiteral("DrawChartLabel"), [&] { documents_.openFiles.DrawChartLabel(FileName); });
 }

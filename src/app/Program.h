@@ -44,8 +44,9 @@ private:
     void bind();
     void mnuExport_Click();
     void TimerLoadMain_Timer();
-    void comeUp();
-    bool loadWindow();
+    bool InitMainWindow();
+    void FirstActivation();
+    void DrawChartLabel(const QString &FileName);
 
     Platform platform_;
     Values values_;

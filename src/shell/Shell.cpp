@@ -11,8 +11,6 @@ Shell::Shell(const Uses &on)
       naming(on.values.identity, instances, on.prompts, on.window, &on.owner),
       textWindows(on.values.tabs, on.charts, {on.logNotes, [&log = on.documents.log] { log.writeNow(); }}, on.window,
                   on.prompts, &on.owner),
-      activation(on.values.identity, on.values.options, recovery, instances, on.TimerCheckComData, on.window,
-                 on.commands, on.DrawChartLabel),
       exit(on.values.identity, on.values.tabs,
            {on.Chart5, on.documents.log, on.commands, on.logWindow, on.documents.settings, instances, on.prompts,
             on.process}) {}

@@ -3,7 +3,6 @@
 
 #include "documents/Documents.h"
 #include "platform/Process.h"
-#include "shell/FirstActivation.h"
 #include "shell/Instances.h"
 #include "shell/ProgramExit.h"
 #include "shell/Recovery.h"
@@ -22,15 +21,13 @@ struct Shell {
         Process &process;
         const Clock &clock;
         QString appPath; ///< without a separator at its end
-        Timer &TimerCheckComData;
         Documents &documents;
         const DocumentCharts &charts;
         RunLog &Chart5;
         Run &logNotes; ///< of the log chart: takes the recorder's notes
         LogWindow &logWindow;
         ShellWindow &window;
-        QWidget &owner;                                              ///< what its windows stand over
-        std::function<void(const QString &FileName)> DrawChartLabel; ///< under a net of its own
+        QWidget &owner; ///< what its windows are over
     };
 
     explicit Shell(const Uses &uses);
@@ -45,6 +42,5 @@ struct Shell {
     Recovery recovery;
     SystemNaming naming;
     TextWindows textWindows;
-    FirstActivation activation;
     ProgramExit exit;
 };

@@ -48,8 +48,9 @@ constexpr RecordRow recordRows[] = {
 
 } // namespace
 
-CommandStates::CommandStates(const RunState &run, const TabStates &tabs, const TimeControls &time, Actions actions)
-    : run_(run), tabs_(tabs), time_(time), actions_(std::move(actions)) {}
+CommandStates::CommandStates(const RunState &run, const TabStates &tabs, const TimeControls &time,
+                             const ScrollBars &bars, Actions actions)
+    : run_(run), tabs_(tabs), time_(time), bars_(bars), actions_(std::move(actions)) {}
 
 void CommandStates::commandsAt(Moment moment) {
     if (moment == Moment::Record || moment == Moment::Stop)
@@ -62,11 +63,10 @@ void CommandStates::atRecordOrStop(Moment moment) {
     if (tabs_.CurrentChart != recorderChart)
         return;
     applyTabRows();
-    ScrollEntry &bar = *time_.ScrollChart[recorderChart];
     if (moment == Moment::Record)
-        bar.setEnabled(false);
+        bars_[recorderChart].setEnabled(false);
     else if (time_.optTimeAxis[1]->Value())
-        bar.setEnabled(true);
+        bars_[recorderChart].setEnabled(true);
 }
 
 void CommandStates::applyTabRows() {

@@ -5,6 +5,7 @@
 #include "base/Values.h"
 #include "documents/DocumentPorts.h"
 #include "view/MainControls.h"
+#include "view/ScrollBars.h"
 
 #include <QAction>
 #include <QString>
@@ -16,7 +17,8 @@ class CommandStates : public LogWindow {
 public:
     using Actions = std::function<QAction *(const QString &name)>;
 
-    CommandStates(const RunState &run, const TabStates &tabs, const TimeControls &time, Actions actions);
+    CommandStates(const RunState &run, const TabStates &tabs, const TimeControls &time, const ScrollBars &bars,
+                  Actions actions);
 
     /// The moments at which the link or the recording changes. Those of the recording reach the commands on the chart
     /// only while the recorder is in front.
@@ -45,5 +47,6 @@ private:
     const RunState &run_;
     const TabStates &tabs_;
     TimeControls time_;
+    const ScrollBars &bars_;
     Actions actions_;
 };

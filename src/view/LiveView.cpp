@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "view/LiveView.h"
 
-#include "base/Numbers.h"
-
 void LiveView::UpdateLiveView() {
     if (!recorder_.IsLastPointVisible()) {
         moveAxis();
@@ -25,8 +23,5 @@ void LiveView::moveAxis() {
 }
 
 void LiveView::recorderToEnd() {
-    // No floor at 0: after a run shorter than the window the bar's end lies below its beginning.
-    ScrollEntry &bar = *controls_.ScrollChart[recorderChart];
-    bar.setMax(rounded16(recorder_.GetLastTime() + 0.5 - tabs_.WindowMinutes[recorderChart]));
-    bar.setValue(bar.Max());
+    bars_.toEnd(recorderChart, recorder_.GetLastTime(), tabs_.WindowMinutes[recorderChart]);
 }

@@ -3,16 +3,17 @@
 
 #include "base/Values.h"
 #include "view/MainControls.h"
+#include "view/ScrollBars.h"
 
 /// Keeps the recorder's time axis ahead of the newest sample, whichever tab is in front.
 class LiveView {
 public:
-    LiveView(TabStates &tabs, Run &recorder, const TimeControls &controls)
-        : tabs_(tabs), recorder_(recorder), controls_(controls) {}
+    LiveView(TabStates &tabs, Run &recorder, const TimeControls &controls, const ScrollBars &bars)
+        : tabs_(tabs), recorder_(recorder), controls_(controls), bars_(bars) {}
 
     /// Draws the new stretch of trace; the axis jumps ahead by a margin when the newest sample has left it.
     void UpdateLiveView();
-    /// Sets the recorder's bar to the end of the data. Raises overflow (6) for a run beyond 16-bit minutes.
+    /// Sets the recorder's bar to the end of the data; see ScrollBars::toEnd.
     void recorderToEnd();
 
 private:
@@ -21,4 +22,5 @@ private:
     TabStates &tabs_;
     Run &recorder_;
     TimeControls controls_;
+    const ScrollBars &bars_;
 };

@@ -18,10 +18,9 @@ struct AxisControls {
     std::array<CommandButton *, 2> cmdSet{};
 };
 
-/// The time axis and the bar under each tab's chart.
+/// The time axis.
 struct TimeControls {
     std::array<OptionButton *, 2> optTimeAxis{}; ///< "Full View", "Window:"
     TextEntry *txtChartTime = nullptr;
     CommandButton *cmdSetTime = nullptr;
-    std::array<ScrollEntry *, tabCount> ScrollChart{};
 };

@@ -3,31 +3,35 @@
 
 #include "documents/DocumentPorts.h"
 #include "view/ChartTabs.h"
-#include "view/MainControls.h"
+#include "view/ScrollBars.h"
 
 #include <functional>
+#include <utility>
 
 /// The main window as the commands on files see it.
 class MainDocumentWindow : public DocumentWindow {
 public:
     /// `TextWidth` measures in twips, in the window's font.
-    MainDocumentWindow(ChartTabs &tabs, const TimeControls &controls, std::function<float(const QString &)> TextWidth);
+    MainDocumentWindow(ChartTabs &tabs, const ScrollBars &bars, TextEntry &txtChartTime,
+                       std::function<float(const QString &)> TextWidth)
+        : tabs_(tabs), bars_(bars), txtChartTime_(txtChartTime), TextWidth_(std::move(TextWidth)) {}
 
-    void setTabHead(int tab, const QString &caption, const QString &toolTip) override;
+    void setTabHead(int tab, const QString &caption, const QString &toolTip) override {
+        tabs_.setHead(tab, caption, toolTip);
+    }
     void takeTabHead(int tab, int from) override { tabs_.takeHead(tab, from); }
     void selectTab(int tab) override { tabs_.select(tab); }
 
-    void setScrollMax(int tab, qint16 minutes) override { bar(tab).setMax(minutes); }
-    void takeScrollRange(int tab, int from) override;
-    void resetScroll(int tab) override;
+    void setScrollMax(int tab, qint16 minutes) override { bars_[tab].setMax(minutes); }
+    void takeScrollRange(int tab, int from) override { bars_.takeRange(tab, from); }
+    void resetScroll(int tab) override { bars_.reset(tab); }
 
-    void setChartTime(const QString &text) override { controls_.txtChartTime->setText(text); }
+    void setChartTime(const QString &text) override { txtChartTime_.setText(text); }
     float textWidth(const QString &text) const override { return TextWidth_(text); }
 
 private:
-    ScrollEntry &bar(int tab) const { return *controls_.ScrollChart[tab]; }
-
     ChartTabs &tabs_;
-    TimeControls controls_;
+    const ScrollBars &bars_;
+    TextEntry &txtChartTime_;
     std::function<float(const QString &)> TextWidth_;
 };

@@ -2,7 +2,6 @@
 #include "view/TimeAxis.h"
 
 #include "base/Numbers.h"
-#include "base/Steps.h"
 #include "documents/ChartViewOf.h"
 
 #include <algorithm>
@@ -21,17 +20,18 @@ float wholeMinuteEnd(float lastTime) { return static_cast<float>(rounded32(lastT
 } // namespace
 
 TimeAxis::TimeAxis(TabStates &tabs, const RunState &run, const Charts &charts, const TimeControls &controls,
-                   AxisPanels &axes, const NumericKeys &keys, Prompts &prompts, std::function<void()> focusChart)
-    : tabs_(tabs), run_(run), charts_(charts), controls_(controls), axes_(axes), keys_(keys), prompts_(prompts),
-      focusChart_(std::move(focusChart)) {}
+                   const ScrollBars &bars, AxisPanels &axes, const NumericKeys &keys, Prompts &prompts,
+                   std::function<void()> focusChart)
+    : tabs_(tabs), run_(run), charts_(charts), controls_(controls), bars_(bars), axes_(axes), keys_(keys),
+      prompts_(prompts), focusChart_(std::move(focusChart)) {}
 
 void TimeAxis::attach() {
     for (int i = 0; i < 2; ++i)
         controls_.optTimeAxis[i]->Click = [this, i] { optTimeAxis_Click(i); };
     for (int i = 0; i < tabCount; ++i) {
-        controls_.ScrollChart[i]->Change = [this, i] { ScrollChart_Change(i); };
-        controls_.ScrollChart[i]->Scroll = [this, i] { ScrollChart_Scroll(i); };
-        controls_.ScrollChart[i]->GotFocus = [this, i] { ScrollChart_GotFocus(i); };
+        bars_[i].Change = [this, i] { ScrollChart_Change(i); };
+        bars_[i].Scroll = [this, i] { ScrollChart_Scroll(i); };
+        bars_[i].GotFocus = [this, i] { ScrollChart_GotFocus(i); };
     }
     controls_.txtChartTime->Change = [this] { txtChartTime_Change(); };
     controls_.txtChartTime->GotFocus = [this] { txtChartTime_GotFocus(); };
@@ -60,21 +60,7 @@ void TimeAxis::SetFullView() {
 void TimeAxis::EnableScrollBar() { bar().setEnabled(tabs_.CurrentChart != recorderChart || !run_.Recording); }
 
 void TimeAxis::SetScrollRange(qint32 Value) {
-    ScrollEntry &B = bar();
-    skippingErrors([&] { B.setMax(rounded16(chart().GetLastTime() + 0.5 - tabs_.currentView().TimeSpan)); },
-                   [&] {
-                       if (B.Max() < 0)
-                           B.setMax(0);
-                   },
-                   [&] { B.setValue(Value); }, [&] { setScrollSteps(); });
-}
-
-/// A click in the trough moves one window, an arrow a tenth of one.
-void TimeAxis::setScrollSteps() {
-    const float span = tabs_.currentView().TimeSpan;
-    const int minutes = rounded16(span);
-    bar().setLargeChange(std::max(minutes, 1));
-    bar().setSmallChange(minutes >= 1 ? std::max<int>(rounded16(span / 10), 1) : 1);
+    bars_.fit(tabs_.CurrentChart, chart().GetLastTime(), tabs_.currentView().TimeSpan, Value);
 }
 
 void TimeAxis::ShowAxisState() {

@@ -6,6 +6,7 @@
 #include "view/AxisPanels.h"
 #include "view/MainControls.h"
 #include "view/NumericKeys.h"
+#include "view/ScrollBars.h"
 
 #include <functional>
 
@@ -14,8 +15,9 @@
 class TimeAxis {
 public:
     /// `focusChart` gives the keyboard focus to the chart in front.
-    TimeAxis(TabStates &tabs, const RunState &run, const Charts &charts, const TimeControls &controls, AxisPanels &axes,
-             const NumericKeys &keys, Prompts &prompts, std::function<void()> focusChart);
+    TimeAxis(TabStates &tabs, const RunState &run, const Charts &charts, const TimeControls &controls,
+             const ScrollBars &bars, AxisPanels &axes, const NumericKeys &keys, Prompts &prompts,
+             std::function<void()> focusChart);
 
     /// Hangs the handlers below on the controls; the charts' own events are connected by who owns them.
     void attach();
@@ -25,8 +27,7 @@ public:
     void SetFullView();
     /// The recorder's bar stays off during a recording: then the live view owns its window.
     void EnableScrollBar();
-    /// Fits the bar's range and steps to the run and the window, and moves it to `Value` minutes. A range or value
-    /// beyond 16 bits leaves the bar as it was.
+    /// Fits the bar to the run and the window, and moves it to `Value` minutes; see ScrollBars::fit.
     void SetScrollRange(qint32 Value);
     /// Writes all five axis entries from the state of the chart in front.
     void ShowAxisState();
@@ -47,16 +48,16 @@ public:
 
 private:
     Run &chart() const { return *charts_[tabs_.CurrentChart]; }
-    ScrollEntry &bar() const { return *controls_.ScrollChart[tabs_.CurrentChart]; }
+    ScrollEntry &bar() const { return bars_[tabs_.CurrentChart]; }
     bool isWindowChosen() const { return controls_.optTimeAxis[1]->Value(); }
     /// Places a window of `minutes` on the run, pulled back when it would reach beyond the data; answers its right end.
     float placeWindow(double minutes);
-    void setScrollSteps();
 
     TabStates &tabs_;
     const RunState &run_;
     const Charts &charts_;
     TimeControls controls_;
+    const ScrollBars &bars_;
     AxisPanels &axes_;
     const NumericKeys &keys_;
     Prompts &prompts_;

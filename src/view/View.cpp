@@ -2,24 +2,27 @@
 #include "view/View.h"
 
 #include "chart/Quillchart.h"
+#include "documents/ChartViewOf.h"
 #include "view/frmNoData.h"
 
 View::View(const Uses &on)
-    : keys(on.values.DecimalPoint, on.prompts),
+    : bars(window.ScrollChart()), keys(on.values.DecimalPoint, on.prompts),
       axes(on.values.tabs, window.charts(), window.axis(), *window.time().txtChartTime, keys, on.prompts),
-      time(on.values.tabs, on.values.run, window.charts(), window.time(), axes, keys, on.prompts,
+      time(on.values.tabs, on.values.run, window.charts(), window.time(), bars, axes, keys, on.prompts,
            [this] { window.focusChart(); }),
-      live(on.values.tabs, *window.charts()[recorderChart], window.time()),
-      states(on.values.run, on.values.tabs, window.time(), [this](const QString &name) { return window.action(name); }),
+      live(on.values.tabs, *window.charts()[recorderChart], window.time(), bars),
+      states(on.values.run, on.values.tabs, window.time(), bars,
+             [this](const QString &name) { return window.action(name); }),
       tabs(on.values.tabs, window.charts(), window.TabChart(), window.time(), time, states,
            [this](int chart) { window.bringToFront(chart); }),
       acquisitionWindow(states, live, on.commands,
                         {.setReceiveLed = [this](bool lit) { window.setLed(lit); },
                          .focusChart = [this] { window.focusChart(); },
                          .askNoData = [this] { return frmNoData(&window).ask(); }}),
-      documentWindow(tabs, window.time(), [this](const QString &text) { return window.TextWidth(text); }),
+      documentWindow(tabs, bars, *window.time().txtChartTime,
+                     [this](const QString &text) { return window.TextWidth(text); }),
       setupDialog(window), helpMenu(on.help, window, [this](const QString &name) { return window.action(name); }),
-      clicks(on.commands, on.values.tabs) {}
+      clicks(on.commands, on.values.tabs), values_(on.values) {}
 
 void View::bind(Commands &commands, const Guard &guard, ErrorRoute &errors) {
     commands.bind(QStringLiteral("mnuIntro"), [this] { helpMenu.mnuIntro_Click(); });
@@ -41,6 +44,26 @@ void View::bind(Commands &commands, const Guard &guard, ErrorRoute &errors) {
         QObject::connect(&chart, &Quillchart::ChartError, &window,
                          [&errors](qint16, qint16 ErrorCode) { errors.HandelError(ErrorCode); });
     }
+}
+
+void View::setUp() {
+    constexpr float startWidth = 8650.0F;
+    constexpr float startHeight = 6300.0F;
+    constexpr double startWindow = 10.0;
+    TabStates &state = values_.tabs;
+    state.CurrentChart = recorderChart;
+    window.setOuterSize(startWidth, startHeight);
+    for (int tab = 0; tab < tabCount; ++tab) {
+        state.WindowMinutes[tab] = startWindow;
+        bars.setUp(tab);
+        state.FullView[tab] = true;
+        state.Zoomed[tab] = false;
+        state.ChartViews[tab] = chartViewOf(*window.charts()[tab], startWindow);
+    }
+    state.ChartSaved[recorderChart] = true;
+    window.bringToFront(recorderChart);
+    window.time().txtChartTime->setEnabled(false);
+    window.time().cmdSetTime->setEnabled(false); // its entry was written before there was a window to compare it with
 }
 
 DocumentCharts View::documentCharts() const {

@@ -33,10 +33,14 @@ struct View {
     /// Its click routines, and what its controls and charts run. The errors of the charts go to `errors`.
     void bind(Commands &commands, const Guard &guard, ErrorRoute &errors);
 
+    /// The window as it is first shown: its size, and the state of every tab. No tab is in use yet.
+    void setUp();
+
     /// The recorder's chart and those of the files.
     DocumentCharts documentCharts() const;
 
     frmMain window;
+    ScrollBars bars;
     NumericKeys keys;
     AxisPanels axes;
     TimeAxis time;
@@ -48,4 +52,7 @@ struct View {
     MainSetupDialog setupDialog;
     HelpMenu helpMenu;
     Clicks clicks;
+
+private:
+    Values &values_;
 };

@@ -155,9 +155,9 @@ void frmMain::buildTabs() {
         charts_[i] = &quillcharts_[i]->run();
     }
     for (int tab = 0; tab < tabCount; ++tab) {
-        time_.ScrollChart[tab] = new ScrollEntry(inner_);
-        time_.ScrollChart[tab]->setObjectName(arrayName("ScrollChart", tab));
-        time_.ScrollChart[tab]->setEnabled(false);
+        ScrollChart_[tab] = new ScrollEntry(inner_);
+        ScrollChart_[tab]->setObjectName(arrayName("ScrollChart", tab));
+        ScrollChart_[tab]->setEnabled(false);
     }
 }
 
@@ -200,7 +200,7 @@ void frmMain::bringToFront(int chart) {
         focusChart();
     for (int i = 0; i < tabCount; ++i) {
         quillcharts_[i]->setVisible(i == chart);
-        time_.ScrollChart[i]->setVisible(i == chart);
+        ScrollChart_[i]->setVisible(i == chart);
     }
 }
 
@@ -236,7 +236,7 @@ void frmMain::ArrangeMainWindow() {
     TabChart_->setGeometry(Twips::toPixels(places.tabHeads).adjusted(0, 0, 0, overlap));
     for (int i = 0; i < tabCount; ++i) {
         quillcharts_[i]->setGeometry(Twips::toPixels(places.Chart));
-        time_.ScrollChart[i]->setGeometry(Twips::toPixels(places.ScrollChart));
+        ScrollChart_[i]->setGeometry(Twips::toPixels(places.ScrollChart));
     }
     charts_[front_]->Redraw();
     frameLeds_->move(Twips::toPixels(places.frameLeds).topLeft());

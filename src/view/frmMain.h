@@ -28,6 +28,7 @@ public:
     Quillchart &chart(int index) const { return *quillcharts_[index]; }
     const AxisControls &axis() const { return axis_; }
     const TimeControls &time() const { return time_; }
+    const std::array<ScrollEntry *, tabCount> &ScrollChart() const { return ScrollChart_; }
     QTabBar &TabChart() const { return *TabChart_; }
 
     /// A menu item or a button was clicked, with its name; a check button's state is already that after the click.
@@ -75,5 +76,6 @@ private:
     Charts charts_{};
     AxisControls axis_;
     TimeControls time_;
+    std::array<ScrollEntry *, tabCount> ScrollChart_{};
     int front_ = recorderChart;
 };

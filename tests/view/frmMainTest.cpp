@@ -75,8 +75,8 @@ TEST_F(frmMainTest, OnlyTheFrontPairIsSeen) {
     window.bringToFront(2);
     for (int i = 0; i < chartInstances; ++i)
         EXPECT_EQ(window.chart(i).isVisible(), i == 2) << i;
-    EXPECT_TRUE(window.time().ScrollChart[2]->isVisible());
-    EXPECT_FALSE(window.time().ScrollChart[0]->isVisible());
+    EXPECT_TRUE(window.ScrollChart()[2]->isVisible());
+    EXPECT_FALSE(window.ScrollChart()[0]->isVisible());
 }
 
 TEST_F(frmMainTest, TheWindowSnapsBackToTheRoomThatThePanelsNeed) {
