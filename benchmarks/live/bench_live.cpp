@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "../ProcessFigures.h"
 #include "driver/LiveOstrel.h"
 
 #include <QThread>
@@ -14,16 +15,16 @@ namespace {
 
 constexpr double minutes = 1;
 
-double perHour(const RunningProgram &program) {
-    const double before = program.processorSeconds();
+double perHour(const Child &program) {
+    const double before = processorSeconds(program.pid());
     QThread::sleep(static_cast<unsigned long>(60 * minutes));
-    return (program.processorSeconds() - before) * 60 / minutes;
+    return (processorSeconds(program.pid()) - before) * 60 / minutes;
 }
 
 void ours(benchmark::State &state) {
     for (auto _ : state) {
         LiveOstrel live{"uv 0.1\nnoise uv 0.001\ncond 20\nnoise cond 0.1\nwait 5s\nstart\nwait 1h\n"};
-        if (!within(20s, [&] { return live->get("mnuStop", "enabled").toBool(); }))
+        if (!within(20s, [&] { return live.isEnabled("mnuStop"); }))
             throw std::runtime_error("the recorder does not record");
         QThread::sleep(5);
         state.SetIterationTime(perHour(live.recorder()));
@@ -33,7 +34,10 @@ void ours(benchmark::State &state) {
 void stripTimer(benchmark::State &state) {
     for (auto _ : state) {
         const Profile profile;
-        RunningProgram strip{STRIP_TIMER_PROGRAM, {}, profile.environment({}), profile.file("output")};
+        const Child strip{[&] {
+            profile.enter();
+            return become({STRIP_TIMER_PROGRAM});
+        }};
         QThread::sleep(5);
         state.SetIterationTime(perHour(strip));
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "../ProcessFigures.h"
+#include "driver/Child.h"
 #include "driver/Profile.h"
-#include "driver/RunningProgram.h"
 
 #include <QFile>
 #include <benchmark/benchmark.h>
@@ -33,13 +34,17 @@ void firstPaint(benchmark::State &state, const char *program, const char *window
     for (auto _ : state) {
         const Profile profile;
         const SilentLine line{profile.file("instrument1")};
-        QProcessEnvironment environment = profile.environment("firstpaint");
-        environment.insert("FIRST_PAINT_OF", window);
-        RunningProgram running{program, {}, environment, profile.file("output")};
-        if (!within(30s, [&] { return running.isStopped(); }))
+        const Child running{[&] {
+            profile.enter();
+            qputenv("QT_PLUGIN_PATH", PLUGIN_FOLDER);
+            qputenv("QT_QPA_GENERIC_PLUGINS", "firstpaint");
+            qputenv("FIRST_PAINT_OF", window);
+            return become({program});
+        }};
+        if (!within(30s, [&] { return isStopped(running.pid()); }))
             throw std::runtime_error("the program paints nothing");
-        state.SetIterationTime(running.processorSeconds());
-        mebibytes = running.residentMebibytes();
+        state.SetIterationTime(processorSeconds(running.pid()));
+        mebibytes = residentMebibytes(running.pid());
     }
     state.counters["MiB"] = mebibytes;
 }

@@ -3,40 +3,59 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <csignal>
 
+using namespace std::chrono_literals;
+
 namespace {
 
-class EndedBy : public testing::TestWithParam<int> {
+class Port : public testing::TestWithParam<int> {
 protected:
-    static QString lockOf(const QString &port) { return "/run/lock/LCK.." + port.mid(5).replace('/', '_'); }
-    static bool opensForAnotherUser(const QString &port) {
-        ::chmod(port.toLocal8Bit().constData(), 0666);
-        return QProcess::execute("setpriv", {"--reuid=12345", "--regid=12345", "--clear-groups", "sh", "-c",
-                                             "exec 2>/dev/null 3<" + port}) == 0;
+    bool isLocked() const { return QFile::exists("/run/lock/LCK.." + port.mid(5).replace('/', '_')); }
+    bool opensForAnotherUser() const {
+        const QByteArray path = port.toLocal8Bit();
+        ::chmod(path.constData(), 0666);
+        Child other([&] { return ::open(path.constData(), O_RDONLY | O_NOCTTY) < 0; }, 12345);
+        return other.endsWithin(5s) && other.exitCode() == 0;
     }
+
+    LiveOstrel live{"wait 10m\n"};
+    const QString port = QFileInfo(live.file("instrument1")).canonicalFilePath();
 };
 
-TEST_P(EndedBy, APortIsFreeForAnotherUser) {
+TEST_P(Port, IsFreeForAnotherUserBehindTheEnd) {
     if (::getuid() != 0)
         GTEST_SKIP() << "only root can be another user";
-    LiveOstrel live("wait 10m\n");
-    const QString port = QFileInfo(live.file("instrument1")).canonicalFilePath();
-    EXPECT_TRUE(QFile::exists(lockOf(port)));
-    EXPECT_FALSE(opensForAnotherUser(port));
+    EXPECT_TRUE(isLocked());
+    EXPECT_FALSE(opensForAnotherUser());
     if (GetParam() != 0)
-        ::kill(pid_t(live.recorder().pid()), GetParam());
+        live.recorder().signal(GetParam());
     else
-        live->trigger("mnuExit");
-    ASSERT_TRUE(live.recorder().endsWithin(10000));
-    EXPECT_FALSE(QFile::exists(lockOf(port)));
-    EXPECT_TRUE(opensForAnotherUser(port));
+        live.press("mnuExit");
+    ASSERT_TRUE(live.recorder().endsWithin(10s));
+    EXPECT_FALSE(isLocked());
+    EXPECT_TRUE(opensForAnotherUser());
 }
 
-INSTANTIATE_TEST_SUITE_P(Port, EndedBy, testing::Values(0, SIGTERM, SIGABRT));
+INSTANTIATE_TEST_SUITE_P(EndedBy, Port, testing::Values(0, SIGTERM, SIGABRT));
+
+TEST_F(Port, IsTakenAndLetGoByTheProgramAsShipped) {
+    live.recorder().signal(SIGTERM);
+    ASSERT_TRUE(live.recorder().endsWithin(10s));
+    EXPECT_FALSE(isLocked());
+    Child shipped([&] {
+        live.profile().enter();
+        return become({OSTREL_PROGRAM});
+    });
+    EXPECT_TRUE(within(10s, [&] { return isLocked(); }));
+    shipped.signal(SIGTERM);
+    EXPECT_TRUE(shipped.endsWithin(10s));
+    EXPECT_EQ(shipped.exitCode(), 0);
+    EXPECT_FALSE(isLocked());
+}
 
 } // namespace

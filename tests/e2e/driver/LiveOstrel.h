@@ -1,28 +1,45 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "driver/Probe.h"
+#include "chart/Quillchart.h"
+#include "driver/Child.h"
 #include "driver/Profile.h"
-#include "driver/RunningProgram.h"
+#include "files/Descriptor.h"
+
+#include <QApplication>
+#include <QVariant>
+#include <QWidget>
 
 #include <memory>
 #include <optional>
 #include <ostream>
-#include <vector>
 
-/// The recorder as shipped beside a simulated instrument, in a profile of its own and without a display. COM 1 is the
-/// instrument's line.
+inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
+
+/// For the functions that are run in the recorder.
+namespace inside {
+
+/// A control, a command or a timer by its objectName, whether it is shown or not. There must be one.
+template <typename Kind>
+Kind &find(const QString &name) {
+    for (const QWidget *window : QApplication::topLevelWidgets()) {
+        if (auto *found = window->findChild<Kind *>(name))
+            return *found;
+    }
+    qFatal("There is no %s", qUtf8Printable(name));
+}
+/// What an operator can get at, by its objectName or by the text on it: it is shown and enabled, and in the modal
+/// window where there is one. None if he cannot.
+QObject *reach(const QString &name);
+/// Is done behind the answer of the function that sets it: what may open a dialog.
+inline std::function<void()> afterwards;
+
+} // namespace inside
+
+/// The recorder as shipped, in a process of its own, beside a simulated instrument, in a profile of its own and without
+/// a display. COM 1 is the instrument's line.
 class LiveOstrel {
 public:
-    struct Sample {
-        float uv;
-        float cond;
-        bool operator==(const Sample &) const = default;
-        friend std::ostream &operator<<(std::ostream &out, const Sample &sample) {
-            return out << sample.uv << " AU, " << sample.cond << " mS/cm";
-        }
-    };
-
     /// The instrument plays `script`; the recorder has shown its window and taken the name offered for the system.
     explicit LiveOstrel(const QByteArray &script, const QStringList &simulatorOptions = {});
     /// A second copy in the same profile, with an instrument of its own on COM 2, which it is told of.
@@ -33,42 +50,71 @@ public:
     void startRecorder(const QString &firstWindow = "frmMain", unsigned user = 0);
     /// The instrument's line is gone for good, so that none which comes later is taken for it.
     void stopInstrument();
-    /// Answers the question for the system's name.
-    void takeName();
-    /// Waits until a window is up; throws when it does not come.
-    void await(const QString &window);
-
-    Probe &operator*() { return *probe_; }
-    Probe *operator->() { return &*probe_; }
-    RunningProgram &recorder() { return *recorder_; }
-
-    bool isUp(const QString &window);
-    /// What the message box says, a box beneath another left out; empty without one.
-    QString boxText();
-    bool isLinked() { return probe_->get("ShapeReciveLed", "FillColor") == "#00ff00"; }
-    bool isEnabled(const QString &object) { return probe_->get(object, "enabled").toBool(); }
-
-    /// Gives a command and answers its file dialog with a name in the folder of this profile.
-    void chooseFile(const QString &command, const QString &name);
-    /// Answers the file dialog that is about to come up.
-    void nameFile(const QString &name);
-    bool fileExists(const QString &name) const;
+    Child &recorder() { return *recorder_; }
+    const Profile &profile() const { return *profile_; }
     QString file(const QString &name) const { return profile_->file(name); }
 
+    /// What a function without captures answers in the recorder, between two events there.
+    template <typename Function>
+    auto ask(Function, const QStringList &given = {}) {
+        const Question question = [](const QStringList &parts) { return QVariant::fromValue(Function{}(parts)); };
+        return exchange(question, given).template value<std::invoke_result_t<Function, QStringList>>();
+    }
+    /// The same of a chart.
+    template <typename Function>
+    auto ask(int chart, Function) {
+        const auto question = [](const QStringList &parts) { return Function{}(inside::find<Quillchart>(parts[0])); };
+        return ask(question, {QString{"Chart(%1)"}.arg(chart)});
+    }
+
+    // As an operator, as soon as he can.
+    /// A command, a control or a button.
+    void press(const QString &name);
+    /// Text in place of what the widget holds.
+    void type(const QString &widget, const QString &text);
+    /// Answers the file dialog with a name in the folder of this profile.
+    void nameFile(const QString &name);
+    /// The question for the system's name.
+    void takeName();
+    /// In the recovery dialog, up to the file dialog: the only log that is offered.
+    void chooseLog();
+
+    /// The names of the windows that are shown; of a message box what it says.
+    QStringList windows();
+    bool isUp(const QString &window) { return windows().join('\n').contains(window); }
+    /// Waits until a window is up; throws when it does not come.
+    void await(const QString &window);
+    bool isLinked();
+    bool isEnabled(const QString &command);
+    int held(int chart) {
+        return ask(chart, [](auto &shown) { return shown.SampleCount(); });
+    }
+    QStringList samples(int chart);
+    static QString sampleText(float uv, float cond); ///< as it stands among the samples and in what was meant
     /// The texts of a chart's marks in the order of their times, between blanks.
     QString marks(int chart);
-    std::vector<Sample> samples(int chart);
-    QString methodText(int chart);
-    /// What the instrument meant so far: the rows of its truth, split at the tabs.
-    std::vector<QStringList> truth() const;
+    QString methodText(int chart) {
+        return ask(chart, [](auto &shown) { return shown.GetMethodText(); });
+    }
+
+    /// What is in a folder of the recorder's.
+    QStringList entries(const QString &folder) const;
+    /// What the instrument meant so far: samples, and its news by the first word.
+    QStringList meant() const;
 
 private:
-    QString own(const char *name) const { return profile_->file(QString{"%1%2"}.arg(name).arg(port_)); }
+    using Question = QVariant (*)(const QStringList &given);
+
+    static int serve(int line);
+    static void answerQuestion(int line);
+    QVariant exchange(Question question, const QStringList &given);
+    void act(Question work, const QStringList &given = {});
+    QString own(const char *name) const { return file(QString{"%1%2"}.arg(name).arg(port_)); }
     void startInstrument(const QByteArray &script, const QStringList &options = {});
 
-    std::shared_ptr<Profile> profile_;
-    int port_;
-    std::optional<RunningProgram> instrument_;
-    std::optional<RunningProgram> recorder_;
-    std::optional<Probe> probe_;
+    std::shared_ptr<Profile> profile_ = std::make_shared<Profile>();
+    int port_ = 1;
+    Descriptor line_; ///< to the recorder
+    std::optional<Child> instrument_;
+    std::optional<Child> recorder_;
 };

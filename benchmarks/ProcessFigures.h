@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFile>
+#include <sys/types.h>
+
+#include <ctime>
+#include <stdexcept>
+
+/// What is measured of a running process from outside.
+
+inline QString procFile(pid_t process, const char *name) {
+    QFile file{QString{"/proc/%1/%2"}.arg(process).arg(QLatin1String(name))};
+    if (!file.open(QIODevice::ReadOnly))
+        throw std::runtime_error("the program has ended");
+    return QString::fromLatin1(file.readAll());
+}
+
+/// By a signal, until another lets it go on.
+inline bool isStopped(pid_t process) { return procFile(process, "stat").section(')', -1).trimmed().startsWith('T'); }
+
+/// Processor time so far, all threads and the kernel's share included.
+inline double processorSeconds(pid_t process) {
+    clockid_t clock;
+    timespec time{};
+    if (clock_getcpuclockid(process, &clock) != 0 || clock_gettime(clock, &time) != 0)
+        throw std::runtime_error("the program's processor time cannot be read");
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+/// Memory in use now, shared libraries included: what it shares depends on who else runs.
+inline double residentMebibytes(pid_t process) {
+    return procFile(process, "smaps_rollup").section("Rss:", 1).section("kB", 0, 0).toDouble() / 1024;
+}

@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// The recorder on the real desktop, from its start to its end.
+int runOstrel(int argc, char **argv);
