@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "chart/Quillchart.h"
+#include "chart/run/Run.h"
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
@@ -49,9 +49,8 @@ void measure(benchmark::State &state, Add add) {
 }
 
 void ours(benchmark::State &state) {
-    auto chart = std::make_unique<Quillchart>(qint16{0});
-    LiveChart &live = *chart;
-    measure(state, [&](SamplePair sample) { live.AddSample(sample.uv, sample.cond); });
+    Run run;
+    measure(state, [&](SamplePair sample) { run.AddSample(sample.uv, sample.cond); });
 }
 
 void deque(benchmark::State &state) {
@@ -66,13 +65,12 @@ void vector(benchmark::State &state) {
 
 /// The questions of every live update.
 void questions(benchmark::State &state) {
-    Quillchart chart(0);
+    Run run;
     for (qint64 i = 0; i < state.range(0); ++i)
-        chart.AddSample(0.1F, 20);
-    const LiveChart &live = chart;
+        run.AddSample(0.1F, 20);
     for (auto _ : state) {
-        benchmark::DoNotOptimize(live.GetLastTime());
-        benchmark::DoNotOptimize(live.IsLastPointVisible());
+        benchmark::DoNotOptimize(run.GetLastTime());
+        benchmark::DoNotOptimize(run.IsLastPointVisible());
     }
 }
 

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "chart/run/Run.h"
 
+#include "chart/run/Succeeds.h"
+
 #include <QStringList>
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace {
+
+constexpr qint16 outOfMemory = 1;
 
 /// The status of an operation that fails only where there is no memory for more.
 template <typename Step>
@@ -15,11 +20,21 @@ qint16 statusOf(Step step) {
         step();
         return true;
     })
-               ? 0
-               : 1;
+               ? qint16{0}
+               : outOfMemory;
 }
 
 } // namespace
+
+// Plainly, as every sample comes here.
+qint16 Run::AddSample(float UV, float Conductivity) {
+    try {
+        data_.samples.append({UV, Conductivity});
+    } catch (const std::bad_alloc &) {
+        return outOfMemory;
+    }
+    return 0;
+}
 
 qint16 Run::AddEventMark(const QString &Label, qint32 Color, qint16 Height, float Time) {
     return statusOf([&] { data_.marks.push_back({Label, Color, Height, Time}); });

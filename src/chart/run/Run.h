@@ -3,7 +3,6 @@
 
 #include "chart/run/ChartData.h"
 #include "chart/run/Scale.h"
-#include "chart/run/Succeeds.h"
 
 #include <QString>
 
@@ -32,9 +31,7 @@ public:
 
     /// Puts a sample pair (AU, mS/cm) behind the last one, 1/300 minute on; the first stands at 0. Draws nothing. The
     /// values are kept bit for bit, not-a-number and infinities too. Non-zero exactly when there is no memory for more.
-    qint16 AddSample(float UV, float Conductivity) {
-        return succeeds([&] { return data_.samples.append({UV, Conductivity}), true; }) ? 0 : 1;
-    }
+    qint16 AddSample(float UV, float Conductivity);
     /// A mark on the time axis at `Time` minutes. Color is 0xBBGGRR; a negative Height points the other way.
     qint16 AddEventMark(const QString &Label, qint32 Color, qint16 Height, float Time);
     /// A method text as the instrument sent it, CR LF line ends, with its time in minutes.
