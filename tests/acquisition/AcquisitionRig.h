@@ -23,10 +23,7 @@ public:
         told << QLatin1String(on ? "green" : "black");
     }
     void UpdateLiveView() override { ++liveUpdates; }
-    void recorderToEnd() override {
-        if (endError != 0)
-            throw RunTimeError(endError);
-    }
+    void recorderToEnd() override {}
     void focusChart() override {
         throw RunTimeError(RunTimeError::InvalidProcedureCall);
     } // a window that is not up yet
@@ -49,7 +46,6 @@ public:
     std::function<void()> whileNoData;
     QStringList showings; ///< of the port's dialog
     std::function<void()> whileSetup;
-    int endError = 0; ///< what setting the scroll bar to the end raises when not 0
 };
 
 /// The whole way from the serial port to the charts, on a desktop, a window and charts of the test's own.
@@ -87,8 +83,6 @@ public:
     Acquisition acquisition{
         {values, ComPort, CommTmp, timers, chart, log, commands, window, window, prompts, errors, clock}};
     ReceiveRing &ring = acquisition.ring;
-    DataReceiver &receiver = acquisition.receiver;
-    SampleIntake &intake = acquisition.intake;
     RecordingSession &session = acquisition.session;
     StreamDecoder &decoder = acquisition.decoder;
 

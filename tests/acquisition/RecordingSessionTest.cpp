@@ -14,14 +14,6 @@ TEST_F(RecordingSessionTest, RecordAndStopRunWholeEachTime) {
     EXPECT_EQ(window.told.mid(2).join(' '), "Record Record Stop Stop");
 }
 
-TEST_F(RecordingSessionTest, AnEndBeyondTheBarLeavesTheSessionOn) {
-    session.mnuStart_Click();
-    window.endError = RunTimeError::Overflow;
-    EXPECT_EQ(errorNumberOf([&] { session.mnuStop_Click(); }), RunTimeError::Overflow);
-    EXPECT_TRUE(run.Recording);
-    EXPECT_EQ(window.told.back(), "Record");
-}
-
 TEST_F(RecordingSessionTest, ALostLinkIsToldWithin10Seconds) {
     play("R1 . E8");
     window.told.clear();

@@ -70,15 +70,6 @@ TEST_F(frmMainTest, ButtonsReportTheirKeyAndTheGroupAlsoWhenAlreadyDown) {
     EXPECT_FALSE(window.action("cmdStop")->isChecked());
 }
 
-TEST_F(frmMainTest, OnlyTheFrontPairIsSeen) {
-    show();
-    window.bringToFront(2);
-    for (int i = 0; i < chartInstances; ++i)
-        EXPECT_EQ(window.chart(i).isVisible(), i == 2) << i;
-    EXPECT_TRUE(window.ScrollChart()[2]->isVisible());
-    EXPECT_FALSE(window.ScrollChart()[0]->isVisible());
-}
-
 TEST_F(frmMainTest, TheWindowSnapsBackToTheRoomThatThePanelsNeed) {
     show();
     window.setOuterSize(3000, 2000);
