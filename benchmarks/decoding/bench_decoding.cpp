@@ -47,7 +47,7 @@ public:
     void setRThreshold(int) override {}
     int InBufferCount() const override { return int(bytes.size()); }
     QByteArray Input() override { return bytes; }
-    int CommEvent() const override { return Receive; }
+    int CommEvent() const override { return ErrorNumber::ReceiveEvent; }
 
     QByteArray bytes = burst();
 };

@@ -21,7 +21,7 @@ DataReceiver::DataReceiver(SerialControl &ComPort, ReceiveRing &ring, LinkState 
 void DataReceiver::ComPort_OnComm() {
     // Any event is life on the line, a fault too.
     link_.ComDataSeen = true;
-    if (const int event = ComPort_.CommEvent(); event != SerialControl::Receive)
+    if (const int event = ComPort_.CommEvent(); event != ErrorNumber::ReceiveEvent)
         errors_.HandelError(event);
     else if (!link_.DataBusy)
         ReceiveComData();

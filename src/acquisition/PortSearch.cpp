@@ -57,7 +57,7 @@ void PortSearch::openAtStart() {
         return;
     EveryStep steps; // an error log that cannot be written takes the choice of another port from nobody
     steps.run([&] { errors_.HandelError(number); });
-    if (number == RunTimeError::InvalidPortNumber)
+    if (number == ErrorNumber::InvalidPortNumber)
         steps.run([this] { mnuComPort_Click(); });
     steps.raise();
 }

@@ -26,7 +26,7 @@ void PortSetup::FindFreeComPorts(bool UseComPort) {
 void PortSetup::probe(SerialControl &control, int port) {
     const auto attempt = [&](auto &&step) {
         const int number = errorNumberOf(step);
-        if (number == RunTimeError::InvalidPortNumber || number == RunTimeError::PortAlreadyOpen)
+        if (number == ErrorNumber::InvalidPortNumber || number == ErrorNumber::PortAlreadyOpen)
             choices_.enabled[port - 1] = false;
     };
     attempt([&] { control.setCommPort(static_cast<qint16>(port)); });

@@ -14,7 +14,7 @@ constexpr std::chrono::milliseconds quiet = 1min;
 } // namespace
 
 void LastNet::meet(const RunTimeError &error, const QString &place) {
-    if (error.number() == RunTimeError::DialogCancelled)
+    if (error.number() == ErrorNumber::DialogCancelled)
         return;
     skippingErrors([&] { uses_.backToWork(); });
     const auto now = uses_.clock.uptime();
@@ -50,13 +50,13 @@ MessageBox errorBox(const RunTimeError &error) {
 MessageBox startFailedBox(const RunTimeError &error, const QString &appPath) {
     const auto advice = [&]() -> QString {
         switch (error.number()) {
-        case RunTimeError::DiskFull:
+        case ErrorNumber::DiskFull:
             return QStringLiteral("Make room on the disk of %1, then start").arg(appPath);
-        case RunTimeError::PermissionDenied:
-        case RunTimeError::PathNotFound:
+        case ErrorNumber::PermissionDenied:
+        case ErrorNumber::PathNotFound:
             return QStringLiteral("Make sure that %1 is a folder in which you may write, then start").arg(appPath);
-        case RunTimeError::FileAlreadyExists:
-        case RunTimeError::PathFileAccess:
+        case ErrorNumber::FileAlreadyExists:
+        case ErrorNumber::PathFileAccess:
             return QStringLiteral("What is named above is in the way: move it aside, then start");
         default:
             return QStringLiteral("Start");

@@ -22,7 +22,7 @@ public:
 private:
     static constexpr std::int16_t checked(int value) {
         if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max())
-            throw RunTimeError(RunTimeError::Overflow);
+            throw RunTimeError(ErrorNumber::Overflow);
         return static_cast<std::int16_t>(value);
     }
 

@@ -16,7 +16,7 @@ Whole rounded(double value) {
     // nearbyint rounds a half to the even neighbour in the processor's default mode, which nothing here changes.
     const double whole = std::nearbyint(value);
     if (!(whole >= std::numeric_limits<Whole>::min() && whole <= std::numeric_limits<Whole>::max()))
-        throw RunTimeError(RunTimeError::Overflow);
+        throw RunTimeError(ErrorNumber::Overflow);
     return static_cast<Whole>(whole);
 }
 
@@ -67,7 +67,7 @@ double numberFrom(const QString &text) {
     bool good = false;
     const double value = ungroupedLocale().toDouble(text.trimmed(), &good);
     if (!good || !std::isfinite(value))
-        throw RunTimeError(RunTimeError::TypeMismatch);
+        throw RunTimeError(ErrorNumber::TypeMismatch);
     return value;
 }
 

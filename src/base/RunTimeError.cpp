@@ -52,26 +52,26 @@ int RunTimeError::numberOf(const std::error_code &error) {
     switch (error.value()) {
     case ENOENT:
     case ENOTDIR:
-        return PathNotFound;
+        return ErrorNumber::PathNotFound;
     case EEXIST:
-        return FileAlreadyExists;
+        return ErrorNumber::FileAlreadyExists;
     case ENOSPC:
     case EDQUOT:
-        return DiskFull;
+        return ErrorNumber::DiskFull;
     case EACCES:
     case EPERM:
     case EROFS:
-        return PermissionDenied;
+        return ErrorNumber::PermissionDenied;
     case ENOMEM:
-        return OutOfMemory;
+        return ErrorNumber::OutOfMemory;
     default:
-        return PathFileAccess;
+        return ErrorNumber::PathFileAccess;
     }
 }
 
 RunTimeError RunTimeError::from(const std::error_code &error, const QString &what) {
     // A call that failed without a reason must not be told as a success.
-    const QString why = error ? QString::fromLocal8Bit(error.message().c_str()) : describe(PathFileAccess);
+    const QString why = error ? QString::fromLocal8Bit(error.message().c_str()) : describe(ErrorNumber::PathFileAccess);
     return {numberOf(error), QStringLiteral("%1: %2").arg(what, why)};
 }
 
@@ -85,8 +85,8 @@ RunTimeError caughtError() {
     } catch (const RunTimeError &error) {
         return error;
     } catch (const std::bad_alloc &) {
-        return RunTimeError(RunTimeError::OutOfMemory);
+        return RunTimeError(ErrorNumber::OutOfMemory);
     } catch (const std::exception &error) {
-        return {RunTimeError::InternalError, QString::fromLocal8Bit(error.what())};
+        return {ErrorNumber::InternalError, QString::fromLocal8Bit(error.what())};
     }
 }

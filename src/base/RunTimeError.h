@@ -8,28 +8,10 @@
 #include <exception>
 #include <system_error>
 
-/// A failure of the platform or of checked arithmetic: a number that decides how it is met, and a line of text that is
-/// told to the operator.
+/// A failure of the platform or of checked arithmetic: a number (see ErrorNumber) that decides how it is met, and a
+/// line of text that is told to the operator.
 class RunTimeError : public std::exception {
 public:
-    enum Number : int {
-        InvalidProcedureCall = ErrorNumber::InvalidProcedureCall,
-        Overflow = ErrorNumber::Overflow,
-        OutOfMemory = ErrorNumber::OutOfMemory,
-        SubscriptOutOfRange = ErrorNumber::SubscriptOutOfRange,
-        TypeMismatch = ErrorNumber::TypeMismatch,
-        InternalError = ErrorNumber::InternalError,
-        FileNotFound = ErrorNumber::FileNotFound,
-        FileAlreadyExists = ErrorNumber::FileAlreadyExists,
-        DiskFull = ErrorNumber::DiskFull,
-        PermissionDenied = ErrorNumber::PermissionDenied,
-        PathFileAccess = ErrorNumber::PathFileAccess,
-        PathNotFound = ErrorNumber::PathNotFound,
-        InvalidPortNumber = ErrorNumber::InvalidPortNumber,
-        PortAlreadyOpen = ErrorNumber::PortAlreadyOpen,
-        DialogCancelled = ErrorNumber::DialogCancelled,
-    };
-
     /// With the number's own description.
     explicit RunTimeError(int number);
     RunTimeError(int number, const QString &description);

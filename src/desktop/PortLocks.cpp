@@ -103,7 +103,7 @@ void takeOverFile(const QByteArray &path) {
     if (!lock && errno == ENOENT)
         return;
     if (!lock || isHeld(lock.get()))
-        throw RunTimeError(RunTimeError::PortAlreadyOpen);
+        throw RunTimeError(ErrorNumber::PortAlreadyOpen);
     ::unlink(path.constData());
 }
 

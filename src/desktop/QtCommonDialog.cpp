@@ -133,7 +133,7 @@ void QtCommonDialog::ShowSave() { show(Purpose::Save); }
 
 void QtCommonDialog::ShowPrinter() {
     if (!printer_.ask(QApplication::activeWindow(), Copies) && CancelError)
-        throw RunTimeError(RunTimeError::DialogCancelled);
+        throw RunTimeError(ErrorNumber::DialogCancelled);
 }
 
 void QtCommonDialog::show(Purpose purpose) {
@@ -156,5 +156,5 @@ void QtCommonDialog::show(Purpose purpose) {
     if (chosen)
         folder_ = QFileInfo(FileName).path();
     else if (CancelError)
-        throw RunTimeError(RunTimeError::DialogCancelled);
+        throw RunTimeError(ErrorNumber::DialogCancelled);
 }

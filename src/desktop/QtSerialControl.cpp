@@ -22,31 +22,31 @@ constexpr QFile::Permissions readableToAll = QFile::ReadOwner | QFile::WriteOwne
 
 struct LineRow {
     int LineCounters::*counter;
-    SerialControl::Event event;
+    int event;
 };
 
 // clang-format off
 constexpr LineRow lineEvents[] = {
-    {&LineCounters::cts,     SerialControl::ClearToSendChanged},
-    {&LineCounters::dsr,     SerialControl::DataSetReadyChanged},
-    {&LineCounters::carrier, SerialControl::CarrierChanged},
-    {&LineCounters::ring,    SerialControl::Ring},
-    {&LineCounters::breaks,  SerialControl::Break},
-    {&LineCounters::framing, SerialControl::Framing},
-    {&LineCounters::overrun, SerialControl::Overrun},
-    {&LineCounters::lost,    SerialControl::ReceiveBufferOverflow},
-    {&LineCounters::parity,  SerialControl::Parity},
+    {&LineCounters::cts,     ErrorNumber::ClearToSendChanged},
+    {&LineCounters::dsr,     ErrorNumber::DataSetReadyChanged},
+    {&LineCounters::carrier, ErrorNumber::CarrierChanged},
+    {&LineCounters::ring,    ErrorNumber::Ring},
+    {&LineCounters::breaks,  ErrorNumber::Break},
+    {&LineCounters::framing, ErrorNumber::Framing},
+    {&LineCounters::overrun, ErrorNumber::Overrun},
+    {&LineCounters::lost,    ErrorNumber::ReceiveBufferOverflow},
+    {&LineCounters::parity,  ErrorNumber::Parity},
 };
 // clang-format on
 
 int errorFor(QSerialPort::SerialPortError error) {
     switch (error) {
     case QSerialPort::DeviceNotFoundError:
-        return RunTimeError::InvalidPortNumber;
+        return ErrorNumber::InvalidPortNumber;
     case QSerialPort::PermissionError:
-        return RunTimeError::PortAlreadyOpen;
+        return ErrorNumber::PortAlreadyOpen;
     default:
-        return RunTimeError::PathFileAccess;
+        return ErrorNumber::PathFileAccess;
     }
 }
 
@@ -76,7 +76,7 @@ void QtSerialControl::setPortOpen(bool open) {
     if (open) {
         path_ = deviceOfPort_(port_);
         if (path_.isEmpty())
-            throw RunTimeError(RunTimeError::InvalidPortNumber);
+            throw RunTimeError(ErrorNumber::InvalidPortNumber);
         input_.clear();
         overflowing_ = false;
         openDevice();
@@ -158,10 +158,10 @@ void QtSerialControl::lookAtLine() {
     const QByteArray arrived = line_.readAll() + device_->takeWaiting();
     std::set<int> happened = eventsOfLine();
     if (!keep(arrived) && !std::exchange(overflowing_, true))
-        happened.insert(ReceiveBufferOverflow);
+        happened.insert(ErrorNumber::ReceiveBufferOverflow);
     QList<int> events(happened.begin(), happened.end());
     if (threshold_ > 0 && !arrived.isEmpty() && input_.size() >= threshold_)
-        events << Receive;
+        events << ErrorNumber::ReceiveEvent;
     raise(events);
 }
 

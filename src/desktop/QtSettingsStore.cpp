@@ -53,7 +53,7 @@ void QtSettingsStore::exclusively(const std::function<void()> &body) {
     FileLock lock(name);
     // Who holds it is through in no time, unless he hangs: that must not stop the acquisition.
     if (!lock.exclusiveWithin(std::chrono::seconds(2)))
-        throw RunTimeError(RunTimeError::PermissionDenied, name + QStringLiteral(": held by another program"));
+        throw RunTimeError(ErrorNumber::PermissionDenied, name + QStringLiteral(": held by another program"));
     const QScopedValueRollback locked(locked_, true);
     body();
 }

@@ -31,12 +31,12 @@ RunTimeError openError(int error, const QString &path) {
     case ENOTTY:
     case EINVAL: // no terminal either
     case EIO:    // a port of the kernel's list that has no chip
-        return RunTimeError(RunTimeError::InvalidPortNumber);
+        return RunTimeError(ErrorNumber::InvalidPortNumber);
     case EACCES:
     case EPERM:
     case EBUSY:
     case EWOULDBLOCK:
-        return RunTimeError(RunTimeError::PortAlreadyOpen);
+        return RunTimeError(ErrorNumber::PortAlreadyOpen);
     default:
         return RunTimeError::fromErrno(error, path);
     }
@@ -49,7 +49,7 @@ Descriptor opened(const QString &path) {
     if (::stat(name.constData(), &found) != 0)
         throw openError(errno, path);
     if (!S_ISCHR(found.st_mode))
-        throw RunTimeError(RunTimeError::InvalidPortNumber);
+        throw RunTimeError(ErrorNumber::InvalidPortNumber);
     return Descriptor(::open(name.constData(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
 }
 

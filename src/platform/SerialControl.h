@@ -11,20 +11,6 @@
 /// The receiving end of a serial port: 9600 baud, 8 data bits, no parity, 1 stop bit, raw, no handshaking, exclusive.
 class SerialControl {
 public:
-    /// What CommEvent answers: a receive event, changes of the line's signals, its faults, the buffer's overflow.
-    enum Event : int {
-        Receive = ErrorNumber::ReceiveEvent,
-        ClearToSendChanged = ErrorNumber::ClearToSendChanged,
-        DataSetReadyChanged = ErrorNumber::DataSetReadyChanged,
-        CarrierChanged = ErrorNumber::CarrierChanged,
-        Ring = ErrorNumber::Ring,
-        Break = ErrorNumber::Break,
-        Framing = ErrorNumber::Framing,
-        Overrun = ErrorNumber::Overrun,
-        ReceiveBufferOverflow = ErrorNumber::ReceiveBufferOverflow,
-        Parity = ErrorNumber::Parity,
-    };
-
     virtual ~SerialControl() = default;
 
     /// The number of the port, 1 to 10. Takes effect at the next opening.
@@ -46,7 +32,7 @@ public:
     /// Takes all that waits out of the input buffer.
     virtual QByteArray Input() = 0;
 
-    /// What the event being raised is; see Event.
+    /// The number of the event being raised: ErrorNumber::ReceiveEvent, or that of a change or a fault of the line.
     virtual int CommEvent() const = 0;
     /// Raised for every event of the line, on the user-interface thread. It may show dialogs and close the port. What
     /// it throws reaches the event loop, or the caller of lookAtLine, after the other events that were due.

@@ -55,7 +55,7 @@ QString Instances::ownDirectory() {
 void Instances::makeLogFolder() {
     // Another copy that starts at this moment may have been faster.
     if (!Directories::make(logFolder_) && !Directories::exists(logFolder_))
-        throw RunTimeError(RunTimeError::FileAlreadyExists, logFolder_ + QStringLiteral(": not a folder"));
+        throw RunTimeError(ErrorNumber::FileAlreadyExists, logFolder_ + QStringLiteral(": not a folder"));
     Directories::hide(logFolder_);
 }
 

@@ -80,7 +80,7 @@ void Recovery::FillUnknownLogs() {
 /// The directory itself is nobody's, whatever stands in the entries.
 bool Recovery::isKnown(const QString &name) const {
     if (LogInfoTable_.empty())
-        throw RunTimeError(RunTimeError::TypeMismatch);
+        throw RunTimeError(ErrorNumber::TypeMismatch);
     return name != logFolderItself &&
            std::any_of(LogInfoTable_.begin(), LogInfoTable_.end(),
                        [&](const SettingRow &entry) { return entry.key != countKey && entry.value.contains(name); });

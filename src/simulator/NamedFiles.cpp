@@ -28,7 +28,7 @@ constexpr KindRow refusedKinds[] = {
 };
 
 [[noreturn]] void refuse(const QString &path, const QString &why) {
-    throw RunTimeError(RunTimeError::PathFileAccess, path + ": " + why);
+    throw RunTimeError(ErrorNumber::PathFileAccess, path + ": " + why);
 }
 
 void refuseKind(const struct stat &found, const QString &path) {

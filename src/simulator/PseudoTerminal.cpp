@@ -92,10 +92,10 @@ void PseudoTerminal::makeLink() const {
     const QFileInfo standing{QFile::decodeName(link_)};
     const QString failure = QString{"the link %1 cannot be made"}.arg(standing.filePath());
     if (standing.exists() && !standing.isSymLink())
-        throw RunTimeError(RunTimeError::FileAlreadyExists,
+        throw RunTimeError(ErrorNumber::FileAlreadyExists,
                            failure + (standing.isDir() ? ": a folder stands there" : ": a file stands there"));
     if (!standing.dir().exists())
-        throw RunTimeError(RunTimeError::PathNotFound, failure + ": there is no folder " + standing.path());
+        throw RunTimeError(ErrorNumber::PathNotFound, failure + ": there is no folder " + standing.path());
     const QByteArray fresh = link_ + '.' + QByteArray::number(::getpid());
     // One of a program that was killed before it could rename it.
     if (QFileInfo{QFile::decodeName(fresh)}.isSymLink())

@@ -14,7 +14,7 @@ namespace {
 void awaitReader(int file, const QString &name) {
     pollfd reader{file, POLLOUT, 0};
     if (::poll(&reader, 1, readerPatience) == 0)
-        throw RunTimeError(RunTimeError::PathFileAccess, name + ": nobody reads it");
+        throw RunTimeError(ErrorNumber::PathFileAccess, name + ": nobody reads it");
 }
 
 } // namespace

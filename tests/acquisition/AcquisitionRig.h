@@ -24,9 +24,7 @@ public:
     }
     void UpdateLiveView() override { ++liveUpdates; }
     void recorderToEnd() override {}
-    void focusChart() override {
-        throw RunTimeError(RunTimeError::InvalidProcedureCall);
-    } // a window that is not up yet
+    void focusChart() override { throw RunTimeError(ErrorNumber::InvalidProcedureCall); } // a window that is not up yet
     void showNoData() override {
         ++noDataShown;
         if (whileNoData)

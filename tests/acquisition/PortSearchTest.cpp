@@ -5,8 +5,8 @@
 
 namespace {
 
-constexpr int Missing = RunTimeError::InvalidPortNumber;
-constexpr int Busy = RunTimeError::PortAlreadyOpen;
+constexpr int Missing = ErrorNumber::InvalidPortNumber;
+constexpr int Busy = ErrorNumber::PortAlreadyOpen;
 
 } // namespace
 
@@ -41,7 +41,7 @@ TEST_F(PortSearchTest, TheFirstCopyTakesTheStoredPort) {
 }
 
 TEST_F(PortSearchTest, OnlyPortsThatAreMissingOrHeldAreTakenAway) {
-    set(2, RunTimeError::PathFileAccess);
+    set(2, ErrorNumber::PathFileAccess);
     set(3, Busy);
     setup.load();
     EXPECT_EQ(setup.choices().enabled, (std::array<bool, 10>{true, true}));

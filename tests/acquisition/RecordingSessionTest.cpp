@@ -35,7 +35,7 @@ TEST_F(RecordingSessionTest, ALostLinkIsToldWithin10Seconds) {
 TEST_F(RecordingSessionTest, AnyEventOfThePortHoldsOffTheAlarm) {
     for (int i = 0; i < 10; ++i) {
         clock.advance(4s);
-        ComPort.raise(SerialControl::Break);
+        ComPort.raise(ErrorNumber::Break);
     }
     EXPECT_EQ(window.noDataShown, 0);
 }

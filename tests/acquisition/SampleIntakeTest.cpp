@@ -103,6 +103,6 @@ TEST_F(SampleIntakeTest, AFullChartStopsBothAndTheBlockIsFinished) {
 TEST_F(SampleIntakeTest, NumbersBeyond16BitsAreAnOverflow) {
     play("R1 .");
     run.ChartEventNumber = 32767;
-    EXPECT_EQ(errorNumberOf([&] { play("E2 ."); }), RunTimeError::Overflow);
+    EXPECT_EQ(errorNumberOf([&] { play("E2 ."); }), ErrorNumber::Overflow);
     EXPECT_EQ(marks(), "S");
 }

@@ -49,10 +49,10 @@ TEST_F(StreamDecoderTest, ASearchInTooFewBytesIsToldAtOnce) {
 }
 
 TEST_F(StreamDecoderTest, AnErrorOnTheWayCostsThePassNothing) {
-    const auto failing = [this](qint32) { throw RunTimeError(RunTimeError::DiskFull); };
+    const auto failing = [this](qint32) { throw RunTimeError(ErrorNumber::DiskFull); };
     errors.reaction = failing;
     ComPort.arrive(stream("E5 . E5 . Mtext"));
-    EXPECT_EQ(errorNumberOf([&] { tick(); }), RunTimeError::DiskFull);
+    EXPECT_EQ(errorNumberOf([&] { tick(); }), ErrorNumber::DiskFull);
     EXPECT_EQ(errors.codes.size(), 2U);
     EXPECT_EQ(count(log), 3);
     EXPECT_EQ(log.data().methodTexts.size(), 1U);
@@ -61,7 +61,7 @@ TEST_F(StreamDecoderTest, AnErrorOnTheWayCostsThePassNothing) {
     play("R1 .");
     run.ChartEventNumber = 32767; // a number further raises in the recorder: the log takes its pair all the same
     ComPort.arrive(stream("E2 . ."));
-    EXPECT_EQ(errorNumberOf([&] { tick(); }), RunTimeError::Overflow);
+    EXPECT_EQ(errorNumberOf([&] { tick(); }), ErrorNumber::Overflow);
     EXPECT_EQ(count(log), 6);
 }
 

@@ -69,22 +69,22 @@ TEST_F(LastNetTest, theCountComesIntoTheErrorLogOnceAMinute) {
     LastNet net(
         {prompts, clock, [] { throw std::bad_alloc(); }, [&](const QString &message) { entered.push_back(message); }});
     for (int second = 0; second <= 150; ++second, clock.advance(1s))
-        net.run("TimerProcess_Timer", [] { throw RunTimeError(RunTimeError::Overflow); });
+        net.run("TimerProcess_Timer", [] { throw RunTimeError(ErrorNumber::Overflow); });
     EXPECT_EQ(prompts.shown.size(), 1U);
     ASSERT_EQ(entered.size(), 2U);
     EXPECT_EQ(entered[1], "Run-time error '6': Overflow (TimerProcess_Timer, 60 times)");
-    net.run("elsewhere", [] { throw RunTimeError(RunTimeError::Overflow); });
+    net.run("elsewhere", [] { throw RunTimeError(ErrorNumber::Overflow); });
     net.run("TimerProcess_Timer", [] { throw std::bad_alloc(); });
-    net.run("elsewhere", [] { throw RunTimeError(RunTimeError::DialogCancelled); });
+    net.run("elsewhere", [] { throw RunTimeError(ErrorNumber::DialogCancelled); });
     EXPECT_EQ(prompts.shown.size(), 3U);
     EXPECT_EQ(prompts.shown[2].text, "Run-time error '7':\n\nOut of memory");
 
     clock.advance(2min);
     prompts.whileShown = [&](const MessageBox &) { // which nobody answers
         for (int i = 0; i < 2; ++i, clock.advance(2min))
-            net.run("elsewhere", [] { throw RunTimeError(RunTimeError::Overflow); });
+            net.run("elsewhere", [] { throw RunTimeError(ErrorNumber::Overflow); });
     };
-    net.run("elsewhere", [] { throw RunTimeError(RunTimeError::Overflow); });
+    net.run("elsewhere", [] { throw RunTimeError(ErrorNumber::Overflow); });
     EXPECT_EQ(prompts.shown.size(), 4U);
     EXPECT_EQ(entered.back(), "Run-time error '6': Overflow (elsewhere, 2 times)");
 }
@@ -108,7 +108,7 @@ TEST_F(LastNetTest, aStartThatCannotBeCompletedSaysWhatToDo) {
     ASSERT_EQ(prompts.shown.size(), 1U);
     EXPECT_TRUE(prompts.shown[0].text.startsWith("Run-time error '58':"));
     EXPECT_TRUE(prompts.shown[0].text.contains("named above is in the way"));
-    EXPECT_TRUE(startFailedBox(RunTimeError(RunTimeError::DiskFull), "/data").text.contains("disk of /data"));
+    EXPECT_TRUE(startFailedBox(RunTimeError(ErrorNumber::DiskFull), "/data").text.contains("disk of /data"));
 }
 
 TEST_F(LastNetTest, aLogThatCannotBeWrittenIsToldOnce) {

@@ -150,7 +150,7 @@ public:
     /// The line brings these bytes, and the decoder's tick comes.
     void feed(const QByteArray &bytes) {
         ComPort.arrive(bytes);
-        ComPort.raise(SerialControl::Receive);
+        ComPort.raise(ErrorNumber::ReceiveEvent);
         clock.advance(700ms);
     }
     void play(const QString &script) { feed(stream(script)); }

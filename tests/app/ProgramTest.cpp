@@ -102,7 +102,7 @@ TEST_F(ProgramTest, aReportThatTheSpoolerRefusesIsToldForEachCopy) {
 
 TEST_F(ProgramTest, withoutAFreePortItSaysSoAndEnds) {
     for (int port = 1; port <= 10; ++port)
-        ComPort.failing[port] = CommTmp.failing[port] = RunTimeError::PortAlreadyOpen;
+        ComPort.failing[port] = CommTmp.failing[port] = ErrorNumber::PortAlreadyOpen;
     start();
     EXPECT_TRUE(process.ended);
     EXPECT_FALSE(find<QWidget>("frmMain")->isVisible());
@@ -112,8 +112,8 @@ TEST_F(ProgramTest, withoutAFreePortItSaysSoAndEnds) {
 
 TEST_F(ProgramTest, aSecondCopyAsksForItsPort) {
     prevInstance = true;
-    ComPort.failing = CommTmp.failing = {{1, RunTimeError::PortAlreadyOpen}};
-    ComPort.failing[3] = RunTimeError::PathFileAccess;
+    ComPort.failing = CommTmp.failing = {{1, ErrorNumber::PortAlreadyOpen}};
+    ComPort.failing[3] = ErrorNumber::PathFileAccess;
     const auto pick = [this](const char *port, Qt::Key key) {
         QTest::mouseClick(find<QWidget>(port), Qt::LeftButton);
         QTest::keyClick(find<QWidget>("frmSetup"), key);

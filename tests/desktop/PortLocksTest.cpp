@@ -31,7 +31,7 @@ protected:
     static QByteArray padded(pid_t process) { return QByteArray::number(process).rightJustified(10) + "\n"; }
     static QByteArray binary(pid_t process) { return {reinterpret_cast<const char *>(&process), sizeof process}; }
 
-    static constexpr int held = RunTimeError::PortAlreadyOpen;
+    static constexpr int held = ErrorNumber::PortAlreadyOpen;
     const pid_t living = ::getppid();
     TestFolder folder;
 };

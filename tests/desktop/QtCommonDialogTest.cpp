@@ -119,8 +119,8 @@ TEST_F(QtCommonDialogTest, aCancelLeavesNoNameAndRaisesWhenAsked) {
     EXPECT_EQ(ComDlg.FileName, "");
     ComDlg.CancelError = true;
     whenUp<QFileDialog>([](const QFileDialog &) {});
-    EXPECT_EQ(errorNumberOf([this] { ComDlg.ShowSave(); }), RunTimeError::DialogCancelled);
-    EXPECT_EQ(errorNumberOf([this] { setUp("x", Unasked, 1, Qt::Key_Escape); }), RunTimeError::DialogCancelled);
+    EXPECT_EQ(errorNumberOf([this] { ComDlg.ShowSave(); }), ErrorNumber::DialogCancelled);
+    EXPECT_EQ(errorNumberOf([this] { setUp("x", Unasked, 1, Qt::Key_Escape); }), ErrorNumber::DialogCancelled);
 }
 
 TEST_F(QtCommonDialogTest, whatIsOfferedCanBeTaken) {

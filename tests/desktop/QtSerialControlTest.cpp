@@ -105,9 +105,9 @@ TEST_F(QtSerialControlTest, theTerminalCountsToTheThreshold) {
     EXPECT_EQ(eventsAfter(QByteArray(30, 'a')), Events{});
     EXPECT_EQ(ComPort.InBufferCount(), 30);
     EXPECT_EQ(eventsAfter(QByteArray(19, 'b')), Events{});
-    EXPECT_EQ(eventsAfter("\x96\r\n"), Events{SerialControl::Receive});
+    EXPECT_EQ(eventsAfter("\x96\r\n"), Events{ErrorNumber::ReceiveEvent});
     EXPECT_EQ(countsTo(), 1);
-    EXPECT_EQ(eventsAfter("c"), Events{SerialControl::Receive}); // what is not taken raises an event at each arrival
+    EXPECT_EQ(eventsAfter("c"), Events{ErrorNumber::ReceiveEvent}); // what is not taken raises an event at each arrival
     EXPECT_EQ(ComPort.Input(), QByteArray(30, 'a') + QByteArray(19, 'b') + "\x96\r\nc");
     EXPECT_EQ(countsTo(), 50);
     EXPECT_EQ(eventsAfter("rest"), Events{});
@@ -125,8 +125,8 @@ TEST_F(QtSerialControlTest, bytesBeyondTheBufferAreLostWithOneEventABurst) {
     for (const char first : {'a', 'c'}) {
         eventsAfter(QByteArray(90, first));
         EXPECT_EQ(eventsAfter(QByteArray(20, 'b')),
-                  (Events{SerialControl::ReceiveBufferOverflow, SerialControl::Receive}));
-        EXPECT_EQ(eventsAfter("c"), Events{SerialControl::Receive});
+                  (Events{ErrorNumber::ReceiveBufferOverflow, ErrorNumber::ReceiveEvent}));
+        EXPECT_EQ(eventsAfter("c"), Events{ErrorNumber::ReceiveEvent});
         EXPECT_EQ(ComPort.InBufferCount(), 100);
         EXPECT_EQ(ComPort.Input(), QByteArray(90, first) + QByteArray(10, 'b'));
     }
@@ -148,16 +148,16 @@ TEST_F(QtSerialControlTest, theLineIsRawAndItsPastIsNotHeard) {
 TEST_F(QtSerialControlTest, aPortIsHeldByOneAloneAsLongAsThatLives) {
     plugIn(instrument);
     leaveLock(::getppid());
-    EXPECT_EQ(open(ComPort, 2), RunTimeError::PortAlreadyOpen);
+    EXPECT_EQ(open(ComPort, 2), ErrorNumber::PortAlreadyOpen);
     EXPECT_FALSE(instrument.isExclusive());
     leaveLock(deadProcess);
     EXPECT_EQ(open(ComPort, 2), 0);
     EXPECT_TRUE(folder.content(lockFile).startsWith(QByteArray::number(::getpid()) + '\n'));
-    EXPECT_EQ(open(CommTmp), RunTimeError::PortAlreadyOpen);
-    EXPECT_EQ(open(CommTmp, 2), RunTimeError::PortAlreadyOpen);
+    EXPECT_EQ(open(CommTmp), ErrorNumber::PortAlreadyOpen);
+    EXPECT_EQ(open(CommTmp, 2), ErrorNumber::PortAlreadyOpen);
     EXPECT_FALSE(CommTmp.PortOpen());
     EXPECT_TRUE(instrument.isExclusive());
-    EXPECT_EQ(eventsAfter("x"), Events{SerialControl::Receive});
+    EXPECT_EQ(eventsAfter("x"), Events{ErrorNumber::ReceiveEvent});
     ComPort.setPortOpen(false);
     EXPECT_FALSE(QFile::exists(lockFile));
     EXPECT_FALSE(instrument.isExclusive());
@@ -170,11 +170,11 @@ TEST_F(QtSerialControlTest, whatIsMissingOrNoTerminalIsAnInvalidPort) {
     ASSERT_TRUE(QFile::link(folder.at("loop"), folder.at("loop")));
     for (const char *other : {"/dev/ttyNone", "/dev/null", ".", "fifo", "file", "loop"}) {
         devices[3] = folder.at(other);
-        EXPECT_EQ(open(ComPort, 3), RunTimeError::InvalidPortNumber) << other;
+        EXPECT_EQ(open(ComPort, 3), ErrorNumber::InvalidPortNumber) << other;
         EXPECT_FALSE(QFile::exists(PortLocks::fileOfQSerialPort(devices[3]))) << other;
     }
     devices[3].clear();
-    EXPECT_EQ(open(ComPort, 3), RunTimeError::InvalidPortNumber);
+    EXPECT_EQ(open(ComPort, 3), ErrorNumber::InvalidPortNumber);
     EXPECT_FALSE(ComPort.PortOpen());
 }
 
@@ -211,9 +211,9 @@ TEST_F(QtSerialControlTest, anUnpluggedDeviceIsSilentAndIsTakenUpAgainUnlessTheP
     QTest::qWait(1300);
     back.send("abc");
     settle();
-    EXPECT_EQ(events, Events{SerialControl::Receive});
+    EXPECT_EQ(events, Events{ErrorNumber::ReceiveEvent});
     EXPECT_EQ(ComPort.Input(), "abc");
-    EXPECT_EQ(open(CommTmp, 2), RunTimeError::PortAlreadyOpen);
+    EXPECT_EQ(open(CommTmp, 2), ErrorNumber::PortAlreadyOpen);
     const termios now = back.settings();
     EXPECT_EQ(::cfgetispeed(&now), speed_t(B9600));
 
@@ -239,11 +239,11 @@ TEST_F(QtSerialControlTest, whatIsCountedBecomesEventsAtEachLook) {
     instrument.send("ab");
     EXPECT_EQ(look(), Events{});
     instrument.send("c");
-    EXPECT_EQ(look(), Events{SerialControl::Receive});
+    EXPECT_EQ(look(), Events{ErrorNumber::ReceiveEvent});
     EXPECT_EQ(ComPort.Input(), "abc");
     counters->breaks = 9; // a break without bytes is found by the slow look
     QTest::qWait(2300);
-    EXPECT_EQ(events, (Events{SerialControl::Receive, SerialControl::Break}));
+    EXPECT_EQ(events, (Events{ErrorNumber::ReceiveEvent, ErrorNumber::Break}));
     counters.reset(); // the driver does not answer
     EXPECT_EQ(look(), Events{});
     ComPort.setPortOpen(false);
@@ -254,13 +254,13 @@ TEST_F(QtSerialControlTest, anErrorOfTheHandlerKeepsNoEventFromIt) {
     counters = LineCounters{};
     ComPort.OnComm = [this] {
         events.push_back(ComPort.CommEvent());
-        throw RunTimeError(RunTimeError::Overflow);
+        throw RunTimeError(ErrorNumber::Overflow);
     };
     ASSERT_EQ(open(ComPort), 0);
     counters->breaks = 1;
     instrument.send("a");
-    EXPECT_EQ(errorNumberOf([this] { look(); }), RunTimeError::Overflow);
-    EXPECT_EQ(events, (Events{SerialControl::Break, SerialControl::Receive}));
+    EXPECT_EQ(errorNumberOf([this] { look(); }), ErrorNumber::Overflow);
+    EXPECT_EQ(events, (Events{ErrorNumber::Break, ErrorNumber::ReceiveEvent}));
     EXPECT_EQ(ComPort.Input(), "a");
 }
 

@@ -78,7 +78,7 @@ TEST_F(QtSettingsStoreTest, aFailedWriteIsToldAndLeavesTheStore) {
         QtSettingsStore onFullDisk(path, disk);
         const int error = errorNumberOf([&] { onFullDisk.SaveSetting("LogInfo", "0", "1"); });
         EXPECT_EQ(store.GetSetting("Options", "ComPortNumber", "lost"), "3");
-        EXPECT_TRUE(error == RunTimeError::DiskFull || store.GetSetting("LogInfo", "0", "0") == "1");
+        EXPECT_TRUE(error == ErrorNumber::DiskFull || store.GetSetting("LogInfo", "0", "0") == "1");
         if (!disk.struck())
             break;
     }
@@ -95,11 +95,11 @@ TEST_F(QtSettingsStoreTest, whatIsDoneExclusivelyIsOneStepForTheOtherCopies) {
         EXPECT_EQ(otherCopy.GetSetting("LogInfo", "0", "0"), "1"); // reading waits for nobody
     });
     EXPECT_FALSE(isLocked());
-    EXPECT_THROW(store.exclusively([] { throw RunTimeError(RunTimeError::Overflow); }), RunTimeError);
+    EXPECT_THROW(store.exclusively([] { throw RunTimeError(ErrorNumber::Overflow); }), RunTimeError);
 
     FileLock hanging(folder.at("Ostrel MS.lock"));
     ASSERT_TRUE(hanging.tryExclusive());
-    EXPECT_EQ(errorNumberOf([&] { store.SaveSetting("LogInfo", "0", "2"); }), RunTimeError::PermissionDenied);
+    EXPECT_EQ(errorNumberOf([&] { store.SaveSetting("LogInfo", "0", "2"); }), ErrorNumber::PermissionDenied);
 }
 
 } // namespace

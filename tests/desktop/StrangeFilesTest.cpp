@@ -83,13 +83,13 @@ TEST_F(StrangeFilesTest, entriesAddUpAndAFullDiskIsTold) {
     TextFile::append(path, "zwölf\r\n");
     EXPECT_EQ(folder.content(path), "eins\r\nzwölf\r\n");
     const FullDisk full;
-    EXPECT_EQ(errorNumberOf([&] { TextFile::append(path, "x"); }), RunTimeError::DiskFull);
-    EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.at("none/x"), "x"); }), RunTimeError::PathNotFound);
+    EXPECT_EQ(errorNumberOf([&] { TextFile::append(path, "x"); }), ErrorNumber::DiskFull);
+    EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.at("none/x"), "x"); }), ErrorNumber::PathNotFound);
 }
 
 TEST(RunTimeErrorTest, aFailureWithoutAReasonIsNotToldAsASuccess) {
     EXPECT_EQ(RunTimeError::fromErrno(0, "x").description(), "x: Path/File access error");
-    EXPECT_EQ(RunTimeError::fromErrno(ENOSPC, "x").number(), RunTimeError::DiskFull);
+    EXPECT_EQ(RunTimeError::fromErrno(ENOSPC, "x").number(), ErrorNumber::DiskFull);
 }
 
 } // namespace

@@ -52,15 +52,15 @@ TEST_F(SettingsTest, oneBadTextGivesAllOptionsTheirDefaults) {
         EXPECT_EQ(errors.codes, std::vector<qint32>{-20}) << key << '=' << value;
         EXPECT_EQ(store.rows.at({"Options", key}), value);
     }
-    EXPECT_EQ(error.number, RunTimeError::TypeMismatch);
+    EXPECT_EQ(error.number, ErrorNumber::TypeMismatch);
 }
 
 TEST_F(SettingsTest, aStoreThatFailsGivesTheDefaultsWhenReadAndFliesOnWhenWritten) {
-    store.broken = RunTimeError::DiskFull;
+    store.broken = ErrorNumber::DiskFull;
     settings.ReadSettings();
     expectDefaults();
     EXPECT_EQ(errors.codes, std::vector<qint32>{-20});
-    EXPECT_EQ(errorNumberOf([this] { settings.SaveSettings(); }), RunTimeError::DiskFull);
+    EXPECT_EQ(errorNumberOf([this] { settings.SaveSettings(); }), ErrorNumber::DiskFull);
 }
 
 } // namespace

@@ -31,7 +31,7 @@ public:
         if (chosenCopies)
             Copies = *chosenCopies;
         else if (CancelError)
-            throw RunTimeError(RunTimeError::DialogCancelled);
+            throw RunTimeError(ErrorNumber::DialogCancelled);
     }
 
     bool print(const QByteArray &pdf, const QString &name) override {
@@ -68,6 +68,6 @@ private:
         }
         FileTitle = QFileInfo(FileName).fileName();
         if (FileName.isEmpty() && CancelError)
-            throw RunTimeError(RunTimeError::DialogCancelled);
+            throw RunTimeError(ErrorNumber::DialogCancelled);
     }
 };

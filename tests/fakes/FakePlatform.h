@@ -117,7 +117,7 @@ public:
     void arrive(const QByteArray &bytes) {
         buffer_ += bytes;
         if (buffer_.size() >= threshold_)
-            raise(Receive);
+            raise(ErrorNumber::ReceiveEvent);
     }
     void raise(int event) {
         event_ = event;

@@ -122,7 +122,7 @@ TEST_F(PrintRunTest, TheSetupSetsTheCopiesOfLaterPrints) {
     ComDlg.chosenCopies = {};
     trigger("mnuPrintSetup");
     EXPECT_TRUE(prompts.shown.empty());
-    ComDlg.printerError = RunTimeError(RunTimeError::PathFileAccess);
+    ComDlg.printerError = RunTimeError(ErrorNumber::PathFileAccess);
     trigger("mnuPrintSetup");
     EXPECT_EQ(told(), "Cannot Load Print Setup dialog box.");
 }

@@ -114,7 +114,7 @@ TEST_F(InstancesTest, whoEndsUnaskedTakesNobodysEntry) {
 TEST_F(InstancesTest, aFailingStoreIsToldAndAMissingEntryIsNoFailure) {
     instances.RemoveRegistryEntry(); // of a first start that found no port
     EXPECT_EQ(stored("0"), "-1");
-    store.broken = RunTimeError::DiskFull;
+    store.broken = ErrorNumber::DiskFull;
     identity.InstanceNumber = 1;
     instances.UpdateRegistry();
     EXPECT_EQ(told(), "Error in UpdateRegistry!  61Disk full");

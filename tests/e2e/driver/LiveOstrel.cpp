@@ -118,8 +118,8 @@ int LiveOstrel::serve(int line) {
 void LiveOstrel::answerQuestion(int line) {
     const QVariantList parts = receive(line).toList();
     send(line, reinterpret_cast<Question>(parts[0].toULongLong())(parts[1].toStringList()));
-    if (const auto deed = std::exchange(afterwards, nullptr))
-        deed();
+    if (const auto work = std::exchange(afterwards, nullptr))
+        work();
 }
 
 /// The recorder is a fork: its functions are where ours are.
