@@ -3,21 +3,15 @@
 
 #include "archive/ArchiveCommand.h"
 #include "archive/Interruptions.h"
+#include "chart/RunFiles.h"
 #include "chart/files/ChartFile.h"
 #include "chart/files/LogWastebasket.h"
 #include "chart/files/RunningLogWriter.h"
 
-#include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QThread>
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -40,16 +34,6 @@ protected:
     }
 
     void save(const QString &name) const { EXPECT_FALSE(saveChartFile(name, dataFile, run, {})); }
-    static QByteArray content(const QString &name) {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    static void lay(const QString &name, const QByteArray &bytes) {
-        QFile file(name);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    }
-    QByteArray damagedAt(qsizetype position) const { return QByteArray(whole).replace(position, 1, "?"); }
-
     int call(const QString &line) { return call(line.split(' ')); }
     int call(const QStringList &arguments) {
         said.clear();
@@ -81,18 +65,16 @@ TEST_F(OstrelFileTest, infoTellsWhatIsInAFile) {
     for (const char *fact : {"Größe", "data", "2.00 minutes (0:02:00)", "601", "0 to 0.6 AU", "0.500 min  S"})
         EXPECT_TRUE(said.contains(fact)) << fact << " in\n" << said.toStdString();
     call("info --json run.chd");
-    const QJsonObject facts = QJsonDocument::fromJson(said.toUtf8()).object();
-    EXPECT_EQ(facts["samples"], 601);
-    EXPECT_EQ(facts["marks"].toArray()[0].toObject()["label"], "S");
+    EXPECT_EQ(QJsonDocument::fromJson(said.toUtf8())["marks"][0]["label"], "S");
 }
 
 TEST_F(OstrelFileTest, checkNamesEachFileThatIsNotWhole) {
     const qsizetype samples = whole.indexOf("SAMP");
     lay("a", "not a chart");
     lay("b", whole.left(3000));
-    lay("c", damagedAt(20));
-    lay("d", damagedAt(2000));
-    lay("e", damagedAt(samples + 4));
+    lay("c", flipped(whole, 20));
+    lay("d", flipped(whole, 2000));
+    lay("e", flipped(whole, samples + 4));
     lay("f", whole + "more");
     EXPECT_EQ(call("check a b c d e f none run.chd"), Failed);
     EXPECT_EQ(said, QString("a: not a chart file\n"
@@ -153,7 +135,7 @@ TEST_F(OstrelFileTest, salvageKeepsThePrefixOfAFileAndSaysWhatIsMissing) {
     lay("longer.chd", whole + "more");
     EXPECT_EQ(call("salvage longer.chd whole.chl"), Good);
     EXPECT_TRUE(holdsTheRun("whole.chl"));
-    lay("head.chd", damagedAt(20));
+    lay("head.chd", flipped(whole, 20));
     EXPECT_EQ(call("salvage --overwrite head.chd whole.chl"), Good) << complaint.toStdString();
     EXPECT_TRUE(said.contains("head.chd: damaged at byte 0, in its head")) << said.toStdString();
     EXPECT_TRUE(holdsTheRun("whole.chl"));
@@ -175,17 +157,16 @@ TEST_F(OstrelFileTest, whereNothingIsLeftNothingIsSaved) {
 
 TEST_F(OstrelFileTest, salvagePutsTheLogOfADirectoryTogether) {
     RunningLogWriter log;
-    ASSERT_TRUE(QDir().mkpath("copy/below") && QFile::link("copy", "link"));
+    ASSERT_TRUE(QDir().mkpath("copy/sub") && QFile::link("copy", "link"));
     EXPECT_FALSE(log.write(run, "copy", 1, 24));
     EXPECT_EQ(call("salvage copy copy/../log.chl"), Good) << complaint.toStdString();
     EXPECT_TRUE(holdsTheRun("log.chl"));
     EXPECT_EQ(call("salvage none log2.chl"), Failed);
-    for (const char *target :
-         {"copy/new.chl", "copy/below/new.chl", "copy/none/new.chl", "link/new.chl", "link/none/../new.chl"}) {
+    for (const char *target : {"copy/sub/new.chl", "copy/none/new.chl", "link/new.chl", "link/none/../new.chl"}) {
         EXPECT_EQ(call(QString("salvage --overwrite copy %1").arg(target)), Misused) << target;
         EXPECT_TRUE(complaint.contains("lies in the directory to be read")) << complaint.toStdString();
     }
-    EXPECT_EQ(QDir("copy").entryList(QDir::Files), QStringList{"Log00001.dat"});
+    EXPECT_EQ(names("copy"), "Log00001.dat sub");
 }
 
 TEST_F(OstrelFileTest, logsListsTheRunningLogsAndThoseThatWereThrownAway) {
@@ -197,9 +178,7 @@ TEST_F(OstrelFileTest, logsListsTheRunningLogsAndThoseThatWereThrownAway) {
         QThread::msleep(2); // the logs are sorted by their beginnings
     };
     EXPECT_EQ(call("logs none"), Failed);
-    EXPECT_EQ(call("logs ."), Good);
-    EXPECT_TRUE(said.contains("no logs"));
-
+    EXPECT_TRUE(call("logs .") == Good && said.contains("no logs"));
     log("Log/1", "first");
     EXPECT_FALSE(moveToWastebasket("Log/1", "Discarded", QDate(2026, 11, 22)));
     log("Log/2", "second");
@@ -207,18 +186,15 @@ TEST_F(OstrelFileTest, logsListsTheRunningLogsAndThoseThatWereThrownAway) {
     log("Log", "third");
     ASSERT_TRUE(QDir().mkpath("Log/empty") && QFile::link(archive.path(), "Log/link"));
     EXPECT_EQ(call("logs ."), Good) << complaint.toStdString();
-    const QRegularExpression logs(
-        "^Folder: .*/Discarded/1-2026-11-22\nDiscarded: +yes\nSystem: +first\n.*Duration: +2.00 "
-        "minutes.*Samples: +601\n.*Missing: +nothing\n\n"
-        "Folder: .*/Log/2\n.* minutes of samples from minute 0.00.*\n\n"
-        "Folder: .*/Log\n[^/]*third[^/]*$",
-        QRegularExpression::DotMatchesEverythingOption);
-    EXPECT_TRUE(logs.match(said).hasMatch()) << said.toStdString();
-
+    qsizetype place = 0;
+    for (const char *next : {"/Discarded/1-2026-11-22\n", "yes", "first", "2.00 minutes", "601", "nothing\n\n",
+                             "/Log/2\n", "minutes of samples from minute 0.00", "/Log\n", "third"}) {
+        place = said.indexOf(next, place);
+        ASSERT_GE(place, 0) << next << " in\n" << said.toStdString();
+    }
     EXPECT_EQ(call("logs --json ."), Good);
-    const QJsonObject first = QJsonDocument::fromJson(said.toUtf8()).array()[0].toObject();
-    const auto begun = QDateTime::fromString(first["begun"].toString(), Qt::ISODate);
-    EXPECT_LT(qAbs(begun.secsTo(QDateTime::currentDateTime())), 60);
+    const QJsonValue first = QJsonDocument::fromJson(said.toUtf8())[0];
+    EXPECT_TRUE(first["begun"].toString().startsWith(QDate::currentDate().toString("yyyy-")));
     EXPECT_EQ(call({"salvage", first["folder"].toString(), "back.chl"}), Good);
     EXPECT_TRUE(holdsTheRun("back.chl"));
 }
@@ -237,7 +213,7 @@ TEST_F(OstrelFileTest, noTextReachesTheTerminalAsAnOrder) {
     EXPECT_EQ(said.count(shown), 3); // file, title, label
     call({"info", "--json", orders});
     EXPECT_FALSE(said.contains(order)) << said.toStdString();
-    EXPECT_EQ(QJsonDocument::fromJson(said.toUtf8()).object()["title"], orders);
+    EXPECT_EQ(QJsonDocument::fromJson(said.toUtf8())["title"], orders);
 }
 
 TEST_F(OstrelFileTest, aCommandLineThatIsNotUnderstoodDoesNothing) {
@@ -250,44 +226,37 @@ TEST_F(OstrelFileTest, aCommandLineThatIsNotUnderstoodDoesNothing) {
 TEST_F(OstrelFileTest, anOutputThatDoesNotTakeItIsAFailureAndNobodyWhoReadsAQuietEnd) {
     const std::string failure = "1: ostrel-file: standard output: cannot be written: ";
     EXPECT_EQ(callByShell("", "info run.chd >&-"), failure + "Bad file descriptor\n");
-    for (const char *command : {"info", "check"})
-        EXPECT_EQ(callByShell("", QString("%1 run.chd >/dev/full").arg(command)),
-                  failure + "No space left on device\n");
+    EXPECT_EQ(callByShell("", "check run.chd >/dev/full"), failure + "No space left on device\n");
     EXPECT_EQ(callByShell("trap '' PIPE; mkfifo pipe; exec 3<>pipe 4>pipe 3<&-; ", "info run.chd >&4; exit $?"),
               std::to_string(128 + SIGPIPE) + ": ");
 }
 
-/// Stops the process when the first bytes are written.
-struct StoppingDisk : FileOperations {
-    StoppingDisk() { standIn(this); }
+/// The signal comes with the first bytes.
+struct InterruptedDisk : FileOperations {
+    explicit InterruptedDisk(int number) : number_(number) { standIn(this); }
     ssize_t write(int fd, const void *data, std::size_t size) override {
         FileOperations::write(fd, data, size);
-        std::raise(SIGSTOP);
+        std::raise(number_);
         ::_exit(99);
     }
+    int number_;
 };
 
 TEST_F(OstrelFileTest, aSignalEndsTheCommandAndTakesTheUnfinishedFileAway) {
-    const auto files = [] { return QDir().entryList(QDir::Files | QDir::Hidden); };
     for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
         const pid_t child = ::fork();
         if (child == 0) {
-            ::alarm(60);
-            std::signal(number == SIGTERM ? SIGHUP : number, number == SIGTERM ? SIG_IGN : SIG_DFL);
+            std::signal(number, SIG_DFL);
+            std::signal(SIGQUIT, SIG_IGN);
             tidyWhenInterrupted();
-            if (number == SIGTERM)
-                std::raise(SIGHUP); // as under nohup: it goes on
-            const StoppingDisk disk;
+            std::raise(SIGQUIT); // as SIGHUP under nohup: it goes on
+            const InterruptedDisk disk(number);
             ::_exit(call("salvage run.chd saved.chd"));
         }
         int status = 0;
-        EXPECT_TRUE(::waitpid(child, &status, WUNTRACED) == child && WIFSTOPPED(status));
-        EXPECT_EQ(files().size(), 2);
-        ::kill(child, number);
-        ::kill(child, SIGCONT);
         EXPECT_EQ(::waitpid(child, &status, 0), child);
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == number) << status;
-        EXPECT_EQ(files(), QStringList{"run.chd"});
+        EXPECT_EQ(names("."), "run.chd");
     }
 }
 

@@ -13,18 +13,12 @@ struct ReportPages : testing::Test {
         return *reportAsPdf({QPageSize(QPageSize::A4), {}, {}}, {data, axes, {}, {}}, options);
     }
     qsizetype pages(const ReportOptions &options = {}) { return printed(options).count("/Type /Page\n"); }
-    void samples(int count) {
-        for (int i = 0; i < count; ++i)
-            data.samples.append({static_cast<float>(i % 100) / 100, static_cast<float>(i % 77)});
-        axes.timeMax = data.lastTime();
-    }
 
     ChartData data;
     AxisValues axes;
 };
 
 TEST_F(ReportPages, takesAPageForTheChromatogramAndAsManyAsTheTextsNeed) {
-    samples(3000);
     EXPECT_EQ(pages(), 1); // neither method nor notes
     data.methodTexts = {{"Gradient\r\nHold", 1}};
     data.notes = "ok";
@@ -38,7 +32,9 @@ TEST_F(ReportPages, takesAPageForTheChromatogramAndAsManyAsTheTextsNeed) {
 }
 
 TEST_F(ReportPages, drawsLinesWhoseNumberThePaperDecides) {
-    samples(500000);
+    for (int i = 0; i < 500000; ++i)
+        data.samples.append({static_cast<float>(i % 100) / 100, static_cast<float>(i % 77)});
+    axes.timeMax = data.lastTime();
     const QByteArray report = printed();
     EXPECT_FALSE(report.contains("/Subtype /Image"));
     EXPECT_LT(report.size(), 300000);
@@ -59,7 +55,6 @@ TEST(Dashes, keepTheirLengthOnANoisyLine) {
     for (const QPolygonF &dash : dashes)
         EXPECT_NEAR(QLineF(dash.first(), dash.last()).length(), 12, 0.1);
     EXPECT_EQ(dashes[10].first(), QPointF(500, 0)); // each line begins with one
-    EXPECT_EQ(dashes[11].first(), QPointF(500, 20));
 }
 
 } // namespace
