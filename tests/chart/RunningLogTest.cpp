@@ -215,8 +215,9 @@ TEST_F(RunningLogTest, whatCannotBeReadIsNeverTakenForEmpty) {
         EXPECT_EQ(glance, disk.struck() ? LogGlance::Unread : LogGlance::Log);
     };
     const auto reading = [this](FaultyDisk &disk) {
-        const bool isWhole = readRunningLog(path, disk).badFiles.empty();
-        EXPECT_NE(isWhole, disk.struck());
+        const RecoveredLog log = readRunningLog(path, disk);
+        EXPECT_NE(log.badFiles.empty(), disk.struck());
+        EXPECT_THAT(log.badFiles, Each(Property(&BadLogFile::isUnread, true)));
     };
     whateverFails<DyingDisk>(glancing, 4096);
     whateverFails<DyingDisk>(reading, 4096);
