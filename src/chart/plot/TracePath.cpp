@@ -8,17 +8,18 @@
 
 namespace {
 
+/// Points far outside the plot stand nearer: a line is dashed along its whole length, and an axis may be so short that
+/// the next sample lies out of all bounds.
 class Path {
 public:
-    explicit Path(const PlotLayout &layout)
-        : top_(layout.plot.top() - 100 * layout.plot.height()),
-          bottom_(layout.plot.bottom() + 100 * layout.plot.height()) {}
+    explicit Path(const PlotLayout &layout) : room_(roomAround(layout.plot)) {}
 
     void add(double x, double y) {
         if (broken_)
             lines_.emplace_back();
         broken_ = false;
-        lines_.back() << QPointF(x, std::clamp(y, top_, bottom_));
+        lines_.back() << QPointF(std::clamp(x, room_.left(), room_.right()),
+                                 std::clamp(y, room_.top(), room_.bottom()));
     }
     void breakHere() { broken_ = true; }
 
@@ -33,8 +34,12 @@ public:
     double lastPlace() const { return broken_ ? 0 : lines_.back().back().y(); }
 
 private:
-    double top_;
-    double bottom_;
+    static QRectF roomAround(const QRectF &plot) {
+        const QPointF far(100 * plot.width(), 100 * plot.height());
+        return {plot.topLeft() - far, plot.bottomRight() + far};
+    }
+
+    QRectF room_;
     bool broken_ = true;
     std::vector<QPolygonF> lines_;
 };
