@@ -56,11 +56,8 @@ public:
     }
     void answerDialog() {
         const QWidget *dialog = QApplication::activeModalWidget();
-        if (const auto answer = dialog ? dialogAnswers.find(dialog->objectName()) : dialogAnswers.end();
-            answer != dialogAnswers.end()) {
-            const auto act = answer->second; // which may lay others ready
+        if (const auto act = dialog ? dialogAnswers[dialog->objectName()] : nullptr) // a copy: it may lay others ready
             act();
-        }
     }
 
     template <typename Control>
@@ -118,6 +115,8 @@ public:
             all << bar.tabText(i) + '|' + bar.tabToolTip(i) + '|' + chart(i).ChartTitle();
         return all;
     }
+    /// The close box of the main window.
+    void leave() { find<QWidget>("frmMain")->close(); }
     void bringToFront(int tab) { find<QTabBar>("TabChart")->setCurrentIndex(tab); }
 
     QString path(const QString &name) const { return folder.filePath(name); }
@@ -126,9 +125,15 @@ public:
         return QDir(path(directory)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
     }
     QStringList logDirectories() const { return entries("Log"); }
+    QString &stored(const QString &key) { return store.rows[{"LogInfo", key}]; }
     QByteArray content(const QString &name) const {
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void put(const QString &name, const QByteArray &bytes = {}) {
+        QFile file(path(name));
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     }
     /// A file with a run of so many minutes.
     void lay(const QString &name, float minutes) {
@@ -159,13 +164,15 @@ public:
         play("u u");
         clock.advance(700ms);
     }
-    /// What the operator does with the recovery dialog, in which one log is offered.
-    void recoverTo(const QString &file) {
-        auto *lstLogFiles = find<QListWidget>("lstLogFiles");
-        ASSERT_EQ(lstLogFiles->count(), 1);
-        lstLogFiles->item(0)->setCheckState(Qt::Checked);
-        ComDlg.answers = {file};
-        click("cmdRecoverButton");
+    /// From now on the operator saves the one log that a start offers under this name.
+    void willRecoverTo(const QString &name) {
+        dialogAnswers["frmDataRecovery"] = [this, name] {
+            auto *lstLogFiles = find<QListWidget>("lstLogFiles");
+            ASSERT_EQ(lstLogFiles->count(), 1);
+            lstLogFiles->item(0)->setCheckState(Qt::Checked);
+            ComDlg.answers = {path(name)};
+            click("cmdRecoverButton");
+        };
     }
     /// What the operator was told, in boxes.
     QString told() const {
