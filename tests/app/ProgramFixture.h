@@ -29,12 +29,6 @@ inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << tex
 /// go by their names, files by their places in `folder`.
 class ProgramFixture {
 public:
-    ProgramFixture() {
-        dialogWatch.setInterval(1);
-        QObject::connect(&dialogWatch, &QTimer::timeout, &dialogWatch, [this] { answerDialog(); });
-        dialogAnswers["frmLogName"] = [this] { click("cmdOKButton"); };
-    }
-
     void start() {
         program = std::make_unique<Program>(
             Platform{clock, ComPort, CommTmp, *settings, prompts, ComDlg, exportDialog,
@@ -50,14 +44,14 @@ public:
     }
     /// Time passes while dialogs come up, which `dialogAnswers` are given to.
     void advanceUnderDialogs(std::chrono::milliseconds time) {
-        dialogWatch.start();
+        QTimer watch; // not at every turn of the event loop: the program waits for quiet ones
+        QObject::connect(&watch, &QTimer::timeout, &watch, [this] {
+            const QWidget *dialog = QApplication::activeModalWidget();
+            if (const auto act = dialog ? dialogAnswers[dialog->objectName()] : nullptr)
+                act();
+        });
+        watch.start(1);
         clock.advance(time);
-        dialogWatch.stop();
-    }
-    void answerDialog() {
-        const QWidget *dialog = QApplication::activeModalWidget();
-        if (const auto act = dialog ? dialogAnswers[dialog->objectName()] : nullptr) // a copy: it may lay others ready
-            act();
     }
 
     template <typename Control>
@@ -95,9 +89,9 @@ public:
     void meanwhile(std::function<void()> act) { QTimer::singleShot(0, qApp, std::move(act)); }
 
     Quillchart &chart(int i) { return *find<Quillchart>(QStringLiteral("Chart(%1)").arg(i)); }
-    QString marks() {
+    QString marks(int i = 0) {
         QStringList labels;
-        for (const EventMark &mark : chart(0).run().data().marks)
+        for (const EventMark &mark : chart(i).run().data().marks)
             labels << mark.label;
         return labels.join(' ');
     }
@@ -116,7 +110,7 @@ public:
         return all;
     }
     /// The close box of the main window.
-    void leave() { find<QWidget>("frmMain")->close(); }
+    void closeWindow() { find<QWidget>("frmMain")->close(); }
     void bringToFront(int tab) { find<QTabBar>("TabChart")->setCurrentIndex(tab); }
 
     QString path(const QString &name) const { return folder.filePath(name); }
@@ -198,8 +192,7 @@ public:
     std::map<QString, FakeTimer *> timers;
     bool prevInstance = false;
     QString commandLine;
-    QTimer dialogWatch; ///< not at every turn of the event loop: the program waits for quiet ones
-    std::map<QString, std::function<void()>> dialogAnswers;
+    std::map<QString, std::function<void()>> dialogAnswers{{"frmLogName", [this] { click("cmdOKButton"); }}};
     std::unique_ptr<Program> program;
 
 private:

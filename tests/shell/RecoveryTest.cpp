@@ -75,11 +75,7 @@ TEST_F(RecoveryTest, whatIsSavedIsSweptAwayWithItsEntryIntoTheWastebasket) {
         damaged[damaged.indexOf(record) + 24] = '?';
     put("Log/18/Log00001.dat", damaged);
     layLog("Log/19");
-    EXPECT_EQ(offer([this] {
-                  recover(2, {"a.chl", "b.chl"});
-                  EXPECT_FALSE(isUp());
-              }),
-              "Alpha 14.03.26 09:26;Unknown Log File 19");
+    EXPECT_EQ(offer([this] { recover(2, {"a.chl", "b.chl"}); }), "Alpha 14.03.26 09:26;Unknown Log File 19");
     EXPECT_EQ(ComDlg.shown.at(0).offered + ", " + notesIn("a.chl"), "Alpha, Log/17");
     EXPECT_EQ(ComDlg.shown.at(1).offered + ", " + notesIn("b.chl"), "19, Log/19");
     EXPECT_EQ(prompts.beeps, 1);
@@ -108,23 +104,31 @@ TEST_F(RecoveryTest, aRowOrItsBoxOrTheSpaceBarChecksItAndEnterRecoversIt) {
     EXPECT_EQ(standing(), "17 18"); // the close box gives nothing up
 }
 
-TEST_F(RecoveryTest, whatCannotBeReadAtThisStartIsOfferedAndStays) {
+TEST_F(RecoveryTest, whatIsGivenUpIsSweptButNothingThatCannotBeReadNowOrCameSince) {
     leave("17", "Alpha");
     leave("18", "Beta");
     leave("19", "Gamma");
     put("Log/18/Log00002.dat", FileHead::of(runningLogKind, runningLogVersion + 1).bytes());
     offer([this] {
-        recover(2, {"a.chl", "b.chl"});
+        recover(3, {"a.chl", "b.chl", ""});
         EXPECT_EQ(rows(), "Gamma 14.03.26 09:26");
+        EXPECT_FALSE(usable("cmdRecoverButton"));
+        giveUp(BoxAnswer::Cancel);
+        EXPECT_TRUE(isUp());
+        EXPECT_EQ(standing(), "17 18 19");
+        layLog("Log/20"); // of a copy that is started meanwhile
         giveUp(BoxAnswer::Ok);
+        EXPECT_FALSE(isUp());
     });
     EXPECT_EQ(notesIn("b.chl"), "Log/18");
     EXPECT_TRUE(prompts.shown.at(0).text.contains("Log/18/Log00002.dat: of a newer version"));
-    EXPECT_EQ(standing(), "18");
+    EXPECT_EQ(prompts.shown.size(), 4U); // the log is told to be incomplete, too
+    EXPECT_EQ(prompts.shown.back().defaultButton, 2);
+    EXPECT_EQ(standing(), "18 20");
     EXPECT_EQ(entries("Log/18").size(), 2);
+    EXPECT_EQ(store.GetAllSettings("LogInfo").size(), 3U);
     EXPECT_EQ(stored("2").left(4), "Beta");
     EXPECT_EQ(stored("3").left(7), "Default"); // this copy's number is a new one
-    EXPECT_EQ(store.GetAllSettings("LogInfo").size(), 3U);
 }
 
 TEST_F(RecoveryTest, aLogThatCannotBeMovedStaysAndTheOperatorIsTold) {
@@ -167,24 +171,6 @@ TEST_F(RecoveryTest, noEntryHidesALogWhoseItIsNot) {
     layLog("Log");
     stored("0") = "Beta|d|t|19"; // in the place of the count
     EXPECT_EQ(offer(), "Alpha 18 v1.2 14.03.26 09:26;Unknown Log File .;Unknown Log File 19");
-}
-
-TEST_F(RecoveryTest, whatWasCancelledIsLostOnlyWhenTheOperatorSaysSo) {
-    leave("17", "Alpha");
-    leave("18", "Beta");
-    offer([this] {
-        recover(2, {"a.chl", ""});
-        EXPECT_EQ(rows(), "Beta 14.03.26 09:26");
-        EXPECT_FALSE(usable("cmdRecoverButton"));
-        giveUp(BoxAnswer::Cancel);
-        EXPECT_TRUE(isUp());
-        EXPECT_EQ(standing(), "17 18");
-        layLog("Log/20"); // of a copy that is started meanwhile
-        giveUp(BoxAnswer::Ok);
-        EXPECT_FALSE(isUp());
-    });
-    EXPECT_EQ(prompts.shown.at(0).defaultButton, 2);
-    EXPECT_EQ(standing(), "20");
 }
 
 TEST_F(RecoveryTest, runsThatLookAlikeAreAllSavedUnlessTheirEntryLeadsOutside) {
