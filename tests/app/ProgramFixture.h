@@ -47,6 +47,7 @@ public:
         QTimer watch; // not at every turn of the event loop: the program waits for quiet ones
         QObject::connect(&watch, &QTimer::timeout, &watch, [this] {
             const QWidget *dialog = QApplication::activeModalWidget();
+            // A copy: it may lay others ready.
             if (const auto act = dialog ? dialogAnswers[dialog->objectName()] : nullptr)
                 act();
         });
@@ -119,6 +120,7 @@ public:
         return QDir(path(directory)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
     }
     QStringList logDirectories() const { return entries("Log"); }
+    /// What the store has of the copies: the count at "0", an entry at each number.
     QString &stored(const QString &key) { return store.rows[{"LogInfo", key}]; }
     QByteArray content(const QString &name) const {
         QFile file(path(name));
