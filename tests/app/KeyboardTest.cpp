@@ -10,100 +10,75 @@
 
 namespace {
 
-QString nameOf(const QWidget &widget) {
-    return widget.objectName().isEmpty() ? QString(widget.metaObject()->className()) : widget.objectName();
-}
-
-bool takesTab(const QWidget &widget) {
-    return widget.isVisible() && widget.isEnabled() && (widget.focusPolicy() & Qt::TabFocus) != 0 &&
-           widget.focusProxy() == nullptr;
-}
-
-/// The controls that the Tab key comes to, until it begins anew.
-std::set<const QWidget *> visitedByTab(QWidget &window) {
-    std::set<const QWidget *> visited;
-    while (visited.insert(QApplication::focusWidget()).second)
-        QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &window, Qt::Key_Tab);
-    return visited;
-}
-
 /// What an operator without a mouse, or without sight, would miss in a window.
 std::string missing(QWidget &window) {
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitFor([&window] { return QApplication::activeWindow() == &window; }));
-    const std::set<const QWidget *> visited = visitedByTab(window);
+    std::set<const QWidget *> visited; // by the Tab key, until it begins anew
+    while (visited.insert(QApplication::focusWidget()).second)
+        QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &window, Qt::Key_Tab);
     QStringList faults;
-    std::map<QString, QString> accessKeys;
+    std::set<QString> accessKeys;
     for (QWidget *widget : window.findChildren<QWidget *>()) {
         if (!widget->isVisible() || widget->window() != &window)
             continue;
-        if (takesTab(*widget)) {
+        const QString name = widget->metaObject()->className() + (' ' + widget->objectName());
+        if (widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->focusProxy() == nullptr) {
             if (!visited.contains(widget))
-                faults << nameOf(*widget) + " is out of the Tab key's reach";
+                faults << name + " is out of the Tab key's reach";
             QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(widget);
             if (spoken == nullptr || spoken->text(QAccessible::Name).trimmed().isEmpty())
-                faults << nameOf(*widget) + " has no spoken name";
+                faults << name + " has no spoken name";
         }
         const auto *button = qobject_cast<QAbstractButton *>(widget);
         const QString key = button != nullptr ? QKeySequence::mnemonic(button->text()).toString() : QString();
-        if (!key.isEmpty() && !accessKeys.emplace(key, nameOf(*widget)).second)
-            faults << nameOf(*widget) + " shares the key " + key + " with " + accessKeys[key];
+        if (!key.isEmpty() && !accessKeys.insert(key).second)
+            faults << name + " shares the key " + key;
     }
     return faults.join(", ").toStdString();
 }
 
-class KeyboardTest : public testing::Test, protected ProgramFixture {
-protected:
-    /// What is missing in the dialog that a command brings up, which Escape takes away again.
-    std::string missingBehind(const char *command) {
-        std::string faults = "no dialog";
-        meanwhile([&faults] {
-            QWidget *dialog = QApplication::activeModalWidget();
-            if (dialog == nullptr)
-                return;
-            faults = missing(*dialog);
-            QTest::keyClick(dialog, Qt::Key_Escape);
-            if (dialog->isVisible()) {
-                faults += " It stays at Escape.";
-                dialog->hide();
-            }
-        });
-        find<QAction>(command)->trigger();
-        return faults;
-    }
-};
+using KeyboardTest = StartedProgram;
 
-TEST_F(KeyboardTest, EveryControlOfEveryWindowIsReachedAndNamed) {
-    start();
+TEST_F(KeyboardTest, EveryControlOfEveryWindowIsReachedAndNamedAndEscapeLeaves) {
     link();
     EXPECT_EQ(missing(*find<QWidget>("frmMain")), "");
     for (const char *command :
-         {"mnuExport", "mnuPrint", "mnuMethod", "mnuNotes", "mnuLogName", "mnuComPort", "mnuAbout"})
-        EXPECT_EQ(missingBehind(command), "") << command;
+         {"mnuExport", "mnuPrint", "mnuMethod", "mnuNotes", "mnuLogName", "mnuComPort", "mnuAbout"}) {
+        std::string faults = "no dialog";
+        meanwhile([&faults] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            faults = missing(*dialog);
+            QTest::keyClick(dialog, Qt::Key_Escape);
+            EXPECT_FALSE(dialog->isVisible());
+            dialog->hide();
+        });
+        trigger(command);
+        EXPECT_EQ(faults, "") << command;
+    }
 }
 
 TEST_F(KeyboardTest, F1OpensTheTopicOfWhatIsInFront) {
-    start();
     const auto take = [this] { return std::exchange(help.shown, {}); };
     QTest::keyClick(find<QWidget>("frmMain"), Qt::Key_F1);
-    find<QAction>("mnuIntro")->trigger();
-    find<QAction>("mnuIndex")->trigger();
-    find<QAction>("mnuIntro")->trigger();
+    trigger("mnuIntro");
+    trigger("mnuIndex");
+    trigger("mnuIntro");
     EXPECT_EQ(take(), (std::vector{1, 1, 0, 1}));
     EXPECT_EQ(help.HelpFile, "/share/ostrel/Ostrel.hlp");
 
-    struct Row {
-        const char *command;
-        int topic;
-    };
-    for (const auto &[command, topic] : {Row{"mnuExport", 2}, Row{"cmdMethod", 3}, Row{"cmdNotes", 4},
-                                         Row{"cmdPrint", 5}, Row{"mnuComPort", 6}, Row{"mnuLogName", 1}}) {
+    for (const auto &[command, topic] : {std::pair{"mnuExport", 2},
+                                         {"cmdMethod", 3},
+                                         {"cmdNotes", 4},
+                                         {"cmdPrint", 5},
+                                         {"mnuComPort", 6},
+                                         {"mnuLogName", 1}}) {
         meanwhile([] {
             QWidget *dialog = QApplication::activeModalWidget();
             QTest::keyClick(dialog->focusWidget() ? dialog->focusWidget() : dialog, Qt::Key_F1);
             QTest::keyClick(dialog, Qt::Key_Escape);
         });
-        find<QAction>(command)->trigger();
+        trigger(command);
         EXPECT_EQ(take(), std::vector{topic}) << command;
     }
 

@@ -29,12 +29,6 @@ inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << tex
 /// go by their names, files by their places in `folder`.
 class ProgramFixture {
 public:
-    ProgramFixture() {
-        dialogWatch.setInterval(1);
-        QObject::connect(&dialogWatch, &QTimer::timeout, &dialogWatch, [this] { answerDialog(); });
-        dialogAnswers["frmLogName"] = [this] { click("cmdOKButton"); };
-    }
-
     void start() {
         program = std::make_unique<Program>(
             Platform{clock, ComPort, CommTmp, *settings, prompts, ComDlg, exportDialog,
@@ -50,17 +44,15 @@ public:
     }
     /// Time passes while dialogs come up, which `dialogAnswers` are given to.
     void advanceUnderDialogs(std::chrono::milliseconds time) {
-        dialogWatch.start();
+        QTimer watch; // not at every turn of the event loop: the program waits for quiet ones
+        QObject::connect(&watch, &QTimer::timeout, &watch, [this] {
+            const QWidget *dialog = QApplication::activeModalWidget();
+            // A copy: it may lay others ready.
+            if (const auto act = dialog ? dialogAnswers[dialog->objectName()] : nullptr)
+                act();
+        });
+        watch.start(1);
         clock.advance(time);
-        dialogWatch.stop();
-    }
-    void answerDialog() {
-        const QWidget *dialog = QApplication::activeModalWidget();
-        if (const auto answer = dialog ? dialogAnswers.find(dialog->objectName()) : dialogAnswers.end();
-            answer != dialogAnswers.end()) {
-            const auto act = answer->second; // which may lay others ready
-            act();
-        }
     }
 
     template <typename Control>
@@ -98,9 +90,9 @@ public:
     void meanwhile(std::function<void()> act) { QTimer::singleShot(0, qApp, std::move(act)); }
 
     Quillchart &chart(int i) { return *find<Quillchart>(QStringLiteral("Chart(%1)").arg(i)); }
-    QString marks() {
+    QString marks(int i = 0) {
         QStringList labels;
-        for (const EventMark &mark : chart(0).run().data().marks)
+        for (const EventMark &mark : chart(i).run().data().marks)
             labels << mark.label;
         return labels.join(' ');
     }
@@ -118,6 +110,8 @@ public:
             all << bar.tabText(i) + '|' + bar.tabToolTip(i) + '|' + chart(i).ChartTitle();
         return all;
     }
+    /// The close box of the main window.
+    void closeWindow() { find<QWidget>("frmMain")->close(); }
     void bringToFront(int tab) { find<QTabBar>("TabChart")->setCurrentIndex(tab); }
 
     QString path(const QString &name) const { return folder.filePath(name); }
@@ -126,9 +120,16 @@ public:
         return QDir(path(directory)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
     }
     QStringList logDirectories() const { return entries("Log"); }
+    /// What the store has of the copies: the count at "0", an entry at each number.
+    QString &stored(const QString &key) { return store.rows[{"LogInfo", key}]; }
     QByteArray content(const QString &name) const {
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void put(const QString &name, const QByteArray &bytes = {}) {
+        QFile file(path(name));
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     }
     /// A file with a run of so many minutes.
     void lay(const QString &name, float minutes) {
@@ -159,13 +160,15 @@ public:
         play("u u");
         clock.advance(700ms);
     }
-    /// What the operator does with the recovery dialog, in which one log is offered.
-    void recoverTo(const QString &file) {
-        auto *lstLogFiles = find<QListWidget>("lstLogFiles");
-        ASSERT_EQ(lstLogFiles->count(), 1);
-        lstLogFiles->item(0)->setCheckState(Qt::Checked);
-        ComDlg.answers = {file};
-        click("cmdRecoverButton");
+    /// From now on the operator saves the one log that a start offers under this name.
+    void willRecoverTo(const QString &name) {
+        dialogAnswers["frmDataRecovery"] = [this, name] {
+            auto *lstLogFiles = find<QListWidget>("lstLogFiles");
+            ASSERT_EQ(lstLogFiles->count(), 1);
+            lstLogFiles->item(0)->setCheckState(Qt::Checked);
+            ComDlg.answers = {path(name)};
+            click("cmdRecoverButton");
+        };
     }
     /// What the operator was told, in boxes.
     QString told() const {
@@ -191,8 +194,7 @@ public:
     std::map<QString, FakeTimer *> timers;
     bool prevInstance = false;
     QString commandLine;
-    QTimer dialogWatch; ///< not at every turn of the event loop: the program waits for quiet ones
-    std::map<QString, std::function<void()>> dialogAnswers;
+    std::map<QString, std::function<void()>> dialogAnswers{{"frmLogName", [this] { click("cmdOKButton"); }}};
     std::unique_ptr<Program> program;
 
 private:

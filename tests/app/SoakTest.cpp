@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
-#include "chart/files/ChartFile.h"
 #include "chart/files/RunningLogReader.h"
 
-#include <QDir>
 #include <malloc.h>
 
 #include <bit>
@@ -22,29 +20,23 @@ public:
     int syncData(int) override { return 0; }
 };
 
-/// Sample pairs differ, and every seventh is no number.
-SamplePair sampleOf(int number) {
-    const float uv = number % 7 == 0 ? std::bit_cast<float>(0x7fc00000U + static_cast<quint32>(number)) : 0.5F;
-    return {uv, static_cast<float>(number)};
-}
-
 /// What one of the charts has to hold of the stream.
 struct Expected {
-    std::vector<int> samples; ///< numbers in the stream
-    std::vector<EventMark> marks;
+    std::vector<SamplePair> samples;
+    QStringList marks; ///< each with the number of its sample
     bool takes = false;
 
+    void mark(const QString &label, qint64 sample) { marks << label + ' ' + QString::number(sample); }
     void compareWith(const ChartData &held) const {
         ASSERT_EQ(held.samples.size(), static_cast<qint64>(samples.size()));
         for (std::size_t i = 0; i < samples.size(); ++i) {
             const auto bits = [](SamplePair pair) { return std::bit_cast<quint64>(pair); };
-            ASSERT_EQ(bits(held.samples.at(static_cast<qint64>(i))), bits(sampleOf(samples[i]))) << i;
+            ASSERT_EQ(bits(held.samples.at(static_cast<qint64>(i))), bits(samples[i])) << i;
         }
-        ASSERT_EQ(held.marks.size(), marks.size());
-        for (std::size_t i = 0; i < marks.size(); ++i) {
-            EXPECT_EQ(held.marks[i].label, marks[i].label) << i;
-            EXPECT_EQ(held.marks[i].time, marks[i].time) << i;
-        }
+        Expected of;
+        for (const EventMark &mark : held.marks)
+            of.mark(mark.label, qRound64(double(mark.time) * samplesPerMinute));
+        EXPECT_EQ(of.marks, marks);
     }
 };
 
@@ -53,15 +45,16 @@ class SoakTest : public testing::Test, protected ProgramFixture {
 protected:
     ~SoakTest() override { program.reset(); } // before its disk
 
+    /// Sample pairs differ, and every seventh is no number.
     void points(int count) {
-        for (; count > 0; --count) {
-            const SamplePair pair = sampleOf(sent);
+        for (; count > 0; --count, ++sent) {
+            const float uv = sent % 7 == 0 ? std::bit_cast<float>(0x7fc00000U + static_cast<quint32>(sent)) : 0.5F;
+            const SamplePair pair{uv, static_cast<float>(sent)};
             waiting += sampleBlock('U', pair.uv) + sampleBlock('C', pair.cond);
             for (Expected *side : {&recorder, &log}) {
                 if (side->takes)
-                    side->samples.push_back(sent);
+                    side->samples.push_back(pair);
             }
-            ++sent;
             if (++unsent == 20) // four seconds' worth
                 send();
         }
@@ -72,67 +65,50 @@ protected:
         unsent = 0;
         clock.advance(4s);
     }
-    /// The instrument's news comes as marks with the next point; none for a side that does not show it.
-    void news(const QString &block, const QString &recorderMark, const QString &logMark) {
+    /// The instrument's news comes as a mark with the next point.
+    void news(const QString &block, const QString &label) {
         waiting += stream(block);
-        recorder.takes = recorder.takes || recorderMark == "S";
+        recorder.takes |= label == "S";
         points(1);
-        if (!recorderMark.isEmpty())
-            recorder.marks.push_back({.label = recorderMark, .time = timeOf(recorder.samples.size() - 1)});
-        if (!logMark.isEmpty()) // the log's stands with the point before
-            log.marks.push_back({.label = logMark, .time = timeOf(std::max<std::size_t>(log.samples.size(), 2) - 2)});
-        if (recorderMark == "P" || recorderMark == "E")
-            recorder.takes = false;
-        if (logMark == "P")
-            log.takes = false;
+        if (recorder.takes)
+            recorder.mark(label, std::ssize(recorder.samples) - 1);
+        log.mark(label, std::max(std::ssize(log.samples) - 2, {})); // the log's stands with the point before
+        recorder.takes &= label != "P" && label != "E";
+        log.takes = label != "P";
     }
-    static float timeOf(std::size_t sample) { return static_cast<float>(ChartData::timeOf(qint64(sample))); }
-
     /// An hour of the instrument: a run with a pause in it; every sixth time the line goes dead in the middle.
     void hour(int number) {
+        struct Row {
+            int points;
+            const char *block, *label;
+        };
         const int before = sent;
-        points(600);
-        news("R1", "S", "S");
-        for (const char *event : {"1", "2", "3"}) {
-            points(2000);
-            news("E2", event, event);
+        for (const Row &next : {Row{600, "R1", "S"}, Row{2000, "E2", "1"}, Row{2000, "E2", "2"}, Row{2000, "E2", "3"},
+                                Row{1000, "H1", "H"}, Row{100, "H2", "C"}, Row{500, "R2", "P"}}) {
+            points(next.points);
+            news(next.block, next.label);
         }
-        points(1000);
-        news("H1", "H", "H");
-        points(100);
-        news("H2", "C", "C");
-        points(500);
-        news("R2", "P", "P");
         points(900);
         waiting += stream("R1");
         recorder.takes = log.takes = true;
         points(3000);
         if (number % 6 == 5)
             loseLink();
-        else
-            news("R0", "E", "E");
+        news("R0", "E");
         points(before + pointsPerHour - sent);
     }
     void loseLink() {
         send();
-        meanwhile([this] { QTest::mouseClick(find<QWidget>("cmdOk"), Qt::LeftButton); });
+        meanwhile([this] { click("cmdOk"); });
         clock.advance(1min);
         EXPECT_FALSE(led());
         recorder.takes = false;
         points(40);
         EXPECT_TRUE(led());
-        news("R0", "", "E");
     }
-    static std::size_t bytesInUse() {
+    static double bytesInUse() {
         const auto info = mallinfo2();
-        return info.uordblks + info.hblkhd;
-    }
-    ChartData held(int number) {
-        ChartData run;
-        AxisValues axes;
-        const QString path = folder.filePath("held.chd");
-        EXPECT_TRUE(chart(number).SaveDataFile(path) && loadChartFile(path, run, axes).good());
-        return run;
+        return static_cast<double>(info.uordblks + info.hblkhd);
     }
 
     PatientDisk disk;
@@ -149,27 +125,27 @@ TEST_F(SoakTest, threeDaysOfTheInstrumentAreAllThere) {
     log.takes = true;
     start();
     hour(0);
-    const std::size_t atFirst = bytesInUse();
+    const double atFirst = bytesInUse();
     for (int number = 1; number < hours; ++number)
         hour(number);
     send();
-    const auto grown = static_cast<double>(bytesInUse()) - static_cast<double>(atFirst);
+    const double grown = bytesInUse() - atFirst;
 
     constexpr std::size_t begun = 2 * SampleStore::chunkSize;                     // of either chart, and not full
     constexpr double bytesPerSample = sizeof(SamplePair) + sizeof(Extent) / 15.0; // 1/16, 1/256 and so on of a pyramid
     EXPECT_LT(grown, (recorder.samples.size() + log.samples.size() + begun) * bytesPerSample + 1e6);
 
     timers["TimerSaveLog"]->tick();
-    const QDir folders(folder.filePath("Log"));
-    const QDir directory(folders.filePath(folders.entryList(QDir::Dirs | QDir::NoDotAndDotDot).value(0)));
-    EXPECT_EQ(directory.entryList(QDir::Files), (QStringList{"Log00001.dat", "Log00002.dat", "Log00003.dat"}));
-    const RecoveredLog left = readRunningLog(directory.path());
+    const QString directory = "Log/" + logDirectories().value(0);
+    EXPECT_EQ(entries(directory).join(' '), "Log00001.dat Log00002.dat Log00003.dat");
+    const RecoveredLog left = readRunningLog(path(directory));
     EXPECT_TRUE(left.whole());
     log.compareWith(left.data);
-    log.compareWith(held(5));
-    recorder.compareWith(held(0));
-    EXPECT_TRUE(prompts.shown.empty());
-    EXPECT_FALSE(QFile::exists(folder.filePath("ChartErr.log")));
+    log.compareWith(chart(5).run().data());
+    EXPECT_TRUE(chart(0).SaveDataFile(path("held.chd")) && chart(6).LoadDataFile(path("held.chd")));
+    recorder.compareWith(chart(6).run().data());
+    EXPECT_EQ(told(), "");
+    EXPECT_FALSE(exists("ChartErr.log"));
 }
 
 } // namespace

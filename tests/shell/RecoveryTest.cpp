@@ -1,164 +1,171 @@
 // SPDX-License-Identifier: MIT
-#include "RecoveryFixture.h"
+#include "app/ProgramFixture.h"
+#include "chart/files/RecordFile.h"
+#include "chart/files/RunLog.h"
+#include "chart/files/RunningLogFiles.h"
 
 namespace {
 
-class RecoveryTest : public RecoveryFixture {
+/// Starts that find logs of earlier runs, which bear the name of their directory as notes.
+class RecoveryTest : public testing::Test, protected ProgramFixture {
 protected:
-    /// Checks the first rows and presses Recover; answers whether the form is done.
-    static bool recoverFirst(Recovery &form, std::size_t count) {
-        for (std::size_t row = 0; row < count; ++row)
-            form.setChecked(row, true);
-        return form.cmdRecoverButton_Click();
+    RecoveryTest() { stored("0") = "1"; }
+
+    /// A run of that name crashes: its log stands in a directory, its entry in the store.
+    void leave(const QString &tag, const char *SystemName) {
+        layLog("Log/" + tag);
+        addEntry(tag, SystemName);
     }
+    void addEntry(const QString &tag, const char *SystemName) {
+        stored(QString::number(++entriesAdded)) = QString("%1|14.03.26|09:26|%2").arg(SystemName, tag);
+    }
+    void layLog(const QString &directory) {
+        RunDocument left;
+        left.AddSample(0.5F, 20);
+        left.SetNotes(directory);
+        ASSERT_TRUE(QDir(folder.path()).mkpath(directory));
+        ASSERT_EQ(RunLog(left).WriteLog(path(directory), 1, 20000, 24), 0);
+    }
+    /// Starts, the operator being at the dialog with what was found; answers what that was.
+    QString offer(const std::function<void()> &act = [] {}) {
+        QString offered;
+        dialogAnswers["frmDataRecovery"] = [&] {
+            offered = rows();
+            act();
+            find<QWidget>("frmDataRecovery")->hide();
+        };
+        start();
+        return offered;
+    }
+    QListWidget &list() { return *find<QListWidget>("lstLogFiles"); }
+    QString rows() {
+        QStringList texts;
+        for (const auto *item : list().findItems({}, Qt::MatchContains))
+            texts << item->text().simplified();
+        return texts.join(';');
+    }
+    /// The first rows, to files of these names; "" is a Cancel.
+    void recover(int count, const QStringList &files) {
+        for (int row = 0; row < count; ++row)
+            list().item(row)->setCheckState(Qt::Checked);
+        for (const QString &file : files)
+            ComDlg.answers.push_back(file.isEmpty() ? file : path(file));
+        click("cmdRecoverButton");
+    }
+    void giveUp(BoxAnswer answer) {
+        prompts.answers = {answer};
+        click("cmdDoneButton");
+    }
+    bool isUp() { return find<QWidget>("frmDataRecovery")->isVisible(); }
+    QString notesIn(const QString &file) {
+        EXPECT_TRUE(chart(6).LoadDataFile(path(file)));
+        return chart(6).GetNotes();
+    }
+    /// In the Log folder, but for this copy's own directory.
+    QString standing() const { return logDirectories().filter(QRegularExpression("^..$")).join(' '); }
+
+    int entriesAdded = 0;
 };
 
-TEST_F(RecoveryTest, whatIsSavedIsSweptAwayWithItsEntry) {
+TEST_F(RecoveryTest, whatIsSavedIsSweptAwayWithItsEntryIntoTheWastebasket) {
     leave("17", "Alpha");
+    layLog("Log/18");
+    QByteArray damaged = content("Log/18/Log00001.dat");
+    for (const char *record : {"SAMP", "NOTE", "END "})
+        damaged[damaged.indexOf(record) + 24] = '?';
+    put("Log/18/Log00001.dat", damaged);
     layLog("Log/19");
-    dialog = [](Recovery &form) { EXPECT_TRUE(recoverFirst(form, 2)); };
-    EXPECT_EQ(offer(), "Alpha 14.03.26 09:26;Unknown Log File 19");
-    EXPECT_EQ(saved, "Alpha from 17, 19 from 19");
+    EXPECT_EQ(offer([this] { recover(2, {"a.chl", "b.chl"}); }), "Alpha 14.03.26 09:26;Unknown Log File 19");
+    EXPECT_EQ(ComDlg.shown.at(0).offered + ", " + notesIn("a.chl"), "Alpha, Log/17");
+    EXPECT_EQ(ComDlg.shown.at(1).offered + ", " + notesIn("b.chl"), "19, Log/19");
     EXPECT_EQ(prompts.beeps, 1);
-    EXPECT_TRUE(prompts.shown.empty());
-    EXPECT_EQ(standing(), "");
-    EXPECT_TRUE(store.rows.empty());
-    EXPECT_EQ(standing("Discarded"), "17-2026-03-14 19-2026-03-14"); // and lies in the wastebasket
+    EXPECT_EQ(told() + standing(), "");
+    EXPECT_EQ(store.GetAllSettings("LogInfo").size(), 2U); // of this copy
+    EXPECT_EQ(entries("Discarded").join(' '), "17-2026-03-14 18-2026-03-14 19-2026-03-14");
 }
 
-TEST_F(RecoveryTest, whatCannotBeReadAtThisStartIsOfferedAndStays) {
-    class OneUnreadFile : public FileOperations {
-    public:
-        OneUnreadFile() { standIn(this); }
-        ~OneUnreadFile() override { standIn(nullptr); }
-        int open(const char *path, int flags, mode_t mode) override {
-            errno = error;
-            return QByteArray(path).contains(unread) ? -1 : FileOperations::open(path, flags, mode);
+TEST_F(RecoveryTest, aRowOrItsBoxOrTheSpaceBarChecksItAndEnterRecoversIt) {
+    leave("17", "Alpha");
+    leave("18", "Beta");
+    offer([this] {
+        const int y = list().visualItemRect(list().item(1)).center().y();
+        for (const int x : {10, 10, 100, 100}) {
+            const bool wasChecked = usable("cmdRecoverButton");
+            QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, {x, y});
+            EXPECT_NE(usable("cmdRecoverButton"), wasChecked);
         }
-        QByteArray unread;
-        int error = EIO;
-    };
+        ComDlg.answers = {path("b.chl")};
+        QTest::keyClick(&list(), Qt::Key_Space);
+        QTest::keyClick(&list(), Qt::Key_Return);
+        EXPECT_EQ(rows(), "Alpha 14.03.26 09:26");
+    });
+    EXPECT_EQ(notesIn("b.chl"), "Log/18");
+    EXPECT_EQ(standing(), "17 18"); // the close box gives nothing up
+}
+
+TEST_F(RecoveryTest, whatIsGivenUpIsSweptButNothingThatCannotBeReadNowOrCameSince) {
     leave("17", "Alpha");
     leave("18", "Beta");
     leave("19", "Gamma");
-    makeFile("Log/18/Log00002.dat");
-    dialog = [this](Recovery &form) {
-        EXPECT_EQ(form.rows().size(), 3U);
-        EXPECT_FALSE(recoverFirst(form, 2));
-        prompts.answers = {BoxAnswer::Ok};
-        EXPECT_TRUE(form.cmdDoneButton_Click());
-    };
-    {
-        OneUnreadFile disk;
-        for (const auto &[unread, error] : {std::pair("Log/18/Log00002", EIO), std::pair("Log/18/Log00002", EACCES),
-                                            std::pair("Log/18/Log00002", EMFILE), std::pair("Log/18", ENOTCONN)}) {
-            SCOPED_TRACE(unread);
-            disk.unread = unread;
-            disk.error = error;
-            EXPECT_TRUE(chart.CheckLogFile(app.filePath("Log/18")));
-            EXPECT_EQ(chart.UnreadLogFiles(app.filePath("Log/18")).size(), 1);
-            EXPECT_FALSE(chart.DiscardLog(app.filePath("Log/18")));
-        }
-        disk.unread = "Log/18/Log00002";
-        offer();
-    }
-    EXPECT_EQ(saved, "Alpha from 17, Beta from 18");
-    EXPECT_TRUE(prompts.shown.at(0).text.contains("Log/18/Log00002.dat: Transport endpoint is not connected"));
-    EXPECT_EQ(standing(), "18");
-    EXPECT_EQ(standing("Log/18"), "Log00001.dat Log00002.dat");
-    EXPECT_EQ(store.GetAllSettings("LogInfo").size(), 2U); // the count, and what names the log
-    EXPECT_EQ(store.GetSetting("LogInfo", "2", "").left(4), "Beta");
-    EXPECT_EQ(store.GetSetting("LogInfo", "0", ""), "2");
-}
-
-TEST_F(RecoveryTest, aDamagedLogIsNotDeleted) {
-    const auto damage = [this](const char *tag, std::initializer_list<const char *> records) {
-        QFile file(app.filePath(QString("Log/%1/Log00001.dat").arg(tag)));
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        const QByteArray all = file.readAll();
-        for (const char *record : records)
-            ASSERT_TRUE(file.seek(all.indexOf(record) + 24) && file.putChar('?'));
-    };
-    leave("17", "Alpha");
-    damage("17", {"SAMP"});
-    leave("18", "Beta");
-    damage("18", {"SAMP", "END "});
-    dialog = [this](Recovery &form) {
-        prompts.answers = {BoxAnswer::Ok};
-        EXPECT_TRUE(form.cmdDoneButton_Click());
-    };
-    EXPECT_EQ(offer(), "Alpha 14.03.26 09:26");
-    EXPECT_EQ(standing(), "");
-    const QStringList discarded = standing("Discarded").split(' ');
-    ASSERT_EQ(discarded.size(), 2);
-    for (const QString &folder : discarded)
-        EXPECT_TRUE(exists(qPrintable("Discarded/" + folder + "/Log00001.dat")));
+    put("Log/18/Log00002.dat", FileHead::of(runningLogKind, runningLogVersion + 1).bytes());
+    offer([this] {
+        recover(3, {"a.chl", "b.chl", ""});
+        EXPECT_EQ(rows(), "Gamma 14.03.26 09:26");
+        EXPECT_FALSE(usable("cmdRecoverButton"));
+        giveUp(BoxAnswer::Cancel);
+        EXPECT_TRUE(isUp());
+        EXPECT_EQ(standing(), "17 18 19");
+        layLog("Log/20"); // of a copy that is started meanwhile
+        giveUp(BoxAnswer::Ok);
+        EXPECT_FALSE(isUp());
+    });
+    EXPECT_EQ(notesIn("b.chl"), "Log/18");
+    EXPECT_TRUE(prompts.shown.at(0).text.contains("Log/18/Log00002.dat: of a newer version"));
+    EXPECT_EQ(prompts.shown.size(), 4U); // the log is told to be incomplete, too
+    EXPECT_EQ(prompts.shown.back().defaultButton, 2);
+    EXPECT_EQ(standing(), "18 20");
+    EXPECT_EQ(entries("Log/18").size(), 2);
+    EXPECT_EQ(store.GetAllSettings("LogInfo").size(), 3U);
+    EXPECT_EQ(stored("2").left(4), "Beta");
+    EXPECT_EQ(stored("3").left(7), "Default"); // this copy's number is a new one
 }
 
 TEST_F(RecoveryTest, aLogThatCannotBeMovedStaysAndTheOperatorIsTold) {
     leave("17", "Alpha");
-    makeFile("Discarded");
-    dialog = [this](Recovery &form) {
-        prompts.answers = {BoxAnswer::Ok};
-        EXPECT_TRUE(form.cmdDoneButton_Click());
-    };
-    offer();
-    EXPECT_EQ(standing("Log/17"), "Log00001.dat");
-    EXPECT_TRUE(exists("Discarded"));
-    EXPECT_TRUE(prompts.shown.back().text.contains(app.filePath("Log/17")));
+    put("Discarded");
+    offer([this] { giveUp(BoxAnswer::Ok); });
+    EXPECT_EQ(entries("Log/17"), QStringList("Log00001.dat"));
+    EXPECT_TRUE(prompts.shown.back().text.contains(path("Log/17")));
 }
 
 TEST_F(RecoveryTest, copiesThatRunKeepTheirDirectoriesEntriesAndNumbers) {
-    const auto start = [this](Identity &who, Instances &copy) {
-        copy.prepareLogDirectory();
-        layLog("Log/" + who.InstanceTag);
-        copy.AddInstance();
-        copy.UpdateRegistry();
-    };
     Identity early; // while this one waited for its port
     Identity late;  // while the operator was choosing
-    Instances earlyCopy(early, store, prompts, clock, app.path());
-    Instances lateCopy(late, store, prompts, clock, app.path());
+    Instances earlyCopy(early, store, prompts, clock, folder.path());
+    Instances lateCopy(late, store, prompts, clock, folder.path());
     leave("17", "Alpha");
-    start(early, earlyCopy);
-    addEntry(early.InstanceTag, "Beta"); // as the table has it when that copy came before it was read
-    dialog = [&](Recovery &form) {
-        start(late, lateCopy);
-        EXPECT_TRUE(recoverFirst(form, 1));
-    };
-    EXPECT_EQ(offer(), "Alpha 14.03.26 09:26");
-    EXPECT_EQ(standing(), early.InstanceTag + " " + late.InstanceTag);
-    EXPECT_TRUE(store.GetSetting("LogInfo", QString::number(late.InstanceNumber), "").endsWith(late.InstanceTag));
-    EXPECT_EQ(store.GetSetting("LogInfo", "1", ""), ""); // Alpha's
-    instances.AddInstance();
-    EXPECT_EQ(identity.InstanceNumber, late.InstanceNumber + 1);
+    earlyCopy.registerUnasked();
+    layLog("Log/" + early.InstanceTag);
+    const QString offered = offer([&] {
+        lateCopy.registerUnasked();
+        layLog("Log/" + late.InstanceTag);
+        recover(1, {"a.chl"});
+    });
+    EXPECT_EQ(offered, "Alpha 14.03.26 09:26");
+    EXPECT_EQ(logDirectories().size(), 3);
+    for (const Identity *copy : {&early, &late})
+        EXPECT_TRUE(exists("Log/" + copy->InstanceTag + "/Log00001.dat"));
+    EXPECT_TRUE(stored(QString::number(late.InstanceNumber)).endsWith(late.InstanceTag));
+    EXPECT_EQ(stored("1"), ""); // Alpha's
+    EXPECT_EQ(stored("0"), QString::number(late.InstanceNumber + 1));
 }
 
 TEST_F(RecoveryTest, noEntryHidesALogWhoseItIsNot) {
     leave("17", "Alpha 18 v1.2");
     layLog("Log/19");
     layLog("Log");
-    table[0].value = "Beta|d|t|19"; // in the place of the count
+    stored("0") = "Beta|d|t|19"; // in the place of the count
     EXPECT_EQ(offer(), "Alpha 18 v1.2 14.03.26 09:26;Unknown Log File .;Unknown Log File 19");
-}
-
-TEST_F(RecoveryTest, whatWasCancelledIsLostOnlyWhenTheOperatorSaysSo) {
-    leave("17", "Alpha");
-    leave("18", "Beta");
-    cancelled = {"Beta"};
-    dialog = [this](Recovery &form) {
-        EXPECT_FALSE(recoverFirst(form, 2));
-        EXPECT_EQ(form.rows().size(), 1U);
-        EXPECT_FALSE(form.cmdRecoverButtonEnabled());
-        prompts.answers = {BoxAnswer::Cancel, BoxAnswer::Ok};
-        EXPECT_FALSE(form.cmdDoneButton_Click());
-        EXPECT_EQ(standing(), "17 18");
-        layLog("Log/20"); // of a copy that is started meanwhile
-        EXPECT_TRUE(form.cmdDoneButton_Click());
-    };
-    offer();
-    EXPECT_EQ(prompts.shown.at(0).defaultButton, 2);
-    EXPECT_EQ(standing(), "20");
 }
 
 TEST_F(RecoveryTest, runsThatLookAlikeAreAllSavedUnlessTheirEntryLeadsOutside) {
@@ -167,40 +174,40 @@ TEST_F(RecoveryTest, runsThatLookAlikeAreAllSavedUnlessTheirEntryLeadsOutside) {
     layLog("outside");
     addEntry("..", "Alpha");
     addEntry("../outside", "Beta");
-    dialog = [this](Recovery &form) {
-        EXPECT_TRUE(identity.LogDirectory.endsWith("/Log/18")); // never a place outside
-        EXPECT_FALSE(recoverFirst(form, 1));
-    };
-    EXPECT_EQ(offer(), "Alpha 14.03.26 09:26;Alpha 14.03.26 09:26");
-    EXPECT_EQ(saved, "Alpha from 17, Alpha from 18");
+    EXPECT_EQ(offer([this] { recover(1, {"a.chl", "b.chl"}); }), "Alpha 14.03.26 09:26;Alpha 14.03.26 09:26");
+    EXPECT_EQ(notesIn("a.chl") + ", " + notesIn("b.chl"), "Log/17, Log/18");
+    EXPECT_EQ(ComDlg.shown.size(), 2U);
 }
 
 TEST_F(RecoveryTest, aLogWithoutASectionInTheStoreEndsTheStart) {
-    leave("17", "Alpha");
-    table.clear();
-    EXPECT_THROW(offer(), RunTimeError);
+    layLog("Log/17");
+    store.rows.clear();
+    start();
+    EXPECT_TRUE(process.ended && told().startsWith("Run-time error '13'"));
     EXPECT_EQ(standing(), "17");
 }
 
 TEST_F(RecoveryTest, theSweepFollowsNoLinkAndSparesWhatIsNotItsOwn) {
-    makeFile("outside/run.txt");
-    makeFile("Log/17/Log00001.dat");
-    makeFile("Log/18/kept.CHL");
-    makeFile("Log/19/nested/file");
+    put("outside/run.txt");
+    put("Log/17/Log00001.dat");
+    put("Log/18/kept.CHL");
+    put("Log/19/nested/file");
     for (const char *link : {"Log/20", "Log/17/21"})
-        ASSERT_TRUE(QFile::link(app.filePath("outside"), app.filePath(link)));
+        ASSERT_TRUE(QFile::link(path("outside"), path(link)));
     EXPECT_EQ(offer(), "");
     EXPECT_EQ(standing(), "18 19 20");
     for (const char *spared : {"outside/run.txt", "Log/18/kept.CHL", "Log/19/nested/file"})
         EXPECT_TRUE(exists(spared)) << spared;
 }
 
-TEST_F(RecoveryTest, anEmptyLogFolderGoesAndALinkInItsPlaceStays) {
-    makeFile("Log/notes");
-    EXPECT_EQ(offer(), "");
-    EXPECT_FALSE(exists("Log"));
-    makeFile("elsewhere/17/Log00001.dat");
-    ASSERT_TRUE(QFile::link(app.filePath("elsewhere"), app.filePath("Log")));
+TEST_F(RecoveryTest, whatLiesInTheLogFolderItselfGoesButNotBehindALinkInItsPlace) {
+    put("Log/notes");
+    start();
+    EXPECT_FALSE(exists("Log/notes"));
+    program.reset();
+    ASSERT_TRUE(QDir(path("Log")).removeRecursively());
+    layLog("elsewhere/17");
+    ASSERT_TRUE(QFile::link(path("elsewhere"), path("Log")));
     addEntry("17", "Alpha");
     EXPECT_EQ(offer(), "");
     EXPECT_TRUE(exists("elsewhere/17/Log00001.dat"));
