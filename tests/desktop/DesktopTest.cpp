@@ -19,7 +19,6 @@ TEST(QtTimerTest, enablingARunningTimerLeavesItsCountdownAlone) {
     int ticks = 0;
     QtTimer timer(&window, "TimerProcess", 200);
     timer.Tick = [&] { ++ticks; };
-    EXPECT_EQ(window.findChild<QTimer *>("TimerProcess")->timerType(), Qt::PreciseTimer);
     timer.setEnabled(true);
     QTest::qWait(120);
     timer.setEnabled(true);

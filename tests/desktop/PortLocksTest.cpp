@@ -11,7 +11,6 @@
 #include <sys/file.h>
 #include <sys/fsuid.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -49,17 +48,10 @@ TEST_F(PortLocksTest, theOwnersLifeDecides) {
     EXPECT_EQ(met(number + "\nanother program\nhost\n"), 0); // its number was given anew
     EXPECT_EQ(met(padded(deadProcess)), 0);
     EXPECT_EQ(met(padded(::getpid())), 0);
-    const pid_t unfetched = ::fork();
-    if (unfetched == 0)
-        ::_exit(0);
-    ::waitid(P_PID, id_t(unfetched), nullptr, WEXITED | WNOWAIT);
-    EXPECT_EQ(met(padded(unfetched)), 0);
-    ::waitpid(unfetched, nullptr, 0);
 }
 
 TEST_F(PortLocksTest, aLockWithoutANumberIsBeingWrittenOrWasLeft) {
     EXPECT_EQ(met(""), held);
-    EXPECT_EQ(met("garbage"), held);
     QFile old(folder.at("LCK..ttyUSB0"));
     ASSERT_TRUE(old.open(QIODevice::ReadWrite));
     old.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFileDevice::FileModificationTime);

