@@ -12,8 +12,7 @@
 
 #include <algorithm>
 
-QtSettingsStore::QtSettingsStore(QString file, FileOperations &operations)
-    : file_(std::move(file)), operations_(operations) {}
+QtSettingsStore::QtSettingsStore(QString file) : file_(std::move(file)) {}
 
 QString QtSettingsStore::GetSetting(const QString &section, const QString &key, const QString &fallback) const {
     return read().value(section, key).value_or(fallback);
@@ -63,14 +62,14 @@ void QtSettingsStore::change(const std::function<bool(IniText &)> &edit) {
         IniText text = read();
         if (!edit(text))
             return;
-        if (const std::error_code error = replaceFile(file_, text.toBytes(), operations_, Links::Refuse))
+        if (const std::error_code error = replaceFile(file_, text.toBytes(), FileOperations::system(), Links::Refuse))
             throw RunTimeError::from(error, file_);
     });
 }
 
 IniText QtSettingsStore::read() const {
     QByteArray content;
-    const std::error_code error = readPlainFile(file_, content, operations_);
+    const std::error_code error = readPlainFile(file_, content);
     if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory)
         return IniText();
     if (error)

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "desktop/IniText.h"
-#include "files/FileOperations.h"
 #include "platform/SettingsStore.h"
 
 #include <functional>
@@ -13,7 +12,7 @@ class QtSettingsStore : public SettingsStore {
 public:
     /// The file and its folder, for the user alone, are made at the first writing. Anything but a plain file is
     /// refused, a symbolic link too.
-    explicit QtSettingsStore(QString file, FileOperations &operations = FileOperations::system());
+    explicit QtSettingsStore(QString file);
 
     QString GetSetting(const QString &section, const QString &key, const QString &fallback) const override;
     void SaveSetting(const QString &section, const QString &key, const QString &value) override;
@@ -28,6 +27,5 @@ private:
     IniText read() const;
 
     QString file_;
-    FileOperations &operations_;
     bool locked_ = false; ///< by us
 };

@@ -6,11 +6,8 @@
 #include "desktop/SessionEnd.h"
 #include "fakes/TestFolder.h"
 
-#include <QApplication>
-#include <QEventLoop>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QTest>
+#include <QtWidgets>
 
 #include <csignal>
 #include <optional>
@@ -22,7 +19,6 @@ TEST(QtTimerTest, enablingARunningTimerLeavesItsCountdownAlone) {
     int ticks = 0;
     QtTimer timer(&window, "TimerProcess", 200);
     timer.Tick = [&] { ++ticks; };
-    EXPECT_EQ(window.findChild<QTimer *>("TimerProcess")->timerType(), Qt::PreciseTimer);
     timer.setEnabled(true);
     QTest::qWait(120);
     timer.setEnabled(true);
@@ -33,36 +29,25 @@ TEST(QtTimerTest, enablingARunningTimerLeavesItsCountdownAlone) {
     EXPECT_EQ(ticks, 1);
 }
 
-/// Answers the box that comes up next, and keeps what it showed.
 class QtPromptsTest : public testing::Test {
 protected:
+    /// Does something to the box once it is up.
     BoxAnswer show(const MessageBox &box, const std::function<void(QMessageBox &)> &act) {
-        QTimer::singleShot(0, &owner, [&] {
-            auto *window = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            ASSERT_NE(window, nullptr);
-            EXPECT_EQ(window->objectName(), "MsgBox");
-            text = window->text();
-            caption = window->windowTitle();
-            act(*window);
-        });
+        QTimer::singleShot(0, qApp, [&] { act(dynamic_cast<QMessageBox &>(*QApplication::activeModalWidget())); });
         return prompts.show(box);
     }
     static void pressDefault(QMessageBox &window) { window.defaultButton()->click(); }
     static void pressEscape(QMessageBox &window) { QTest::keyClick(&window, Qt::Key_Escape); }
     static void closeBox(QMessageBox &window) { window.close(); }
 
-    QObject owner;
     QtPrompts prompts;
-    QString text;
-    QString caption;
 };
 
 TEST_F(QtPromptsTest, aBoxShowsItsTextAsItStands) {
-    show({"a <b>\rb\r\nc", BoxIcon::None, ""}, pressDefault);
-    EXPECT_EQ(text, "a <b>\nb\nc");
-    EXPECT_EQ(caption, "Ostrel MS");
-    show({"?", BoxIcon::None, "Data is not saved"}, pressDefault);
-    EXPECT_EQ(caption, "Data is not saved");
+    show({"a <b>\rb\r\nc", BoxIcon::None, "Data is not saved"}, [](QMessageBox &window) {
+        EXPECT_EQ(window.windowTitle() + window.text(), "Data is not saveda <b>\nb\nc");
+        window.close();
+    });
 }
 
 TEST_F(QtPromptsTest, defaultButtonsCountFromTheLeftAndClosingIsCancelOrTheOnlyOne) {
@@ -73,28 +58,14 @@ TEST_F(QtPromptsTest, defaultButtonsCountFromTheLeftAndClosingIsCancelOrTheOnlyO
     EXPECT_EQ(answer(BoxButtons::YesNoCancel, 1, pressDefault), BoxAnswer::Yes);
     EXPECT_EQ(answer(BoxButtons::YesNoCancel, 1, closeBox), BoxAnswer::Cancel);
     EXPECT_EQ(answer(BoxButtons::OkCancel, 2, pressDefault), BoxAnswer::Cancel);
-    EXPECT_EQ(answer(BoxButtons::OkCancel, 1, pressEscape), BoxAnswer::Cancel);
-    EXPECT_EQ(answer(BoxButtons::Ok, 1, closeBox), BoxAnswer::Ok);
     EXPECT_EQ(answer(BoxButtons::Ok, 1, pressEscape), BoxAnswer::Ok);
-}
-
-TEST_F(QtPromptsTest, onlyItsButtonsAnswerYesOrNo) {
-    const auto tryToCloseAndPressN = [](QMessageBox &window) {
-        EXPECT_FALSE(window.windowFlags().testFlag(Qt::WindowCloseButtonHint));
-        pressEscape(window);
-        window.reject();
-        window.close();
-        EXPECT_TRUE(window.isVisible());
-        QTest::keyClick(&window, Qt::Key_N);
-        QTRY_VERIFY(!window.isVisible()); // the button goes down for a moment
-    };
-    EXPECT_EQ(show({"save?", BoxIcon::Question, "", BoxButtons::YesNo}, tryToCloseAndPressN), BoxAnswer::No);
 }
 
 TEST_F(QtPromptsTest, theMousePointerGoesBackHoweverOftenItWasSet) {
     prompts.setMousePointer(MousePointer::Hourglass);
     prompts.setMousePointer(MousePointer::Hourglass);
     show({"damaged", BoxIcon::None, ""}, [](QMessageBox &window) {
+        EXPECT_EQ(window.windowTitle(), "Ostrel MS");
         EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
         window.close();
     });
@@ -104,24 +75,22 @@ TEST_F(QtPromptsTest, theMousePointerGoesBackHoweverOftenItWasSet) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-TEST(EndSignalsTest, theFirstSignalIsMetOnceFromInsideAnotherLoop) {
+TEST(EndSignalsTest, theFirstSignalIsMetOnceAndAnIgnoredOneStaysIgnored) {
     std::signal(SIGINT, SIG_IGN);
     int met = 0;
     {
-        QEventLoop modal;
         const EndSignals signals_([&] {
             ++met;
             std::raise(SIGTERM);
             QTest::qWait(20); // as under a box that tells of a full disk
-            modal.quit();
         });
-        std::raise(SIGINT);
-        QTest::qWait(20);
-        std::raise(SIGTERM);
-        EXPECT_EQ(met, 0);
-        modal.exec();
+        for (const int number : {SIGINT, SIGTERM}) {
+            std::raise(number);
+            EXPECT_EQ(met, 0);
+            QTest::qWait(20);
+            EXPECT_EQ(met, number == SIGTERM);
+        }
     }
-    EXPECT_EQ(met, 1);
     EXPECT_EQ(std::signal(SIGTERM, SIG_DFL), SIG_DFL);
     EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_IGN);
 }
@@ -137,19 +106,13 @@ TEST(SessionEndTest, theSessionEndsAsItWasAgreedLast) {
     };
     session.endsUnasked = [&] { course += "write "; };
     session.ends = [&](bool agreed) { course += agreed ? "end " : "die "; };
-    const auto quit = [] {
-        QEvent event(QEvent::Quit);
-        QCoreApplication::sendEvent(qApp, &event);
-    };
-    for (const bool agreed : {true, false}) {
-        answer = agreed;
-        EXPECT_EQ(session.mayEnd(true), agreed);
-        quit();
+    for (const bool mayAsk : {true, true, false}) {
+        EXPECT_EQ(session.mayEnd(mayAsk), answer || !mayAsk);
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &quit);
+        answer = false;
     }
-    answer = true;
-    EXPECT_TRUE(session.mayEnd(true) && session.mayEnd(false));
-    quit();
-    EXPECT_EQ(course, "ask end ask die ask write die ");
+    EXPECT_EQ(course, "ask end ask die write die ");
 }
 
 TEST(InstanceLockTest, aCopyIsSeenAsLongAsAnyOtherRuns) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/PortLocks.h"
 
-#include "OtherProcess.h"
 #include "base/RunTimeError.h"
 #include "base/Steps.h"
 #include "fakes/TestFolder.h"
@@ -10,7 +9,9 @@
 #include <QDateTime>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/fsuid.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -32,6 +33,7 @@ protected:
     static QByteArray binary(pid_t process) { return {reinterpret_cast<const char *>(&process), sizeof process}; }
 
     static constexpr int held = ErrorNumber::PortAlreadyOpen;
+    static constexpr pid_t deadProcess = 2'000'000'000; // beyond all that the system gives out
     const pid_t living = ::getppid();
     TestFolder folder;
 };
@@ -45,19 +47,11 @@ TEST_F(PortLocksTest, theOwnersLifeDecides) {
     EXPECT_EQ(met(number + "\n" + name + "\nhost\n"), held);
     EXPECT_EQ(met(number + "\nanother program\nhost\n"), 0); // its number was given anew
     EXPECT_EQ(met(padded(deadProcess)), 0);
-    EXPECT_EQ(met(binary(deadProcess)), 0);
     EXPECT_EQ(met(padded(::getpid())), 0);
-    const pid_t unfetched = ::fork();
-    if (unfetched == 0)
-        ::_exit(0);
-    ::waitid(P_PID, id_t(unfetched), nullptr, WEXITED | WNOWAIT);
-    EXPECT_EQ(met(padded(unfetched)), 0);
-    ::waitpid(unfetched, nullptr, 0);
 }
 
 TEST_F(PortLocksTest, aLockWithoutANumberIsBeingWrittenOrWasLeft) {
     EXPECT_EQ(met(""), held);
-    EXPECT_EQ(met("garbage"), held);
     QFile old(folder.at("LCK..ttyUSB0"));
     ASSERT_TRUE(old.open(QIODevice::ReadWrite));
     old.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFileDevice::FileModificationTime);
@@ -81,8 +75,9 @@ TEST_F(PortLocksTest, whatIsHeldOpenOrMayNotBeReadIsALivingOnesAndWhatIsNoFileIs
     owner.reset();
     ::chmod(lock.constData(), 0600);
     ::chmod(folder.path().toLocal8Bit().constData(), 0777);
-    // Only root can be another user.
-    EXPECT_TRUE(::getuid() != 0 || exitStatusOfUser([&] { return takeOver() == held ? 0 : 1; }) == 0);
+    const int root = ::setfsuid(12345); // opens files as another user; only root can
+    EXPECT_TRUE(root != 0 || takeOver() == held);
+    ::setfsuid(uid_t(root));
     EXPECT_EQ(takeOver(), 0);
     ASSERT_EQ(::mkfifo(lock.constData(), 0644), 0);
     EXPECT_EQ(takeOver(), 0);

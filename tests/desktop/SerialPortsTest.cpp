@@ -6,37 +6,21 @@
 
 namespace {
 
-class SerialPortsTest : public testing::Test {
-protected:
-    /// Lists a terminal as the kernel does; only an on-board port has a type.
-    void list(const QString &name, const QByteArray &type = {}) const {
-        QDir(folder.path()).mkpath(name + "/device");
-        if (!type.isEmpty())
-            folder.lay(name + "/type", type + "\n");
-    }
-
-    TestFolder folder;
-    FakeSettingsStore store;
-    SerialPorts ports{store, folder.path()};
-};
-
-TEST_F(SerialPortsTest, realPortsComeInNaturalOrderOnBoardFirst) {
-    for (const char *name : {"ttyUSB10", "ttyUSB2", "ttyACM0", "tty1"})
-        list(name);
-    for (const auto &[name, type] : {std::pair("ttyS10", "4"), std::pair("ttyS2", "4"), std::pair("ttyS3", "0")})
-        list(name, type);
+TEST(SerialPortsTest, realPortsComeInNaturalOrderOnBoardFirstAndThoseOfTheSettingsBeforeThem) {
+    const TestFolder folder; // as the kernel lists terminals; only an on-board port has a type
+    for (const char *name : {"ttyUSB10", "ttyUSB2", "ttyACM0", "tty1", "ttyS10", "ttyS2", "ttyS3"})
+        QDir(folder.path()).mkpath(folder.at(name) + "/device");
     QDir(folder.path()).mkpath("ttyUSB9"); // no device
-    EXPECT_EQ(ports.installed().join(' '), "/dev/ttyS2 /dev/ttyS10 /dev/ttyACM0 /dev/ttyUSB2 /dev/ttyUSB10");
-}
-
-TEST_F(SerialPortsTest, aPortOfTheSettingsComesBeforeTheComputersOwn) {
-    list("ttyUSB0");
-    list("ttyUSB1");
+    folder.lay("ttyS10/type", "4\n");
+    folder.lay("ttyS3/type", "0\n");
+    FakeSettingsStore store;
     store.rows[{"Ports", "1"}] = store.rows[{"Ports", "11"}] = "/tmp/instrument";
-    const std::pair<int, const char *> devices[] = {
-        {0, ""}, {1, "/tmp/instrument"}, {2, "/dev/ttyUSB1"}, {3, ""}, {11, ""}};
-    for (const auto &[number, device] : devices)
-        EXPECT_EQ(ports.device(number), device) << number;
+    SerialPorts ports(store, folder.path());
+    EXPECT_EQ(ports.installed().join(' '), "/dev/ttyS2 /dev/ttyS10 /dev/ttyACM0 /dev/ttyUSB2 /dev/ttyUSB10");
+    QStringList devices;
+    for (const int number : {0, 1, 2, 5, 6, 11})
+        devices << ports.device(number);
+    EXPECT_EQ(devices, (QStringList{"", "/tmp/instrument", "/dev/ttyS10", "/dev/ttyUSB10", "", ""}));
 }
 
 } // namespace

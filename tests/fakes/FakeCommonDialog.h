@@ -7,7 +7,6 @@
 #include <QFileInfo>
 #include <QStringList>
 
-#include <deque>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -46,7 +45,7 @@ public:
     }
 
     std::vector<Showing> shown;
-    std::deque<QString> answers;
+    QStringList answers;
     std::function<void()> whileShown; ///< once, while the next one is up
     int printerShown = 0;
     std::optional<int> chosenCopies; ///< none: a Cancel
@@ -61,11 +60,7 @@ private:
         shown.push_back({DialogTitle, DefaultExt, FileName, Flags});
         if (const auto act = std::exchange(whileShown, nullptr))
             act();
-        FileName.clear();
-        if (!answers.empty()) {
-            FileName = answers.front();
-            answers.pop_front();
-        }
+        FileName = answers.empty() ? QString() : answers.takeFirst();
         FileTitle = QFileInfo(FileName).fileName();
         if (FileName.isEmpty() && CancelError)
             throw RunTimeError(ErrorNumber::DialogCancelled);

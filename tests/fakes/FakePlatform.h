@@ -13,81 +13,67 @@
 
 #include <QStringList>
 
-#include <chrono>
-#include <deque>
-#include <functional>
+#include <algorithm>
 #include <map>
-#include <memory>
 #include <utility>
-#include <vector>
 
 /// A desktop of the test's own: time stands still until it is advanced, boxes answer what was laid ready.
+
+using Milliseconds = std::chrono::milliseconds;
 
 class FakeTimer;
 
 /// The clock, and what drives the timers made on it.
 class FakeClock : public Clock {
 public:
-    QDateTime now() const override { return start_.addMSecs(elapsed_.count()); }
-
+    QDateTime now() const override { return QDateTime({2026, 3, 14}, {9, 26, 53}).addMSecs(elapsed.count()); }
+    Milliseconds uptime() const override { return elapsed; }
     /// Fires what falls due, in the order of time.
-    void advance(std::chrono::milliseconds time);
-    std::chrono::milliseconds elapsed() const { return elapsed_; }
-    std::chrono::milliseconds uptime() const override { return elapsed_; }
+    void advance(Milliseconds time);
 
-private:
-    friend class FakeTimer;
-    QDateTime start_{QDate(2026, 3, 14), QTime(9, 26, 53)};
-    std::chrono::milliseconds elapsed_{0};
-    std::vector<FakeTimer *> timers_;
+    Milliseconds elapsed{0};
+    std::vector<FakeTimer *> timers;
 };
 
 class FakeTimer : public Timer {
 public:
     FakeTimer(FakeClock &clock, int interval, bool on = false) : clock_(clock), interval_(interval) {
-        clock_.timers_.push_back(this);
+        clock_.timers.push_back(this);
         FakeTimer::setEnabled(on);
     }
-    ~FakeTimer() override { std::erase(clock_.timers_, this); }
-    FakeTimer(const FakeTimer &) = delete;
-    FakeTimer &operator=(const FakeTimer &) = delete;
+    ~FakeTimer() override { std::erase(clock_.timers, this); }
 
-    bool Enabled() const override { return on_; }
+    bool Enabled() const override { return due != never; }
     void setEnabled(bool on) override {
-        if (on && !on_)
-            due_ = clock_.elapsed() + std::chrono::milliseconds(interval_);
-        on_ = on;
+        if (on != Enabled())
+            due = on ? clock_.elapsed + interval_ : never;
     }
-    int Interval() const override { return interval_; }
+    int Interval() const override { return int(interval_.count()); }
     /// Runs the tick now, as code that calls the handler directly would.
     void tick() {
         if (Tick)
             Tick();
     }
+    void tickWhenDue() {
+        clock_.elapsed = due;
+        due += interval_;
+        tick();
+    }
+
+    static constexpr Milliseconds never = Milliseconds::max();
+    Milliseconds due = never;
 
 private:
-    friend class FakeClock;
     FakeClock &clock_;
-    int interval_;
-    bool on_ = false;
-    std::chrono::milliseconds due_{0};
+    Milliseconds interval_;
 };
 
-inline void FakeClock::advance(std::chrono::milliseconds time) {
-    const auto end = elapsed_ + time;
-    for (;;) {
-        FakeTimer *next = nullptr;
-        for (FakeTimer *timer : timers_) {
-            if (timer->on_ && timer->due_ <= end && (next == nullptr || timer->due_ < next->due_))
-                next = timer;
-        }
-        if (next == nullptr)
-            break;
-        elapsed_ = next->due_;
-        next->due_ += std::chrono::milliseconds(next->interval_);
-        next->tick();
-    }
-    elapsed_ = end;
+inline void FakeClock::advance(Milliseconds time) {
+    const Milliseconds end = elapsed + time;
+    const auto first = [this] { return std::ranges::min_element(timers, {}, &FakeTimer::due); };
+    for (auto next = first(); next != timers.end() && (*next)->due <= end; next = first())
+        (*next)->tickWhenDue();
+    elapsed = end;
 }
 
 /// A port whose other end is the test. Ports in `failing` raise their number when opened.
@@ -97,10 +83,8 @@ public:
     void setCommPort(qint16 number) override { port_ = number; }
     bool PortOpen() const override { return open_; }
     void setPortOpen(bool open) override {
-        if (open) {
-            if (const auto found = failing.find(port_); found != failing.end())
-                throw RunTimeError(found->second);
-        }
+        if (open && failing.contains(port_))
+            throw RunTimeError(failing.at(port_));
         open_ = open;
     }
     void setInBufferSize(int bytes) override { inBufferSize = bytes; }
@@ -108,10 +92,6 @@ public:
     int InBufferCount() const override { return pretendedCount >= 0 ? pretendedCount : int(buffer_.size()); }
     QByteArray Input() override { return std::exchange(buffer_, {}); }
     int CommEvent() const override { return event_; }
-    void lookAtLine() override {
-        if (const int event = std::exchange(unseen, 0); event != 0)
-            raise(event);
-    }
 
     /// Bytes come in; the receive event follows when enough wait.
     void arrive(const QByteArray &bytes) {
@@ -127,7 +107,6 @@ public:
 
     std::map<int, int> failing; ///< port number to error number
     int inBufferSize = 0;
-    int unseen = 0;          ///< the event that the next look at the line raises when not 0
     int pretendedCount = -1; ///< what InBufferCount answers when not negative
 
 private:
@@ -194,11 +173,9 @@ public:
         shown.push_back(box);
         if (whileShown)
             whileShown(box);
-        if (answers.empty())
-            return box.buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::No;
-        const BoxAnswer answer = answers.front();
-        answers.pop_front();
-        return answer;
+        if (!answers.empty())
+            return answers.takeFirst();
+        return box.buttons == BoxButtons::Ok ? BoxAnswer::Ok : BoxAnswer::No;
     }
     void beep() override { ++beeps; }
     void setMousePointer(MousePointer to) override {
@@ -207,7 +184,7 @@ public:
     }
 
     std::vector<MessageBox> shown;
-    std::deque<BoxAnswer> answers; ///< laid ready for the boxes to come
+    QList<BoxAnswer> answers; ///< laid ready for the boxes to come
     std::function<void(const MessageBox &)> whileShown;
     int beeps = 0;
     MousePointer pointer = MousePointer::Default;

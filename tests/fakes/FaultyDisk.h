@@ -31,20 +31,10 @@ public:
         return failing ? nullptr : FileOperations::nextEntry(folder);
     }
     ssize_t write(int fd, const void *data, std::size_t size) override {
-        size = std::min(size, most_);
-        if (!fails())
-            return FileOperations::write(fd, data, size);
-        FileOperations::write(fd, data, size / 2);
-        errno = error_;
-        return -1;
+        return written(size, [&](std::size_t part) { return FileOperations::write(fd, data, part); });
     }
     ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position) override {
-        size = std::min(size, most_);
-        if (!fails())
-            return FileOperations::writeAt(fd, data, size, position);
-        FileOperations::writeAt(fd, data, size / 2, position);
-        errno = error_;
-        return -1;
+        return written(size, [&](std::size_t part) { return FileOperations::writeAt(fd, data, part, position); });
     }
     int chmod(int fd, mode_t mode) override { return fails() ? -1 : FileOperations::chmod(fd, mode); }
     int sync(int fd) override { return fails() ? -1 : FileOperations::sync(fd); }
@@ -54,7 +44,6 @@ public:
         return fails() ? -1 : 0;
     }
     int rename(const char *from, const char *to) override { return fails() ? -1 : FileOperations::rename(from, to); }
-    int remove(const char *path) override { return FileOperations::remove(path); }
     int makeFolder(const char *path, mode_t mode) override {
         return fails() ? -1 : FileOperations::makeFolder(path, mode);
     }
@@ -66,6 +55,12 @@ private:
     bool fails() {
         errno = error_;
         return ++count_ == failing_;
+    }
+    ssize_t written(std::size_t size, const auto &write) {
+        const bool failing = fails();
+        const ssize_t done = write(std::min(size, most_) / (failing ? 2 : 1));
+        errno = failing ? error_ : errno;
+        return failing ? -1 : done;
     }
 
     int failing_;

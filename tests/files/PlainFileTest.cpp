@@ -6,20 +6,8 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
-
-/// Something else comes into the file's place at the last moment before it is opened.
-class TrickyDisk : public FileOperations {
-public:
-    int open(const char *path, int flags, mode_t mode) override {
-        ::unlink(path);
-        change(path);
-        return FileOperations::open(path, flags, mode);
-    }
-    std::function<void(const char *)> change;
-};
 
 class PlainFileTest : public testing::Test {
 protected:
@@ -45,15 +33,6 @@ TEST_F(PlainFileTest, whateverElseStandsThereIsNamedAndNeitherWaitedForNorFollow
     EXPECT_FALSE(QFile::exists(folder.at("nowhere")));
     QByteArray content;
     EXPECT_EQ(readPlainFile(folder.at("none"), content), std::errc::no_such_file_or_directory);
-}
-
-TEST_F(PlainFileTest, whatComesThereAtTheLastMomentIsNotTakenEither) {
-    TrickyDisk disk;
-    disk.change = [](const char *at) { ::mkfifo(at, 0600); };
-    EXPECT_EQ(openPlainFile(path, O_RDONLY, 0, disk).error.message(), "is a named pipe");
-    QFile::remove(path);
-    disk.change = [](const char *at) { ASSERT_EQ(::symlink("/etc/passwd", at), 0); };
-    EXPECT_EQ(openPlainFile(path, O_RDONLY, 0, disk).error.value(), ELOOP);
 }
 
 TEST_F(PlainFileTest, aFailingReadIsToldAndShortOnesAddUpToWhatThereIsRoomFor) {

@@ -5,10 +5,7 @@
 #include "files/DurableFile.h"
 
 #include <QDateTime>
-#include <sys/wait.h>
 #include <unistd.h>
-
-#include <csignal>
 
 namespace {
 
@@ -42,18 +39,6 @@ protected:
 
     TestFolder folder;
 };
-
-TEST_F(TemporaryFilesTest, theNextSaveTakesAwayWhatAKilledProgramLeft) {
-    const pid_t writer = ::fork();
-    if (writer == 0) {
-        DurableFile file(folder.at("run.chd"));
-        file.write("half");
-        ::raise(SIGKILL);
-    }
-    ASSERT_EQ(::waitpid(writer, nullptr, 0), writer);
-    EXPECT_EQ(folder.names().size(), 1);
-    EXPECT_EQ(left(), QStringList());
-}
 
 TEST_F(TemporaryFilesTest, whatMayBeInUseOrIsNoneOfOursStays) {
     const QByteArray someone = QByteArray::number(::getppid());
