@@ -130,9 +130,9 @@ TEST_F(QtSerialControlTest, aPortIsHeldByOneAloneAsLongAsThatLives) {
     EXPECT_EQ(eventsAfter("x"), Events{ErrorNumber::ReceiveEvent});
     ComPort.setPortOpen(false);
     EXPECT_FALSE(QFile::exists(lockFile));
-    ASSERT_EQ(::mkfifo(lockFile.toLocal8Bit().constData(), 0666), 0); // like a dead one's that cannot be taken away
+    ASSERT_TRUE(QDir().mkdir(lockFile)); // like a dead one's that cannot be taken away
     EXPECT_EQ(open(CommTmp), 0);
-    QFile::remove(lockFile);
+    QDir().rmdir(lockFile);
 }
 
 TEST_F(QtSerialControlTest, whatIsMissingOrNoTerminalIsAnInvalidPort) {

@@ -32,6 +32,19 @@ TEST_F(AppendFileTest, piecesStandOneBehindTheOtherAndZerosBehindThem) {
     EXPECT_EQ(AppendFile().create(path).value(), EEXIST);
 }
 
+TEST_F(AppendFileTest, whateverFailsIsToldAndOnlyWhatWasFlushedStands) {
+    for (int failing = 1; failing <= 8; ++failing) { // four operations make the file, two flush a piece
+        FaultyDisk disk(failing, EIO);
+        AppendFile file(disk);
+        const bool hasFirst = !file.create(path) && !append(file, "first");
+        EXPECT_EQ(hasFirst, failing == 4 || failing > 6) << failing; // the fourth closes the folder
+        EXPECT_EQ(QFile::exists(path), hasFirst) << failing;
+        EXPECT_EQ(hasFirst && !append(file, "second"), failing == 4) << failing;
+        EXPECT_EQ(file.isOpen(), failing == 4) << failing;
+        QFile::remove(path);
+    }
+}
+
 TEST_F(AppendFileTest, aNearlyFullDiskTakesThePieceIfNotTheZeros) {
     FaultyDisk disk(8, ENOSPC, 100); // takes three times as much, and fails then
     AppendFile file(disk);
