@@ -68,8 +68,10 @@ TEST(QtHelpViewerTest, tellsWhereAMissingHelpShouldBe) {
     help.showTopic(3); // on the splash window, which knows of no file yet
     help.HelpFile = "/nowhere/Ostrel.hlp";
     help.showTopic(3);
-    const auto *page = QApplication::topLevelWidgets().value(0)->findChild<QTextBrowser *>("txtPage");
-    EXPECT_TRUE(page->toPlainText().contains("/nowhere/Ostrel.hlp"));
+    const QWidgetList all = QApplication::allWidgets();
+    const auto page = std::find_if(all.begin(), all.end(), [](auto *each) { return each->objectName() == "txtPage"; });
+    ASSERT_NE(page, all.end());
+    EXPECT_TRUE(dynamic_cast<QTextBrowser &>(**page).toPlainText().contains("/nowhere/Ostrel.hlp"));
 }
 
 } // namespace
