@@ -7,6 +7,8 @@
 #include <ctime>
 #include <stdexcept>
 
+using namespace ostrel;
+
 /// What is measured of a running process from outside.
 
 inline QString procFile(pid_t process, const char *name) {

@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+using namespace ostrel;
+
 namespace {
 
 std::size_t heldBytes() {

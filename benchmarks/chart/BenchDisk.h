@@ -10,6 +10,8 @@
 
 #include <string>
 
+using namespace ostrel;
+
 /// A path on the disk of the build, gone at the end: where temporary files go, there may be no disk at all.
 inline QString benchPath(const QString &name) {
     static const QTemporaryDir folder(QDir::current().filePath(QStringLiteral("bench-XXXXXX")));

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <random>
 
+using namespace ostrel;
+
 /// The runs that the benchmarks draw: 40 minutes each with seven peaks and a salt gradient on a drifting, noisy
 /// baseline, one behind the other.
 class BenchRun {

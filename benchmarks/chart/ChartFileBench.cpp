@@ -13,6 +13,8 @@
 #include <memory>
 #include <vector>
 
+using namespace ostrel;
+
 namespace {
 
 struct Pairs {

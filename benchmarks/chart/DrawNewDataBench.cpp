@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <benchmark/benchmark.h>
 
+using namespace ostrel;
+
 namespace {
 
 constexpr int news = 4;

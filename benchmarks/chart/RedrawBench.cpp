@@ -8,6 +8,8 @@
 
 #include <map>
 
+using namespace ostrel;
+
 namespace {
 
 const ChartData &runOf(qint64 pairs) {

@@ -12,6 +12,8 @@
 #include <memory>
 #include <vector>
 
+using namespace ostrel;
+
 namespace {
 
 constexpr int pairsInTick = 100; // what comes in the 20 seconds between two calls

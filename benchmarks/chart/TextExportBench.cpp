@@ -10,6 +10,8 @@
 #include <charconv>
 #include <cstdio>
 
+using namespace ostrel;
+
 namespace {
 
 constexpr qint64 pairs = 432000;

@@ -2,6 +2,8 @@
 #include <QApplication>
 #include <benchmark/benchmark.h>
 
+using namespace ostrel;
+
 int main(int argc, char **argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication app(argc, argv);

@@ -13,6 +13,8 @@
 #include <array>
 #include <bit>
 
+using namespace ostrel;
+
 /// A burst of samples from the serial port to the charts, against the bare cost of reading its numbers.
 
 namespace {

@@ -7,6 +7,8 @@
 
 #include <stdexcept>
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 
 /// Processor time of an hour's recording, taken from a minute of it at the instrument's own pace: three writes of the

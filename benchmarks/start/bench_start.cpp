@@ -10,6 +10,8 @@
 #include <cstdlib>
 #include <stdexcept>
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 
 /// Processor time and memory of a program at the first painting of a window. Both programs run without a display, in

@@ -4,6 +4,8 @@
 #include <QMenuBar>
 #include <QToolBar>
 
+using namespace ostrel;
+
 /// The least that a program with a window can be: menus and a toolbar, and nothing in them that works.
 int main(int argc, char *argv[]) {
     QApplication application(argc, argv);

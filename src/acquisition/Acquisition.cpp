@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/Acquisition.h"
 
+namespace ostrel {
+
 namespace {
 
 constexpr int bytesToRaise = 50; ///< that wait at the port raise an event
@@ -39,3 +41,5 @@ void Acquisition::bind(Commands &commands, const Guard &guard) {
     timers_.StopWaitForMethod->Tick =
         guard("TimerStopWaitForMethod_Timer", [this] { intake.TimerStopWaitForMethod_Timer(); });
 }
+
+} // namespace ostrel

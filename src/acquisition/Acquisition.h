@@ -12,6 +12,8 @@
 #include "base/Guard.h"
 #include "platform/MainTimers.h"
 
+namespace ostrel {
+
 /// From the serial port to the two charts: one of each unit of the acquisition, in the order of their making.
 struct Acquisition {
     /// What it is made from, and what it reaches.
@@ -51,3 +53,5 @@ private:
     const MainTimers &timers_;
     Run &recorder_;
 };
+
+} // namespace ostrel

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+namespace ostrel {
+
 class PortSetup;
 
 /// What the acquisition needs of the windows above it.
@@ -37,3 +39,5 @@ public:
     /// only the first ends it.
     virtual void show(PortSetup &setup, bool mayCancel) = 0;
 };
+
+} // namespace ostrel

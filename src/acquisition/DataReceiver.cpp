@@ -3,6 +3,8 @@
 
 #include <QScopeGuard>
 
+namespace ostrel {
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -44,3 +46,5 @@ void DataReceiver::ReceiveComData() {
 bool DataReceiver::mayPutOffPass() const {
     return clock_.uptime() - link_.LastPass <= mostPutOff && ring_.ByteCount() <= halfFull;
 }
+
+} // namespace ostrel

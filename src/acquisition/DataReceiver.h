@@ -8,6 +8,8 @@
 #include "platform/SerialControl.h"
 #include "platform/Timer.h"
 
+namespace ostrel {
+
 /// Moves what the serial port received into the ring.
 class DataReceiver {
 public:
@@ -31,3 +33,5 @@ private:
     const Clock &clock_;
     ErrorRoute &errors_;
 };
+
+} // namespace ostrel

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int inputBufferBytes = 32000;
@@ -70,3 +72,5 @@ void PortSearch::mnuComPort_Click() {
     setup_.load();
     dialog_.show(setup_, true);
 }
+
+} // namespace ostrel

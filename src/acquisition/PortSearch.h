@@ -6,6 +6,8 @@
 #include "base/Commands.h"
 #include "base/ErrorRoute.h"
 
+namespace ostrel {
+
 /// Settles on a serial port: at the start by itself or with the operator's help, later whenever the operator asks.
 class PortSearch {
 public:
@@ -37,3 +39,5 @@ private:
     ErrorRoute &errors_;
     bool setupShown_ = false;
 };
+
+} // namespace ostrel

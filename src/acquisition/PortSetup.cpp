@@ -3,6 +3,8 @@
 
 #include "base/Steps.h"
 
+namespace ostrel {
+
 PortSetup::PortSetup(SerialControl &ComPort, SerialControl &CommTmp, Timer &TimerCheckComData, Options &options,
                      LinkState &link, Prompts &prompts)
     : ComPort_(ComPort), CommTmp_(CommTmp), TimerCheckComData_(TimerCheckComData), options_(options), link_(link),
@@ -62,3 +64,5 @@ bool PortSetup::ok() {
         });
     return good;
 }
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <array>
 
+namespace ostrel {
+
 /// Which of the ports COM 1 to COM 10 can be chosen; the index is the port's number less 1.
 struct PortChoices {
     std::array<bool, 10> enabled{};
@@ -50,3 +52,5 @@ private:
     PortChoices choices_;
     Int16 SelectedComPort_;
 };
+
+} // namespace ostrel

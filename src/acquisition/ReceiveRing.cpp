@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 void ReceiveRing::put(std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
         const auto piece = bytes.first(std::min(bytes.size(), std::size_t(size - PutIndex_)));
@@ -35,3 +37,5 @@ void ReceiveRing::AddDebugBytes(Which which, QString &DebugText) const {
     for (int i = 0; i < shown; ++i)
         DebugText += leadingBlankNumber(ReceiveBuffer_[wrapped(start + i)]);
 }
+
+} // namespace ostrel

@@ -11,6 +11,8 @@
 #include <cstring>
 #include <span>
 
+namespace ostrel {
+
 /// The bytes between the serial port and the decoder, with two read positions: the take position consumes, the look
 /// position only peeks. Neither the writing nor the reading side tests how full the ring is: bytes beyond 10000
 /// overwrite the oldest, and a read of an empty ring answers a stale byte and takes its count below zero. Only a count
@@ -85,3 +87,5 @@ private:
     Int16 ByteCount_;
     Int16 LookByteCount_;
 };
+
+} // namespace ostrel

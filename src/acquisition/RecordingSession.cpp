@@ -5,6 +5,8 @@
 
 #include <QScopeGuard>
 
+namespace ostrel {
+
 RecordingSession::RecordingSession(RunState &run, LinkState &link, TabStates &tabs, Timer &TimerCheckComData,
                                    Timer &TimerSaveLog, AcquisitionWindow &window)
     : run_(run), link_(link), tabs_(tabs), TimerCheckComData_(TimerCheckComData), TimerSaveLog_(TimerSaveLog),
@@ -50,3 +52,5 @@ void RecordingSession::ComDataLost() {
     run_.ChartLabelType = Label::None; // the log's label goes on waiting
     lost.raise();
 }
+
+} // namespace ostrel

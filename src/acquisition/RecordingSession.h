@@ -5,6 +5,8 @@
 #include "base/Values.h"
 #include "platform/Timer.h"
 
+namespace ostrel {
+
 /// The recording session, begun and ended by the operator or the instrument, and the watch over the link.
 class RecordingSession {
 public:
@@ -30,3 +32,5 @@ private:
     Timer &TimerSaveLog_;
     AcquisitionWindow &window_;
 };
+
+} // namespace ostrel

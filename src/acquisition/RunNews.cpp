@@ -3,6 +3,8 @@
 
 #include "acquisition/StreamFormat.h"
 
+namespace ostrel {
+
 using namespace StreamFormat;
 
 namespace {
@@ -168,3 +170,5 @@ void RunNews::TrackLogRunFromUv(std::uint8_t type) {
     if (type == UvSampleInRun)
         run_.LogPaused = false;
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+namespace ostrel {
+
 /// What the instrument tells of its run, for the recorder and, side by side, for the log. News reach no chart by
 /// themselves: they leave a label or a flag waiting for the next sample.
 class RunNews {
@@ -31,3 +33,5 @@ private:
     RunState &run_;
     const LinkState &link_;
 };
+
+} // namespace ostrel

@@ -4,6 +4,8 @@
 #include "base/ErrorNumbers.h"
 #include "base/Numbers.h"
 
+namespace ostrel {
+
 namespace {
 
 constexpr double minutesPerSample = 0.0033333333333333335;
@@ -204,3 +206,5 @@ void SampleIntake::AddLabel(Label &LabelType, bool Log) {
         errors_.HandelError(ErrorNumber::ChartFull);
     LabelType = Label::None;
 }
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 #include "platform/Clock.h"
 #include "platform/Timer.h"
 
+namespace ostrel {
+
 /// Brings samples, labels and method texts to the two charts: to the recorder's while a session is on, to the log's
 /// while logging is on. A waiting label is drawn with the sample that closes the next pair, so that every mark stands
 /// on a sample.
@@ -45,3 +47,5 @@ private:
     const Options &options_;
     const Clock &clock_;
 };
+
+} // namespace ostrel

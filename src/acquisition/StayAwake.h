@@ -5,6 +5,8 @@
 #include "platform/SleepGuard.h"
 #include "platform/Timer.h"
 
+namespace ostrel {
+
 /// Keeps the computer awake while a recording is on or the log is at work.
 class StayAwake {
 public:
@@ -19,3 +21,5 @@ private:
     const Timer &TimerSaveLog_;
     SleepGuard &sleep_;
 };
+
+} // namespace ostrel

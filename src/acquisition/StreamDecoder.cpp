@@ -11,6 +11,8 @@
 #include <bit>
 #include <utility>
 
+namespace ostrel {
+
 using namespace StreamFormat;
 
 namespace {
@@ -264,3 +266,5 @@ void StreamDecoder::refuse(const char *text, std::uint8_t byte, ReceiveRing::Whi
     ring_.AddDebugBytes(which, link_.DebugText);
     errors_.HandelError(ErrorCode);
 }
+
+} // namespace ostrel

@@ -14,6 +14,8 @@
 
 #include <cstdint>
 
+namespace ostrel {
+
 /// The timers that the decoder switches.
 struct DecoderTimers {
     Timer &TimerProcess;
@@ -82,3 +84,5 @@ private:
     std::uint64_t notFoundAt_ = 0; ///< bytes that the ring had received when a search last failed
     float SampleBytes_ = 0;
 };
+
+} // namespace ostrel

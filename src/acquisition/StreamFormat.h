@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+namespace ostrel {
+
 /// The instrument's stream: 9600 baud, 8N1, one way. Every block is a sync byte, a type letter and a body.
 namespace StreamFormat {
 
@@ -33,3 +35,5 @@ inline constexpr int samplesPerSecond = 5;
 inline constexpr int baudRate = 9600;
 
 } // namespace StreamFormat
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <QPointer>
 
+namespace ostrel {
+
 namespace {
 
 QString placeOf(const QObject &receiver) {
@@ -23,3 +25,5 @@ bool Application::notify(QObject *receiver, QEvent *event) {
     }
     return true;
 }
+
+} // namespace ostrel

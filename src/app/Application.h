@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// Catches what a slot or an event handler lets fly, from inside a modal dialog too, before it ends the program.
 class Application : public QApplication {
     Q_OBJECT
@@ -18,3 +20,5 @@ public:
     /// Meets what was caught; `place` names who was at work.
     std::function<void(const RunTimeError &error, const QString &place)> lastNet;
 };
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <QScopedValueRollback>
 
+namespace ostrel {
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -68,3 +70,5 @@ MessageBox startFailedBox(const RunTimeError &error, const QString &appPath) {
                     .arg(advice());
     return box;
 }
+
+} // namespace ostrel

@@ -12,6 +12,8 @@
 #include <map>
 #include <utility>
 
+namespace ostrel {
+
 /// Meets the run-time errors that no routine handles. Such an error ends the routine that it flew out of and nothing
 /// else: the acquisition goes back to work, the log is written, the operator is told.
 ///
@@ -58,3 +60,5 @@ private:
 MessageBox errorBox(const RunTimeError &error);
 /// The same of one that keeps the program from starting, with what to do about it; `appPath` is the program's folder.
 MessageBox startFailedBox(const RunTimeError &error, const QString &appPath);
+
+} // namespace ostrel

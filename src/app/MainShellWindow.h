@@ -5,6 +5,8 @@
 #include "view/Clicks.h"
 #include "view/frmMain.h"
 
+namespace ostrel {
+
 /// The main window and its menus, as the shell asks for them.
 
 class MainShellWindow : public ShellWindow {
@@ -21,3 +23,5 @@ private:
     frmMain &window_;
     const Clicks &clicks_;
 };
+
+} // namespace ostrel

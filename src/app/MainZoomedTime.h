@@ -4,6 +4,8 @@
 #include "reports/ReportPorts.h"
 #include "view/TimeAxis.h"
 
+namespace ostrel {
+
 /// The time axis of the main window, as the reports ask for it.
 class MainZoomedTime : public ZoomedTime {
 public:
@@ -16,3 +18,5 @@ public:
 private:
     const TimeAxis &time_;
 };
+
+} // namespace ostrel

@@ -24,6 +24,8 @@
 
 #include <cstdlib>
 
+namespace ostrel {
+
 namespace {
 
 /// Runs the recorder on the real desktop until its window is closed.
@@ -77,3 +79,5 @@ int runOstrel(int argc, char **argv) {
     process.end();
     return EXIT_SUCCESS;
 }
+
+} // namespace ostrel

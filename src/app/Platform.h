@@ -19,6 +19,8 @@
 
 class QPrinter;
 
+namespace ostrel {
+
 /// The desktop that the program runs on. The program owns none of it.
 struct Platform {
     const Clock &clock;
@@ -40,3 +42,5 @@ struct Platform {
     QString commandLine;  ///< what stood behind the program's name
     bool PrevInstance = false;
 };
+
+} // namespace ostrel

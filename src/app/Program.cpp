@@ -9,6 +9,8 @@
 #include <QFileInfo>
 #include <QPrinter>
 
+namespace ostrel {
+
 namespace {
 
 MainTimers makeTimers(const Platform &on, QObject &owner) {
@@ -181,3 +183,5 @@ void Program::FirstActivation() {
 void Program::DrawChartLabel(const QString &FileName) {
     net_.run(QStringLiteral("DrawChartLabel"), [&] { documents_.openFiles.DrawChartLabel(FileName); });
 }
+
+} // namespace ostrel

@@ -16,6 +16,8 @@
 #include "shell/frmStartup.h"
 #include "view/View.h"
 
+namespace ostrel {
+
 /// The recorder: one of each layer, made and bound in sequence, from its start to its end.
 class Program {
 public:
@@ -68,3 +70,5 @@ private:
     MainShellWindow shellWindow_;
     Shell shell_;
 };
+
+} // namespace ostrel

@@ -7,6 +7,8 @@
 #include <QCommandLineParser>
 #include <QStringList>
 
+namespace ostrel {
+
 /// One call of a command: what stood on the command line, and where the answers go.
 struct ArchiveCall {
     const QCommandLineParser &line;
@@ -26,3 +28,5 @@ struct ArchiveCommand {
     void (*declare)(QCommandLineParser &line); ///< its options; may be null
     ExitCode (*run)(const ArchiveCall &call);
 };
+
+} // namespace ostrel

@@ -13,6 +13,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 template <typename Options>
@@ -163,3 +165,5 @@ ExitCode pdf(const ArchiveCall &call) {
     written(call.operand(1), replaceFile(call.operand(1), *document));
     return Good;
 }
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 
 #include <vector>
 
+namespace ostrel {
+
 /// What there is to say of a file or a log, one thing after the other.
 struct Fact {
     const char *name;
@@ -35,3 +37,5 @@ inline QJsonObject objectOf(const std::vector<Fact> &facts) {
         object[QLatin1String(fact.key)] = fact.value;
     return object;
 }
+
+} // namespace ostrel

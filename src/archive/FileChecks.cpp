@@ -11,6 +11,8 @@
 #include <cmath>
 #include <vector>
 
+namespace ostrel {
+
 namespace {
 
 /// Not finite in a trace without any finite value, which JSON knows as null.
@@ -85,3 +87,5 @@ ExitCode check(const ArchiveCall &call) {
     }
     return result;
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <csignal>
 
+namespace ostrel {
+
 namespace {
 
 void tidyAndEnd(int number) {
@@ -34,3 +36,5 @@ void tidyWhenInterrupted() {
     handle(SIGPIPE);
     std::signal(SIGXFSZ, SIG_IGN);
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 struct Range {
@@ -55,3 +57,5 @@ bool Lines::deliver() {
 }
 
 QString Lines::error() const { return stream_.device() != nullptr ? stream_.device()->errorString() : QString(); }
+
+} // namespace ostrel

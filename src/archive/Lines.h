@@ -5,6 +5,8 @@
 #include <QString>
 #include <QTextStream>
 
+namespace ostrel {
+
 /// Where a command says what it has to say, line by line. Titles, labels, notes and names of files come from anywhere:
 /// no character of theirs that a terminal would obey, or that would show the line in another order, goes out raw.
 class Lines {
@@ -23,3 +25,5 @@ public:
 private:
     QTextStream &stream_;
 };
+
+} // namespace ostrel

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <limits>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int any = std::numeric_limits<int>::max();
@@ -106,3 +108,5 @@ int ostrelFile(const QStringList &arguments, QTextStream &out, QTextStream &comp
     errors.tell("ostrel-file: standard output: cannot be written: " + answers.error());
     return Failed;
 }
+
+} // namespace ostrel

@@ -10,6 +10,8 @@
 #include <filesystem>
 #include <string>
 
+namespace ostrel {
+
 namespace {
 
 QString words(std::error_code error) { return QString::fromStdString(error.message()); }
@@ -129,3 +131,5 @@ QString duration(double minutes) {
         .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
         .arg(seconds % 60, 2, 10, QLatin1Char('0'));
 }
+
+} // namespace ostrel

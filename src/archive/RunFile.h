@@ -4,6 +4,8 @@
 #include "archive/ArchiveCommand.h"
 #include "chart/files/ChartFile.h"
 
+namespace ostrel {
+
 /// A run as a file holds it.
 struct RunFile {
     ChartData run;
@@ -30,3 +32,5 @@ void written(const QString &path, std::error_code error);
 
 /// "12.35 minutes (0:12:21)"
 QString duration(double minutes);
+
+} // namespace ostrel

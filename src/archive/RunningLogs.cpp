@@ -14,6 +14,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 /// One of the logs, found in `folder`.
@@ -139,3 +141,5 @@ ExitCode logs(const ArchiveCall &call) {
     tell(call, appPath, found);
     return result;
 }
+
+} // namespace ostrel

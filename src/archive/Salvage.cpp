@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 struct Salvaged {
@@ -101,3 +103,5 @@ ExitCode salvage(const ArchiveCall &call) {
         throw EarlyEnd{Failed, from + ": nothing is left to save" + butTitle(run.title)};
     return salvaged.missing.isEmpty() ? Good : Partial;
 }
+
+} // namespace ostrel

@@ -12,6 +12,8 @@
 #include <cstring>
 #include <memory>
 
+using namespace ostrel;
+
 namespace {
 
 /// Painting a report needs fonts, and they a platform, but no display; all else needs neither.

@@ -4,6 +4,8 @@
 #include <QStandardPaths>
 #include <QString>
 
+namespace ostrel {
+
 /// Where the program keeps what belongs to its user, none of it made here. Paths without a trailing separator.
 namespace AppFolders {
 
@@ -19,3 +21,5 @@ inline QString logs(const QString &appPath) { return appPath + QStringLiteral("/
 inline QString wastebasket(const QString &appPath) { return appPath + QStringLiteral("/Discarded"); }
 
 } // namespace AppFolders
+
+} // namespace ostrel

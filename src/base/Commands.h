@@ -7,6 +7,8 @@
 #include <map>
 #include <utility>
 
+namespace ostrel {
+
 /// Every click routine under the name of its control. Menu, button, key, decoder and error route all come through here.
 /// A routine that the program itself runs does not ask whether its menu item is enabled. Made first and filled last, so
 /// that whoever calls and whoever is called need not know each other.
@@ -19,3 +21,5 @@ public:
 private:
     std::map<QString, std::function<void()>> routines_;
 };
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+namespace ostrel {
+
 /// How a command on a terminal ends.
 enum ExitCode : int {
     Good = 0,
@@ -16,3 +18,5 @@ struct EarlyEnd {
     ExitCode exitCode;
     QString why;
 };
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <QtGlobal>
 
+namespace ostrel {
+
 /// Every number of a failure, by name: all others are made of these. `documents/ErrorTable` says how the error route
 /// tells each, `base/RunTimeError` has the descriptions of the run-time errors.
 namespace ErrorNumber {
@@ -64,3 +66,5 @@ enum Value : qint32 {
 };
 
 } // namespace ErrorNumber
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <QtGlobal>
 
+namespace ostrel {
+
 /// Where every failure of the system is told. The number alone decides what the operator sees and what is logged.
 class ErrorRoute {
 public:
@@ -12,3 +14,5 @@ public:
     /// error numbers. May show a box and so dispatch events before it returns.
     virtual void HandelError(qint32 ErrorCode) = 0;
 };
+
+} // namespace ostrel

@@ -3,5 +3,9 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// Wraps a routine that Qt or the platform calls, so that no error flies out of it. `place` names the routine.
 using Guard = std::function<std::function<void()>(const char *place, std::function<void()> routine)>;
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <limits>
 
+namespace ostrel {
+
 /// A signed 16-bit counter. A value outside -32768 to 32767 raises the overflow error and leaves the counter as it was.
 class Int16 {
 public:
@@ -28,3 +30,5 @@ private:
 
     std::int16_t value_ = 0;
 };
+
+} // namespace ostrel

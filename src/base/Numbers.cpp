@@ -9,6 +9,8 @@
 #include <cmath>
 #include <limits>
 
+namespace ostrel {
+
 namespace {
 
 template <typename Whole>
@@ -90,3 +92,5 @@ QString timeText(const QTime &time) {
 }
 
 QString generalDate(const QDateTime &when) { return dateText(when.date()) + QLatin1Char(' ') + timeText(when.time()); }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 #include <QDateTime>
 #include <QString>
 
+namespace ostrel {
+
 /// How numbers, dates and texts turn into each other. Texts follow the user's locale, without group separators.
 
 /// To the nearest whole number, a half to the even neighbour. Raises overflow (6) outside the type or for not-a-number.
@@ -41,3 +43,5 @@ QString timeText(const QTime &time);
 
 /// Date and time in these forms, as the error log and method texts bear them.
 QString generalDate(const QDateTime &when);
+
+} // namespace ostrel

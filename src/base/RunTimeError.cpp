@@ -4,6 +4,8 @@
 #include <cerrno>
 #include <new>
 
+namespace ostrel {
+
 namespace {
 
 struct Description {
@@ -90,3 +92,5 @@ RunTimeError caughtError() {
         return {ErrorNumber::InternalError, QString::fromLocal8Bit(error.what())};
     }
 }
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 #include <exception>
 #include <system_error>
 
+namespace ostrel {
+
 /// A failure of the platform or of checked arithmetic: a number (see ErrorNumber) that decides how it is met, and a
 /// line of text that is told to the operator.
 class RunTimeError : public std::exception {
@@ -38,3 +40,5 @@ private:
 
 /// Within a catch clause: what was caught, as a run-time error. Running out of memory is 7, any other exception 51.
 RunTimeError caughtError();
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 #include <exception>
 #include <utility>
 
+namespace ostrel {
+
 /// What flies out of a routine counts as a run-time error, whatever its type: see caughtError().
 
 /// Runs `body`; a run-time error ends it. Answers the error's number, 0 when there was none.
@@ -63,3 +65,5 @@ void trapped(Body &&body, Handler &&handler) {
         std::forward<Handler>(handler)(caughtError());
     }
 }
+
+} // namespace ostrel

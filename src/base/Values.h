@@ -9,6 +9,8 @@
 #include <array>
 #include <chrono>
 
+namespace ostrel {
+
 /// The values that the parts of the recorder share: plain structs, one for each owner, with bare members. Units: UV in
 /// AU, conductivity in mS/cm, times in minutes.
 
@@ -127,3 +129,5 @@ struct Values {
     CurrentError error;
     QChar DecimalPoint = QLatin1Char('.');
 };
+
+} // namespace ostrel

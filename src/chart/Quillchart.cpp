@@ -18,6 +18,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 Quillchart::Quillchart(qint16 index, QWidget *parent) : QWidget(parent), index_(index) {
     run_.setPicture(this);
     run_.ChartError = log_.ChartError = [this](qint16 ErrorCode) { Q_EMIT ChartError(index_, ErrorCode); };
@@ -236,7 +238,8 @@ qint16 Quillchart::ExportData(const QString &FileName, qint16 IncludeUV, qint16 
                                 .events = IncludeEvents != 0,
                                 .notes = IncludeNotes != 0,
                                 .method = IncludeMethod != 0,
-                                .position = static_cast<::MethodPosition>(std::clamp<qint16>(MethodPosition, 0, 2)),
+                                .position =
+                                    static_cast<ostrel::MethodPosition>(std::clamp<qint16>(MethodPosition, 0, 2)),
                                 .from = TimeFrom,
                                 .to = TimeTo,
                                 .sampleRate = SampleRate,
@@ -253,3 +256,5 @@ void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool Print
     if (!printer_.print || !succeeds([&] { return printReport(printer_, contents, options); }))
         Q_EMIT ChartError(index_, ErrorNumber::PrintFailed);
 }
+
+} // namespace ostrel

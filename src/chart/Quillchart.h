@@ -12,6 +12,8 @@
 
 #include <optional>
 
+namespace ostrel {
+
 /// The chart: owns one run with its files and its log, draws it and lets the operator zoom. UV is blue on the left
 /// axis, conductivity red on the right one. All calls come on the user-interface thread.
 ///
@@ -157,3 +159,5 @@ private:
     std::optional<double> pointer_; // where the readout stands, x within the plot
     ReportPrinter printer_;
 };
+
+} // namespace ostrel

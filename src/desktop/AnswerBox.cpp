@@ -5,6 +5,8 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 
+namespace ostrel {
+
 namespace {
 
 /// Every way to end a line, CR alone too, as Qt shows it.
@@ -44,3 +46,5 @@ void AnswerBox::keyPressEvent(QKeyEvent *event) {
     if (mayClose() || !event->matches(QKeySequence::Cancel))
         QMessageBox::keyPressEvent(event);
 }
+
+} // namespace ostrel

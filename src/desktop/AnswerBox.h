@@ -3,6 +3,8 @@
 
 #include <QMessageBox>
 
+namespace ostrel {
+
 /// A message box whose answer is always one of its buttons. Escape and the close box are Cancel where that is among
 /// them, and the button where there is only one. Otherwise neither key nor window manager nor code closes the box: a
 /// reflex is no answer to Yes or No.
@@ -22,3 +24,5 @@ protected:
 private:
     bool mayClose() const { return escapeButton() != nullptr; }
 };
+
+} // namespace ostrel

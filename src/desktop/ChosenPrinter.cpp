@@ -22,6 +22,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 /// As a report in that file is called; a bare name is meant in the user's home.
@@ -226,3 +228,5 @@ bool ChosenPrinter::print(const QByteArray &document, const QString &name) {
 }
 
 QString ChosenPrinter::endPrint() { return std::exchange(print_, std::nullopt).value_or(Print()).file; }
+
+} // namespace ostrel

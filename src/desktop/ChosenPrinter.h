@@ -10,6 +10,8 @@
 #include <memory>
 #include <optional>
 
+namespace ostrel {
+
 /// The printer that reports go to, as it was set up in this run of the program; before that the computer's own. Asking
 /// the computer for its printers takes time, so that is left until it must be.
 class ChosenPrinter {
@@ -39,3 +41,5 @@ private:
     std::optional<ReportFile> file_; ///< none for a printer
     std::optional<Print> print_;
 };
+
+} // namespace ostrel

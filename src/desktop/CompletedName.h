@@ -3,6 +3,8 @@
 
 #include <QString>
 
+namespace ostrel {
+
 /// A file's name with the extension at its end, whatever points stand in it before: "SEC 3.1" with "chd" is
 /// "SEC 3.1.chd". Blanks and a point that were left at the end are no part of the name; a folder's separator stays.
 inline QString completedName(QString file, const QString &extension) {
@@ -13,3 +15,5 @@ inline QString completedName(QString file, const QString &extension) {
         return file;
     return file.endsWith(QLatin1Char('.')) ? file + extension : file + ending;
 }
+
+} // namespace ostrel

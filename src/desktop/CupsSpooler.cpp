@@ -5,6 +5,8 @@
 
 #include <memory>
 
+namespace ostrel {
+
 namespace {
 
 // What is used of the library's own headers. It comes with Qt's printing and is found while the program runs, as there.
@@ -127,3 +129,5 @@ bool CupsSpooler::take(const PrintJob &job) {
     cups.setPassword(noPassword, nullptr);
     return answers(cups, spooler.get()) && handOver(cups, spooler.get(), job);
 }
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 #include <csignal>
 #include <cstdint>
 
+namespace ostrel {
+
 namespace {
 
 using Handler = void (*)(int);
@@ -48,3 +50,5 @@ EndSignals::EndSignals(std::function<void()> end)
 }
 
 EndSignals::~EndSignals() { replace(ringBell, SIG_DFL); }
+
+} // namespace ostrel

@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// Turns the first signal that asks the program to end (terminate, hang-up, interrupt) into a call from the event loop,
 /// from inside a modal dialog too. Later signals do nothing. A signal that was ignored when the program was started, as
 /// under nohup, stays so. One at a time in a process.
@@ -22,3 +24,5 @@ private:
     Descriptor bell_;
     QSocketNotifier notifier_;
 };
+
+} // namespace ostrel

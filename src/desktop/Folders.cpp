@@ -13,6 +13,8 @@
 
 #include <cerrno>
 
+namespace ostrel {
+
 Folders::Folders() : appPath_(AppFolders::app()) { makePath(appPath_); }
 
 QString Folders::settingsFile() {
@@ -34,3 +36,5 @@ void makePath(const QString &folder) {
     if (error != 0 && !QFileInfo(folder).isDir())
         throw RunTimeError::fromErrno(error == EEXIST ? ENOTDIR : error, folder);
 }
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+namespace ostrel {
+
 /// Where the program keeps its things: folders of the user, or what XDG_DATA_HOME and XDG_CONFIG_HOME name instead.
 class Folders {
 public:
@@ -24,3 +26,5 @@ private:
 /// Makes a folder and those above it that are missing, for the user alone; what stands keeps its permissions. A failure
 /// is a RunTimeError.
 void makePath(const QString &folder);
+
+} // namespace ostrel

@@ -14,6 +14,8 @@
 #include <csignal>
 #include <cstdlib>
 
+namespace ostrel {
+
 namespace {
 
 struct Place {
@@ -100,3 +102,5 @@ void HeldPort::letGoAtEveryEnd() {
         ::sigaction(number, &action, nullptr);
     }
 }
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+namespace ostrel {
+
 /// A terminal that this process holds, and the lock file that says so. The kernel does not drop everything with the
 /// process: a lock file keeps other users out until the computer is started anew, and a pseudo-terminal stays exclusive
 /// for as long as its other end lives. So an end of the process that runs no destructor lets go by letGoOfAll.
@@ -25,3 +27,5 @@ public:
 private:
     int place_ = -1; ///< among those that letGoOfAll knows
 };
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <QList>
 
+namespace ostrel {
+
 namespace {
 
 constexpr char generalSection[] = "General"; ///< stands for rows without a section; a section of that name gets a "%"
@@ -189,3 +191,5 @@ bool IniText::remove(const QString &section, const QString &key) {
 }
 
 bool IniText::removeSection(const QString &section) { return sections_.erase(section) > 0; }
+
+} // namespace ostrel

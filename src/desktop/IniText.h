@@ -7,6 +7,8 @@
 #include <map>
 #include <optional>
 
+namespace ostrel {
+
 /// Texts in sections, written as QSettings writes and reads its INI format: escaped keys, quotes around values that
 /// need them, UTF-8. Lines that a person has edited are understood as far as they make sense: a comma without quotes
 /// belongs to the text, a line without "=" is dropped. Values of other types than text come through unread.
@@ -27,3 +29,5 @@ public:
 private:
     std::map<QString, std::map<QString, QByteArray>> sections_; ///< the values still as they stand in the file
 };
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include "files/FileLock.h"
 
+namespace ostrel {
+
 /// Tells whether another copy of the program was running when this one started. Held for the life of the program:
 /// every copy shares in one lock, so that the answer stays right after the first copy has gone.
 class InstanceLock {
@@ -16,3 +18,5 @@ private:
     FileLock running_;
     bool previous_ = false;
 };
+
+} // namespace ostrel

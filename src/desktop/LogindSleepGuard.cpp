@@ -6,6 +6,8 @@
 #include <QDBusPendingReply>
 #include <QThread>
 
+namespace ostrel {
+
 namespace {
 
 const QString service = QStringLiteral("org.freedesktop.login1");
@@ -80,3 +82,5 @@ void LogindSleepGuard::PrepareForSleep(bool start) {
         aboutToSleep();
     setLocks();
 }
+
+} // namespace ostrel

@@ -14,6 +14,8 @@
 
 class QThread;
 
+namespace ostrel {
+
 /// One lock of logind's, taken and dropped without waiting for the answer. One that is refused is done without.
 class LogindLock : public QObject {
 public:
@@ -60,3 +62,5 @@ private:
     LogindLock againstIdleness_{QStringLiteral("idle"), QStringLiteral("block")};
     LogindLock beforeSleep_{QStringLiteral("sleep"), QStringLiteral("delay")};
 };
+
+} // namespace ostrel

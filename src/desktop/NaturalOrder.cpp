@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/NaturalOrder.h"
 
+namespace ostrel {
+
 namespace {
 
 bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
@@ -38,3 +40,5 @@ bool naturallyLess(QStringView left, QStringView right) {
     }
     return left.size() < right.size();
 }
+
+} // namespace ostrel

@@ -19,6 +19,8 @@
 #include <cstring>
 #include <ctime>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int longestLock = 255;
@@ -141,3 +143,5 @@ QString PortLocks::freeName(const QStringList &paths) {
         std::find_if(paths.begin(), paths.end(), [](const QString &path) { return isFree(fileOfQSerialPort(path)); });
     return found == paths.end() ? paths.last() : *found;
 }
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <QStringList>
 
+namespace ostrel {
+
 /// The lock files by which serial programs tell each other that a port is taken, such as /run/lock/LCK..ttyS0. Whose
 /// owner is dead does not count.
 namespace PortLocks {
@@ -23,3 +25,5 @@ QString fileOfQSerialPort(const QString &path);
 QString freeName(const QStringList &paths);
 
 } // namespace PortLocks
+
+} // namespace ostrel

@@ -14,6 +14,8 @@
 
 #include <climits>
 
+namespace ostrel {
+
 namespace {
 
 /// Qt's dialog would take a file in a folder that does not exist, save under what stands between quotation marks, give
@@ -158,3 +160,5 @@ void QtCommonDialog::show(Purpose purpose) {
     else if (CancelError)
         throw RunTimeError(ErrorNumber::DialogCancelled);
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 #include "desktop/CupsSpooler.h"
 #include "platform/CommonDialog.h"
 
+namespace ostrel {
+
 /// Qt's own dialogs under the object name "ComDlg", over the window in front. Needs a QApplication.
 class QtCommonDialog : public CommonDialog {
 public:
@@ -29,3 +31,5 @@ private:
     ChosenPrinter printer_;
     QString folder_; ///< of the last chosen file; empty: the user's documents
 };
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+namespace ostrel {
+
 QtProcess::QtProcess() { HeldPort::letGoAtEveryEnd(); }
 
 void QtProcess::end() {
@@ -13,3 +15,5 @@ void QtProcess::end() {
     std::fflush(nullptr);
     std::_Exit(EXIT_SUCCESS);
 }
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include "platform/Process.h"
 
+namespace ostrel {
+
 /// The running program as the QApplication knows it, which must exist.
 class QtProcess : public Process {
 public:
@@ -14,3 +16,5 @@ public:
     /// status 0.
     [[noreturn]] void end() override;
 };
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <vector>
 
+namespace ostrel {
+
 namespace {
 
 struct Button {
@@ -94,3 +96,5 @@ void QtPrompts::setMousePointer(MousePointer pointer) {
     else
         QApplication::restoreOverrideCursor();
 }
+
+} // namespace ostrel

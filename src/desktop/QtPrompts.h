@@ -3,6 +3,8 @@
 
 #include "platform/Prompts.h"
 
+namespace ostrel {
+
 /// Boxes named "MsgBox" over the window in front. Needs a QApplication.
 class QtPrompts : public Prompts {
 public:
@@ -13,3 +15,5 @@ public:
 private:
     MousePointer pointer_ = MousePointer::Default;
 };
+
+} // namespace ostrel

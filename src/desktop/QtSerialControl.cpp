@@ -12,6 +12,8 @@
 #include <set>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int lookForDeviceEvery = 1000; ///< ms
@@ -202,3 +204,5 @@ void QtSerialControl::countInDevice() {
     if (device_)
         device_->reportAt(static_cast<int>(std::max<qsizetype>(1, threshold_ - input_.size())));
 }
+
+} // namespace ostrel

@@ -14,6 +14,8 @@
 #include <optional>
 #include <set>
 
+namespace ostrel {
+
 /// A serial port on QSerialPort. Wakes the program only when a whole receive event has come in: the terminal itself
 /// counts to RThreshold.
 class QtSerialControl : public QObject, public SerialControl {
@@ -70,3 +72,5 @@ private:
     QByteArray input_;
     bool overflowing_ = false; ///< bytes are being lost, and that has been told
 };
+
+} // namespace ostrel

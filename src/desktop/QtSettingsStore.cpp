@@ -12,6 +12,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 QtSettingsStore::QtSettingsStore(QString file) : file_(std::move(file)) {}
 
 QString QtSettingsStore::GetSetting(const QString &section, const QString &key, const QString &fallback) const {
@@ -76,3 +78,5 @@ IniText QtSettingsStore::read() const {
         throw RunTimeError::from(error, file_);
     return IniText(content);
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// The store in an INI file as QSettings has it. Each reading looks at the file anew, since other copies write it too.
 /// Each writing reads, changes and replaces it under a lock of all copies; the file stands whole at every moment.
 class QtSettingsStore : public SettingsStore {
@@ -29,3 +31,5 @@ private:
     QString file_;
     bool locked_ = false; ///< by us
 };
+
+} // namespace ostrel

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/QtTimer.h"
 
+namespace ostrel {
+
 QtTimer::QtTimer(QObject *parent, const QString &name, int interval, bool on)
     : interval_(interval), timer_(new QTimer(parent)) {
     timer_->setObjectName(name);
@@ -25,3 +27,5 @@ void QtTimer::setEnabled(bool on) {
     else
         timer_->stop();
 }
+
+} // namespace ostrel

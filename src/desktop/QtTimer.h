@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QTimer>
 
+namespace ostrel {
+
 /// A timer on Qt's own, precise to the millisecond as far as the event loop is free.
 class QtTimer : public Timer {
 public:
@@ -23,3 +25,5 @@ private:
     int interval_;
     QPointer<QTimer> timer_;
 };
+
+} // namespace ostrel

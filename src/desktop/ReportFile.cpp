@@ -10,6 +10,8 @@
 
 #include <cerrno>
 
+namespace ostrel {
+
 namespace {
 
 constexpr mode_t allMayRead = 0666; // and write, as far as the user's mask lets them
@@ -75,3 +77,5 @@ ReportFile::State ReportFile::stateOf(const QString &file) {
     const QFileInfo info(file);
     return {info.size(), info.lastModified()};
 }
+
+} // namespace ostrel

@@ -7,6 +7,8 @@
 
 #include <optional>
 
+namespace ostrel {
+
 /// The PDF file that reports go to in place of a printer. Only the first one may replace a file: the one that stood
 /// there when the name was chosen, if the operator agreed to that. What has come or changed since then stays, and so
 /// does every report: the next ones get the next free name beside it, "report-2.pdf".
@@ -38,3 +40,5 @@ private:
     QString chosen_;
     std::optional<State> replaced_; ///< what the next report may replace
 };
+
+} // namespace ostrel

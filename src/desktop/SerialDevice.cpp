@@ -16,6 +16,8 @@
 #include <array>
 #include <cerrno>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int longestCount = 255;
@@ -113,3 +115,5 @@ std::optional<LineCounters> SerialDevice::counters() const {
                         .carrier = signal(counted.dcd, TIOCM_CAR),
                         .ring = signal(counted.rng, TIOCM_RNG)};
 }
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace ostrel {
+
 /// What has happened on a serial line since the computer started.
 struct LineCounters {
     int breaks = 0;
@@ -53,3 +55,5 @@ private:
     Descriptor device_;
     int reportAt_ = -1; ///< -1: not set by us yet
 };
+
+} // namespace ostrel

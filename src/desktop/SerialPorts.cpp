@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int portCount = 10;
@@ -54,3 +56,5 @@ QStringList SerialPorts::installed() const {
         name.prepend(QStringLiteral("/dev/"));
     return names;
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 #include <QElapsedTimer>
 #include <QStringList>
 
+namespace ostrel {
+
 /// Which device stands for COM n: what the settings name under Ports, n, or else the n-th serial device of the
 /// computer.
 class SerialPorts {
@@ -26,3 +28,5 @@ private:
     QStringList listing_;
     QElapsedTimer listed_; ///< since when the listing stands
 };
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <chrono>
 
+namespace ostrel {
+
 namespace {
 
 // A session that another program keeps after our operator's yes does not tell so: the yes must not last.
@@ -55,3 +57,5 @@ bool SessionEnd::eventFilter(QObject *watched, QEvent *event) {
     ends(!agreement_.hasExpired());
     return true;
 }
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 class QSessionManager;
 
+namespace ostrel {
+
 /// Meets the end of the operator's session, by log-out or shutdown. First the session asks its programs whether it may
 /// end; later it ends, or does not, since another program has kept it. Needs the QGuiApplication, and all three
 /// functions.
@@ -35,3 +37,5 @@ private:
     bool asking_ = false;
     QDeadlineTimer agreement_; ///< expired: there is none
 };
+
+} // namespace ostrel

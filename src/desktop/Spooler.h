@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+namespace ostrel {
+
 /// A document for a printer.
 struct PrintJob {
     QString printer; ///< the name of its queue
@@ -24,3 +26,5 @@ public:
     /// refused, for whatever reason: then nothing of it is printed.
     virtual bool take(const PrintJob &job) = 0;
 };
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include "platform/Clock.h"
 
+namespace ostrel {
+
 class SystemClock : public Clock {
 public:
     QDateTime now() const override { return QDateTime::currentDateTime(); }
@@ -11,3 +13,5 @@ public:
             std::chrono::steady_clock::now().time_since_epoch());
     }
 };
+
+} // namespace ostrel

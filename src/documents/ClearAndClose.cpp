@@ -5,6 +5,8 @@
 #include "base/Steps.h"
 #include "documents/FileNames.h"
 
+namespace ostrel {
+
 namespace {
 
 constexpr float emptyTimeAxis = 10;
@@ -95,3 +97,5 @@ BoxAnswer ClearAndClose::askToSave(const QString &text) {
     prompts_.beep();
     return prompts_.show({text, BoxIcon::None, QStringLiteral("Data Not Saved!"), BoxButtons::YesNoCancel});
 }
+
+} // namespace ostrel

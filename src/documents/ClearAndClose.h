@@ -7,6 +7,8 @@
 #include "documents/SaveFiles.h"
 #include "platform/Prompts.h"
 
+namespace ostrel {
+
 /// Empties the recorder's tab and closes the files of the others. Both ask first when the data are not saved.
 class ClearAndClose {
 public:
@@ -35,3 +37,5 @@ private:
     ErrorRoute &errors_;
     SaveFiles &save_;
 };
+
+} // namespace ostrel

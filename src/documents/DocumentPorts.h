@@ -8,6 +8,8 @@
 
 #include <array>
 
+namespace ostrel {
+
 /// What the documents need of the window above them.
 
 /// The recorder's chart and those of the opened files, by their tabs.
@@ -48,3 +50,5 @@ public:
     /// Presses the toolbar button that tells the state, which releases the other, and enables the other's command.
     virtual void showLogging(bool on) = 0;
 };
+
+} // namespace ostrel

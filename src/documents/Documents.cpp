@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "documents/Documents.h"
 
+namespace ostrel {
+
 Documents::Documents(const Uses &on)
     : errors(on.values.link, on.prompts, on.commands, {on.values.error, on.ComPort, on.clock}, on.errorLog),
       settings(on.values.options, on.values.error, on.store, errors),
@@ -25,3 +27,5 @@ void Documents::bind(Commands &commands, const Guard &guard) {
 
     TimerSaveLog_.Tick = guard("TimerSaveLog_Timer", [this] { log.TimerSaveLog_Timer(); });
 }
+
+} // namespace ostrel

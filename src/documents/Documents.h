@@ -9,6 +9,8 @@
 #include "documents/SaveFiles.h"
 #include "documents/Settings.h"
 
+namespace ostrel {
+
 /// Error route, options, files and the running log: one of each unit of the documents, in the order of their making.
 struct Documents {
     /// What it is made from, and what it reaches.
@@ -46,3 +48,5 @@ struct Documents {
 private:
     Timer &TimerSaveLog_;
 };
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 ErrorReporter::ErrorReporter(LinkState &link, Prompts &prompts, const Commands &commands, Reads reads, QString logFile)
     : link_(link), prompts_(prompts), commands_(commands), reads_(reads), logFile_(std::move(logFile)) {}
 
@@ -40,3 +42,5 @@ void ErrorReporter::WriteErrorLog(const QString &message) {
     const QString lineEnd = QStringLiteral("\r\n");
     TextFile::append(logFile_, generalDate(reads_.clock.now()) + lineEnd + message + link_.DebugText + lineEnd);
 }
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 #include "platform/Prompts.h"
 #include "platform/SerialControl.h"
 
+namespace ostrel {
+
 /// The one error route: a message box, an entry of the error log, or nothing, by the number alone.
 ///
 /// An entry is two lines ended by CR LF: date and time, then the message with the decoder's DebugText directly behind
@@ -33,3 +35,5 @@ private:
     Reads reads_;
     QString logFile_;
 };
+
+} // namespace ostrel

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <iterator>
 
+namespace ostrel {
+
 namespace ErrorTable {
 
 namespace {
@@ -62,3 +64,5 @@ const LogRow *logFor(qint32 code) { return find(entries, code); }
 bool isSilent(qint32 code) { return std::find(std::begin(silent), std::end(silent), code) != std::end(silent); }
 
 } // namespace ErrorTable
+
+} // namespace ostrel

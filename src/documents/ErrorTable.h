@@ -6,6 +6,8 @@
 
 #include <QtGlobal>
 
+namespace ostrel {
+
 /// How each number of the error route is told. A number in none of the tables is logged with its description.
 namespace ErrorTable {
 
@@ -37,3 +39,5 @@ inline constexpr int fullBuffer = 32000; ///< bytes beyond which the input buffe
 inline constexpr char bufferFullText[] = "ERROR - Communication buffer full.";
 
 } // namespace ErrorTable
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <QTextBoundaryFinder>
 
+namespace ostrel {
+
 namespace {
 
 constexpr float captionWidth = 1080; // twips
@@ -34,3 +36,5 @@ void nameTab(DocumentWindow &window, int tab, const QString &FileTitle) {
     const auto textWidth = [&window](const QString &text) { return window.textWidth(text); };
     window.setTabHead(tab, ShortenCaption(StripExtension(FileTitle), captionWidth, textWidth), FileTitle);
 }
+
+} // namespace ostrel

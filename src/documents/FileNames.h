@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// How files are named to the operator.
 
 /// All behind the last separator of a path: the name with its extension.
@@ -30,3 +32,5 @@ inline constexpr char logExtension[] = "chl";
 
 /// Names a tab after its file: the caption without extension and shortened, the tool tip in full.
 void nameTab(DocumentWindow &window, int tab, const QString &FileTitle);
+
+} // namespace ostrel

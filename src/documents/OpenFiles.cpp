@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int mostFiles = 4;
@@ -70,3 +72,5 @@ void OpenFiles::takeOver(int tab, const QString &FileName) {
     tabs_.ChartViews[tab] = chartViewOf(chart, window);
     window_.setScrollMax(tab, std::max<qint16>(rounded16(chart.GetLastTime() + 0.5 - window), 0));
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 #include "platform/CommonDialog.h"
 #include "platform/Prompts.h"
 
+namespace ostrel {
+
 /// Opens finished runs beside the recorder: data files and log files, four at most, each in a tab of its own.
 class OpenFiles {
 public:
@@ -33,3 +35,5 @@ private:
     CommonDialog &ComDlg_;
     Prompts &prompts_;
 };
+
+} // namespace ostrel

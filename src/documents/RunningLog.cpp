@@ -4,6 +4,8 @@
 #include "base/ErrorNumbers.h"
 #include "base/Steps.h"
 
+namespace ostrel {
+
 RunningLog::RunningLog(Reads reads, RunState &run, Options &options, LogState &log, Charts charts, Timer &TimerSaveLog,
                        LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors)
     : reads_(std::move(reads)), run_(run), options_(options), log_(log), charts_(charts), TimerSaveLog_(TimerSaveLog),
@@ -94,3 +96,5 @@ void RunningLog::mnuLogOff_Click() {
     options_.DataLogging = false;
     TimerSaveLog_.setEnabled(false);
 }
+
+} // namespace ostrel

@@ -10,6 +10,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// The running log: while logging is on, each tick of its timer brings the log chart up to date in this copy's log
 /// directory, and with it the recorder's chart when that holds unsaved data which the log chart has no part in. The
 /// operator can save it as a log file, and switch logging.
@@ -59,3 +61,5 @@ private:
     CommonDialog &ComDlg_;
     ErrorRoute &errors_;
 };
+
+} // namespace ostrel

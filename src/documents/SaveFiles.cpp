@@ -4,6 +4,8 @@
 #include "base/ErrorNumbers.h"
 #include "documents/FileNames.h"
 
+namespace ostrel {
+
 SaveFiles::SaveFiles(TabStates &tabs, const RunState &run, const DocumentCharts &charts, DocumentWindow &window,
                      CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors)
     : tabs_(tabs), run_(run), charts_(charts), window_(window), ComDlg_(ComDlg), prompts_(prompts), errors_(errors) {}
@@ -61,3 +63,5 @@ QString SaveFiles::askForFile(const QString &title, const QString &offered) {
     ComDlg_.ShowSave();
     return ComDlg_.FileName;
 }
+
+} // namespace ostrel

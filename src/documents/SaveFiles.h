@@ -7,6 +7,8 @@
 #include "platform/CommonDialog.h"
 #include "platform/Prompts.h"
 
+namespace ostrel {
+
 /// Saves the chart in front to data files. A log file is never written over: its tab saves to a data file anew.
 ///
 /// While a recording is on the recorder's chart does not count as saved: samples go on coming.
@@ -41,3 +43,5 @@ private:
     Prompts &prompts_;
     ErrorRoute &errors_;
 };
+
+} // namespace ostrel

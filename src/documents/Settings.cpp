@@ -5,6 +5,8 @@
 #include "base/Numbers.h"
 #include "base/Steps.h"
 
+namespace ostrel {
+
 namespace {
 
 constexpr char section[] = "Options";
@@ -53,3 +55,5 @@ void Settings::SaveSettings() {
     store_.SaveSetting(section, dataLogging, textOf(options_.DataLogging));
     store_.SaveSetting(section, dataFileSizeHours, generalNumber(options_.DataFileSizeHours));
 }
+
+} // namespace ostrel

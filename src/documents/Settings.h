@@ -5,6 +5,8 @@
 #include "base/Values.h"
 #include "platform/SettingsStore.h"
 
+namespace ostrel {
+
 /// The options in the settings store, section "Options".
 class Settings {
 public:
@@ -23,3 +25,5 @@ private:
     SettingsStore &store_;
     ErrorRoute &errors_;
 };
+
+} // namespace ostrel

@@ -12,6 +12,8 @@
 #include <tuple>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr mode_t newFileMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
@@ -99,3 +101,5 @@ std::error_code AppendFile::failWith(int error) {
     close();
     return {error, std::generic_category()};
 }
+
+} // namespace ostrel

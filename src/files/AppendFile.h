@@ -10,6 +10,8 @@
 #include <system_error>
 #include <vector>
 
+namespace ostrel {
+
 /// A file that takes piece after piece, each safe on the disk once flush() has said so: one write, one flush.
 ///
 /// Zeros are laid out ahead of what is written, 64 KiB at a time, since a file that grows makes every flush take the
@@ -51,3 +53,5 @@ private:
     std::size_t laidOut_ = 0; ///< with them
     std::vector<char> gathered_;
 };
+
+} // namespace ostrel

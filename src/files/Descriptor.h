@@ -5,6 +5,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 /// An open file of the operating system, closed with its owner. -1 stands for none.
 class Descriptor {
 public:
@@ -30,3 +32,5 @@ public:
 private:
     int fd_ = -1;
 };
+
+} // namespace ostrel

@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <filesystem>
 
+namespace ostrel {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -80,3 +82,5 @@ void Directories::remove(const QString &folder) {
         throw RunTimeError::fromErrno(errno, folder);
     flushFolderOf(folder);
 }
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <QStringList>
 
+namespace ostrel {
+
 /// Folders one at a time, and what stands in them. A symbolic link to a folder is no folder here, and is never
 /// followed. A failure is a RunTimeError.
 namespace Directories {
@@ -26,3 +28,5 @@ QStringList folderNames(const QString &folder);
 void remove(const QString &folder);
 
 } // namespace Directories
+
+} // namespace ostrel

@@ -12,6 +12,8 @@
 #include <cerrno>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int longestLinkChain = 40;
@@ -104,7 +106,7 @@ void DurableFile::closeNeighbour() {
 void DurableFile::syncFolder() {
     TemporaryFiles::setUnfinished(nullptr);
     neighbour_.clear();
-    if (!::syncFolder(operations_, folder_.constData()))
+    if (!ostrel::syncFolder(operations_, folder_.constData()))
         failWith(errno);
 }
 
@@ -113,3 +115,5 @@ std::error_code replaceFile(const QString &path, QByteArrayView content, FileOpe
     file.write(content);
     return file.commit();
 }
+
+} // namespace ostrel

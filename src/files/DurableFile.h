@@ -9,6 +9,8 @@
 
 #include <system_error>
 
+namespace ostrel {
+
 /// Replaces a file, or makes it: what is written gathers in a temporary file beside it (TemporaryFiles.h), and commit()
 /// moves it into place once the disk has all of it. Whatever fails, and wherever a power cut strikes, the old file or
 /// the new one stands whole.
@@ -51,3 +53,5 @@ private:
 /// Replaces a file by `content` at one go.
 std::error_code replaceFile(const QString &path, QByteArrayView content,
                             FileOperations &operations = FileOperations::system(), Links links = Links::Follow);
+
+} // namespace ostrel

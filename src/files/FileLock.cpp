@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <thread>
 
+namespace ostrel {
+
 FileLock::FileLock(const QString &path) : path_(path) {
     const OpenedFile opened = openPlainFile(path, O_RDWR | O_CREAT, 0600);
     if (opened.error)
@@ -46,3 +48,5 @@ void FileLock::wait(int operation) {
             throw RunTimeError::fromErrno(errno, path_);
     }
 }
+
+} // namespace ostrel

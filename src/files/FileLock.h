@@ -7,6 +7,8 @@
 
 #include <chrono>
 
+namespace ostrel {
+
 /// An advisory lock that all copies of the program honour, on a file that only serves for it. The kernel drops the lock
 /// when the object or its process goes, however it goes.
 class FileLock {
@@ -29,3 +31,5 @@ private:
     QString path_;
     Descriptor file_;
 };
+
+} // namespace ostrel

@@ -11,6 +11,8 @@
 #include <memory>
 #include <string_view>
 
+namespace ostrel {
+
 namespace {
 
 FileOperations *standsIn = nullptr;
@@ -122,3 +124,5 @@ int makePrivateFolder(FileOperations &operations, const char *path) {
     const bool lacking = ::lstat(path, &made) == 0 && (made.st_mode & S_IRWXU) != S_IRWXU;
     return lacking ? ::chmod(path, S_IRWXU) : 0;
 }
+
+} // namespace ostrel

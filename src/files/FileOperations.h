@@ -10,6 +10,8 @@
 #include <functional>
 #include <system_error>
 
+namespace ostrel {
+
 /// The calls of the operating system that put data on a disk and take them from there, one for one: -1 and errno for a
 /// failure. A test stands in for the disk here.
 class FileOperations {
@@ -51,3 +53,5 @@ std::error_code eachName(FileOperations &operations, const char *folder, const s
 std::error_code listFolder(FileOperations &operations, const QString &folder, QStringList &names);
 /// A folder for the user alone (0700), whatever the umask; -1, with errno, when that failed.
 int makePrivateFolder(FileOperations &operations, const char *path);
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <cerrno>
 
+namespace ostrel {
+
 bool FolderLock::tryTake(const QString &folder) {
     folder_.reset(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (!folder_)
@@ -17,3 +19,5 @@ bool FolderLock::tryTake(const QString &folder) {
     struct stat found {};
     return ::fstat(folder_.get(), &found) != 0 || found.st_nlink > 0; // the holder before may have removed it
 }
+
+} // namespace ostrel

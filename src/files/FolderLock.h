@@ -5,6 +5,8 @@
 
 #include <QString>
 
+namespace ostrel {
+
 /// An advisory lock on a folder itself, honoured by all copies of the program, which leaves nothing behind in it: while
 /// a copy holds the lock of its log directory, no other takes that for a left-over. The kernel drops the lock when the
 /// object or its process goes, however it goes.
@@ -17,3 +19,5 @@ public:
 private:
     Descriptor folder_;
 };
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cerrno>
 
+namespace ostrel {
+
 namespace {
 
 constexpr qsizetype mostContent = 1 << 24;
@@ -97,3 +99,5 @@ std::error_code readPlainFile(const QString &path, QByteArray &content, FileOper
         content = all;
     return error;
 }
+
+} // namespace ostrel

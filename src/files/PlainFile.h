@@ -8,6 +8,8 @@
 
 #include <system_error>
 
+namespace ostrel {
+
 /// What becomes of a symbolic link at the end of a path.
 enum class Links { Follow, Refuse };
 
@@ -28,3 +30,5 @@ OpenedFile openPlainFile(const QString &path, int flags, mode_t mode = 0666,
 /// All of a small plain file: EFBIG beyond 16 MiB. On an error `content` stays as it was.
 std::error_code readPlainFile(const QString &path, QByteArray &content,
                               FileOperations &operations = FileOperations::system());
+
+} // namespace ostrel

@@ -15,6 +15,8 @@
 #include <ctime>
 #include <optional>
 
+namespace ostrel {
+
 namespace {
 
 constexpr char prefix[] = ".ostrel-";
@@ -107,3 +109,5 @@ void TemporaryFiles::removeUnfinished() {
     if (const char *path = unfinished)
         ::unlink(path);
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <QByteArray>
 
+namespace ostrel {
+
 /// The temporary files that DurableFile writes beside its targets:
 ///
 ///     .ostrel-<computer>-<session>-<process>-<token>-<number>.tmp
@@ -27,3 +29,5 @@ void setUnfinished(const char *path);
 void removeUnfinished();
 
 } // namespace TemporaryFiles
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <cerrno>
 
+namespace ostrel {
+
 void TextFile::append(const QString &path, const QString &text) {
     FileOperations &system = FileOperations::system();
     const OpenedFile file = openPlainFile(path, O_WRONLY | O_APPEND | O_CREAT, 0666, system);
@@ -20,3 +22,5 @@ void TextFile::append(const QString &path, const QString &text) {
     if (error != 0)
         throw RunTimeError::fromErrno(error, path);
 }
+
+} // namespace ostrel

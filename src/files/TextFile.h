@@ -3,6 +3,8 @@
 
 #include <QString>
 
+namespace ostrel {
+
 namespace TextFile {
 
 /// Adds UTF-8 text to the end of a plain file, which is made when it is missing and closed again at once. Never waits
@@ -10,3 +12,5 @@ namespace TextFile {
 void append(const QString &path, const QString &text);
 
 } // namespace TextFile
+
+} // namespace ostrel

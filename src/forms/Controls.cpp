@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int backspaceCode = 8;
@@ -228,3 +230,5 @@ void ScrollEntry::focusInEvent(QFocusEvent *event) {
     if (cameFromAnotherControl(*event))
         run(GotFocus);
 }
+
+} // namespace ostrel

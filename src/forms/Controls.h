@@ -10,6 +10,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// Qt's controls, made to fire as the rules of the program ask: a handler runs at once, from within the setter or the
 /// operator's action, and a setter called by the program counts as much as the operator's hand.
 
@@ -169,3 +171,5 @@ private:
 
     int max_ = 0;
 };
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 QString textOf(const ControlRow &row) { return QString::fromUtf8(row.text); }
@@ -120,3 +122,5 @@ void FormBuilder::build(std::span<const ControlRow> rows) {
     for (std::size_t i = 0; i < controls.size(); ++i)
         controls[i]->setGeometry(Twips::toPixels(places[i].at));
 }
+
+} // namespace ostrel

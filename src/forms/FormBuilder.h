@@ -8,6 +8,8 @@
 
 #include <span>
 
+namespace ostrel {
+
 /// A HiddenButton is there for scripts alone: no operator sees it, and it takes no room.
 enum class Kind { Frame, Label, Led, Picture, Text, Combo, Option, Button, HiddenButton };
 
@@ -51,3 +53,5 @@ private:
 
     QWidget &form_;
 };
+
+} // namespace ostrel

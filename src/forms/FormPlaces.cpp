@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 constexpr qreal leastGap = 20; // between neighbours of a row and to the container's edge, where the form leaves as much
@@ -66,3 +68,5 @@ void makeRoom(std::vector<FormPlace> &places) {
     growHeights(places);
     growWidths(-1, places);
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 
 #include <vector>
 
+namespace ostrel {
+
 /// Where a control stands in its container, and the least room that its text takes on this desktop. In twips.
 struct FormPlace {
     int parent = -1; ///< index of the container's place, which comes first; -1 for the form
@@ -17,3 +19,5 @@ struct FormPlace {
 /// grows and pushes what stands to its right in the same row; a container grows with what it holds; the height of all
 /// grows by one factor, so that rows stay rows. Places that suffice stay as they are.
 void makeRoom(std::vector<FormPlace> &places);
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr const char *propertyName = "HelpContextID";
@@ -44,3 +46,5 @@ bool HelpKey::eventFilter(QObject *receiver, QEvent *event) {
         showTopic_(topicOf(static_cast<const QWidget &>(*receiver)));
     return true;
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// Gives a form, a control or a menu item the number of its help topic; 0 stands for the index. What has no number of
 /// its own has that of what it stands in or, for a form, of the form that it stands over.
 void setHelpContext(QObject &object, int HelpContextID);
@@ -22,3 +24,5 @@ protected:
 private:
     std::function<void(int)> showTopic_;
 };
+
+} // namespace ostrel

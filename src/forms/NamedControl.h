@@ -6,6 +6,8 @@
 
 #include <type_traits>
 
+namespace ostrel {
+
 /// Makes a control of a form whose places a Qt layout finds: `name` becomes its objectName.
 template <typename Control>
 Control *namedControl(const char *name, const char *caption, QWidget *parent) {
@@ -16,3 +18,5 @@ Control *namedControl(const char *name, const char *caption, QWidget *parent) {
     control->setText(QString::fromUtf8(caption));
     return control;
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 bool isDark(const QPalette &palette) { return palette.color(QPalette::Window).lightness() < 128; }
@@ -99,3 +101,5 @@ void Picture::paintEvent(QPaintEvent *) {
     QPainter painter(this);
     icon_.paint(&painter, rect());
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 #include <QIcon>
 #include <QWidget>
 
+namespace ostrel {
+
 /// The colour of texts; legible on light and dark desktops alike.
 enum class Ink { Plain, Blue, Red };
 
@@ -54,3 +56,5 @@ protected:
 private:
     QIcon icon_;
 };
+
+} // namespace ostrel

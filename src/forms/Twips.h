@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+namespace ostrel {
+
 /// Lengths on screen are twips, 1/15 of a logical pixel.
 namespace Twips {
 
@@ -20,3 +22,5 @@ inline QRect toPixels(const QRectF &twips) {
 }
 
 } // namespace Twips
+
+} // namespace ostrel

@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int margin = 18;              // pixels around the text
@@ -122,3 +124,5 @@ void HelpPage::changeEvent(QEvent *event) {
     if (!source().isEmpty())
         reload();
 }
+
+} // namespace ostrel

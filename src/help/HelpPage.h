@@ -3,6 +3,8 @@
 
 #include <QTextBrowser>
 
+namespace ostrel {
+
 /// Shows a page of the help. What is missing is told on the page; links out of the help lead nowhere.
 class HelpPage : public QTextBrowser {
     Q_OBJECT
@@ -30,3 +32,5 @@ private:
 
     int zoomed_ = 0;
 };
+
+} // namespace ostrel

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int indexNumber = 0;
@@ -47,3 +49,5 @@ QString helpText(const QString &path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <vector>
 
+namespace ostrel {
+
 /// A row of the contents: a topic, or a heading over those that follow, which has no page.
 struct HelpTopic {
     static constexpr int noNumber = -1;
@@ -33,3 +35,5 @@ private:
 
 /// A file's whole text as UTF-8; null when it cannot be read.
 QString helpText(const QString &path);
+
+} // namespace ostrel

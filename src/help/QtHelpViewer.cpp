@@ -3,6 +3,8 @@
 
 #include "help/frmHelp.h"
 
+namespace ostrel {
+
 QtHelpViewer::QtHelpViewer() = default;
 
 QtHelpViewer::~QtHelpViewer() = default;
@@ -14,3 +16,5 @@ void QtHelpViewer::showTopic(int HelpContextID) {
         window_ = std::make_unique<frmHelp>(HelpFile);
     window_->showTopic(HelpContextID);
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <memory>
 
+namespace ostrel {
+
 class frmHelp;
 
 /// The help in a window of the program's own, which is made at the first showing.
@@ -18,3 +20,5 @@ public:
 private:
     std::unique_ptr<frmHelp> window_;
 };
+
+} // namespace ostrel

@@ -17,6 +17,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr QSize comfortable(980, 720); // pixels; less on a small screen
@@ -214,3 +216,5 @@ void frmHelp::pageChanged() {
     if (!words().isEmpty())
         page_->mark(words());
 }
+
+} // namespace ostrel

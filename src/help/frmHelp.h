@@ -9,12 +9,15 @@
 #include <functional>
 #include <vector>
 
-class HelpPage;
 class QAction;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
 class QToolBar;
+
+namespace ostrel {
+
+class HelpPage;
 
 /// The help's window: contents and search at the left, the page at the right. It stays usable whatever dialog of the
 /// program is up, and keeps nothing waiting.
@@ -51,3 +54,5 @@ private:
     QListWidget *lstTopics_;
     HelpPage *page_;
 };
+
+} // namespace ostrel

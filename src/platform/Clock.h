@@ -5,6 +5,8 @@
 
 #include <chrono>
 
+namespace ostrel {
+
 /// The computer's date and time, and a time that nobody sets.
 class Clock {
 public:
@@ -13,3 +15,5 @@ public:
     /// Runs on evenly from the start of the program or earlier, whatever is done to date and time.
     virtual std::chrono::milliseconds uptime() const = 0;
 };
+
+} // namespace ostrel

@@ -4,6 +4,8 @@
 #include <QByteArray>
 #include <QString>
 
+namespace ostrel {
+
 /// The dialogs for files and for the printer, which keep what they were set to from one use to the next.
 class CommonDialog {
 public:
@@ -45,3 +47,5 @@ public:
     bool CancelError = false;
     int Copies = 1; ///< of a print
 };
+
+} // namespace ostrel

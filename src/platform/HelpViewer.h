@@ -3,6 +3,8 @@
 
 #include <QString>
 
+namespace ostrel {
+
 /// The program's help: topics with numbers, and their index.
 class HelpViewer {
 public:
@@ -15,3 +17,5 @@ public:
     /// Path of the table of topics; the pages stand beside it. As long as it is empty nothing is shown.
     QString HelpFile;
 };
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <memory>
 
+namespace ostrel {
+
 /// The timers of the main window.
 struct MainTimers {
     std::unique_ptr<Timer> Process;
@@ -12,3 +14,5 @@ struct MainTimers {
     std::unique_ptr<Timer> StopWaitForMethod;
     std::unique_ptr<Timer> SaveLog;
 };
+
+} // namespace ostrel

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+namespace ostrel {
+
 /// The running program itself.
 class Process {
 public:
@@ -9,3 +11,5 @@ public:
     /// Ends the process at once, with all windows and the serial port going down with it.
     virtual void end() = 0;
 };
+
+} // namespace ostrel

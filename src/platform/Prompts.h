@@ -3,6 +3,8 @@
 
 #include <QString>
 
+namespace ostrel {
+
 enum class BoxIcon : int { None = 0, Critical = 16, Question = 32, Exclamation = 48, Information = 64 };
 enum class BoxButtons { Ok, YesNoCancel, YesNo, OkCancel };
 enum class BoxAnswer { Ok, Cancel, Yes, No };
@@ -27,3 +29,5 @@ public:
     virtual void beep() = 0;
     virtual void setMousePointer(MousePointer pointer) = 0;
 };
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// The receiving end of a serial port: 9600 baud, 8 data bits, no parity, 1 stop bit, raw, no handshaking, exclusive.
 class SerialControl {
 public:
@@ -42,3 +44,5 @@ public:
     /// control looks by itself at each arrival and now and then; whoever asks whether the line lives calls this first.
     virtual void lookAtLine() {}
 };
+
+} // namespace ostrel

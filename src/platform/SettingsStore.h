@@ -6,6 +6,8 @@
 #include <functional>
 #include <vector>
 
+namespace ostrel {
+
 struct SettingRow {
     QString key;
     QString value;
@@ -30,3 +32,5 @@ public:
     /// nobody is asked anything in it. What flies out of it flies on.
     virtual void exclusively(const std::function<void()> &body) = 0;
 };
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// Keeps the computer awake while the instrument's data are being taken.
 class SleepGuard {
 public:
@@ -15,3 +17,5 @@ public:
     /// sleeps when the call has returned, or some seconds after it has begun.
     std::function<void()> aboutToSleep;
 };
+
+} // namespace ostrel

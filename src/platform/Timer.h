@@ -3,6 +3,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// A repeating timer. Ticks run on the user-interface thread, from inside modal dialogs too.
 class Timer {
 public:
@@ -25,3 +27,5 @@ public:
 
     std::function<void()> Tick;
 };
+
+} // namespace ostrel

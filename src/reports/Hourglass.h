@@ -3,6 +3,8 @@
 
 #include "platform/Prompts.h"
 
+namespace ostrel {
+
 /// The hourglass while a report is made, gone again however that ends.
 class Hourglass {
 public:
@@ -14,3 +16,5 @@ public:
 private:
     Prompts &prompts_;
 };
+
+} // namespace ostrel

@@ -4,9 +4,13 @@
 #include <QCheckBox>
 #include <QStyle>
 
+namespace ostrel {
+
 /// How far in what depends on a box stands below it: under the box's caption.
 inline int indentOf(const QCheckBox &box) {
     const QStyle &style = *box.style();
     return style.pixelMetric(QStyle::PM_IndicatorWidth, nullptr, &box) +
            style.pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, &box);
 }
+
+} // namespace ostrel

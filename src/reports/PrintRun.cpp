@@ -10,6 +10,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 PrintRun::PrintRun(ChartInFront chart, CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors, QWidget *parent)
     : chart_(std::move(chart)), ComDlg_(ComDlg), prompts_(prompts), errors_(errors), parent_(parent) {}
 
@@ -45,3 +47,5 @@ void PrintRun::mnuPrintSetup_Click() {
     if (error != 0)
         errors_.HandelError(ErrorNumber::PrintSetupFailed);
 }
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 
 #include <QWidget>
 
+namespace ostrel {
+
 /// The commands that print the chart in front and that choose the printer and the number of copies.
 class PrintRun {
 public:
@@ -30,3 +32,5 @@ private:
     QWidget *parent_;
     PrintValues values_;
 };
+
+} // namespace ostrel

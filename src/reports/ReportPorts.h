@@ -5,6 +5,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// What the reports need of the window above them.
 
 /// The chart of the tab in front.
@@ -18,3 +20,5 @@ public:
     /// The stretch that is shown, in minutes; it may reach beyond the data.
     virtual void GetZoomedTime(float &ZoomedTimeFrom, float &ZoomedTimeTo) const = 0;
 };
+
+} // namespace ostrel

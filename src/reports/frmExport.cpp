@@ -19,6 +19,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int helpTopic = 2;
@@ -248,3 +250,5 @@ void frmExport::exportTo(const QString &FileName) {
     if (status != 0)
         errors_.HandelError(ErrorNumber::ExportFailed);
 }
+
+} // namespace ostrel

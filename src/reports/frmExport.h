@@ -10,12 +10,15 @@
 
 #include <array>
 
+class QLabel;
+
+namespace ostrel {
+
 class CheckBox;
 class CommandButton;
 class DropDownList;
 class Frame;
 class OptionButton;
-class QLabel;
 
 /// Asks what of a chart goes to a text file, and has the chart write it. Made for each showing, it always comes up with
 /// the whole run at one point a second and all contents ticked.
@@ -72,3 +75,5 @@ private:
     CommandButton *cmdExport_ = nullptr;
     CommandButton *cmdCancel_ = nullptr;
 };
+
+} // namespace ostrel

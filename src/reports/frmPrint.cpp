@@ -14,6 +14,8 @@
 #include <limits>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int helpTopic = 5;
@@ -134,3 +136,5 @@ void frmPrint::cmdOk_Click() {
     accept();
     values_.PrintCancelled = false;
 }
+
+} // namespace ostrel

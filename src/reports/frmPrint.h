@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 class CheckBox;
 class CommandButton;
 class Frame;
@@ -57,3 +59,5 @@ private:
     CommandButton *cmdOk_ = nullptr;
     CommandButton *cmdCancel_ = nullptr;
 };
+
+} // namespace ostrel

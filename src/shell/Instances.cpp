@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 constexpr char countKey[] = "0";
@@ -191,3 +193,5 @@ QString Instances::EntryDisplayText(const QString &value) {
     }
     return text;
 }
+
+} // namespace ostrel

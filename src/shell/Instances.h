@@ -9,6 +9,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// The section of the settings store with one entry for each running copy, `name|date|time|tag` under the copy's
 /// number, and their count under "0".
 inline constexpr char logInfoSection[] = "LogInfo";
@@ -72,3 +74,5 @@ private:
     QString ownTag_; ///< empty before the own directory is made
     FolderLock own_;
 };
+
+} // namespace ostrel

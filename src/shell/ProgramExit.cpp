@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int firstInstance = 1;
@@ -86,3 +88,5 @@ void ProgramExit::writeLog() {
     if (isWindowUp())
         skippingErrors([&] { uses_.log.write(); });
 }
+
+} // namespace ostrel

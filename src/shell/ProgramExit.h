@@ -12,6 +12,8 @@
 #include "shell/Instances.h"
 #include "shell/ShellPorts.h"
 
+namespace ostrel {
+
 /// The end of the program: what the operator is asked, and the teardown.
 class ProgramExit {
 public:
@@ -54,3 +56,5 @@ private:
     Uses uses_;
     bool asking_ = false;
 };
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr QLatin1String countKey("0");
@@ -219,3 +221,5 @@ bool Recovery::purge(const QString &directory) {
     skippingErrors([&] { Directories::remove(directory); });
     return true;
 }
+
+} // namespace ostrel

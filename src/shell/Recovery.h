@@ -14,6 +14,8 @@
 #include <functional>
 #include <vector>
 
+namespace ostrel {
+
 /// A line of the list of left-over logs.
 struct RecoveryRow {
     static constexpr qint32 notRecovered = 0;
@@ -80,3 +82,5 @@ private:
     QStringList unread_;    ///< those of which a file could not be read
     QStringList unmoved_;   ///< those that the wastebasket did not take
 };
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include "shell/frmDataRecovery.h"
 
+namespace ostrel {
+
 Shell::Shell(const Uses &on)
     : instances(on.values.identity, on.store, on.prompts, on.clock, on.appPath),
       recovery(on.values.identity, logInfo, on.values.log, instances,
@@ -22,3 +24,5 @@ void Shell::bind(Commands &commands) {
     commands.bind(QStringLiteral("cmdNotes"), [this] { textWindows.cmdNotes_Click(); });
     commands.bind(QStringLiteral("mnuExit"), [this] { exit.frmMain_Unload(); });
 }
+
+} // namespace ostrel

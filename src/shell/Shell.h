@@ -9,6 +9,8 @@
 #include "shell/SystemNaming.h"
 #include "shell/TextWindows.h"
 
+namespace ostrel {
+
 /// Start-up, copies, crash recovery, exit, and the windows of method and notes: one of each unit of the shell, in the
 /// order of their making.
 struct Shell {
@@ -44,3 +46,5 @@ struct Shell {
     TextWindows textWindows;
     ProgramExit exit;
 };
+
+} // namespace ostrel

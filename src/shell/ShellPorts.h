@@ -3,6 +3,8 @@
 
 #include <QString>
 
+namespace ostrel {
+
 /// What the shell needs of the window above it.
 
 /// The main window as start-up and the windows of its check buttons see it.
@@ -18,3 +20,5 @@ public:
     /// What a click on the button does, its Value being already that after the click.
     virtual void Toolsbar_ButtonClick(const QString &button) = 0;
 };
+
+} // namespace ostrel

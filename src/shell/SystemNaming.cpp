@@ -3,6 +3,8 @@
 
 #include "shell/frmLogName.h"
 
+namespace ostrel {
+
 QString systemCaption(const QString &SystemName) { return QStringLiteral("Ostrel MS - System: ") + SystemName; }
 
 SystemNaming::SystemNaming(Identity &identity, Instances &instances, Prompts &prompts, ShellWindow &window,
@@ -17,3 +19,5 @@ void SystemNaming::mnuLogName_Click() {
     frmLogName(identity_.SystemName, prompts_, named, parent_).exec();
     instances_.UpdateRegistry();
 }
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <QWidget>
 
+namespace ostrel {
+
 /// The caption of the main window once the system has its name.
 QString systemCaption(const QString &SystemName);
 
@@ -26,3 +28,5 @@ private:
     ShellWindow &window_;
     QWidget *parent_;
 };
+
+} // namespace ostrel

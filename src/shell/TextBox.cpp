@@ -5,6 +5,8 @@
 #include <QFontInfo>
 #include <QScrollBar>
 
+namespace ostrel {
+
 QFont fixedPitchFont() {
     const QFont courier(QStringLiteral("Courier New"));
     if (QFontInfo(courier).fixedPitch())
@@ -38,3 +40,5 @@ void TextBox::setText(const QString &text) {
     written_ = text;
     setPlainText(text);
 }
+
+} // namespace ostrel

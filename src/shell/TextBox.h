@@ -4,6 +4,8 @@
 #include <QFont>
 #include <QPlainTextEdit>
 
+namespace ostrel {
+
 /// Courier New, or what this desktop has in its place.
 QFont fixedPitchFont();
 
@@ -27,3 +29,5 @@ private:
     QString written_;
     QSize room_;
 };
+
+} // namespace ostrel

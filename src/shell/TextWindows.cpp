@@ -6,6 +6,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 struct CheckButton {
@@ -78,3 +80,5 @@ void TextWindows::takeNotes(const QString &Notes) {
     log_.chart.SetNotes(Notes);
     log_.writeNow();
 }
+
+} // namespace ostrel

@@ -10,6 +10,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 class frmMethod;
 class frmNotes;
 
@@ -48,3 +50,5 @@ private:
     frmMethod *frmMethod_ = nullptr; ///< while it is loaded
     frmNotes *frmNotes_ = nullptr;
 };
+
+} // namespace ostrel

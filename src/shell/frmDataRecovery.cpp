@@ -14,6 +14,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int noColumn = -1;
@@ -182,3 +184,5 @@ void frmDataRecovery::placeHeads() {
                 ->move(first + letters.horizontalAdvance(QString(prompts[i].column, u' ')), 0);
     }
 }
+
+} // namespace ostrel

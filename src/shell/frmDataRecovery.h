@@ -5,10 +5,13 @@
 
 #include <QDialog>
 
-class CommandButton;
 class QListWidget;
 class QListWidgetItem;
 class QVBoxLayout;
+
+namespace ostrel {
+
+class CommandButton;
 
 /// The list of left-over logs, for the operator to choose from. Made for each showing, on a recovery that has looked;
 /// run it with `exec`. Closing it leaves all left-overs for the next start.
@@ -36,3 +39,5 @@ private:
     CommandButton *cmdDoneButton_;
     bool pressedOnText_ = false;
 };
+
+} // namespace ostrel

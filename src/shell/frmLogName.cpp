@@ -5,6 +5,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int longestName = 25;
@@ -68,3 +70,5 @@ int frmLogName::txtLogFileName_KeyPress(int KeyAscii) {
     prompts_.beep();
     return keyRefused;
 }
+
+} // namespace ostrel

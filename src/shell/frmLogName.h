@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 class CommandButton;
 class TextEntry;
 
@@ -26,3 +28,5 @@ private:
     TextEntry *txtLogFileName_;
     CommandButton *cmdOKButton_;
 };
+
+} // namespace ostrel

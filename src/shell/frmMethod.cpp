@@ -12,6 +12,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int helpTopic = 3;
@@ -47,3 +49,5 @@ void frmMethod::closeEvent(QCloseEvent *event) {
     CloseMethod();
     event->accept();
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// Shows the method that the instrument sent with a run. Made for each showing.
 class frmMethod : public QDialog {
     Q_OBJECT
@@ -23,3 +25,5 @@ protected:
 private:
     std::function<void()> release_;
 };
+
+} // namespace ostrel

@@ -12,6 +12,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int helpTopic = 4;
@@ -76,3 +78,5 @@ bool frmNotes::CloseNotes() {
 
 /// The window's close box.
 void frmNotes::closeEvent(QCloseEvent *event) { event->setAccepted(NotesClosing_ || CloseNotes()); }
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 class TextBox;
 
 /// Lets the user edit the notes of a run. Made for each showing.
@@ -40,3 +42,5 @@ private:
     TextBox *txtNotes_;
     bool NotesClosing_ = false; ///< one of the buttons is closing the window
 };
+
+} // namespace ostrel

@@ -7,6 +7,8 @@
 #include <QPixmap>
 #include <QResizeEvent>
 
+namespace ostrel {
+
 namespace {
 
 constexpr QSize pictureSize(480, 300);
@@ -62,3 +64,5 @@ void frmStartup::resizeEvent(QResizeEvent *event) {
 void frmStartup::CenterSplash() {
     picSplash_->move((width() - picSplash_->width()) / 2, (height() - picSplash_->height()) / 2);
 }
+
+} // namespace ostrel

@@ -3,8 +3,11 @@
 
 #include <QDialog>
 
-class CommandButton;
 class QLabel;
+
+namespace ostrel {
+
+class CommandButton;
 
 /// The window that the program begins with; later it is the About box. It has no caption and cannot be moved or closed
 /// but by its button.
@@ -29,3 +32,5 @@ private:
     QLabel *picSplash_;
     CommandButton *cmdClose_;
 };
+
+} // namespace ostrel

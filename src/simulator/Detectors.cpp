@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace ostrel {
+
 namespace {
 
 constexpr double sampleSeconds = 1.0 / StreamFormat::samplesPerSecond;
@@ -56,3 +58,5 @@ Measurement Detectors::measure() {
 unsigned char Detectors::randomByte() { return static_cast<unsigned char>(random_()); }
 
 double Detectors::noise(double rms) { return rms > 0 ? rms * normal_(random_) : 0; }
+
+} // namespace ostrel

@@ -4,6 +4,8 @@
 #include <random>
 #include <vector>
 
+namespace ostrel {
+
 /// What one detector shows without peaks and gradient.
 struct Baseline {
     double level = 0;
@@ -57,3 +59,5 @@ private:
     double gradientEnd_ = 0;
     int gradientSteps_ = 0;
 };
+
+} // namespace ostrel

@@ -7,6 +7,8 @@
 
 #include <bit>
 
+namespace ostrel {
+
 using namespace StreamFormat;
 
 namespace {
@@ -35,3 +37,5 @@ QByteArray brokenBlock(char letter) {
 }
 
 bool isBlockLetter(char letter) { return QByteArrayView{"CDEFHMPRUV"}.contains(letter); }
+
+} // namespace ostrel

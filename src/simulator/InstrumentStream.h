@@ -3,6 +3,8 @@
 
 #include <QByteArray>
 
+namespace ostrel {
+
 /// The instrument's blocks as they stand on the line. A letter is one of StreamFormat::BlockType.
 
 /// "C", "D", "U" or "V" with its value.
@@ -22,3 +24,5 @@ QByteArray brokenBlock(char letter);
 
 /// Whether there are blocks of this letter.
 bool isBlockLetter(char letter);
+
+} // namespace ostrel

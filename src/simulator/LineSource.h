@@ -5,6 +5,8 @@
 
 #include <optional>
 
+namespace ostrel {
+
 /// What happens on the line within one sample time, a fifth of a second.
 struct LineTick {
     bool plugged = true; ///< false: the plug is out, and nothing can be sent
@@ -19,3 +21,5 @@ public:
     /// The next sample time, or nothing at the end.
     virtual std::optional<LineTick> next() = 0;
 };
+
+} // namespace ostrel

@@ -12,6 +12,8 @@
 #include <array>
 #include <cerrno>
 
+namespace ostrel {
+
 namespace {
 
 constexpr qsizetype longestInput = 256 * 1024 * 1024; // weeks of stream
@@ -148,3 +150,5 @@ QString clashOf(const std::vector<NamedFile> &files) {
     }
     return {};
 }
+
+} // namespace ostrel

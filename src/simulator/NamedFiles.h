@@ -9,6 +9,10 @@
 #include <optional>
 #include <vector>
 
+struct stat;
+
+namespace ostrel {
+
 /// A file that is read whole before the play begins. Raises a run-time error when it cannot be read or is a folder.
 class InputFile {
 public:
@@ -65,3 +69,5 @@ struct NamedFile {
 
 /// The message about two of these that are one file, by whatever spelling or link; empty when all differ.
 QString clashOf(const std::vector<NamedFile> &files);
+
+} // namespace ostrel

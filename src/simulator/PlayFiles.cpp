@@ -6,6 +6,8 @@
 
 #include <QFile>
 
+namespace ostrel {
+
 namespace {
 
 RunScript readScript(const QByteArray &content, const QString &path) {
@@ -76,3 +78,5 @@ std::unique_ptr<LineSource> PlayFiles::source() {
 }
 
 ByteSink PlayFiles::record() { return record_ ? sinkOf(record_) : ByteSink{}; }
+
+} // namespace ostrel

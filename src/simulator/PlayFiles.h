@@ -9,6 +9,8 @@
 #include <memory>
 #include <optional>
 
+namespace ostrel {
+
 /// All files of a play. The input is read, and its mistakes told, before an output is opened; outputs are emptied only
 /// when all else stands ready. Failures are run-time errors, and EarlyEnd for mistakes of the user.
 class PlayFiles {
@@ -39,3 +41,5 @@ private:
     std::optional<OutputFile> record_;
     std::optional<TruthRecord> truthRecord_;
 };
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 #include <cmath>
 #include <utility>
 
+namespace ostrel {
+
 using namespace StreamFormat;
 
 namespace {
@@ -173,3 +175,5 @@ void Player::sendGarbage(int count) {
     while (count-- > 0)
         line_ += char(detectors_.randomByte());
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 #include "simulator/RunScript.h"
 #include "simulator/TruthRecord.h"
 
+namespace ostrel {
+
 /// Plays a script as an instrument of either kind would send it. News stands before the sample pair at which it comes.
 /// What takes longer on the line than a sample time delays the blocks behind it. A script that goes on sending more
 /// than the line carries stands still while two million bytes wait.
@@ -46,3 +48,5 @@ private:
     char uvLetter_;
     QByteArray line_; // what waits to be sent
 };
+
+} // namespace ostrel

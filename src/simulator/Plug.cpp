@@ -3,6 +3,8 @@
 
 #include "base/Steps.h"
 
+namespace ostrel {
+
 namespace {
 
 constexpr int lookEvery = 100; // ms
@@ -57,3 +59,5 @@ void Plug::lookAfterPort() {
     };
     trapped(look, fail);
 }
+
+} // namespace ostrel

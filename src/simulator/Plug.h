@@ -10,6 +10,8 @@
 #include <memory>
 #include <optional>
 
+namespace ostrel {
+
 class RunTimeError;
 
 /// The instrument's plug. In: there is a port, which is looked after from the event loop. Out: there is none.
@@ -37,3 +39,5 @@ private:
     std::unique_ptr<QSocketNotifier> gone_; // tells at once that a listener has gone
     QTimer look_;
 };
+
+} // namespace ostrel

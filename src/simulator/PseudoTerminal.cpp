@@ -19,6 +19,8 @@
 #include <iterator>
 #include <tuple>
 
+namespace ostrel {
+
 namespace {
 
 constexpr mode_t everybody = 0666;
@@ -154,3 +156,5 @@ void PseudoTerminal::clearTraces() const {
     ::tcflush(listener.number(), TCIFLUSH);
     ::ioctl(listener.number(), TIOCNXCL);
 }
+
+} // namespace ostrel

@@ -7,6 +7,8 @@
 #include <QString>
 #include <termios.h>
 
+namespace ostrel {
+
 /// The instrument's end of a serial line: a pseudo-terminal, raw, 9600 baud. Whoever listens, any user of the computer,
 /// opens path() like any port; listeners come and go.
 class PseudoTerminal {
@@ -49,3 +51,5 @@ private:
     QByteArray link_;
     termios raw_{};
 };
+
+} // namespace ostrel

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "simulator/Replay.h"
 
+namespace ostrel {
+
 namespace {
 
 constexpr qsizetype bytesPerTick = 12;
@@ -14,3 +16,5 @@ std::optional<LineTick> Replay::next() {
     sent_ += tick.bytes.size();
     return tick;
 }
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include "simulator/LineSource.h"
 
+namespace ostrel {
+
 /// A captured stream, sent at the pace of sample pairs that follow each other: 60 bytes a second.
 class Replay : public LineSource {
 public:
@@ -14,3 +16,5 @@ private:
     QByteArray stream_;
     qsizetype sent_ = 0;
 };
+
+} // namespace ostrel

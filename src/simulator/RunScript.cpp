@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 std::vector<ScriptWord> wordsOf(const QString &line) {
@@ -130,3 +132,5 @@ QString decodeScript(const QByteArray &utf8) {
 }
 
 RunScript parseRunScript(const QString &text) { return ScriptReader{}.read(text); }
+
+} // namespace ostrel

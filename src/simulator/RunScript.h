@@ -7,6 +7,8 @@
 #include <optional>
 #include <vector>
 
+namespace ostrel {
+
 /// How an instrument tells its state: by blocks of its own, or by the letters of its UV blocks.
 enum class InstrumentKind { Status, Letters };
 
@@ -53,3 +55,5 @@ QString decodeScript(const QByteArray &utf8);
 
 /// Throws ScriptError at the first mistake.
 RunScript parseRunScript(const QString &text);
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
+namespace ostrel {
+
 namespace {
 
 [[noreturn]] void refuse(const QString &why) {
@@ -102,3 +104,5 @@ SimulatorOptions readOptions(const QStringList &arguments) {
         options.seed = readSeed(parser.value("seed"));
     return options;
 }
+
+} // namespace ostrel

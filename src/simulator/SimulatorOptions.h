@@ -6,6 +6,8 @@
 
 #include <QStringList>
 
+namespace ostrel {
+
 /// What the command line asks for.
 struct SimulatorOptions {
     QString script; ///< file of the run to play; empty for the demonstration
@@ -22,3 +24,5 @@ struct SimulatorOptions {
 /// `arguments` begin with the program's name. Throws EarlyEnd, whose `why` is the whole answer: help, or a mistake on
 /// the command line.
 SimulatorOptions readOptions(const QStringList &arguments);
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace ostrel {
+
 namespace {
 
 struct StatementForm {
@@ -207,3 +209,5 @@ Step readStatement(const std::vector<ScriptWord> &words, int line) {
     }
     throw mistake(words, farthest.wordsTaken, expected, line);
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <QStringList>
 
+namespace ostrel {
+
 /// The column, from 1, of what stands at an index of a line. Each character is one column, a tab too.
 int columnAt(const QString &line, qsizetype index);
 
@@ -20,3 +22,5 @@ QStringList statementForms();
 
 /// The step that the words of a line say; `line` is for the ScriptError that it throws otherwise.
 Step readStatement(const std::vector<ScriptWord> &words, int line);
+
+} // namespace ostrel

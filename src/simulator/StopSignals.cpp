@@ -6,6 +6,8 @@
 
 #include <csignal>
 
+namespace ostrel {
+
 namespace {
 
 bool isIgnored(int number) {
@@ -37,3 +39,5 @@ StopSignals::StopSignals(std::function<void()> stop) : file_(openSignals()), not
 }
 
 StopSignals::~StopSignals() { ::close(file_); }
+
+} // namespace ostrel

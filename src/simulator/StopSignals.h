@@ -5,6 +5,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// Turns the signals that ask the program to end (interrupt, terminate, hang-up) into a call from the event loop.
 /// One that the program was started to ignore stays ignored, and a broken pipe ends nothing. Must be made before any
 /// other thread starts.
@@ -19,3 +21,5 @@ private:
     int file_;
     QSocketNotifier notifier_;
 };
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <climits>
 
+namespace ostrel {
+
 namespace {
 
 void awaitReader(int file, const QString &name) {
@@ -29,3 +31,5 @@ void writeAll(int file, QByteArrayView bytes, const QString &name) {
         bytes = bytes.sliced(std::max<ssize_t>(0, count));
     }
 }
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 /// An open file of the operating system, closed with its owner. -1 stands for none.
 class SystemFile {
 public:
@@ -42,3 +44,5 @@ constexpr int readerPatience = 5000;
 /// Writes all of it to a file, pipe or terminal, `name` being its name in messages. Raises a run-time error when that
 /// fails or when a reader takes nothing for that long.
 void writeAll(int file, QByteArrayView bytes, const QString &name);
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 // ms
@@ -95,3 +97,5 @@ void Transmitter::send() {
     if (!isAwaited)
         waiting_.clear();
 }
+
+} // namespace ostrel

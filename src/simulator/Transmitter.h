@@ -11,6 +11,8 @@
 #include <functional>
 #include <optional>
 
+namespace ostrel {
+
 /// Sends a source's bytes at their times. Each sample time is counted from the start, so that late ticks do not add up;
 /// but a program or computer that was stopped for longer than two seconds goes on where it stood.
 ///
@@ -57,3 +59,5 @@ private:
     qint64 lastSent_ = 0;
     qint64 lastTaken_ = 0; // by a listener
 };
+
+} // namespace ostrel

@@ -4,6 +4,8 @@
 #include <bit>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 QByteArray bitsOf(float value) { return QByteArray::number(std::bit_cast<quint32>(value), 16).rightJustified(8, '0'); }
@@ -37,3 +39,5 @@ void TruthRecord::addNews(double seconds, const Step &step) {
 void TruthRecord::write(double seconds, const QByteArray &row) {
     sink_(QByteArray::number(seconds, 'f', 1) + '\t' + row + '\n');
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 #include "simulator/Detectors.h"
 #include "simulator/RunScript.h"
 
+namespace ostrel {
+
 /// What the instrument meant, in order: a tab-separated row for each sample pair and for each piece of news or fault.
 class TruthRecord {
 public:
@@ -21,3 +23,5 @@ private:
 
     ByteSink sink_;
 };
+
+} // namespace ostrel

@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <memory>
 
+using namespace ostrel;
+
 namespace {
 
 /// What would be opened in the place of a closed standard stream would get its output. A folder takes none.

@@ -7,6 +7,8 @@
 
 #include <span>
 
+namespace ostrel {
+
 namespace {
 
 struct Axis {
@@ -160,3 +162,5 @@ int AxisPanels::txtYAxisMin_KeyPress(int Index, int KeyAscii) {
     return keys_.entryKey(KeyAscii, *controls_.txtYAxisMin[Index], panels[Index].negativeMinimum,
                           [&] { cmdSet_Click(Index); });
 }
+
+} // namespace ostrel

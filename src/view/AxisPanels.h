@@ -6,6 +6,8 @@
 #include "view/MainControls.h"
 #include "view/NumericKeys.h"
 
+namespace ostrel {
+
 /// The two like panels that scale the value axes of the chart in front: a full scale, a minimum, a Set button. Index 0
 /// is UV in AU, 1 conductivity in mS/cm. What is set goes to the chart and to its ChartViews alike.
 class AxisPanels {
@@ -44,3 +46,5 @@ private:
     const NumericKeys &keys_;
     Prompts &prompts_;
 };
+
+} // namespace ostrel

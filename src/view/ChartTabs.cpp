@@ -7,6 +7,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 ChartTabs::ChartTabs(TabStates &tabs, const Charts &charts, QTabBar &TabChart, const TimeControls &controls,
                      TimeAxis &time, CommandStates &commands, std::function<void(int)> bringToFront)
     : tabs_(tabs), charts_(charts), TabChart_(TabChart), controls_(controls), time_(time), commands_(commands),
@@ -56,3 +58,5 @@ void ChartTabs::takeHead(int tab, int from) { setHead(tab, caption(from), TabCha
 QString ChartTabs::caption(int tab) const {
     return TabChart_.tabText(tab).replace(QStringLiteral("&&"), QStringLiteral("&"));
 }
+
+} // namespace ostrel

@@ -10,6 +10,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// Brings the chart of a tab to the front, with all that the tabs share: axis entries, time mode, commands. Tabs
 /// without a file cannot be selected.
 class ChartTabs {
@@ -40,3 +42,5 @@ private:
     CommandStates &commands_;
     std::function<void(int)> bringToFront_;
 };
+
+} // namespace ostrel

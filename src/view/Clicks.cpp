@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "view/Clicks.h"
 
+namespace ostrel {
+
 namespace {
 
 struct ButtonRow {
@@ -40,3 +42,5 @@ void Clicks::Toolsbar_ButtonClick(const QString &Key) const {
             commands_.run(QLatin1String(tabs_.CurrentChart == recorderChart ? button.onRecorder : button.onFile));
     }
 }
+
+} // namespace ostrel

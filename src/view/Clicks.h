@@ -6,6 +6,8 @@
 
 #include <QString>
 
+namespace ostrel {
+
 /// The operator's clicks on menu items and toolbar buttons, as the commands that they stand for.
 class Clicks {
 public:
@@ -20,3 +22,5 @@ private:
     const Commands &commands_;
     const TabStates &tabs_;
 };
+
+} // namespace ostrel

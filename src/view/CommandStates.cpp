@@ -5,6 +5,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 enum State { F, T, o }; // disabled, enabled, left as it is
@@ -101,3 +103,5 @@ void CommandStates::setLogMenus(bool DataLogging) {
     enable("mnuLogOn", !DataLogging);
     enable("mnuLogOff", DataLogging);
 }
+
+} // namespace ostrel

@@ -12,6 +12,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// Which commands are available in which state. Menu items and toolbar buttons are actions, found by their names.
 class CommandStates : public LogWindow {
 public:
@@ -50,3 +52,5 @@ private:
     const ScrollBars &bars_;
     Actions actions_;
 };
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int helpIndex = 0;
@@ -61,3 +63,5 @@ void HelpMenu::sendF1() {
         QCoreApplication::sendEvent(&window_, &key);
     }
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 
 #include <QWidget>
 
+namespace ostrel {
+
 /// The help topics of the main window and of its commands, and the menu that opens them.
 class HelpMenu {
 public:
@@ -26,3 +28,5 @@ private:
     QWidget &window_;
     Actions actions_;
 };
+
+} // namespace ostrel

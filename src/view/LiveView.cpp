@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "view/LiveView.h"
 
+namespace ostrel {
+
 void LiveView::UpdateLiveView() {
     if (!recorder_.IsLastPointVisible()) {
         moveAxis();
@@ -25,3 +27,5 @@ void LiveView::moveAxis() {
 void LiveView::recorderToEnd() {
     bars_.toEnd(recorderChart, recorder_.GetLastTime(), tabs_.WindowMinutes[recorderChart]);
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 #include "view/MainControls.h"
 #include "view/ScrollBars.h"
 
+namespace ostrel {
+
 /// Keeps the recorder's time axis ahead of the newest sample, whichever tab is in front.
 class LiveView {
 public:
@@ -24,3 +26,5 @@ private:
     TimeControls controls_;
     const ScrollBars &bars_;
 };
+
+} // namespace ostrel

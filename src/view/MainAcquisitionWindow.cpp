@@ -5,6 +5,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 MainAcquisitionWindow::MainAcquisitionWindow(CommandStates &states, LiveView &live, const Commands &commands,
                                              WindowActs window)
     : states_(states), live_(live), commands_(commands), window_(std::move(window)) {}
@@ -30,3 +32,5 @@ NoDataAnswer MainAcquisitionWindow::askNoData() {
     const QScopedValueRollback<bool> up(noDataUp_, true);
     return window_.askNoData();
 }
+
+} // namespace ostrel

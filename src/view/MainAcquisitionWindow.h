@@ -9,6 +9,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// What the window itself does for the acquisition.
 struct WindowActs {
     std::function<void(bool on)> setReceiveLed;
@@ -37,3 +39,5 @@ private:
     WindowActs window_;
     bool noDataUp_ = false;
 };
+
+} // namespace ostrel

@@ -7,6 +7,8 @@
 
 #include <array>
 
+namespace ostrel {
+
 /// The controls of the main window, cut by who works with them. The window owns them all.
 
 using Charts = std::array<Run *, chartInstances>;
@@ -24,3 +26,5 @@ struct TimeControls {
     TextEntry *txtChartTime = nullptr;
     CommandButton *cmdSetTime = nullptr;
 };
+
+} // namespace ostrel

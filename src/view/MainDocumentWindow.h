@@ -8,6 +8,8 @@
 #include <functional>
 #include <utility>
 
+namespace ostrel {
+
 /// The main window as the commands on files see it.
 class MainDocumentWindow : public DocumentWindow {
 public:
@@ -35,3 +37,5 @@ private:
     TextEntry &txtChartTime_;
     std::function<float(const QString &)> TextWidth_;
 };
+
+} // namespace ostrel

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "view/MainLayout.h"
 
+namespace ostrel {
+
 namespace MainLayout {
 
 namespace {
@@ -34,3 +36,5 @@ Places arrange(const Sizes &sizes) {
 }
 
 } // namespace MainLayout
+
+} // namespace ostrel

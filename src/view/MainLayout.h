@@ -4,6 +4,8 @@
 #include <QRectF>
 #include <QSizeF>
 
+namespace ostrel {
+
 /// How the main window shares its ground, in twips. The panels of the axes keep their size on the bottom edge; tabs and
 /// charts take all the rest.
 namespace MainLayout {
@@ -32,3 +34,5 @@ QSizeF leastOuterSize(const QSizeF &axisPanels);
 Places arrange(const Sizes &sizes);
 
 } // namespace MainLayout
+
+} // namespace ostrel

@@ -4,6 +4,8 @@
 #include "acquisition/AcquisitionPorts.h"
 #include "view/frmSetup.h"
 
+namespace ostrel {
+
 /// Makes frmSetup for each showing, over the window that it is given.
 class MainSetupDialog : public SetupDialog {
 public:
@@ -14,3 +16,5 @@ public:
 private:
     QWidget &owner_;
 };
+
+} // namespace ostrel

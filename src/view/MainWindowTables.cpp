@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "view/MainWindowTables.h"
 
+namespace ostrel {
+
 namespace MainWindowTables {
 
 namespace {
@@ -114,3 +116,5 @@ std::span<const ControlRow> axisControls() { return panels; }
 std::span<const ControlRow> ledControls() { return leds; }
 
 } // namespace MainWindowTables
+
+} // namespace ostrel

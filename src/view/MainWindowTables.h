@@ -5,6 +5,8 @@
 
 #include <span>
 
+namespace ostrel {
+
 /// What stands in the main window, row by row.
 namespace MainWindowTables {
 
@@ -43,3 +45,5 @@ std::span<const ControlRow> ledControls();
 inline constexpr int longestChartTime = 6; ///< characters that txtChartTime takes
 
 } // namespace MainWindowTables
+
+} // namespace ostrel

@@ -4,6 +4,8 @@
 #include "base/Numbers.h"
 #include "base/Steps.h"
 
+namespace ostrel {
+
 namespace {
 
 constexpr int backspace = 8;
@@ -38,3 +40,5 @@ double entryValue(const EntryText &Control) {
     skippingErrors([&] { value = numberFrom(Control.Text()); });
     return value;
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 
 #include <QChar>
 
+namespace ostrel {
+
 /// What may be typed into the numeric entries of the window.
 class NumericKeys {
 public:
@@ -36,3 +38,5 @@ private:
 
 /// The number in an entry; 0 when its text holds none.
 double entryValue(const EntryText &Control);
+
+} // namespace ostrel

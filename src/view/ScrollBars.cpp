@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 void ScrollBars::setUp(int tab) const {
     ScrollEntry &B = *bars_[tab];
     B.setSmallChange(1);
@@ -45,3 +47,5 @@ void ScrollBars::reset(int tab) const {
     bars_[tab]->setValue(0);
     bars_[tab]->setEnabled(false);
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 
 #include <array>
 
+namespace ostrel {
+
 /// The bar under each tab's chart, which moves a time window along the run. Bars count whole minutes of 16 bits.
 class ScrollBars {
 public:
@@ -29,3 +31,5 @@ public:
 private:
     std::array<ScrollEntry *, tabCount> bars_;
 };
+
+} // namespace ostrel

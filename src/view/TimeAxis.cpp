@@ -8,6 +8,8 @@
 #include <limits>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr double smallestWindow = 0.1;
@@ -167,3 +169,5 @@ void TimeAxis::Chart_Unzoomed() {
     SetScrollRange(rounded32(C.TimeAxisMin()));
     ShowAxisState();
 }
+
+} // namespace ostrel

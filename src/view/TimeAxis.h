@@ -10,6 +10,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// The time axis of the chart in front: the full view, a window that a scroll bar moves along the run, or a zoom made
 /// on the chart. Times are minutes from the start of the run; bars count whole minutes of 16 bits.
 class TimeAxis {
@@ -63,3 +65,5 @@ private:
     Prompts &prompts_;
     std::function<void()> focusChart_;
 };
+
+} // namespace ostrel

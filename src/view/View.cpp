@@ -5,6 +5,8 @@
 #include "documents/ChartViewOf.h"
 #include "view/frmNoData.h"
 
+namespace ostrel {
+
 View::View(const Uses &on)
     : bars(window.ScrollChart()), keys(on.values.DecimalPoint, on.prompts),
       axes(on.values.tabs, window.charts(), window.axis(), *window.time().txtChartTime, keys, on.prompts),
@@ -72,3 +74,5 @@ DocumentCharts View::documentCharts() const {
         charts[tab] = &window.chart(tab).run();
     return charts;
 }
+
+} // namespace ostrel

@@ -16,6 +16,8 @@
 #include "view/TimeAxis.h"
 #include "view/frmMain.h"
 
+namespace ostrel {
+
 /// The main window and its rules: one of each unit of the view, in the order of their making.
 struct View {
     /// What it is made from, and what it reaches.
@@ -56,3 +58,5 @@ struct View {
 private:
     Values &values_;
 };
+
+} // namespace ostrel

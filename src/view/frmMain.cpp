@@ -20,6 +20,12 @@
 
 #include <algorithm>
 
+// The pictures lie in a library, which a program takes in only as far as it is called. Not in a namespace: Qt asks for
+// that.
+static void loadPictures() { Q_INIT_RESOURCE(pictures); }
+
+namespace ostrel {
+
 namespace {
 
 using MainWindowTables::ButtonRow;
@@ -62,9 +68,6 @@ QWidget *placeholder() {
 }
 
 } // namespace
-
-// The pictures lie in a library, which a program takes in only as far as it is called. Stands outside of any namespace.
-static void loadPictures() { Q_INIT_RESOURCE(pictures); }
 
 frmMain::frmMain()
     : inner_(new QWidget), Toolsbar_(new QToolBar(inner_)), page_(new QFrame(inner_)), TabChart_(new TabStrip(inner_)) {
@@ -276,3 +279,5 @@ void frmMain::keyPressEvent(QKeyEvent *event) {
     else
         QMainWindow::keyPressEvent(event);
 }
+
+} // namespace ostrel

@@ -10,6 +10,8 @@
 #include <QTabBar>
 #include <QToolBar>
 
+namespace ostrel {
+
 class Frame;
 class Led;
 class Quillchart;
@@ -79,3 +81,5 @@ private:
     std::array<ScrollEntry *, tabCount> ScrollChart_{};
     int front_ = recorderChart;
 };
+
+} // namespace ostrel

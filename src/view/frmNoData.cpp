@@ -6,6 +6,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+namespace ostrel {
+
 namespace {
 
 struct AnswerRow {
@@ -55,3 +57,5 @@ NoDataAnswer frmNoData::ask() {
     exec();
     return answer_;
 }
+
+} // namespace ostrel

@@ -3,6 +3,8 @@
 
 #include <QDialog>
 
+namespace ostrel {
+
 /// How the operator answered the dialog that reports a lost link; closing it counts as Ok.
 enum class NoDataAnswer { Ok, Setup, Exit };
 
@@ -18,3 +20,5 @@ public:
 private:
     NoDataAnswer answer_ = NoDataAnswer::Ok;
 };
+
+} // namespace ostrel

@@ -4,6 +4,8 @@
 #include "forms/FormBuilder.h"
 #include "forms/HelpContext.h"
 
+namespace ostrel {
+
 namespace {
 
 // clang-format off
@@ -64,3 +66,5 @@ void frmSetup::reject() {
     if (mayCancel_)
         QDialog::reject();
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 
 #include <QDialog>
 
+namespace ostrel {
+
 /// Lets the operator pick the serial port. Made for each showing, on a setup that is loaded; run it with `exec`.
 class frmSetup : public QDialog {
     Q_OBJECT
@@ -21,3 +23,5 @@ private:
     PortSetup &setup_;
     bool mayCancel_;
 };
+
+} // namespace ostrel

@@ -3,4 +3,6 @@
 
 #include "fuzz/StreamScenario.h"
 
+using namespace ostrel;
+
 TEST(Corpus, EveryKnownScenarioHoldsTogether) { playCorpus<StreamScenario>(QStringLiteral(STREAM_CORPUS)); }

@@ -3,6 +3,8 @@
 
 #include "acquisition/LinkedTest.h"
 
+using namespace ostrel;
+
 namespace {
 
 constexpr int Missing = ErrorNumber::InvalidPortNumber;

@@ -3,6 +3,8 @@
 
 #include <random>
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 
 namespace {

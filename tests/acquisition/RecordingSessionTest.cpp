@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/LinkedTest.h"
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 
 class RecordingSessionTest : public LinkedTest {};

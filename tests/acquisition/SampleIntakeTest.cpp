@@ -2,6 +2,8 @@
 #include "acquisition/LinkedTest.h"
 #include "fakes/AllocationProbe.h"
 
+using namespace ostrel;
+
 class SampleIntakeTest : public LinkedTest {};
 
 TEST_F(SampleIntakeTest, ARunThatIsReportedByBlocks) {

@@ -3,6 +3,8 @@
 
 #include <bit>
 
+using namespace ostrel;
+
 namespace {
 
 QByteArray bytes(std::initializer_list<int> values) {

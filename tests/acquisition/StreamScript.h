@@ -9,6 +9,8 @@
 
 #include <bit>
 
+using namespace ostrel;
+
 /// The bytes of a sample block.
 inline QByteArray sampleBlock(char letter, float value) {
     const auto bits = std::bit_cast<std::uint32_t>(value);

@@ -5,6 +5,8 @@
 
 #include <ostream>
 
+using namespace ostrel;
+
 namespace {
 
 struct State {

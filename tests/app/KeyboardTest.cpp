@@ -8,6 +8,8 @@
 
 #include <set>
 
+using namespace ostrel;
+
 namespace {
 
 /// What an operator without a mouse, or without sight, would miss in a window.

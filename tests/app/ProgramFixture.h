@@ -20,6 +20,8 @@
 
 #include <chrono>
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 
 /// Lets a failed comparison of texts be read.

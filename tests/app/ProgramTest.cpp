@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
 
+using namespace ostrel;
+
 namespace {
 
 /// Starts that are not like every day's.

@@ -6,6 +6,8 @@
 
 #include <bit>
 
+using namespace ostrel;
+
 namespace {
 
 constexpr int hours = 72;

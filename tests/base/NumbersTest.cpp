@@ -11,6 +11,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace ostrel;
+
 namespace {
 
 /// The user's locale for the length of a test.

@@ -5,6 +5,8 @@
 
 #include <cerrno>
 
+using namespace ostrel;
+
 namespace {
 
 /// A step that fails.

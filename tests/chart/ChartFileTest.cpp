@@ -9,6 +9,8 @@
 
 #include <bit>
 
+using namespace ostrel;
+
 namespace {
 
 using enum ChartFileFault;

@@ -6,6 +6,8 @@
 
 #include <random>
 
+using namespace ostrel;
+
 TEST(Crc32, isThatOfZlibAtEveryLengthAndPlace) {
     std::mt19937 random(1);
     std::vector<unsigned char> bytes(1300);

@@ -4,6 +4,8 @@
 #include "chart/RunFiles.h"
 #include "chart/files/RecordFile.h"
 
+using namespace ostrel;
+
 namespace {
 
 const QDate today(2026, 11, 22);

@@ -8,6 +8,8 @@
 
 #include <cmath>
 
+using namespace ostrel;
+
 namespace {
 
 void expectApart(const std::vector<QRectF> &boxes, const QRectF &within) {

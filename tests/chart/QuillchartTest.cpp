@@ -4,6 +4,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 namespace {
 
 /// A shown chart that the operator works on.

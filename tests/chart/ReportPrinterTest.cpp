@@ -6,6 +6,8 @@
 #include <QLineF>
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 namespace {
 
 struct ReportPages : testing::Test {

@@ -11,6 +11,8 @@
 #include <bit>
 #include <map>
 
+using namespace ostrel;
+
 namespace {
 
 using namespace testing;

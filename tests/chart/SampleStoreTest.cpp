@@ -8,6 +8,8 @@
 
 #include <random>
 
+using namespace ostrel;
+
 namespace {
 
 TEST(SampleStore, sumsUpAnyStretchLikeALookAtEachSample) {

@@ -13,6 +13,8 @@
 #include <cfloat>
 #include <random>
 
+using namespace ostrel;
+
 namespace {
 
 struct TextExport : testing::Test {

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <random>
 
+using namespace ostrel;
+
 namespace {
 
 struct Picture : testing::Test {

@@ -12,6 +12,8 @@
 #include <csignal>
 #include <optional>
 
+using namespace ostrel;
+
 namespace {
 
 TEST(QtTimerTest, enablingARunningTimerLeavesItsCountdownAlone) {

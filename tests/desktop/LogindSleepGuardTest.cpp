@@ -13,6 +13,8 @@
 
 #include <map>
 
+using namespace ostrel;
+
 namespace {
 
 /// logind as far as locks go: a lock stands until the other end of its pipe is closed.

@@ -13,6 +13,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace ostrel;
+
 namespace {
 
 class PortLocksTest : public testing::Test {

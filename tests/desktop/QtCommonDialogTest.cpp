@@ -11,6 +11,8 @@
 #include <QtWidgets>
 #include <sys/stat.h>
 
+using namespace ostrel;
+
 namespace {
 
 constexpr auto Unasked = QMessageBox::NoButton;

@@ -12,6 +12,8 @@
 #include <termios.h>
 #include <unistd.h>
 
+using namespace ostrel;
+
 namespace {
 
 /// Long enough for all that was sent to arrive.

@@ -9,6 +9,8 @@
 
 #include <QSettings>
 
+using namespace ostrel;
+
 namespace {
 
 // clang-format off

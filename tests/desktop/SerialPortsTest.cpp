@@ -4,6 +4,8 @@
 #include "fakes/FakePlatform.h"
 #include "fakes/TestFolder.h"
 
+using namespace ostrel;
+
 namespace {
 
 TEST(SerialPortsTest, realPortsComeInNaturalOrderOnBoardFirstAndThoseOfTheSettingsBeforeThem) {

@@ -12,6 +12,8 @@
 
 #include <functional>
 
+using namespace ostrel;
+
 namespace {
 
 QString descriptionOf(const std::function<void()> &body) {

@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 namespace {
 
 class ErrorReporterTest : public testing::Test {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 TEST(FileNamesTest, aCaptionIsCutOnlyWhenItDoesNotFit) {
     const auto cut = [](const char *text, float MaxWidth) {
         return ShortenCaption(text, MaxWidth, [](const QString &shown) { return static_cast<float>(shown.size()); });

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
 
+using namespace ostrel;
+
 namespace {
 
 class RunningLogTest : public StartedProgram {

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 namespace {
 
 class SettingsTest : public testing::Test {

@@ -11,6 +11,8 @@
 
 #include <csignal>
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 
 namespace {

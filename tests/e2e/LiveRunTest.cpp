@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 
 namespace {

@@ -9,6 +9,8 @@
 
 #include <csignal>
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 
 namespace {

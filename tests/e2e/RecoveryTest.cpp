@@ -9,6 +9,8 @@
 #include <csignal>
 #include <deque>
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 
 namespace {

@@ -8,6 +8,8 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 
 namespace {

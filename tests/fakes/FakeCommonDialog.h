@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+using namespace ostrel;
+
 /// The dialogs with answers laid ready. An empty answer, or none, is a Cancel.
 class FakeCommonDialog : public CommonDialog {
 public:

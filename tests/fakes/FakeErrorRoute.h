@@ -6,6 +6,8 @@
 #include <functional>
 #include <vector>
 
+using namespace ostrel;
+
 class FakeErrorRoute : public ErrorRoute {
 public:
     void HandelError(qint32 ErrorCode) override {

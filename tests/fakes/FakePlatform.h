@@ -17,6 +17,8 @@
 #include <map>
 #include <utility>
 
+using namespace ostrel;
+
 /// A desktop of the test's own: time stands still until it is advanced, boxes answer what was laid ready.
 
 using Milliseconds = std::chrono::milliseconds;

@@ -8,6 +8,8 @@
 #include <limits>
 #include <vector>
 
+using namespace ostrel;
+
 /// A disk whose n-th operation fails, and that forgets half of the write that fails. Each read and
 /// each write takes `most` bytes at most.
 class FaultyDisk : public FileOperations {

@@ -4,6 +4,8 @@
 #include "fakes/FaultyDisk.h"
 #include "fakes/TestFolder.h"
 
+using namespace ostrel;
+
 namespace {
 
 class AppendFileTest : public testing::Test {

@@ -7,6 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace ostrel;
+
 namespace {
 
 class DurableFileTest : public testing::Test {

@@ -7,6 +7,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+using namespace ostrel;
+
 namespace {
 
 class PlainFileTest : public testing::Test {

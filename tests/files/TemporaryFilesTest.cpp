@@ -7,6 +7,8 @@
 #include <QDateTime>
 #include <unistd.h>
 
+using namespace ostrel;
+
 namespace {
 
 constexpr char noProcess[] = "2000000000"; // beyond all that the system gives out

@@ -7,6 +7,8 @@
 #include <QWheelEvent>
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 namespace {
 
 /// A window with one control of each kind; `told` collects the handlers that ran, a letter each.

@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 namespace {
 
 TEST(FormPlaces, MakeRoomForLargerTextsInTheirRowAndKeepRowsTogether) {

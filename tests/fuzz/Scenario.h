@@ -6,6 +6,8 @@
 #include <span>
 #include <stdexcept>
 
+using namespace ostrel;
+
 /// Throws std::logic_error where a scenario finds a rule broken.
 inline void require(bool holds) {
     if (!holds)

@@ -6,6 +6,8 @@
 #include <QtWidgets>
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 namespace {
 
 const QString helpFile = QStringLiteral(HELP_FOLDER "/Ostrel.hlp");

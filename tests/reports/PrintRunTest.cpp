@@ -4,6 +4,8 @@
 #include <QCheckBox>
 #include <QLineEdit>
 
+using namespace ostrel;
+
 namespace {
 
 /// The print window over the recorder's chart, and what the printer gets.

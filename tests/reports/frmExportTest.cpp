@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QLocale>
 
+using namespace ostrel;
+
 namespace {
 
 class frmExportTest : public StartedProgram {

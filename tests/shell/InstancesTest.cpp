@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
 
+using namespace ostrel;
+
 namespace {
 
 /// Two copies of the program in one folder.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
 
+using namespace ostrel;
+
 namespace {
 
 /// The notes of a file in front.

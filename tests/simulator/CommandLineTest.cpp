@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 namespace {
 
 /// The program itself, started by a shell in a folder with a run and its other names.

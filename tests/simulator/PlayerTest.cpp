@@ -7,6 +7,8 @@
 #include <QFile>
 #include <gmock/gmock.h>
 
+using namespace ostrel;
+
 namespace {
 
 const Player::Settings letters{.kind = InstrumentKind::Letters};

@@ -13,6 +13,8 @@
 #include <poll.h>
 #include <sys/ioctl.h>
 
+using namespace ostrel;
+
 namespace {
 
 /// Whoever listens on the line.

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 namespace {
 
 std::string mistakeIn(const QString &text) {

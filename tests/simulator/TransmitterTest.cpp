@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+using namespace ostrel;
+
 namespace {
 
 /// A script is played to a listener that reads every 10 ms and so receives all of it.

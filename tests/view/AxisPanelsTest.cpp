@@ -4,6 +4,8 @@
 
 #include <QLocale>
 
+using namespace ostrel;
+
 namespace {
 
 class AxisPanelsTest : public StartedProgram {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace ostrel;
+
 TEST(MainLayoutTest, ChartsTakeWhatTheToolbarTheLightAndTheCentredPanelsLeave) {
     const MainLayout::Sizes sizes{{20000, 12000}, 630, 400, 255, {7750, 1095}, {2085, 400}};
     const auto places = MainLayout::arrange(sizes);

@@ -15,6 +15,8 @@
 
 #include <set>
 
+using namespace ostrel;
+
 namespace {
 
 class frmMainTest : public testing::Test {

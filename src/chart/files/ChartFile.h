@@ -9,6 +9,8 @@
 #include <optional>
 #include <system_error>
 
+namespace ostrel {
+
 /// Data files (.chd) and log files (.chl): one run each, with its axes, as docs/file-format.md lays it down.
 
 inline constexpr quint32 dataFile = fourLetters("DATA");
@@ -63,3 +65,5 @@ ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &a
 /// chart's, or unreadable from the beginning.
 ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes,
                                  FileOperations &operations = FileOperations::system());
+
+} // namespace ostrel

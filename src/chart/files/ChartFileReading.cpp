@@ -11,6 +11,8 @@
 #include <tuple>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 // Any chart's axes, with much to spare, and no number that overflows when a picture is laid out.
@@ -282,3 +284,5 @@ ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &a
 ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes, FileOperations &operations) {
     return readChartFile(path, run, axes, true, operations);
 }
+
+} // namespace ostrel

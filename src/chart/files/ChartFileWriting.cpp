@@ -7,6 +7,8 @@
 #include <new>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr qint64 itemsInRecord = 4096;
@@ -148,3 +150,5 @@ std::error_code saveChartStretch(const QString &path, const ChartData &run, cons
     moved.timeMax = axes.timeMax - axes.timeMin;
     return save(path, dataFile, {run, from, to, marks, methodTexts, moved}, operations);
 }
+
+} // namespace ostrel

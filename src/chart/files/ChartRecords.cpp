@@ -5,6 +5,8 @@
 #include <cstring>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 // Text stands as the UTF-16 that it is in memory: whatever the operator typed or the instrument sent comes back unit
@@ -183,3 +185,5 @@ bool takeCounts(RecordReader &reader, ChartCounts &counts) {
     counts = found;
     return true;
 }
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 #include <span>
 #include <vector>
 
+namespace ostrel {
+
 /// What the records of the chart's files hold, in data files, log files and the running log alike. Each function that
 /// puts something into a record has the one that takes it out again beside it. docs/file-format.md has every byte.
 
@@ -57,3 +59,5 @@ bool takeMethodTexts(RecordReader &reader, quint64 &first, std::vector<MethodTex
 bool takeText(RecordReader &reader, QString &text);
 bool takeAxes(RecordReader &reader, AxisValues &axes);
 bool takeCounts(RecordReader &reader, ChartCounts &counts);
+
+} // namespace ostrel

@@ -104,6 +104,8 @@ const bool wideProducts = products && __builtin_cpu_supports("vpclmulqdq") && __
 } // namespace
 #endif
 
+namespace ostrel {
+
 quint32 crc32Of(quint32 crc, const void *data, std::size_t size) {
     const auto *bytes = static_cast<const unsigned char *>(data);
 #ifdef __x86_64__
@@ -116,3 +118,5 @@ quint32 crc32Of(quint32 crc, const void *data, std::size_t size) {
 #endif
     return static_cast<quint32>(::crc32_z(crc, bytes, size));
 }
+
+} // namespace ostrel

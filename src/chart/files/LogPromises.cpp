@@ -5,6 +5,8 @@
 #include <array>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 // What has nothing new is left out of a writing, but for its promise.
@@ -66,3 +68,5 @@ void LogPromises::keep(const Promise &promise) {
     latest_.notes |= promise.missing.notes;
     latest_.other |= promise.missing.other;
 }
+
+} // namespace ostrel

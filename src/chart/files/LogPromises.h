@@ -5,6 +5,8 @@
 
 #include <optional>
 
+namespace ostrel {
+
 /// What the writings of a running log have promised. Each ends with a record of how much the log then held, so that a
 /// damaged record is missed though nothing of its kind comes behind it.
 ///
@@ -47,3 +49,5 @@ private:
     std::optional<Promise> open_; ///< that does not count yet
     ChartCounts counts_;
 };
+
+} // namespace ostrel

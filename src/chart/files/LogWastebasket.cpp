@@ -12,6 +12,8 @@
 #include <cerrno>
 #include <numeric>
 
+namespace ostrel {
+
 namespace {
 
 constexpr quint64 blockSize = 512; // in which the operating system counts what a file takes
@@ -141,3 +143,5 @@ void keepWastebasketLimits(const QString &wastebasket, const QDate &today, quint
         bytes -= log.bytes;
     }
 }
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 #include <system_error>
 #include <vector>
 
+namespace ostrel {
+
 /// Where the files of running logs go that the program throws away: a folder with one directory for each, named after
 /// the log's own and the day. There they stay for a month, unless all of them together take too much room. Only
 /// directories of such a name are touched, and only files of logs in them; no link is followed.
@@ -34,3 +36,5 @@ std::vector<DiscardedLog> discardedLogs(const QString &wastebasket,
 /// deleted stays.
 void keepWastebasketLimits(const QString &wastebasket, const QDate &today, quint64 mostBytes = wastebasketBytes,
                            FileOperations &operations = FileOperations::system());
+
+} // namespace ostrel

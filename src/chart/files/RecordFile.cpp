@@ -15,6 +15,8 @@
 #include <cerrno>
 #include <cstring>
 
+namespace ostrel {
+
 static_assert(std::endian::native == std::endian::little, "files hold numbers as they lie in memory");
 
 namespace {
@@ -31,7 +33,7 @@ constexpr quint64 blockSize = 512; // in which the operating system counts what 
 
 /// Puts values one behind the other, and takes them back.
 template <typename... T>
-void put(char *to, const T &...values) {
+void putAll(char *to, const T &...values) {
     ((std::memcpy(to, &values, sizeof values), to += sizeof values), ...);
 }
 template <typename... T>
@@ -61,8 +63,8 @@ quint32 headSum(const char *bytes, quint64 identity) {
 QByteArray FileHead::bytes() const {
     QByteArray bytes(size, '\0');
     std::memcpy(bytes.data(), magic, sizeof magic);
-    put(bytes.data() + sizeof magic, kind, version, identity, written, sequence, instance);
-    put(bytes.data() + checkedHead, crc32Of(0, bytes.constData(), checkedHead));
+    putAll(bytes.data() + sizeof magic, kind, version, identity, written, sequence, instance);
+    putAll(bytes.data() + checkedHead, crc32Of(0, bytes.constData(), checkedHead));
     return bytes;
 }
 
@@ -103,8 +105,8 @@ FileHead FileHead::of(quint32 kind, quint32 version) {
 }
 
 void RecordHead::put(char (&bytes)[size], quint64 identity) const {
-    ::put(bytes, kind, number, length, payloadSum);
-    ::put(bytes + size - sizeof(quint32), headSum(bytes, identity));
+    putAll(bytes, kind, number, length, payloadSum);
+    putAll(bytes + size - sizeof(quint32), headSum(bytes, identity));
 }
 
 std::optional<RecordHead> RecordHead::from(std::span<const char, size> bytes, quint64 identity) {
@@ -310,3 +312,5 @@ bool RecordReader::onlyZerosFrom(quint64 position) {
     }
     return true;
 }
+
+} // namespace ostrel

@@ -14,6 +14,8 @@
 #include <system_error>
 #include <vector>
 
+namespace ostrel {
+
 /// What all files of the chart are made of: a head that says what the file is, and checked records, all little-endian
 /// and on boundaries of eight bytes. docs/file-format.md describes them byte by byte.
 
@@ -158,3 +160,5 @@ private:
     quint64 bufferPosition_ = 0;
     std::size_t buffered_ = 0;
 };
+
+} // namespace ostrel

@@ -7,6 +7,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 bool RunDocument::LoadDataFile(const QString &FileName) {
     ChartData run;
     AxisValues axes;
@@ -41,3 +43,5 @@ void RunDocument::ClearData() {
     fileName_.clear();
     holdsNothing_ = false;
 }
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// A run that is read from files and kept in them. File names are any that the file system takes.
 class RunDocument : public Run {
 public:
@@ -29,3 +31,5 @@ private:
     QString fileName_;
     bool holdsNothing_ = false; // since a load failed: saving would empty a file that is only out of reach
 };
+
+} // namespace ostrel

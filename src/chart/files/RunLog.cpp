@@ -11,6 +11,8 @@
 
 #include <utility>
 
+namespace ostrel {
+
 qint16 RunLog::WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32, double DataFileSizeHours) {
     if (std::exchange(written_, run_.number()) != run_.number())
         writer_.close(); // what it wrote was another run's
@@ -70,3 +72,5 @@ void RunLog::setWastebasket(const QString &folder, std::function<QDate()> today)
     wastebasket_ = folder;
     today_ = std::move(today);
 }
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 
 #include <functional>
 
+namespace ostrel {
+
 /// The running log of one copy of the program: a directory that is filled from here alone. Its path comes with or
 /// without a separator at its end, and InstanceNumber may be any. A status of 0 is good.
 class RunLog {
@@ -50,3 +52,5 @@ private:
     QString wastebasket_;
     std::function<QDate()> today_;
 };
+
+} // namespace ostrel

@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QRegularExpression>
 
+namespace ostrel {
+
 QString logDirectory(const QString &path) { return path.isEmpty() ? QString() : QDir(path).absolutePath(); }
 
 QString logFileName(int number) { return QStringLiteral("Log%1.dat").arg(number, 5, 10, QLatin1Char('0')); }
@@ -45,3 +47,5 @@ void emptyLogDirectory(const QString &directory, FileOperations &operations) {
             operations.remove(QFile::encodeName(entry.filePath()).constData());
     }
 }
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <system_error>
 
+namespace ostrel {
+
 /// What the writer and the reader of a running log agree on. docs/file-format.md has every byte.
 ///
 /// The directory of a log holds data files Log00001.dat, Log00002.dat and so on, in the order in which they were begun.
@@ -34,3 +36,5 @@ bool belongsToLog(const QString &path, FileOperations &operations = FileOperatio
 /// Leaves nothing in the directory but folders, documents that the user saved into it, and what cannot be read at this
 /// moment.
 void emptyLogDirectory(const QString &directory, FileOperations &operations = FileOperations::system());
+
+} // namespace ostrel

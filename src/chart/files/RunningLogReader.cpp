@@ -15,6 +15,8 @@
 #include <limits>
 #include <utility>
 
+namespace ostrel {
+
 // How a log is put together: the data files of a directory are sorted by the run of the program that wrote them, and
 // within a run by the sample that they set in with. Samples are then taken in the order of their numbers; marks and
 // method texts are gathered with their numbers and sorted at the end of the run, since a failed call leaves some of
@@ -411,3 +413,5 @@ QStringList inWords(const std::vector<BadLogFile> &files) {
     }
     return lines;
 }
+
+} // namespace ostrel

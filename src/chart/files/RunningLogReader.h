@@ -11,6 +11,8 @@
 #include <system_error>
 #include <vector>
 
+namespace ostrel {
+
 /// A file of a running log that cannot be used.
 struct BadLogFile {
     QString path;
@@ -65,3 +67,5 @@ LogGlance glanceAtRunningLog(const QString &directory, FileOperations &operation
 
 /// The files in words, a line each.
 QStringList inWords(const std::vector<BadLogFile> &files);
+
+} // namespace ostrel

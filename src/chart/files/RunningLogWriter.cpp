@@ -11,6 +11,8 @@
 #include <cerrno>
 #include <new>
 
+namespace ostrel {
+
 namespace {
 
 constexpr double day = 24;
@@ -191,3 +193,5 @@ void RunningLogWriter::gather(RecordPieces &record) {
         file_.add(piece.data(), piece.size());
     ++recordNumber_;
 }
+
+} // namespace ostrel

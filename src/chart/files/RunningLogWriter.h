@@ -11,6 +11,8 @@
 #include <system_error>
 #include <vector>
 
+namespace ostrel {
+
 /// Keeps the log of a run on the disk: each call brings there what came since the last one that succeeded, title and
 /// notes as they are, in one write and one flush, and so costs the same at every length of the run.
 ///
@@ -59,3 +61,5 @@ private:
     std::optional<QString> safeNotes_;
     std::vector<DataFile> files_; ///< that hold it
 };
+
+} // namespace ostrel

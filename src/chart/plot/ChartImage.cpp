@@ -3,6 +3,8 @@
 
 #include "chart/plot/PlotPainter.h"
 
+namespace ostrel {
+
 namespace {
 
 constexpr float penRadius = 0.75F; // logical pixels
@@ -119,3 +121,5 @@ void ChartImage::placeNewMarks(const ChartData &data) {
     marks_ = placeMarks(data.marks, layout_, view_.theme);
     drawnMarks_ = data.marks.size();
 }
+
+} // namespace ostrel

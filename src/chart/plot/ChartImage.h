@@ -12,6 +12,8 @@
 
 #include <vector>
 
+namespace ostrel {
+
 /// How a chart is to look on the screen.
 struct ChartView {
     QSize size; ///< logical pixels
@@ -59,3 +61,5 @@ private:
     qint64 drawnSamples_ = 0;
     std::size_t drawnMarks_ = 0;
 };
+
+} // namespace ostrel

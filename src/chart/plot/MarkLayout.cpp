@@ -8,6 +8,8 @@
 #include <numeric>
 #include <tuple>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int mostLinesUp = 4;
@@ -120,3 +122,5 @@ QFont markFont(const PlotLayout &layout) {
     font.setWeight(QFont::DemiBold);
     return font;
 }
+
+} // namespace ostrel

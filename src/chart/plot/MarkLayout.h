@@ -9,6 +9,8 @@
 
 #include <vector>
 
+namespace ostrel {
+
 /// A mark as it stands on the time axis: a stroke, and above it its label where there is room for one.
 struct PlacedMark {
     QColor stroke;
@@ -26,3 +28,5 @@ std::vector<PlacedMark> placeMarks(const std::vector<EventMark> &marks, const Pl
                                    const PlotTheme &theme);
 
 QFont markFont(const PlotLayout &layout);
+
+} // namespace ostrel

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace ostrel {
+
 namespace {
 
 enum class Shown { Everything, NoAxisTitles, PlotOnly };
@@ -220,3 +222,5 @@ double PlotLayout::snapped(double place) const { return std::round(place * pixel
 double PlotLayout::hairWidth() const { return std::max(1.0, std::floor(pixelRatio / 2)) / pixelRatio; }
 
 double PlotLayout::lineWidth() const { return std::max(1.0, std::round(pixelRatio)) / pixelRatio; }
+
+} // namespace ostrel

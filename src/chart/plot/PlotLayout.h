@@ -9,6 +9,8 @@
 
 #include <vector>
 
+namespace ostrel {
+
 struct Tick {
     double place = 0;  ///< x or y, on a whole device pixel
     bool major = true; ///< has a grid line and, where there is room, a label
@@ -57,3 +59,5 @@ struct PlotLayout {
 
 inline constexpr double tickLength = 5;
 inline constexpr double minorTickLength = 3;
+
+} // namespace ostrel

@@ -4,6 +4,8 @@
 #include "chart/plot/TracePath.h"
 #include "chart/run/AxisTitles.h"
 
+namespace ostrel {
+
 namespace {
 
 constexpr double keyLength = 32;  // two dashes
@@ -138,3 +140,5 @@ void PlotPainter::traceKey(Trace trace) {
     traceLines(trace, {{{start, 0}, {start + keyLength, 0}}});
     painter_.restore();
 }
+
+} // namespace ostrel

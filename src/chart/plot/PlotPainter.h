@@ -11,6 +11,8 @@
 #include <span>
 #include <vector>
 
+namespace ostrel {
+
 /// Paints a chart's parts with any painter, in the layout's logical pixels: on screen all but the traces, which are
 /// drawn straight into the picture, on paper everything, as lines and texts.
 class PlotPainter {
@@ -40,3 +42,5 @@ private:
     const PlotLayout &layout_;
     const PlotTheme &theme_;
 };
+
+} // namespace ostrel

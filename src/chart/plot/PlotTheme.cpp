@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace ostrel {
+
 namespace {
 
 double luminance(const QColor &colour) {
@@ -53,3 +55,5 @@ QColor legible(const QColor &colour, const QColor &ground, double least) {
 }
 
 QColor colourFromBgr(qint32 bgr) { return {bgr & 0xff, (bgr >> 8) & 0xff, (bgr >> 16) & 0xff}; }
+
+} // namespace ostrel

@@ -4,6 +4,8 @@
 #include <QColor>
 #include <QPalette>
 
+namespace ostrel {
+
 /// The colours of a chart.
 struct PlotTheme {
     QColor ground;
@@ -31,3 +33,5 @@ QColor legible(const QColor &colour, const QColor &ground, double least);
 
 /// A colour given as 0xBBGGRR.
 QColor colourFromBgr(qint32 bgr);
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+namespace ostrel {
+
 namespace {
 
 constexpr double dotRadius = 3;
@@ -100,3 +102,5 @@ void Readout::paint(QPainter &painter, const PlotTheme &theme) const {
     column(condText(), QStringLiteral("000.00 mS/cm"), theme.cond);
     painter.restore();
 }
+
+} // namespace ostrel

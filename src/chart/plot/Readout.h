@@ -10,6 +10,8 @@
 
 #include <optional>
 
+namespace ostrel {
+
 /// What the run is at the pointer: a hair line, a dot on each trace, and time, UV and conductivity in a corner of the
 /// plot, "-" where there is no finite sample.
 class Readout {
@@ -35,3 +37,5 @@ private:
     bool known_ = false; // there is a sample at the pointer
     SamplePair sample_{};
 };
+
+} // namespace ostrel

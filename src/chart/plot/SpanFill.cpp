@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 using Eight = int __attribute__((vector_size(32)));
@@ -91,3 +93,5 @@ void releaseWideRegisters() {
 #else
 void releaseWideRegisters() {}
 #endif
+
+} // namespace ostrel

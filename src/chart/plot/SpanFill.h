@@ -5,6 +5,8 @@
 
 #include <array>
 
+namespace ostrel {
+
 /// The plot without traces: the colour of each column, and of each row that has a grid line (0 for the others).
 struct PlotGround {
     const QRgb *columns;
@@ -34,3 +36,5 @@ void fillRows(const PixelBlock &block, const BlockSpans &lower, const BlockSpans
 /// To be called before a stretch of our own arithmetic when Qt has painted before: it leaves the upper halves of the
 /// processor's wide registers in use, and that slows all narrower instructions down several times.
 void releaseWideRegisters();
+
+} // namespace ostrel

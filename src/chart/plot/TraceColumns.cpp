@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace ostrel {
+
 namespace {
 
 constexpr double smoothUpTo = 128;   // samples in a column; with more of them finer strips would not show
@@ -147,3 +149,5 @@ std::pair<int, int> TraceColumns::thicken(int first, int end) {
     }
     return {firstChanged, endChanged};
 }
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+namespace ostrel {
+
 enum Trace { UvTrace, CondTrace, traceCount };
 
 /// What both traces cover of a narrow upright strip, in pixels below the plot's upper edge: the tops of uv and cond,
@@ -70,3 +72,5 @@ private:
     std::vector<Strip> thin_;         // the bare line, `margin` strips earlier
     std::vector<Strip> covered_;
 };
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace ostrel {
+
 namespace {
 
 /// Points far outside the plot stand nearer: a line is dashed along its whole length, and an axis may be so short that
@@ -125,3 +127,5 @@ std::vector<QPolygonF> dashed(const std::vector<QPolygonF> &lines, double dash, 
         addDashes(line, dash, gap, dashes);
     return dashes;
 }
+
+} // namespace ostrel

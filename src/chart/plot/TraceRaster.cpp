@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int blockWidth = 16;
@@ -218,3 +220,5 @@ void TraceRaster::restore(QRgb *plot, int column, Rows rows, Rows kept) const {
             plot[row * stride_ + column] = ground().at(column, row);
     }
 }
+
+} // namespace ostrel

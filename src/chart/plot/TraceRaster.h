@@ -11,6 +11,8 @@
 #include <array>
 #include <vector>
 
+namespace ostrel {
+
 /// Draws the two traces straight into the pixels of an image, antialiased, UV over conductivity. It remembers for each
 /// column where its ink lies and erases nothing else.
 class TraceRaster {
@@ -62,3 +64,5 @@ private:
     std::array<QRgb, traceCount> colours_{};
     std::array<std::vector<Column>, traceCount> drawn_;
 };
+
+} // namespace ostrel

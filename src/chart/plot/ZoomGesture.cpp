@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+namespace ostrel {
+
 void ZoomGesture::press(const QPointF &place, const QRectF &plot) {
     active_ = plot.contains(place);
     plot_ = plot;
@@ -52,3 +54,5 @@ AxisValues axesOf(const QRectF &rectangle, const PlotLayout &layout) {
             .timeMin = time.min,
             .timeMax = time.max};
 }
+
+} // namespace ostrel

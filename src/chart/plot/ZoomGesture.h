@@ -8,6 +8,8 @@
 
 #include <optional>
 
+namespace ostrel {
+
 /// The rectangle that the operator draws on the plot to zoom in.
 class ZoomGesture {
 public:
@@ -35,3 +37,5 @@ private:
 /// The axes that a rectangle of the plot stands for. No axis gets so short that its values can no longer be told
 /// apart: 0.01 minute, 0.0001 AU, 0.01 mS/cm, and never less than the floats themselves allow.
 AxisValues axesOf(const QRectF &rectangle, const PlotLayout &layout);
+
+} // namespace ostrel

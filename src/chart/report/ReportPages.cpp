@@ -14,6 +14,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 namespace {
 
 // Lengths are points, 72 to an inch, unless a name tells otherwise.
@@ -183,3 +185,5 @@ private:
 bool paintReport(QPagedPaintDevice &device, const ReportContents &contents, const ReportOptions &options) {
     return Report(device, contents, options).paint();
 }
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 class QPagedPaintDevice;
 
+namespace ostrel {
+
 /// What a report tells of: the run with its title, method texts and notes, and how it is shown.
 struct ReportContents {
     const ChartData &data;
@@ -32,3 +34,5 @@ struct ReportOptions {
 /// Method and notes that are empty take no paper while there is anything else to print. With nothing chosen nothing is
 /// painted, which is good too. False when the device fails.
 bool paintReport(QPagedPaintDevice &device, const ReportContents &contents, const ReportOptions &options);
+
+} // namespace ostrel

@@ -4,6 +4,8 @@
 #include <QBuffer>
 #include <QPdfWriter>
 
+namespace ostrel {
+
 namespace {
 
 constexpr QLatin1String programName("Ostrel MS");
@@ -28,3 +30,5 @@ bool printReport(const ReportPrinter &printer, const ReportContents &contents, c
     const std::optional<QByteArray> document = reportAsPdf(printer.paper(), contents, options);
     return document && (document->isEmpty() || printer.print(*document, contents.data.title));
 }
+
+} // namespace ostrel

@@ -10,6 +10,8 @@
 #include <functional>
 #include <optional>
 
+namespace ostrel {
+
 /// The report as a PDF document: text that can be searched, its fonts with it. Empty when nothing is chosen, none when
 /// it cannot be painted.
 std::optional<QByteArray> reportAsPdf(const QPageLayout &paper, const ReportContents &contents,
@@ -26,3 +28,5 @@ struct ReportPrinter {
 /// Prints one copy. False when it cannot be painted or is not taken; with nothing chosen nothing is printed, which is
 /// good.
 bool printReport(const ReportPrinter &printer, const ReportContents &contents, const ReportOptions &options);
+
+} // namespace ostrel

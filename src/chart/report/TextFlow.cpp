@@ -4,6 +4,8 @@
 #include <QFontMetricsF>
 #include <QTextOption>
 
+namespace ostrel {
+
 namespace {
 
 constexpr double lineSpacing = 1.15;
@@ -63,3 +65,5 @@ void TextFlow::paint(QPainter &painter, const QPointF &corner, int page) const {
             line.text.draw(&painter, corner + QPointF(0, line.y));
     }
 }
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 #include <memory>
 #include <vector>
 
+namespace ostrel {
+
 /// Texts under headings, broken into lines and pages of one size. Long lines wrap, between words where they can; a
 /// heading is never left alone at the foot of a page. Lengths are those of the painter, as are the fonts' pixels.
 class TextFlow {
@@ -40,3 +42,5 @@ private:
     int current_ = 0; // page
     double y_ = 0;    // where the next line goes
 };
+
+} // namespace ostrel

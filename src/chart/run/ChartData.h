@@ -7,6 +7,8 @@
 
 #include <vector>
 
+namespace ostrel {
+
 /// A mark on the time axis: colour 0xBBGGRR, a negative height points the other way, time in minutes.
 struct EventMark {
     QString label;
@@ -33,3 +35,5 @@ struct ChartData {
     /// Minutes of the last sample, 0 without any.
     float lastTime() const { return samples.size() == 0 ? 0.0F : static_cast<float>(timeOf(samples.size() - 1)); }
 };
+
+} // namespace ostrel

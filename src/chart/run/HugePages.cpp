@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+namespace ostrel {
+
 std::shared_ptr<std::byte> hugePages(std::size_t size) {
     constexpr std::uintptr_t page = 1 << 21;
     const std::size_t mapped = size + page; // so that a boundary of such a page lies in it with enough behind
@@ -18,3 +20,5 @@ std::shared_ptr<std::byte> hugePages(std::size_t size) {
     ::madvise(begin, (size + page - 1) & ~(page - 1), MADV_HUGEPAGE);
     return {owner, begin};
 }
+
+} // namespace ostrel

@@ -4,9 +4,13 @@
 #include <QDateTime>
 #include <QString>
 
+namespace ostrel {
+
 /// As files, reports and tables bear a moment: 2026-11-21T07:31:49+01:00, in every locale. The offset is that of
 /// `when`'s own time zone.
 inline QString isoDate(const QDateTime &when) {
     const QString text = when.toOffsetFromUtc(when.offsetFromUtc()).toString(Qt::ISODate);
     return text.endsWith(QLatin1Char('Z')) ? text.chopped(1) + QLatin1String("+00:00") : text;
 }
+
+} // namespace ostrel

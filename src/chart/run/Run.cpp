@@ -9,6 +9,8 @@
 #include <new>
 #include <utility>
 
+namespace ostrel {
+
 namespace {
 
 constexpr qint16 outOfMemory = 1;
@@ -86,3 +88,5 @@ void Run::replace(ChartData data, const AxisValues &axes) {
         picture_->runReplaced();
     Redraw();
 }
+
+} // namespace ostrel

@@ -6,6 +6,8 @@
 
 #include <QString>
 
+namespace ostrel {
+
 /// What shows a run. It is told what has changed, and draws when it likes.
 class RunPicture {
 public:
@@ -86,3 +88,5 @@ private:
     int number_ = 0;
     RunPicture *picture_ = nullptr;
 };
+
+} // namespace ostrel

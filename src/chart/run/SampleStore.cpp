@@ -7,6 +7,8 @@
 #include <cstring>
 #include <new>
 
+namespace ostrel {
+
 namespace {
 
 /// Two pairs at a time and without a look at each sample, unless one of them is not finite.
@@ -138,3 +140,5 @@ void SampleStore::joinRange(const Chunk &chunk, int from, int to, Extent &extent
             extent.join(boxes[--to]);
     }
 }
+
+} // namespace ostrel

@@ -9,6 +9,8 @@
 #include <span>
 #include <vector>
 
+namespace ostrel {
+
 /// One sample of a run: UV in AU, conductivity in mS/cm.
 struct SamplePair {
     float uv;
@@ -99,3 +101,5 @@ private:
     Chunk *last_ = nullptr;
     qint64 size_ = 0;
 };
+
+} // namespace ostrel

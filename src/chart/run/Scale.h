@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <initializer_list>
 
+namespace ostrel {
+
 /// The six ends of a chart's axes, in AU, mS/cm and minutes.
 struct AxisValues {
     float uvMin = -0.2F;
@@ -75,3 +77,5 @@ struct TickSteps {
         return steps;
     }
 };
+
+} // namespace ostrel

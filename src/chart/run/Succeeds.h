@@ -3,6 +3,8 @@
 
 #include <new>
 
+namespace ostrel {
+
 /// Runs `operation`; running out of memory counts as its failure.
 template <typename Operation>
 bool succeeds(Operation operation) {
@@ -12,3 +14,5 @@ bool succeeds(Operation operation) {
         return false;
     }
 }
+
+} // namespace ostrel

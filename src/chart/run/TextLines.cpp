@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+namespace ostrel {
+
 QStringList linesOf(const QString &text) {
     static const QRegularExpression lineEnd(QStringLiteral("\r\n|[\n\r\f\v\\x{85}\\x{2028}\\x{2029}]"));
     static const QRegularExpression control(QStringLiteral("[\\x{00}-\\x{08}\\x{0e}-\\x{1f}\\x{7f}]"));
@@ -30,3 +32,5 @@ QStringList methodLines(const std::vector<MethodText> &texts) {
     }
     return lines;
 }
+
+} // namespace ostrel

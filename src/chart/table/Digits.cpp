@@ -4,6 +4,8 @@
 #include <array>
 #include <charconv>
 
+namespace ostrel {
+
 namespace {
 
 constexpr auto table = [] {
@@ -23,3 +25,5 @@ constinit const char *const fourDigits = table.data();
 char *writeSlowly(char *at, double value, int decimals) {
     return std::to_chars(at, at + longestNumber, value, std::chars_format::fixed, decimals).ptr;
 }
+
+} // namespace ostrel

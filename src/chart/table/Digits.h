@@ -7,6 +7,8 @@
 #include <cmath>
 #include <cstring>
 
+namespace ostrel {
+
 /// Writing numbers with a fixed number of decimals, many times faster than the library does and with the same digits.
 /// All functions answer the place behind the last character; `longestNumber` characters must be free.
 inline constexpr int longestNumber = 48;
@@ -68,3 +70,5 @@ inline char *writeFixed(char *at, float value) {
     const quint64 number = roundedWhole(size * parts); // a float so many times is exact in a double
     return decimals == 4 ? writeTenThousandths(at, number) : writeMillionths(at, number);
 }
+
+} // namespace ostrel

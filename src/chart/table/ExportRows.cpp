@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+namespace ostrel {
+
 namespace {
 
 constexpr double farthest = 2147483648.0; // in samples, 13 years: no run goes there
@@ -94,3 +96,5 @@ qint64 ExportRows::rowOf(float time) const {
     const bool leftOut = row <= count_ + 1 && first_ < end_ && time <= toldTime(end_ - 1);
     return leftOut ? count_ - 1 : count_;
 }
+
+} // namespace ostrel

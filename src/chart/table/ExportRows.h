@@ -3,6 +3,8 @@
 
 #include "chart/run/SampleStore.h"
 
+namespace ostrel {
+
 /// The samples of a stretch of time as the rows of a table at an even rate: exactly as many rows as were promised.
 ///
 /// The first row stands on the first sample of the stretch, the others follow at the rate's distance. A row's values
@@ -47,3 +49,5 @@ private:
     double perRow_ = 1; // samples from a row to the next
     qint64 count_ = 0;
 };
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cstring>
 
+namespace ostrel {
+
 namespace {
 
 /// In one line; a formula's first character behind an apostrophe; in quotes where a reader would break the cell.
@@ -60,3 +62,5 @@ std::error_code SheetWriter::commit() {
     flush();
     return file_.commit();
 }
+
+} // namespace ostrel

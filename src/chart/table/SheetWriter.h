@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QStringList>
 
+namespace ostrel {
+
 /// Writes a table as a text file that spreadsheets open: UTF-8 with its mark, cells parted by tabs, rows ended by
 /// CR LF. Whatever a text holds, it stays within its cell and is not taken for a formula: docs/text-export.md.
 class SheetWriter {
@@ -42,3 +44,5 @@ private:
     QByteArray buffer_;
     qsizetype used_ = 0;
 };
+
+} // namespace ostrel

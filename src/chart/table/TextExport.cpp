@@ -12,6 +12,8 @@
 #include <cmath>
 #include <cstring>
 
+namespace ostrel {
+
 namespace {
 
 constexpr int uvDecimals = 6; // a millionth of an AU: on the finest scale a thousandth of its height
@@ -223,3 +225,5 @@ std::error_code exportText(const QString &path, const ChartData &data, const Exp
         writeMethod();
     return sheet.commit();
 }
+
+} // namespace ostrel

@@ -8,6 +8,8 @@
 
 #include <system_error>
 
+namespace ostrel {
+
 enum class MethodPosition { BeforeData, AfterData, SeparateColumn };
 
 /// What goes into a text file for a spreadsheet.
@@ -29,3 +31,5 @@ struct ExportOptions {
 /// Writes a run as a table: docs/text-export.md. On an error (errno) the old file stands untouched.
 std::error_code exportText(const QString &path, const ChartData &data, const ExportOptions &options,
                            FileOperations &operations = FileOperations::system());
+
+} // namespace ostrel

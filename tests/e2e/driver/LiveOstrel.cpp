@@ -18,6 +18,8 @@
 #include <stdexcept>
 #include <utility>
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 using namespace inside;
 

@@ -14,6 +14,8 @@
 #include <optional>
 #include <ostream>
 
+using namespace ostrel;
+
 inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
 
 /// For the functions that are run in the recorder.

@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <stdexcept>
 
+using namespace ostrel;
+
 using namespace std::chrono_literals;
 
 namespace {
