@@ -11,8 +11,6 @@
 #include <functional>
 #include <vector>
 
-using namespace ostrel;
-
 /// A window of the test's own: it keeps a log of what it was told.
 class FakeWindow : public AcquisitionWindow, public SetupDialog {
 public:

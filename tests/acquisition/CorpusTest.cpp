@@ -3,6 +3,4 @@
 
 #include "fuzz/StreamScenario.h"
 
-using namespace ostrel;
-
 TEST(Corpus, EveryKnownScenarioHoldsTogether) { playCorpus<StreamScenario>(QStringLiteral(STREAM_CORPUS)); }

@@ -9,8 +9,6 @@
 
 #include <ostream>
 
-using namespace ostrel;
-
 inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
 
 /// An instrument on the line whose stream has been recognised; nothing is recorded yet and logging is on.

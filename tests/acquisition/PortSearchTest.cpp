@@ -3,8 +3,6 @@
 
 #include "acquisition/LinkedTest.h"
 
-using namespace ostrel;
-
 namespace {
 
 constexpr int Missing = ErrorNumber::InvalidPortNumber;

@@ -3,8 +3,6 @@
 
 #include <random>
 
-using namespace ostrel;
-
 using namespace std::chrono_literals;
 
 namespace {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/LinkedTest.h"
 
-using namespace ostrel;
-
 using namespace std::chrono_literals;
 
 class RecordingSessionTest : public LinkedTest {};

@@ -2,8 +2,6 @@
 #include "acquisition/LinkedTest.h"
 #include "fakes/AllocationProbe.h"
 
-using namespace ostrel;
-
 class SampleIntakeTest : public LinkedTest {};
 
 TEST_F(SampleIntakeTest, ARunThatIsReportedByBlocks) {

@@ -3,8 +3,6 @@
 
 #include <bit>
 
-using namespace ostrel;
-
 namespace {
 
 QByteArray bytes(std::initializer_list<int> values) {

@@ -5,8 +5,6 @@
 
 #include <ostream>
 
-using namespace ostrel;
-
 namespace {
 
 struct State {

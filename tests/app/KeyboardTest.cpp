@@ -8,8 +8,6 @@
 
 #include <set>
 
-using namespace ostrel;
-
 namespace {
 
 /// What an operator without a mouse, or without sight, would miss in a window.

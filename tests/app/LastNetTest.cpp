@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
 
-using namespace ostrel;
-
 namespace {
 
 class LastNetTest : public testing::Test, protected ProgramFixture {};

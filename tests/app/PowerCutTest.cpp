@@ -10,8 +10,6 @@
 #include <algorithm>
 #include <optional>
 
-using namespace ostrel;
-
 namespace {
 
 /// What is left of a disk: the content of each file by its path, and the folders, which have none.

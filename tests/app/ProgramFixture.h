@@ -10,6 +10,7 @@
 #include "forms/Shapes.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QListWidget>
 #include <QPrinter>
@@ -19,8 +20,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-
-using namespace ostrel;
 
 using namespace std::chrono_literals;
 
@@ -88,6 +87,16 @@ public:
     bool usable(const QString &control) { return find<QWidget>(control)->isEnabled(); }
     bool pressed(const QString &action) { return find<QAction>(action)->isChecked(); }
     bool led() { return find<Led>("ShapeReciveLed")->FillColor() == QColor(0, 255, 0); }
+    /// What the operator does in the form that a command brings up; it is closed if it is still there.
+    void inForm(const QString &command, const std::function<void(QDialog &)> &act) {
+        meanwhile([act] {
+            auto &form = dynamic_cast<QDialog &>(*QApplication::activeModalWidget());
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
+            act(form);
+            form.close();
+        });
+        trigger(command);
+    }
     /// What the operator does once a modal dialog is up.
     void meanwhile(std::function<void()> act) { QTimer::singleShot(0, qApp, std::move(act)); }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
 
-using namespace ostrel;
-
 namespace {
 
 /// Starts that are not like every day's.

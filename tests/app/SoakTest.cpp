@@ -6,8 +6,6 @@
 
 #include <bit>
 
-using namespace ostrel;
-
 namespace {
 
 constexpr int hours = 72;

@@ -17,8 +17,6 @@
 
 #include <csignal>
 
-using namespace ostrel;
-
 namespace {
 
 /// An archive of one run of two minutes, with a mark and a method. The program is called in its folder.

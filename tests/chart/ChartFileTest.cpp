@@ -9,8 +9,6 @@
 
 #include <bit>
 
-using namespace ostrel;
-
 namespace {
 
 using enum ChartFileFault;

@@ -4,8 +4,6 @@
 #include "chart/RunFiles.h"
 #include "chart/files/RecordFile.h"
 
-using namespace ostrel;
-
 namespace {
 
 const QDate today(2026, 11, 22);

@@ -11,8 +11,6 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-using namespace ostrel;
-
 /// The samples, bit for bit.
 inline QByteArray print(const SampleStore &samples) {
     QByteArray bytes;

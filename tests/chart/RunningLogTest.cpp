@@ -11,8 +11,6 @@
 #include <bit>
 #include <map>
 
-using namespace ostrel;
-
 namespace {
 
 using namespace testing;

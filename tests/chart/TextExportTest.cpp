@@ -13,8 +13,6 @@
 #include <cfloat>
 #include <random>
 
-using namespace ostrel;
-
 namespace {
 
 struct TextExport : testing::Test {

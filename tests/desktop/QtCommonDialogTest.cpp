@@ -11,8 +11,6 @@
 #include <QtWidgets>
 #include <sys/stat.h>
 
-using namespace ostrel;
-
 namespace {
 
 constexpr auto Unasked = QMessageBox::NoButton;

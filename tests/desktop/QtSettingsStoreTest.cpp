@@ -9,8 +9,6 @@
 
 #include <QSettings>
 
-using namespace ostrel;
-
 namespace {
 
 // clang-format off

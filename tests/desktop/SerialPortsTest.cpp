@@ -4,8 +4,6 @@
 #include "fakes/FakePlatform.h"
 #include "fakes/TestFolder.h"
 
-using namespace ostrel;
-
 namespace {
 
 TEST(SerialPortsTest, realPortsComeInNaturalOrderOnBoardFirstAndThoseOfTheSettingsBeforeThem) {

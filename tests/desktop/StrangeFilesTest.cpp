@@ -12,8 +12,6 @@
 
 #include <functional>
 
-using namespace ostrel;
-
 namespace {
 
 QString descriptionOf(const std::function<void()> &body) {

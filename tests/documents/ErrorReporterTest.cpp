@@ -9,8 +9,6 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-using namespace ostrel;
-
 namespace {
 
 class ErrorReporterTest : public testing::Test {

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
 
-using namespace ostrel;
-
 namespace {
 
 /// The commands on files. A name in a folder that is not there can neither be read nor written.

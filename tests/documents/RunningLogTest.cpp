@@ -1,18 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
 
-using namespace ostrel;
-
 namespace {
 
 class RunningLogTest : public StartedProgram {
 protected:
-    QString logMarks() {
-        QStringList labels;
-        for (const EventMark &mark : chart(5).run().data().marks)
-            labels << mark.label;
-        return labels.join(' ');
-    }
     void save(const QString &file) {
         ComDlg.answers = {file};
         trigger("mnuSaveLog");
@@ -54,7 +46,7 @@ TEST_F(RunningLogTest, loggingBeginsAtOnceWhenDataComeInAndCountsAsTheRecorderDo
     play(". .");
     EXPECT_EQ(chart(5).SampleCount(), logged); // the run is paused
     play("R1 . E2 . R0 . .");
-    EXPECT_EQ(logMarks().right(3), "3 E");
+    EXPECT_EQ(marks(5).right(3), "3 E");
     EXPECT_EQ(marks(), "S 1 2 P 3 E");
 }
 

@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-using namespace ostrel;
-
 namespace {
 
 class SettingsTest : public testing::Test {

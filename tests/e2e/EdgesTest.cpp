@@ -11,8 +11,6 @@
 
 #include <csignal>
 
-using namespace ostrel;
-
 using namespace std::chrono_literals;
 
 namespace {

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-using namespace ostrel;
-
 using namespace std::chrono_literals;
 
 namespace {

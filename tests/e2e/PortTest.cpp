@@ -9,8 +9,6 @@
 
 #include <csignal>
 
-using namespace ostrel;
-
 using namespace std::chrono_literals;
 
 namespace {

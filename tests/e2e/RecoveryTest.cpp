@@ -9,8 +9,6 @@
 #include <csignal>
 #include <deque>
 
-using namespace ostrel;
-
 using namespace std::chrono_literals;
 
 namespace {

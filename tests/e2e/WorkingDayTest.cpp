@@ -8,8 +8,6 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-using namespace ostrel;
-
 using namespace std::chrono_literals;
 
 namespace {

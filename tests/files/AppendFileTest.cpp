@@ -4,8 +4,6 @@
 #include "fakes/FaultyDisk.h"
 #include "fakes/TestFolder.h"
 
-using namespace ostrel;
-
 namespace {
 
 class AppendFileTest : public testing::Test {

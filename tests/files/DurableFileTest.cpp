@@ -7,8 +7,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace ostrel;
-
 namespace {
 
 class DurableFileTest : public testing::Test {

@@ -7,8 +7,6 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-using namespace ostrel;
-
 namespace {
 
 class PlainFileTest : public testing::Test {

@@ -11,8 +11,6 @@
 #include <algorithm>
 #include <cstring>
 
-using namespace ostrel;
-
 /// Puts right every checksum of a file of the chart, as far as its lengths make sense, and cuts these to what the file
 /// holds: chance would never find the way to what the checksums protect.
 inline void mendChecksums(std::span<std::uint8_t> file) {

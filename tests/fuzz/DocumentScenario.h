@@ -7,8 +7,6 @@
 #include <cmath>
 #include <vector>
 
-using namespace ostrel;
-
 /// Reads arbitrary bytes as a data file, as they are and with every checksum put right, which leads to what the
 /// checksums protect. Whatever they are, a refused file leaves everything as it was, a good one survives being saved
 /// and loaded again, and what is handed over is in keeping with the file's size. Throws std::logic_error otherwise.

@@ -7,8 +7,6 @@
 
 #include <vector>
 
-using namespace ostrel;
-
 /// Reads arbitrary bytes as two data files in the directory of a running log. The first byte tells which of them have
 /// right checksums, the next two how long the first is. Whatever they are, what is found is in keeping with their size,
 /// and a glance sees whether anything is or was. Throws std::logic_error otherwise.

@@ -9,8 +9,6 @@
 #include <algorithm>
 #include <optional>
 
-using namespace ostrel;
-
 /// Plays arbitrary bytes as a scenario: each step's first byte says what happens on the line, on the clock or at the
 /// operator's hand, the bytes behind it are what it needs. Whatever they are, the ring and the charts must hold
 /// together; a scenario that breaks them throws std::logic_error.

@@ -4,26 +4,15 @@
 #include <QCheckBox>
 #include <QLineEdit>
 
-using namespace ostrel;
-
 namespace {
 
 /// The print window over the recorder's chart, and what the printer gets.
 class PrintRunTest : public StartedProgram {
 protected:
-    void inPrint(const std::function<void(QDialog &)> &operation) {
-        meanwhile([operation] {
-            auto &form = dynamic_cast<QDialog &>(*QApplication::activeModalWidget());
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
-            operation(form);
-            form.close();
-        });
-        trigger("mnuPrint");
-    }
     /// What is printed after clicks on these boxes and Ok: the names of the copies.
     QString printed(const QStringList &boxes = {}) {
         ComDlg.printed.clear();
-        inPrint([&](QDialog &) {
+        inForm("mnuPrint", [&](QDialog &) {
             for (const QString &name : boxes + QStringList{"cmdOk"})
                 click(name);
         });
@@ -63,7 +52,7 @@ TEST_F(PrintRunTest, AReportThatTheSpoolerRefusesIsToldForEachCopy) {
 }
 
 TEST_F(PrintRunTest, ChromatogramAndItsTracesFollowEachOther) {
-    inPrint([this](QDialog &form) {
+    inForm("mnuPrint", [this](QDialog &form) {
         const auto after = [&](const QStringList &clicked) {
             for (const QString &name : clicked)
                 click(name);
@@ -99,12 +88,12 @@ TEST_F(PrintRunTest, WhatIsTickedIsPrinted) {
 }
 
 TEST_F(PrintRunTest, AnEditedTitleStaysWithTheChartUnlessCancelled) {
-    inPrint([this](QDialog &form) {
+    inForm("mnuPrint", [this](QDialog &form) {
         find<QLineEdit>("txtTitel")->setText("other");
         QTest::keyClick(&form, Qt::Key_Escape);
     });
     EXPECT_EQ(chart(0).ChartTitle(), "Chart Recorder");
-    inPrint([](QDialog &form) {
+    inForm("mnuPrint", [](QDialog &form) {
         EXPECT_EQ(QApplication::focusWidget()->objectName(), "txtTitel");
         QTest::keyClicks(QApplication::focusWidget(), "Run 8");
         QTest::keyClick(&form, Qt::Key_Return);

@@ -5,23 +5,12 @@
 #include <QLabel>
 #include <QLocale>
 
-using namespace ostrel;
-
 namespace {
 
 class frmExportTest : public StartedProgram {
 protected:
     frmExportTest() { give(10); }
 
-    void inExport(const std::function<void(QDialog &)> &operation) {
-        meanwhile([operation] {
-            auto &form = dynamic_cast<QDialog &>(*QApplication::activeModalWidget());
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
-            operation(form);
-            form.close();
-        });
-        trigger("mnuExport");
-    }
     void pick(const char *rate) {
         auto &list = *find<QComboBox>("cmbSamlingRate");
         list.setCurrentText(QLatin1String(rate));
@@ -35,7 +24,7 @@ protected:
     QString points(float minutes, const char *rate, const char *region = "optDataRegion(1)") {
         give(minutes);
         QString shown;
-        inExport([&](QDialog &) {
+        inForm("mnuExport", [&](QDialog &) {
             pick(rate);
             click(region);
             shown = find<QLabel>("lblNumPoints")->text();
@@ -64,7 +53,7 @@ TEST_F(frmExportTest, CountsPoints) {
 TEST_F(frmExportTest, ComesUpWithTheWholeRun) {
     give(12.345F);
     zoom(3, 20);
-    inExport([this](QDialog &form) {
+    inForm("mnuExport", [this](QDialog &form) {
         EXPECT_EQ(find<QAbstractButton>("optDataRegion(1)")->text(),
                   "All Data               (Time:  0.00  to  12.35  minutes) "); // 12.3467
         EXPECT_EQ(find<QAbstractButton>("optDataRegion(0)")->text(),
@@ -81,7 +70,7 @@ TEST_F(frmExportTest, ExportsWhatIsChosen) {
     zoom(2.5F, 4.5F);
     exportDialog.answers = {path("run.txt")};
     prompts.pointerChanges = 0;
-    inExport([this](QDialog &form) {
+    inForm("mnuExport", [this](QDialog &form) {
         clickAll({"optMethodPos(2)", "chkMethod", "chkEvents", "optDataRegion(0)"});
         EXPECT_FALSE(usable("optMethodPos(2)"));
         EXPECT_TRUE(usable("lblPosition"));
@@ -100,7 +89,7 @@ TEST_F(frmExportTest, ExportsWhatIsChosen) {
 
 TEST_F(frmExportTest, TellsAFailureAndLeavesNoHourglass) {
     exportDialog.answers = {path("none/run.txt")};
-    inExport([this](QDialog &form) {
+    inForm("mnuExport", [this](QDialog &form) {
         click("cmdExport");
         EXPECT_FALSE(form.isVisible());
     });
@@ -109,7 +98,7 @@ TEST_F(frmExportTest, TellsAFailureAndLeavesNoHourglass) {
 }
 
 TEST_F(frmExportTest, ExportsOnlySomething) {
-    inExport([this](QDialog &form) {
+    inForm("mnuExport", [this](QDialog &form) {
         clickAll({"chkUV", "chkCond", "chkEvents", "chkNotes"});
         EXPECT_TRUE(usable("cmdExport"));
         click("chkMethod");

@@ -4,8 +4,6 @@
 #include "chart/files/RunLog.h"
 #include "chart/files/RunningLogFiles.h"
 
-using namespace ostrel;
-
 namespace {
 
 /// Starts that find logs of earlier runs, which bear the name of their directory as notes.

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
 
-using namespace ostrel;
-
 namespace {
 
 /// The notes of a file in front.

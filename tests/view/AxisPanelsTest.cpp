@@ -4,8 +4,6 @@
 
 #include <QLocale>
 
-using namespace ostrel;
-
 namespace {
 
 class AxisPanelsTest : public StartedProgram {

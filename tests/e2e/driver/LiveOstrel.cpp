@@ -18,8 +18,6 @@
 #include <stdexcept>
 #include <utility>
 
-using namespace ostrel;
-
 using namespace std::chrono_literals;
 using namespace inside;
 

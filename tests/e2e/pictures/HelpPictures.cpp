@@ -10,8 +10,6 @@
 #include <cstdio>
 #include <stdexcept>
 
-using namespace ostrel;
-
 using namespace std::chrono_literals;
 
 namespace {
