@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
 #include "app/Ostrel.h"
 
-using namespace ostrel;
-
-int main(int argc, char **argv) { return runOstrel(argc, argv); }
+int main(int argc, char **argv) { return ostrel::runOstrel(argc, argv); }

@@ -10,8 +10,8 @@ namespace ostrel {
 
 namespace {
 
-/// Points far outside the plot stand nearer: a line is dashed along its whole length, and an axis may be so short that
-/// the next sample lies out of all bounds.
+/// Points far outside the plot are moved nearer: a line is dashed along its whole length, and an axis may be so short
+/// that the next sample lies out of all bounds.
 class Path {
 public:
     explicit Path(const PlotLayout &layout) : room_(roomAround(layout.plot)) {}

@@ -75,7 +75,7 @@ public:
     /// Which run it is, counted from 0: another one whenever the data are cleared or replaced.
     int number() const { return number_; }
 
-    /// None: nothing is shown. The picture is not owned; it takes itself away before it ends.
+    /// None: nothing is shown. The picture is not owned and must live as long as the run is used.
     void setPicture(RunPicture *picture) { picture_ = picture; }
 
 protected:
