@@ -26,9 +26,6 @@ TEST(QtTimerTest, enablingARunningTimerLeavesItsCountdownAlone) {
     timer.setEnabled(true);
     QTest::qWait(120);
     EXPECT_EQ(ticks, 1);
-    timer.setEnabled(false);
-    QTest::qWait(220);
-    EXPECT_EQ(ticks, 1);
 }
 
 class QtPromptsTest : public testing::Test {
@@ -45,13 +42,6 @@ protected:
     QtPrompts prompts;
 };
 
-TEST_F(QtPromptsTest, aBoxShowsItsTextAsItStands) {
-    show({"a <b>\rb\r\nc", BoxIcon::None, "Data is not saved"}, [](QMessageBox &window) {
-        EXPECT_EQ(window.windowTitle() + window.text(), "Data is not saveda <b>\nb\nc");
-        window.close();
-    });
-}
-
 TEST_F(QtPromptsTest, defaultButtonsCountFromTheLeftAndClosingIsCancelOrTheOnlyOne) {
     const auto answer = [this](BoxButtons buttons, int defaultButton, void (*act)(QMessageBox &)) {
         return show({"?", BoxIcon::Question, "", buttons, defaultButton}, act);
@@ -63,14 +53,15 @@ TEST_F(QtPromptsTest, defaultButtonsCountFromTheLeftAndClosingIsCancelOrTheOnlyO
     EXPECT_EQ(answer(BoxButtons::Ok, 1, pressEscape), BoxAnswer::Ok);
 }
 
-TEST_F(QtPromptsTest, theMousePointerGoesBackHoweverOftenItWasSet) {
+TEST_F(QtPromptsTest, aBoxShowsItsTextAsItStandsAndThePointerGoesBackHoweverOftenItWasSet) {
     prompts.setMousePointer(MousePointer::Hourglass);
     prompts.setMousePointer(MousePointer::Hourglass);
-    show({"damaged", BoxIcon::None, ""}, [](QMessageBox &window) {
-        EXPECT_EQ(window.windowTitle(), "Ostrel MS");
-        EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
-        window.close();
-    });
+    for (const auto &[caption, title] : {std::pair("", "Ostrel MS"), {"Not saved", "Not saved"}})
+        show({"a <b>\rb\r\nc", BoxIcon::None, caption}, [&](QMessageBox &window) {
+            EXPECT_EQ(window.windowTitle() + window.text(), title + QString("a <b>\nb\nc"));
+            EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+            window.close();
+        });
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
     prompts.setMousePointer(MousePointer::Default);
     prompts.setMousePointer(MousePointer::Default);

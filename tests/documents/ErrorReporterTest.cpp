@@ -2,11 +2,9 @@
 #include "documents/ErrorReporter.h"
 
 #include "base/Numbers.h"
-#include "base/Steps.h"
 #include "fakes/FakePlatform.h"
+#include "fakes/TestFolder.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace {
@@ -17,15 +15,11 @@ protected:
         for (const char *command : {"mnuStop", "mnuLogOff"})
             commands.bind(command, [=, this] { ran << command; });
     }
-    QString log() const {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    }
+    QString log() const { return folder.content("ChartErr.log"); }
     /// The entry that the log must hold for one message.
     QString entry(const QString &message) const { return generalDate(clock.now()) + "\r\n" + message + "\r\n"; }
 
-    QTemporaryDir folder;
-    QString path = folder.filePath("ChartErr.log");
+    TestFolder folder;
     LinkState link;
     CurrentError error;
     FakePrompts prompts;
@@ -33,7 +27,7 @@ protected:
     QStringList ran;
     FakeSerialControl ComPort;
     FakeClock clock;
-    ErrorReporter reporter{link, prompts, commands, {error, ComPort, clock}, path};
+    ErrorReporter reporter{link, prompts, commands, {error, ComPort, clock}, folder.at("ChartErr.log")};
 };
 
 TEST_F(ErrorReporterTest, aDecodingErrorIsLoggedWithItsDumpAndEndsTheSync) {
@@ -56,37 +50,24 @@ TEST_F(ErrorReporterTest, outOfMemoryStopsEverythingOnceItsBoxIsRead) {
     ASSERT_EQ(prompts.shown.size(), 1U);
     EXPECT_EQ(prompts.shown[0].caption, "");
     EXPECT_EQ(ran, (QStringList{"mnuStop", "mnuLogOff"}));
-    EXPECT_EQ(log(), "");
+    EXPECT_EQ(log(), "missing");
 }
 
-TEST_F(ErrorReporterTest, numbersWithoutAnEntryAreLoggedByTheirDescription) {
-    QString expected;
+TEST_F(ErrorReporterTest, lineChangesAndCharacterErrorsAreSilentAndAllElseIsLoggedByItsDescription) {
+    for (const int code : {1, 4, 5, 6, 7, 1004, 1009})
+        reporter.HandelError(code);
+    ComPort.pretendedCount = 32000;
+    reporter.HandelError(3);
+    EXPECT_EQ(prompts.beeps, 0);
+    ComPort.pretendedCount = 32001;
+    reporter.HandelError(3);
+    QString expected = entry("ERROR - Communication buffer full.");
     for (const int code : {-26, -23, -9, 0, 2, 8, 53, 1005, 8002}) {
         reporter.HandelError(code);
         expected += entry(RunTimeError::describe(code));
     }
     EXPECT_EQ(log(), expected);
     EXPECT_TRUE(prompts.shown.empty());
-}
-
-TEST_F(ErrorReporterTest, lineChangesAndCharacterErrorsAreSilent) {
-    for (const int code : {1, 4, 5, 6, 7, 1004, 1009})
-        reporter.HandelError(code);
-    ComPort.pretendedCount = 32000;
-    reporter.HandelError(3);
-    EXPECT_EQ(prompts.beeps, 0);
-    EXPECT_EQ(log(), "");
-
-    ComPort.pretendedCount = 32001;
-    reporter.HandelError(3);
-    EXPECT_EQ(log(), entry("ERROR - Communication buffer full."));
-}
-
-TEST_F(ErrorReporterTest, aLogThatCannotBeWrittenFliesOn) {
-    const ErrorReporter::Reads reads{error, ComPort, clock};
-    ErrorReporter broken(link, prompts, commands, reads, folder.filePath("missing/ChartErr.log"));
-    EXPECT_NE(errorNumberOf([&] { broken.HandelError(-13); }), 0);
-    EXPECT_EQ(prompts.beeps, 1);
 }
 
 } // namespace
