@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "fakes/TestFolder.h"
 #include "simulator/SimulatorOptions.h"
 
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 using namespace ostrel;
 
@@ -15,18 +13,14 @@ class CommandLine : public testing::Test {
 protected:
     CommandLine() {
         shell.setWorkingDirectory(folder.path());
-        write("run.velquin", "wait 0.2s\n");
-        write("raw", "\x96");
-        write("old", "an older record");
-        write("bell", "start\nwait\a");
+        folder.lay("run.velquin", "wait 0.2s\n");
+        folder.lay("raw", "\x96");
+        folder.lay("old", "an older record");
+        folder.lay("bell", "start\nwait\a");
         run("ln run.velquin hard; ln -s run.velquin soft; mkfifo pipe; mkdir sub");
         run("ln -s /dev/null /dev/full /dev/stdout ."); // links, so that no fault can take the devices themselves away
     }
 
-    void write(const char *name, const QByteArray &content) const {
-        QFile file{folder.filePath(name)};
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    }
     void run(const QString &line) {
         shell.start("sh", {"-c", line});
         EXPECT_TRUE(shell.waitForFinished()) << line.toStdString();
@@ -39,7 +33,7 @@ protected:
         return QString{"%1: %2"}.arg(shell.exitCode()).arg(line).toStdString();
     }
 
-    QTemporaryDir folder;
+    TestFolder folder;
     QProcess shell;
     QByteArray output;
 };
