@@ -35,22 +35,22 @@ protected:
         QTimer::singleShot(0, qApp, [&] { act(dynamic_cast<QMessageBox &>(*QApplication::activeModalWidget())); });
         return prompts.show(box);
     }
-    static void pressDefault(QMessageBox &window) { window.defaultButton()->click(); }
-    static void pressEscape(QMessageBox &window) { QTest::keyClick(&window, Qt::Key_Escape); }
-    static void closeBox(QMessageBox &window) { window.close(); }
 
     QtPrompts prompts;
 };
 
-TEST_F(QtPromptsTest, defaultButtonsCountFromTheLeftAndClosingIsCancelOrTheOnlyOne) {
-    const auto answer = [this](BoxButtons buttons, int defaultButton, void (*act)(QMessageBox &)) {
-        return show({"?", BoxIcon::Question, "", buttons, defaultButton}, act);
-    };
-    EXPECT_EQ(answer(BoxButtons::YesNo, 2, pressDefault), BoxAnswer::No);
-    EXPECT_EQ(answer(BoxButtons::YesNoCancel, 1, pressDefault), BoxAnswer::Yes);
-    EXPECT_EQ(answer(BoxButtons::YesNoCancel, 1, closeBox), BoxAnswer::Cancel);
-    EXPECT_EQ(answer(BoxButtons::OkCancel, 2, pressDefault), BoxAnswer::Cancel);
-    EXPECT_EQ(answer(BoxButtons::Ok, 1, pressEscape), BoxAnswer::Ok);
+TEST_F(QtPromptsTest, defaultButtonsCountFromTheLeftAndEscapeIsCancelOrTheOnlyOne) {
+    using enum BoxAnswer;
+    const std::tuple<BoxButtons, int, Qt::Key, BoxAnswer> rows[] = {
+        {BoxButtons::YesNo, 2, Qt::Key_Return, No},
+        {BoxButtons::YesNoCancel, 1, Qt::Key_Return, Yes},
+        {BoxButtons::YesNoCancel, 1, Qt::Key_Escape, Cancel},
+        {BoxButtons::OkCancel, 2, Qt::Key_Return, Cancel},
+        {BoxButtons::Ok, 1, Qt::Key_Escape, Ok}};
+    for (const auto &[buttons, defaultButton, key, answer] : rows)
+        EXPECT_EQ(show({"?", BoxIcon::Question, "", buttons, defaultButton},
+                       [key = key](QMessageBox &window) { QTest::keyClick(&window, key); }),
+                  answer);
 }
 
 TEST_F(QtPromptsTest, aBoxShowsItsTextAsItStandsAndThePointerGoesBackHoweverOftenItWasSet) {

@@ -36,13 +36,11 @@ TEST_F(DurableFileTest, aFileGivenUpLeavesNothing) {
 
 TEST_F(DurableFileTest, permissionsAndLinksStay) {
     folder.lay("run.chd", "old");
-    ASSERT_EQ(::chmod(folder.native("run.chd").constData(), 0640), 0);
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::Permissions(0x6040)));
     const QString link = folder.at("link.chd");
     ASSERT_TRUE(QFile::link("run.chd", link));
     EXPECT_FALSE(replaceFile(link, "new"));
-    struct stat now {};
-    ASSERT_EQ(::stat(folder.native("run.chd").constData(), &now), 0);
-    EXPECT_EQ(now.st_mode & 07777, 0640U);
+    EXPECT_EQ(int(QFile::permissions(path) & 0xF0FF), 0x6040);
     EXPECT_TRUE(QFileInfo(link).isSymLink());
     EXPECT_EQ(replaceFile(link, "newer", FileOperations::system(), Links::Refuse).message(), "is a symbolic link");
     EXPECT_EQ(content(), "new");
@@ -53,11 +51,9 @@ TEST_F(DurableFileTest, onlyPlainFilesInWritablePlacesAreReplaced) {
     EXPECT_EQ(replaceFile(folder.at("none/run.chd"), "x").value(), ENOENT);
     ASSERT_EQ(::mkfifo(folder.native("run.chd").constData(), 0600), 0);
     EXPECT_EQ(replaceFile(path, "x").message(), "is a named pipe");
-    if (::geteuid() == 0)
-        GTEST_SKIP() << "root may write every file";
     folder.lay("kept");
     ASSERT_EQ(::chmod(folder.native("kept").constData(), 0444), 0);
-    EXPECT_EQ(replaceFile(folder.at("kept"), "x").value(), EACCES);
+    EXPECT_EQ(replaceFile(folder.at("kept"), "x").value(), ::geteuid() == 0 ? 0 : EACCES); // root may
 }
 
 } // namespace
