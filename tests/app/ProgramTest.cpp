@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
+#include "chart/files/RecordFile.h"
+#include "chart/files/RunningLogFiles.h"
 
 namespace {
 
@@ -91,6 +93,22 @@ TEST_F(StartTest, aSecondCopyAsksForItsPort) {
     meanwhile([&] { EXPECT_FALSE(staysAfter("optCom(1)", Qt::Key_Escape)); });
     trigger("mnuComPort");
     EXPECT_EQ(ComPort.CommPort(), 4);
+}
+
+TEST_F(StartTest, aLogOfWhichNothingCanBeReadNowIsOfferedNamedAndKept) {
+    stored("0") = "1";
+    put("Log/17/Log00001.dat", FileHead::of(runningLogKind, runningLogVersion + 1).bytes());
+    willRecoverTo("saved.chl");
+    dialogAnswers["frmDataRecovery"] = [this, recover = dialogAnswers["frmDataRecovery"]] {
+        recover();
+        prompts.answers = {BoxAnswer::Ok};
+        click("cmdDoneButton");
+    };
+    start();
+    for (const char *text : {"Log00001.dat: of a newer version", "Unable to save the log file", "Not all Log files"})
+        EXPECT_TRUE(told().contains(text)) << text;
+    EXPECT_TRUE(exists("Log/17/Log00001.dat"));
+    EXPECT_FALSE(exists("saved.chl"));
 }
 
 TEST_F(StartTest, aFileOnTheCommandLineIsOpenedAtTheEndOfTheStart) {
