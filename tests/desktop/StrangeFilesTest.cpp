@@ -40,7 +40,7 @@ TEST(StrangeFilesTest, aLinkInTheProgramsPlaceIsNamedAndNotFollowed) {
     EXPECT_EQ(folder.content("other"), "theirs");
 }
 
-TEST(StrangeFilesTest, foldersAreTheUsersAloneAndThoseThatStandStayAsTheyAre) {
+TEST(StrangeFilesTest, foldersAreTheUsersAloneThoseThatStandStayAsTheyAreAndFailuresAreNamed) {
     const TestFolder folder;
     const mode_t usual = ::umask(0);
     EXPECT_EQ(descriptionOf([&] { makePath(folder.at("ostrel/deeper/")); }), "no error");
@@ -51,16 +51,9 @@ TEST(StrangeFilesTest, foldersAreTheUsersAloneAndThoseThatStandStayAsTheyAre) {
     EXPECT_EQ(descriptionOf([&] { makePath(folder.path()); }), "no error");
     folder.lay("file");
     EXPECT_EQ(descriptionOf([&] { makePath(folder.at("file/ostrel")); }), folder.at("file") + ": Not a directory");
-}
 
-TEST(StrangeFilesTest, entriesAddUpAndAFullDiskIsTold) {
-    const TestFolder folder;
-    const QString path = folder.at("ChartErr.log");
-    TextFile::append(path, "eins\r\n");
-    TextFile::append(path, "zwölf\r\n");
-    EXPECT_EQ(folder.content(path), "eins\r\nzwölf\r\n");
     const FullDisk full;
-    EXPECT_EQ(errorNumberOf([&] { TextFile::append(path, "x"); }), ErrorNumber::DiskFull);
+    EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.at("file"), "x"); }), ErrorNumber::DiskFull);
     EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.at("none/x"), "x"); }), ErrorNumber::PathNotFound);
     EXPECT_EQ(RunTimeError::fromErrno(0, "x").description(), "x: Path/File access error"); // and not a success
 }

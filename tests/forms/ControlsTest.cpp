@@ -97,12 +97,10 @@ TEST_F(ControlsTest, BarKeepsAMaxBelowItsMinAndRefusesWhatSixteenBitsCannotHold)
     EXPECT_EQ(toldBy([&] { bar.setValue(50); }), "c");
     EXPECT_EQ(toldBy([&] { bar.setValue(20); }), "");
     EXPECT_EQ(toldBy([&] { bar.setMax(-6); }), "c");
-    EXPECT_EQ(toldBy([&] { bar.setValue(bar.Max()); }), "c");
-    EXPECT_EQ(bar.Value(), -6);
-    EXPECT_EQ(toldBy([&] { bar.setMax(0); }), "c");
+    EXPECT_EQ(toldBy([&] { bar.setValue(-7); }), "c");
     EXPECT_THROW(bar.setMax(32768), RunTimeError);
     EXPECT_THROW(bar.setValue(-32769), RunTimeError);
-    EXPECT_EQ(bar.Max(), 0);
+    EXPECT_TRUE(bar.Max() == -6 && bar.Value() == -6);
 }
 
 TEST_F(ControlsTest, BarScrollsUnderTheHandAndChangesWhenLetGo) {
