@@ -65,6 +65,7 @@ TEST_F(PortLocksTest, theOwnersLifeDecides) {
     const QByteArray name = folder.content("/proc/" + living + "/comm").trimmed();
     const pid_t process = ::getppid();
     const QByteArray binary(reinterpret_cast<const char *>(&process), sizeof process);
+    expectMet("", held); // is being written
     for (const QByteArray &kept : {padded(living), living + " tool anna\n", binary, living + "\n" + name + "\nhost\n"})
         expectMet(kept, held);
     const QByteArray givenAnew = living + "\nanother program\nhost\n";
@@ -74,15 +75,6 @@ TEST_F(PortLocksTest, theOwnersLifeDecides) {
         expectMet(padded(living), held, other);
     folder.lay("LCK..ttyUSB1", padded(living)); // another device's
     EXPECT_EQ(takeOver(), 0);
-}
-
-TEST_F(PortLocksTest, aLockWithoutANumberIsBeingWrittenOrWasLeft) {
-    expectMet("", held);
-    QFile old(folder.at("LCK..ttyUSB0"));
-    ASSERT_TRUE(old.open(QIODevice::ReadWrite));
-    old.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFileDevice::FileModificationTime);
-    EXPECT_EQ(takeOver(), 0);
-    EXPECT_FALSE(old.exists());
 }
 
 TEST_F(PortLocksTest, whatIsHeldOpenOrMayNotBeReadIsALivingOnesAndWhatIsNoFileIsNobodys) {
@@ -97,7 +89,11 @@ TEST_F(PortLocksTest, whatIsHeldOpenOrMayNotBeReadIsALivingOnesAndWhatIsNoFileIs
     EXPECT_TRUE(root != 0 || takeOver() == held);
     ::setfsuid(uid_t(root));
     EXPECT_EQ(takeOver(), 0);
-    ASSERT_EQ(::mkfifo(lock.constData(), 0644), 0);
+    QFile old(folder.at("LCK..ttyUSB0")); // left behind before its number was written
+    ASSERT_TRUE(old.open(QIODevice::ReadWrite));
+    old.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFileDevice::FileModificationTime);
+    EXPECT_EQ(takeOver(), 0);
+    ASSERT_EQ(::mkfifo(lock.constData(), 0644), 0); // where the old one was
     EXPECT_EQ(takeOver(), 0);
     EXPECT_EQ(folder.names(), QStringList{"LCK..ttyUSB0"});
 }
@@ -119,10 +115,6 @@ struct Instrument {
         termios now{};
         ::tcgetattr(master.get(), &now);
         return now;
-    }
-    void unplug() {
-        master.reset();
-        settle();
     }
 
     Descriptor master;
@@ -229,19 +221,6 @@ TEST_F(QtSerialControlTest, whatIsMissingOrNoTerminalIsAnInvalidPort) {
     EXPECT_FALSE(ComPort.PortOpen());
 }
 
-TEST_F(QtSerialControlTest, anUnpluggedDeviceIsSilentAndIsLetGoOfWithThePort) {
-    plugIn(instrument);
-    ASSERT_EQ(open(ComPort, 2), 0);
-    instrument.unplug();
-    EXPECT_TRUE(ComPort.PortOpen());
-    EXPECT_EQ(events, Events{});
-    ComPort.setPortOpen(false);
-    const Instrument other;
-    plugIn(other);
-    QTest::qWait(1300);
-    EXPECT_EQ(open(CommTmp, 2), 0);
-}
-
 TEST_F(QtSerialControlTest, whatIsCountedBecomesEventsAtEachLookWhateverTheHandlerRaises) {
     counters = LineCounters{7, 7, 7, 7, 7, 7, 7, 7, 7};
     ASSERT_EQ(open(ComPort), 0);
@@ -266,23 +245,29 @@ TEST_F(QtSerialControlTest, whatIsCountedBecomesEventsAtEachLookWhateverTheHandl
     EXPECT_EQ(events, Events{});
 }
 
-TEST_F(QtSerialControlTest, theLineLivesOnUnderADialogOfTheHandler) {
+TEST_F(QtSerialControlTest, theLineLivesOnUnderADialogOfTheHandlerAndAnUnpluggedDeviceIsLetGoOfWithThePort) {
     QByteArray input;
+    int told = 0;
     ComPort.OnComm = [&] {
         input += ComPort.Input();
-        if (input.size() > 1)
+        if (++told > 1)
             return;
         instrument.send("b");
         settle();
-        EXPECT_EQ(input, "ab");
-        instrument.unplug();
-        EXPECT_EQ(ComPort.InBufferCount(), 0);
+        instrument.master.reset(); // unplugged, which is no sign of life
+        settle();
+        EXPECT_TRUE(ComPort.PortOpen() && ComPort.InBufferCount() == 0);
         ComPort.setPortOpen(false);
     };
-    ASSERT_EQ(open(ComPort), 0);
+    plugIn(instrument);
+    ASSERT_EQ(open(ComPort, 2), 0);
     eventsAfter("a");
-    EXPECT_EQ(ComPort.Input(), "");
+    EXPECT_EQ(told, 2);
     EXPECT_EQ(input, "ab");
+    const Instrument other;
+    plugIn(other);
+    QTest::qWait(1300);
+    EXPECT_EQ(open(CommTmp, 2), 0); // nobody looks for the device any more
 }
 
 } // namespace

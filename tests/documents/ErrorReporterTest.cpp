@@ -11,10 +11,6 @@ namespace {
 
 class ErrorReporterTest : public testing::Test {
 protected:
-    ErrorReporterTest() {
-        for (const char *command : {"mnuStop", "mnuLogOff"})
-            commands.bind(command, [=, this] { ran << command; });
-    }
     QString log() const { return folder.content("ChartErr.log"); }
     /// The entry that the log must hold for one message.
     QString entry(const QString &message) const { return generalDate(clock.now()) + "\r\n" + message + "\r\n"; }
@@ -24,7 +20,6 @@ protected:
     CurrentError error;
     FakePrompts prompts;
     Commands commands;
-    QStringList ran;
     FakeSerialControl ComPort;
     FakeClock clock;
     ErrorReporter reporter{link, prompts, commands, {error, ComPort, clock}, folder.at("ChartErr.log")};
@@ -39,13 +34,16 @@ TEST_F(ErrorReporterTest, aDecodingErrorIsLoggedWithItsDumpAndEndsTheSync) {
     EXPECT_EQ(log(), entry("ERROR - Lost Sync.Sub PeekDataBlock; 7\r\n 1 2 3"));
 
     // The text of an earlier failure stands behind every later entry.
-    link.DebugText = "old";
+    link.DebugText = "älter";
     reporter.HandelError(1001);
-    EXPECT_TRUE(log().endsWith(entry("ERROR - Break signal received.old")));
+    EXPECT_TRUE(log().endsWith(entry("ERROR - Break signal received.älter")));
 }
 
 TEST_F(ErrorReporterTest, outOfMemoryStopsEverythingOnceItsBoxIsRead) {
-    prompts.whileShown = [this](const MessageBox &) { EXPECT_TRUE(ran.isEmpty()); };
+    QStringList ran;
+    for (const char *command : {"mnuStop", "mnuLogOff"})
+        commands.bind(command, [&ran, command] { ran << command; });
+    prompts.whileShown = [&](const MessageBox &) { EXPECT_TRUE(ran.isEmpty()); };
     reporter.HandelError(-15);
     ASSERT_EQ(prompts.shown.size(), 1U);
     EXPECT_EQ(prompts.shown[0].caption, "");

@@ -72,12 +72,6 @@ TEST_F(FilesTest, aFifthFileIsRefusedBeforeTheDialog) {
                       "must close a file which is already open first.");
 }
 
-TEST_F(FilesTest, aRunBeyondTheScrollBarStaysNamelessUnderTheHourglass) {
-    open("long.chl", 32778);
-    EXPECT_EQ(tabs().size(), 1);
-    EXPECT_EQ(prompts.pointer, MousePointer::Hourglass);
-}
-
 TEST_F(FilesTest, theRecorderAsksOnceForItsFileAndKeepsItsCaption) {
     record();
     ComDlg.answers = {path("a.b.chd")};
