@@ -96,8 +96,3 @@ TEST_F(DataReceiverTest, NoiseOfAnyDensityRaisesNothingAndTheLinkComesBack) {
         EXPECT_LT(waited, 2000);
     }
 }
-
-TEST_F(DataReceiverTest, OtherEventsGoToTheErrorRoute) {
-    ComPort.raise(ErrorNumber::Framing);
-    EXPECT_EQ(errors.codes, std::vector<qint32>{ErrorNumber::Framing});
-}

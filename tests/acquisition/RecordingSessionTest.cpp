@@ -31,10 +31,11 @@ TEST_F(RecordingSessionTest, ALostLinkIsToldWithin10Seconds) {
     EXPECT_TRUE(TimerCheckComData.Enabled() && TimerSaveLog.Enabled());
 }
 
-TEST_F(RecordingSessionTest, AnyEventOfThePortHoldsOffTheAlarm) {
+TEST_F(RecordingSessionTest, AnyOtherEventOfThePortIsToldAndHoldsOffTheAlarm) {
     for (int i = 0; i < 10; ++i) {
         clock.advance(4s);
         ComPort.raise(ErrorNumber::Break);
     }
     EXPECT_FALSE(window.told.contains("no data"));
+    EXPECT_EQ(errors.codes, std::vector<qint32>(10, ErrorNumber::Break));
 }
