@@ -37,10 +37,12 @@ TEST(WorkingDay, FromTheNameToBothQuestionsAtItsEnd) {
     live.press("OK");
     answerForm("mnuNotes", "txtNotes", "Column B", "OK");
     live.press("mnuSaveData");
-    live.nameFile("run 1.0");
+    live.nameFile("Lauf Ä 1.0");
     live.press("mnuOpenData");
-    live.nameFile("run 1.0.chd");
+    live.nameFile("Lauf Ä 1.0.chd");
     EXPECT_TRUE(within(10s, [&] { return live.held(1) == live.held(0); }));
+    EXPECT_EQ(live.samples(1), live.samples(0));
+    EXPECT_EQ(live.marks(1) + live.methodText(1), live.marks(0) + live.methodText(0));
     EXPECT_EQ(live.ask(1, [](auto &chart) { return chart.GetNotes(); }), "Column B");
 
     live.press("optTimeAxis(1)");
