@@ -28,8 +28,7 @@ ChartData goldenRun() {
 }
 constexpr AxisValues goldenAxes{-0.125F, 1.5F, 2, 250, 0, 20};
 
-class ChartFileTest : public testing::Test {
-protected:
+struct ChartFileTest : testing::Test {
     QByteArray saved(quint32 kind = dataFile) const {
         EXPECT_FALSE(saveChartFile(path, kind, run, axes));
         return content(path);

@@ -9,8 +9,7 @@ namespace {
 
 const QDate today(2026, 11, 22);
 
-class LogWastebasketTest : public testing::Test {
-protected:
+struct LogWastebasketTest : testing::Test {
     void add(const QString &folder, const QStringList &files, const QByteArray &bytes = "x") const {
         ASSERT_TRUE(QDir(app.path()).mkpath(folder));
         for (const QString &file : files)

@@ -18,8 +18,7 @@ using namespace testing;
 
 constexpr double aMinute = 1.0 / 60; // the least size of a data file: 300 samples
 
-class RunningLogTest : public Test {
-protected:
+struct RunningLogTest : Test {
     /// What comes between two ticks of the timer: some samples, a mark, now and then a method. Each sample is unlike
     /// every other, and its bits are no number that arithmetic would leave alone.
     void live(int samples = 7) {

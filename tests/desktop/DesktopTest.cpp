@@ -28,8 +28,7 @@ TEST(QtTimerTest, enablingARunningTimerLeavesItsCountdownAlone) {
     EXPECT_EQ(ticks, 1);
 }
 
-class QtPromptsTest : public testing::Test {
-protected:
+struct QtPromptsTest : testing::Test {
     /// Does something to the box once it is up.
     BoxAnswer show(const MessageBox &box, const std::function<void(QMessageBox &)> &act) {
         QTimer::singleShot(0, qApp, [&] { act(dynamic_cast<QMessageBox &>(*QApplication::activeModalWidget())); });

@@ -16,8 +16,7 @@ namespace {
 constexpr auto Unasked = QMessageBox::NoButton;
 const QString tooLong(252, 'x'); // for a file with its extension
 
-class QtCommonDialogTest : public testing::Test {
-protected:
+struct QtCommonDialogTest : testing::Test {
     QtCommonDialogTest() {
         ComDlg.Filter = "Quillchart Log(*.chl)|*.chl|All Files(*.*)|*.*";
         ComDlg.DefaultExt = "chl";

@@ -43,8 +43,7 @@ const QByteArray dead = "2000000000"; // beyond all that the system gives out
 /// What a lock file usually holds.
 QByteArray padded(const QByteArray &process) { return process.rightJustified(10) + "\n"; }
 
-class PortLocksTest : public testing::Test {
-protected:
+struct PortLocksTest : testing::Test {
     int takeOver() const {
         return errorNumberOf([&] {
             PortLocks::takeOver({"/dev/serial/by-id/usb-1", "/dev/ttyUSB0"}, {folder.path()});
@@ -123,8 +122,7 @@ struct Instrument {
 using Events = std::vector<int>;
 
 /// Port 1 is the instrument, port 2 a link to it or to another one, port 3 whatever.
-class QtSerialControlTest : public testing::Test {
-protected:
+struct QtSerialControlTest : testing::Test {
     QtSerialControlTest() {
         ComPort.OnComm = [this] { events.push_back(ComPort.CommEvent()); };
     }

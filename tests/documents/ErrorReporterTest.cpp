@@ -9,8 +9,7 @@
 
 namespace {
 
-class ErrorReporterTest : public testing::Test {
-protected:
+struct ErrorReporterTest : testing::Test {
     QString log() const { return folder.content("ChartErr.log"); }
     /// The entry that the log must hold for one message.
     QString entry(const QString &message) const { return generalDate(clock.now()) + "\r\n" + message + "\r\n"; }

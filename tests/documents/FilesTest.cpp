@@ -5,8 +5,7 @@
 namespace {
 
 /// The commands on files. A name in a folder that is not there can neither be read nor written.
-class FilesTest : public StartedProgram {
-protected:
+struct FilesTest : StartedProgram {
     int barEnd(int tab) { return find<ScrollEntry>(QString("ScrollChart(%1)").arg(tab))->Max(); }
     /// A recording has left its data unsaved.
     void record() {

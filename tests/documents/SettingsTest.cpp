@@ -11,8 +11,7 @@
 
 namespace {
 
-class SettingsTest : public testing::Test {
-protected:
+struct SettingsTest : testing::Test {
     void put(const QString &key, const QString &value) { store.rows[{"Options", key}] = value; }
     /// Port, logging and hours.
     std::tuple<int, bool, double> read() {
@@ -20,7 +19,6 @@ protected:
         return {options.ComPortNumber, options.DataLogging, options.DataFileSizeHours};
     }
 
-    const std::tuple<int, bool, double> defaults{1, true, 24};
     Options options{5, false, 7};
     CurrentError error;
     FakeSettingsStore store;
@@ -28,7 +26,7 @@ protected:
     Settings settings{options, error, store, errors};
 };
 
-TEST_F(SettingsTest, whatIsSavedIsReadBack) {
+TEST_F(SettingsTest, whatIsSavedIsReadBackAndAStoreThatFailsIsNoticed) {
     put("DataLogging", "0");
     put("ComPortNumber", "3");
     EXPECT_EQ(read(), std::tuple(3, false, 24.0));
@@ -37,6 +35,8 @@ TEST_F(SettingsTest, whatIsSavedIsReadBack) {
     EXPECT_EQ(store.written, (QStringList{"ComPortNumber", "DataLogging", "DataFileSizeHours"}));
     options = {};
     EXPECT_EQ(read(), std::tuple(3, false, 0.5));
+    store.broken = ErrorNumber::DiskFull;
+    EXPECT_EQ(errorNumberOf([this] { settings.SaveSettings(); }), ErrorNumber::DiskFull);
 }
 
 TEST_F(SettingsTest, oneBadTextGivesAllOptionsTheirDefaults) {
@@ -47,18 +47,11 @@ TEST_F(SettingsTest, oneBadTextGivesAllOptionsTheirDefaults) {
         errors.codes.clear();
         put("ComPortNumber", "7");
         put(key, value);
-        EXPECT_EQ(read(), defaults);
+        EXPECT_EQ(read(), std::tuple(1, true, 24.0));
         EXPECT_EQ(errors.codes, std::vector<qint32>{-20}) << key << '=' << value;
         EXPECT_EQ(store.rows.at({"Options", key}), value);
     }
     EXPECT_EQ(error.number, ErrorNumber::TypeMismatch);
-}
-
-TEST_F(SettingsTest, aStoreThatFailsGivesTheDefaultsWhenReadAndFliesOnWhenWritten) {
-    store.broken = ErrorNumber::DiskFull;
-    EXPECT_EQ(read(), defaults);
-    EXPECT_EQ(errors.codes, std::vector<qint32>{-20});
-    EXPECT_EQ(errorNumberOf([this] { settings.SaveSettings(); }), ErrorNumber::DiskFull);
 }
 
 } // namespace

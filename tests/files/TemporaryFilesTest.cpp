@@ -14,8 +14,7 @@ namespace {
 
 constexpr char noProcess[] = "2000000000"; // beyond all that the system gives out
 
-class TemporaryFilesTest : public testing::Test {
-protected:
+struct TemporaryFilesTest : testing::Test {
     enum Part { Computer, Session, Process, Token };
 
     /// A name of this process, with other parts in it.

@@ -12,8 +12,7 @@ using namespace ostrel;
 namespace {
 
 /// A window with one control of each kind; `told` collects the handlers that ran, a letter each.
-class ControlsTest : public testing::Test {
-protected:
+struct ControlsTest : testing::Test {
     ControlsTest() {
         text.Change = combo.Change = bar.Change = [this] { told += 'c'; };
         text.GotFocus = bar.GotFocus = [this] { told += 'f'; };

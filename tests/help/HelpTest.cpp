@@ -12,8 +12,7 @@ namespace {
 
 const QString helpFile = QStringLiteral(HELP_FOLDER "/Ostrel.hlp");
 
-class HelpTest : public testing::Test {
-protected:
+struct HelpTest : testing::Test {
     QListWidgetItem &topic(const QString &title) const { return *topics.findItems(title, Qt::MatchExactly).at(0); }
 
     frmHelp help{helpFile};

@@ -7,8 +7,7 @@
 namespace {
 
 /// The print window over the recorder's chart, and what the printer gets.
-class PrintRunTest : public StartedProgram {
-protected:
+struct PrintRunTest : StartedProgram {
     /// What is printed after clicks on these boxes and Ok: the names of the copies.
     QString printed(const QStringList &boxes = {}) {
         ComDlg.printed.clear();

@@ -7,8 +7,7 @@
 
 namespace {
 
-class frmExportTest : public StartedProgram {
-protected:
+struct frmExportTest : StartedProgram {
     frmExportTest() { give(10); }
 
     void pick(const char *rate) {
