@@ -21,9 +21,8 @@ struct Operated : testing::Test {
                 ++zooms;
             });
         QObject::connect(&chart, &Quillchart::Unzoomed, [this] { axesLeftTo.push_back(axes()); });
-        paint();
+        QTest::qWait(20); // it is painted
     }
-    void paint() { QTest::qWait(20); }
     void begin(QPoint from, QPoint to) {
         QTest::mousePress(&chart, Qt::LeftButton, {}, from);
         QTest::mouseMove(&chart, to);
@@ -31,7 +30,7 @@ struct Operated : testing::Test {
     void drag(QPoint from = {300, 100}, QPoint to = {500, 250}) {
         begin(from, to);
         QTest::mouseRelease(&chart, Qt::LeftButton, {}, to);
-        paint();
+        QTest::qWait(20); // it is painted
     }
     AxisValues axes() const { return chart.run().axes(); }
 
@@ -98,7 +97,7 @@ TEST_F(Operated, theRedrawBringsTheAxesAndEachDrawingTheNewsButNothingToAHiddenC
     EXPECT_TRUE(changes());
     chart.hide();
     chart.Redraw();
-    paint();
+    QTest::qWait(20);
     EXPECT_FALSE(chart.holdsImage());
 }
 

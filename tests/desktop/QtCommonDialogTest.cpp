@@ -14,7 +14,6 @@
 namespace {
 
 constexpr auto Unasked = QMessageBox::NoButton;
-const QString tooLong(252, 'x'); // for a file with its extension
 
 struct QtCommonDialogTest : testing::Test {
     QtCommonDialogTest() {
@@ -133,7 +132,8 @@ TEST_F(QtCommonDialogTest, whatIsReplacedOrRefusedIsTheCompletedName) {
     saved("x"); // where the next ones begin
     EXPECT_EQ(saved("SEC 3.1", QMessageBox::No), "");
     EXPECT_EQ(saved("SEC 3.1", QMessageBox::Yes), "SEC 3.1.chl");
-    for (const QString &refused : {QString("box"), QString("none/x"), QString("   "), QString("5\" column"), tooLong})
+    for (const QString &refused :
+         {QString("box"), QString("none/x"), QString("   "), QString("5\" column"), QString(252, u'x')})
         EXPECT_EQ(saved(refused, QMessageBox::Ok), "") << qPrintable(refused);
     ComDlg.Flags = 0;
     EXPECT_EQ(saved("SEC 3.1"), "SEC 3.1.chl");

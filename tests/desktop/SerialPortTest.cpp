@@ -160,7 +160,6 @@ TEST_F(QtSerialControlTest, theTerminalCountsToTheThresholdAndTheLinesPastIsNotH
     ASSERT_EQ(open(ComPort), 0);
     EXPECT_EQ(countsTo(), 50);
     EXPECT_EQ(eventsAfter(QByteArray(49, 'a')), Events{});
-    EXPECT_EQ(ComPort.InBufferCount(), 49);
     EXPECT_EQ(eventsAfter("\x96\r\n"), Events{ErrorNumber::ReceiveEvent});
     EXPECT_EQ(countsTo(), 1);
     EXPECT_EQ(eventsAfter("c"), Events{ErrorNumber::ReceiveEvent}); // what is not taken raises an event at each arrival
