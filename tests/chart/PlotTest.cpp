@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "chart/plot/ChartImage.h"
+#include "chart/plot/MarkLayout.h"
+#include "chart/plot/PlotLayout.h"
 #include "chart/plot/PlotPainter.h"
+#include "chart/plot/PlotTheme.h"
 
 #include <QPainter>
 #include <gtest/gtest.h>
@@ -128,6 +131,86 @@ TEST_F(Picture, newDataTouchOnlyTheirOwnStrip) {
     EXPECT_NE(before, after);
     QPainter(&after).drawImage(strip, before, strip);
     EXPECT_EQ(before, after);
+}
+
+void expectApart(const std::vector<QRectF> &boxes, const QRectF &within) {
+    for (std::size_t i = 0; i < boxes.size(); ++i) {
+        EXPECT_TRUE(boxes[i].isEmpty() || within.contains(boxes[i]));
+        for (std::size_t j = 0; j < i; ++j)
+            ASSERT_FALSE(boxes[i].intersects(boxes[j])); // as no empty one does
+    }
+}
+
+TEST(PlotLayout, labelsNeverTouchAtAnySizeScaleOrFont) {
+    // clang-format off
+    constexpr AxisValues axesToTry[] = {
+        {},
+        {-0.0001F, 0.001F, 499.5F, 500, 32757, 32767},
+        {1.2345F, 1.2346F, 123.45F, 123.46F, 31999.99F, 32000},
+        {-2, -1.999F, 0, 0.5F, 0, 32767},
+        {-2, 2, 0.1F, 77.7F, 0.013F, 0.023F},
+        {1, 1, 5, 4, 7, 7}}; // no axis at all
+    constexpr QSizeF sizes[] = {{1, 1}, {60, 40}, {180, 120}, {333, 222}, {1280, 720}, {3000, 300}, {200, 1500}};
+    // clang-format on
+    for (const auto &[fontSize, ratio] : {std::pair(7, 1.0), {7, 1.5}, {13, 1.0}, {13, 2.0}, {29, 1.5}, {29, 2.0}})
+        for (const QSizeF &size : sizes)
+            for (const AxisValues &axes : axesToTry) {
+                SCOPED_TRACE(testing::Message() << size.width() << " wide, font " << fontSize);
+                QFont font;
+                font.setPixelSize(fontSize);
+                const auto layout = PlotLayout::of(size, ratio, axes, font, "A run with a title");
+                std::vector boxes{layout.titleBox, layout.uvTitleBox, layout.condTitleBox, layout.timeTitleBox};
+                for (const auto *ticks : {&layout.uvTicks, &layout.condTicks, &layout.timeTicks})
+                    for (const Tick &tick : *ticks)
+                        boxes.push_back(tick.label.isEmpty() ? QRectF() : tick.box);
+                expectApart(boxes, QRectF(QPointF(), size));
+                EXPECT_EQ(layout.plot.left() * ratio, std::round(layout.plot.left() * ratio));
+            }
+}
+
+TEST(PlotLayout, ticksStandAtOneTwoFive) {
+    QString labels;
+    for (const Tick &tick : PlotLayout::of({600, 300}, 1, {.uvMin = -0.01F, .uvMax = 0.1F}, QFont(), {}).uvTicks)
+        labels += tick.label + u' ';
+    EXPECT_EQ(labels.simplified(), "0.00 0.02 0.04 0.06 0.08 0.10");
+}
+
+struct Marks : testing::Test {
+    std::vector<PlacedMark> placed() const { return placeMarks(marks, layout, PlotTheme::paper()); }
+
+    PlotLayout layout = PlotLayout::of({800, 400}, 1, {}, QFont(), {});
+    std::vector<EventMark> marks;
+};
+
+TEST_F(Marks, standOnTheTimeAxisUpOrDownAndOnlyWhereItShowsThem) {
+    marks = {{"S", 0xFFFF00, 50, 2}, {"F", 0x0000FF, -10, 5}, {"E", 0, 40, 11}};
+    const auto seen = placed();
+    ASSERT_EQ(seen.size(), 2U);
+    EXPECT_EQ(seen[0].bar.bottom(), layout.plot.bottom());
+    EXPECT_EQ(seen[0].bar.height(), 50);
+    EXPECT_NEAR(seen[0].bar.center().x(), layout.time.place(2), 1);
+    EXPECT_EQ(seen[1].bar.top(), layout.plot.bottom());
+}
+
+TEST_F(Marks, keepTheirLabelsApartWhereTheyCrowd) {
+    for (int i = 0; i < 400; ++i)
+        marks.push_back({QString::number(i), 0x00FF00, 10, 4 + static_cast<float>(i) / 200});
+    marks.push_back({"M", 0xFFFF00, 60, 5});
+    std::vector<QRectF> boxes;
+    for (const PlacedMark &mark : placed()) {
+        boxes.push_back(mark.box);
+        EXPECT_TRUE(mark.label != "M" || !mark.box.isEmpty()); // the tallest
+    }
+    EXPECT_GT(std::count_if(boxes.begin(), boxes.end(), [](const QRectF &box) { return !box.isEmpty(); }), 10);
+    expectApart(boxes, layout.plot);
+}
+
+TEST(PlotTheme, inkIsLegibleOnLightAndDarkAndKeepsItsHue) {
+    for (const QRgb ground : {0xffffffU, 0xff1e2024U, 0xff808080U})
+        for (const qint32 bgr : {0xFFFF00, 0x00FF00, 0x0000FF, 0xFFFFFF, 0})
+            EXPECT_GE(contrast(legible(colourFromBgr(bgr), QColor(ground), 4.5), QColor(ground)), 4.5);
+    const QColor blue = legible(colourFromBgr(0xFF0000), Qt::white, 4.5);
+    EXPECT_TRUE(blue.blue() > blue.red() && blue.red() == blue.green());
 }
 
 } // namespace
