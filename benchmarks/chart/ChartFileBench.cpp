@@ -125,7 +125,7 @@ void loadRows(const QString &path) {
     benchmark::DoNotOptimize(samples.extent(0, samples.size()));
 }
 
-/// What the operator waits for: the file is read and the run stands on the screen.
+/// What the operator waits for: the file is read and the run is on the screen.
 void showOurs(const QString &path) {
     Quillchart chart(1);
     chart.resize(1280, 720);

@@ -41,7 +41,7 @@ void oursMoving(benchmark::State &state) {
     }
 }
 
-/// The least that a chart of this library costs: axes, and an envelope that stands ready, a rectangle a column.
+/// The least that a chart of this library costs: axes, and an envelope that is ready, a rectangle a column.
 void painter(benchmark::State &state) {
     const ChartData &data = runOf(state.range(0));
     const ChartView view = benchView(data);

@@ -7,7 +7,7 @@
 #include <csignal>
 
 /// Stops the process where a window is painted for the first time, to be measured from outside: the window whose
-/// objectName stands in FIRST_PAINT_OF, or the first of any name.
+/// objectName is in FIRST_PAINT_OF, or the first of any name.
 class StopAtFirstPaint : public QObject {
     Q_OBJECT
 public:

@@ -46,7 +46,7 @@ bool PortSearch::askForPort() {
     options_.ComPortNumber = int(firstFree - enabled.begin()) + 1;
     // The form still shows the stored port as picked: it was loaded before the search.
     dialog_.show(setup_, false);
-    // The picked port has proved that it opens. The link is opened, and watched, only once the window stands.
+    // The picked port has proved that it opens. The link is opened, and watched, only once the window is there.
     TimerCheckComData_.setEnabled(false);
     if (ComPort_.PortOpen())
         ComPort_.setPortOpen(false);

@@ -18,7 +18,7 @@ struct PortChoices {
     bool has(int port) const { return port >= 1 && port <= int(enabled.size()) && enabled[port - 1]; }
 };
 
-/// What stands behind the form frmSetup: the probe of the ports, the port that is picked, the change to it.
+/// What the form frmSetup works on: the probe of the ports, the port that is picked, the change to it.
 class PortSetup {
 public:
     /// `ComPort` is the link itself; `CommTmp` only tries ports, so that the link stays untouched.

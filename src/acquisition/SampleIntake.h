@@ -12,7 +12,7 @@
 namespace ostrel {
 
 /// Brings samples, labels and method texts to the two charts: to the recorder's while a session is on, to the log's
-/// while logging is on. A waiting label is drawn with the sample that closes the next pair, so that every mark stands
+/// while logging is on. A waiting label is drawn with the sample that closes the next pair, so that every mark is
 /// on a sample.
 class SampleIntake {
 public:

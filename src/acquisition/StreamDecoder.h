@@ -48,7 +48,7 @@ private:
 
     void decodeAll(EveryStep &pass);
     void decodeWholeBlocks(EveryStep &pass);
-    /// Looks at what stands at the take position, consuming nothing: the rule of a whole block, or null. Reports what
+    /// Looks at the bytes at the take position, consuming nothing: the rule of a whole block, or null. Reports what
     /// is no block at all.
     const BlockRule *PeekDataBlock(EveryStep &pass);
     bool peekMethodEnd();

@@ -39,7 +39,7 @@ struct Platform {
     QString appPath;      ///< without a separator at its end
     QString sharedFolder; ///< of what was installed with the program, likewise
     QString errorLog;     ///< path of ChartErr.log
-    QString commandLine;  ///< what stood behind the program's name
+    QString commandLine;  ///< what followed the program's name
     bool PrevInstance = false;
 };
 

@@ -9,7 +9,7 @@
 
 namespace ostrel {
 
-/// One call of a command: what stood on the command line, and where the answers go.
+/// One call of a command: its command line, and where the answers go.
 struct ArchiveCall {
     const QCommandLineParser &line;
     QStringList operands;

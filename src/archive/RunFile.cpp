@@ -46,7 +46,7 @@ bool isSame(const std::filesystem::path &path, const QString &other) {
     return std::filesystem::equivalent(path, native(other), missing);
 }
 
-/// A file that need not be there, nor the folder that it would stand in.
+/// A file that need not be there, nor the folder that it would be in.
 void spareSource(const QString &from, const QString &to) {
     std::error_code unknown;
     std::filesystem::path place =

@@ -19,7 +19,7 @@ QString describe(const ChartFileReport &report);
 /// The file, whole; otherwise ends the command.
 RunFile wholeFile(const QString &path);
 
-/// Sees to it that nothing that stands is lost: a file that is there is written over only with --overwrite, and never
+/// Makes sure that nothing that exists is lost: a file that is there is written over only with --overwrite, and never
 /// the one that is read. Nothing is written into a directory that is read.
 void declareOverwrite(QCommandLineParser &line);
 void mayWrite(const ArchiveCall &call, const QString &from, const QString &to);

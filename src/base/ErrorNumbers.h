@@ -47,7 +47,7 @@ enum Value : qint32 {
     Parity = 1009,
     TransmitBufferFull = 1010,
 
-    // Run-time errors. The first three bear numbers that events of the serial control have too.
+    // Run-time errors. Events of the serial control have the first three numbers too.
     InvalidProcedureCall = 5,
     Overflow = 6,
     OutOfMemory = 7,

@@ -22,7 +22,7 @@ QString generalNumber(double value);
 /// The same for a single: up to 7 digits.
 QString generalNumber(float value);
 
-/// A whole number with the leading blank that stands for its missing minus sign (" 150", "-3").
+/// A whole number with the leading blank in place of a minus sign (" 150", "-3").
 QString leadingBlankNumber(int value);
 
 /// The number that a text holds, blanks around it allowed. Raises type mismatch (13) for anything else.
@@ -41,7 +41,7 @@ QString dateText(const QDate &date);
 /// The time to the second as the locale has it, without a time zone.
 QString timeText(const QTime &time);
 
-/// Date and time in these forms, as the error log and method texts bear them.
+/// Date and time in these forms, as the error log and method texts have them.
 QString generalDate(const QDateTime &when);
 
 } // namespace ostrel

@@ -27,7 +27,7 @@ public:
 
     /// The number of a failed call of the operating system; the value of `error` is an `errno`.
     static int numberOf(const std::error_code &error);
-    /// The error that stands for a failed call of the operating system, `what` naming the file or device. The value of
+    /// The error of a failed call of the operating system, `what` naming the file or device. The value of
     /// `error` is an `errno`.
     static RunTimeError from(const std::error_code &error, const QString &what);
     static RunTimeError fromErrno(int error, const QString &what);

@@ -18,8 +18,8 @@ namespace ostrel {
 /// axis, conductivity red on the right one. All calls come on the user-interface thread.
 ///
 /// Zooming: a rectangle drawn with the left button. A double click, Escape or the context menu goes back to the axes
-/// that stood before the first of the zooms that followed one another, all six, whatever was written to them in the
-/// meantime. Nothing but that leaves the zoom.
+/// that were there before the first of the zooms that followed one another, all six, whatever was written to them in
+/// the meantime. Nothing but that leaves the zoom.
 ///
 /// Drawing is put off to the next paint event; a chart that is hidden keeps no picture.
 class Quillchart : public QWidget, private RunPicture {
@@ -35,7 +35,7 @@ class Quillchart : public QWidget, private RunPicture {
     Q_PROPERTY(bool zoomed READ zoomed)
 
 public:
-    /// `index` is what the chart's events bear.
+    /// `index` is what the chart's events carry.
     explicit Quillchart(qint16 index, QWidget *parent = nullptr);
 
     RunDocument &run() { return run_; }
@@ -149,14 +149,14 @@ private:
     const qint16 index_;
     RunDocument run_;
     RunLog log_{run_};
-    AxisValues shownAxes_; // as they stood at the last Redraw; likewise the title
+    AxisValues shownAxes_; // as they were at the last Redraw; likewise the title
     QString shownTitle_;
     bool redrawDue_ = true;
     bool newsDue_ = false;
     ChartImage image_;
     ZoomGesture gesture_;
     std::optional<AxisValues> axesBeforeZoom_;
-    std::optional<double> pointer_; // where the readout stands, x within the plot
+    std::optional<double> pointer_; // where the readout is, x within the plot
     ReportPrinter printer_;
 };
 

@@ -51,7 +51,7 @@ public:
         connect(buttons, &QDialogButtonBox::accepted, this, [this, file] { acceptUnlessRefused(file); });
     }
 
-    /// The file stands already, and the operator lets a report replace it.
+    /// The file exists already, and the operator lets a report replace it.
     bool mayReplace() const { return mayReplace_; }
 
 protected:

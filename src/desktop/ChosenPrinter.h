@@ -18,7 +18,7 @@ class ChosenPrinter {
 public:
     explicit ChosenPrinter(std::unique_ptr<Spooler> spooler) : spooler_(std::move(spooler)) {}
 
-    /// The dialog of printer, paper and copies, over `parent`. A file stands among the printers: without any printer it
+    /// The dialog of printer, paper and copies, over `parent`. A file is one of the printers: without any printer it
     /// is what there is to choose. False on a Cancel, which changes nothing.
     bool ask(QWidget *parent, int &copies);
 

@@ -5,7 +5,7 @@
 
 namespace ostrel {
 
-/// A file's name with the extension at its end, whatever points stand in it before: "SEC 3.1" with "chd" is
+/// A file's name with the extension at its end, whatever points it has already: "SEC 3.1" with "chd" is
 /// "SEC 3.1.chd". Blanks and a point that were left at the end are no part of the name; a folder's separator stays.
 inline QString completedName(QString file, const QString &extension) {
     while (!file.isEmpty() && file.back().isSpace())

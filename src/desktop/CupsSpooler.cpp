@@ -71,7 +71,7 @@ public:
 
 int noMoreTime(Http *, void *) { return 0; }
 
-/// The library would ask at the terminal that the program was started from, and the program would stand still.
+/// The library would ask at the terminal that the program was started from, and the program would block.
 const char *noPassword(const char *, Http *, const char *, const char *, void *) { return nullptr; }
 
 /// As a spooler takes it: UTF-8, one line, neither empty nor longer than a name of the protocol.

@@ -5,7 +5,7 @@
 
 namespace ostrel {
 
-/// The spooler of the computer, or of the server that stands in for it. Qt hands its jobs over too, but does not tell
+/// The spooler of the computer, or of the server that replaces it. Qt hands its jobs over too, but does not tell
 /// when one is refused. Nobody is asked for a password: a printer that wants one refuses.
 class CupsSpooler : public Spooler {
 public:

@@ -23,7 +23,7 @@ private:
     QString appPath_;
 };
 
-/// Makes a folder and those above it that are missing, for the user alone; what stands keeps its permissions. A failure
+/// Makes a folder and those above it that are missing, for the user alone; what exists keeps its permissions. A failure
 /// is a RunTimeError.
 void makePath(const QString &folder);
 

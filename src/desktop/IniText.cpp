@@ -7,7 +7,7 @@ namespace ostrel {
 
 namespace {
 
-constexpr char generalSection[] = "General"; ///< stands for rows without a section; a section of that name gets a "%"
+constexpr char generalSection[] = "General"; ///< for rows without a section; a section of that name gets a "%"
 
 struct Escape {
     char letter;
@@ -79,7 +79,7 @@ QString unescapedSection(const QByteArray &bytes) {
     return unescapedKey(bytes);
 }
 
-/// How one character is written within a value; empty for one that stands for itself.
+/// How one character is written within a value; empty for one that is written as it is.
 QString escapeFor(QChar c, bool afterNumber) {
     for (const Escape &escape : escapes) {
         if (c == QLatin1Char(escape.character))

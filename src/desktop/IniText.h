@@ -27,7 +27,7 @@ public:
     bool removeSection(const QString &section);
 
 private:
-    std::map<QString, std::map<QString, QByteArray>> sections_; ///< the values still as they stand in the file
+    std::map<QString, std::map<QString, QByteArray>> sections_; ///< the values still escaped as in the file
 };
 
 } // namespace ostrel

@@ -90,7 +90,7 @@ bool isHeld(int lock) {
     return lives(ownerIn(content), programIn(content));
 }
 
-/// What stands there without being a file is no lock.
+/// What is there without being a file is no lock.
 bool isFile(const QByteArray &path) {
     struct stat found {};
     return ::lstat(path.constData(), &found) == 0 && S_ISREG(found.st_mode);

@@ -18,7 +18,7 @@ namespace ostrel {
 
 namespace {
 
-/// Qt's dialog would take a file in a folder that does not exist, save under what stands between quotation marks, give
+/// Qt's dialog would take a file in a folder that does not exist, save under what is between quotation marks, give
 /// its extension only to names without any point, and open no file whose name has none.
 class FileDialog : public QFileDialog {
 public:

@@ -82,7 +82,7 @@ BoxAnswer QtPrompts::show(const MessageBox &box) {
         if (button.button == chosen)
             return button.answer;
     }
-    return buttons.back().answer; // the last one is what closing the box stands for
+    return buttons.back().answer; // closing the box means the last one
 }
 
 void QtPrompts::beep() { QApplication::beep(); }

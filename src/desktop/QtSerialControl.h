@@ -22,7 +22,7 @@ class QtSerialControl : public QObject, public SerialControl {
     Q_OBJECT
 
 public:
-    /// The path of the device that stands for a port's number; empty for none.
+    /// The path of the device of a port's number; empty for none.
     using DeviceOfPort = std::function<QString(int)>;
     /// What the line's faults and the changes of its signals are counted by.
     using Counting = std::function<std::optional<LineCounters>(const SerialDevice &)>;

@@ -9,7 +9,7 @@
 namespace ostrel {
 
 /// The store in an INI file as QSettings has it. Each reading looks at the file anew, since other copies write it too.
-/// Each writing reads, changes and replaces it under a lock of all copies; the file stands whole at every moment.
+/// Each writing reads, changes and replaces it under a lock of all copies; the file is whole at every moment.
 class QtSettingsStore : public SettingsStore {
 public:
     /// The file and its folder, for the user alone, are made at the first writing. Anything but a plain file is

@@ -9,7 +9,7 @@
 
 namespace ostrel {
 
-/// The PDF file that reports go to in place of a printer. Only the first one may replace a file: the one that stood
+/// The PDF file that reports go to in place of a printer. Only the first one may replace a file: the one that was
 /// there when the name was chosen, if the operator agreed to that. What has come or changed since then stays, and so
 /// does every report: the next ones get the next free name beside it, "report-2.pdf".
 class ReportFile {

@@ -8,7 +8,7 @@
 
 namespace ostrel {
 
-/// Which device stands for COM n: what the settings name under Ports, n, or else the n-th serial device of the
+/// Which device is COM n: what the settings name under Ports, n, or else the n-th serial device of the
 /// computer.
 class SerialPorts {
 public:
@@ -26,7 +26,7 @@ private:
     const SettingsStore &store_;
     QString ttyFolder_;
     QStringList listing_;
-    QElapsedTimer listed_; ///< since when the listing stands
+    QElapsedTimer listed_; ///< since the last listing
 };
 
 } // namespace ostrel

@@ -22,7 +22,7 @@ class Spooler {
 public:
     virtual ~Spooler() = default;
 
-    /// True once the whole document stands in the queue; from then on the job is the spooler's. False when it is
+    /// True once the whole document is in the queue; from then on the job is the spooler's. False when it is
     /// refused, for whatever reason: then nothing of it is printed.
     virtual bool take(const PrintJob &job) = 0;
 };

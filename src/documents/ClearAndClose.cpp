@@ -31,7 +31,7 @@ void ClearAndClose::mnuClear_Click() {
                 return;
         }
         if (run_.Recording && !recordedBefore)
-            return; // it has begun under the question: its samples stand in this chart
+            return; // it has begun under the question: its samples are in this chart
         tabs_.ChartSaved[recorderChart] = !run_.Recording;
     }
     run_.BesideLog = false;

@@ -19,7 +19,7 @@ public:
     void mnuClear_Click();
     /// Closes the file in front. Those behind it are read anew, each one tab further to the left, with the notes that
     /// the operator has changed; their tabs keep their own view. A file that cannot be read again, or a run-time error,
-    /// is told to the operator and ends the routine where it stands.
+    /// is told to the operator and ends the routine at that point.
     void mnuClose_Click();
 
 private:

@@ -14,7 +14,7 @@ namespace ostrel {
 /// While a recording is on the recorder's chart does not count as saved: samples go on coming.
 ///
 /// A file that cannot be written is told to the operator and changes nothing. A cancelled dialog ends a command
-/// quietly, unless CancelError stands on the shared dialog: then its error (32755) flies on to the caller.
+/// quietly, unless CancelError is set on the shared dialog: then its error (32755) goes on to the caller.
 class SaveFiles {
 public:
     SaveFiles(TabStates &tabs, const RunState &run, const DocumentCharts &charts, DocumentWindow &window,

@@ -18,7 +18,7 @@ namespace ostrel {
 /// file system's own books along. So a reader finds zeros behind the last piece, and after a power cut possibly part of
 /// a piece: it has to know a piece by its own marks.
 ///
-/// After a failure the file is closed and not to be trusted for more; what was flushed before stands in it. A file that
+/// After a failure the file is closed and not to be trusted for more; what was flushed before is in it. A file that
 /// has never flushed anything is removed. Errors are those of the operating system (errno).
 class AppendFile {
 public:

@@ -5,7 +5,7 @@
 
 namespace ostrel {
 
-/// Folders one at a time, and what stands in them. A symbolic link to a folder is no folder here, and is never
+/// Folders one at a time, and what is in them. A symbolic link to a folder is no folder here, and is never
 /// followed. A failure is a RunTimeError.
 namespace Directories {
 
@@ -13,7 +13,7 @@ namespace Directories {
 bool exists(const QString &path);
 bool isLink(const QString &path);
 
-/// Makes one folder, for the user alone; it is on the disk when this returns. False when something of that name stands
+/// Makes one folder, for the user alone; it is on the disk when this returns. False when something of that name is
 /// there.
 [[nodiscard]] bool make(const QString &path);
 /// Hides it from file managers: its name comes into the list `.hidden` beside it, which must be a plain file or

@@ -101,7 +101,7 @@ void DurableFile::closeNeighbour() {
         failWith(errno);
 }
 
-/// From here on the new file stands under its name; a failure tells only that a power cut may still bring the old one
+/// From here on the new file has its name; a failure tells only that a power cut may still bring the old one
 /// back.
 void DurableFile::syncFolder() {
     TemporaryFiles::setUnfinished(nullptr);

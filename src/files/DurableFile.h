@@ -13,7 +13,7 @@ namespace ostrel {
 
 /// Replaces a file, or makes it: what is written gathers in a temporary file beside it (TemporaryFiles.h), and commit()
 /// moves it into place once the disk has all of it. Whatever fails, and wherever a power cut strikes, the old file or
-/// the new one stands whole.
+/// the new one is whole.
 ///
 /// The new file keeps the permissions of the old one, and a symbolic link goes on pointing to it, unless links are
 /// refused. A file that the user may not write is refused, although its folder would allow the exchange; so is anything
@@ -22,7 +22,7 @@ class DurableFile {
 public:
     explicit DurableFile(const QString &path, FileOperations &operations = FileOperations::system(),
                          Links links = Links::Follow);
-    /// Without a commit the old file stands and the neighbour goes.
+    /// Without a commit the old file stays and the temporary file goes.
     ~DurableFile();
     DurableFile(const DurableFile &) = delete;
     DurableFile &operator=(const DurableFile &) = delete;

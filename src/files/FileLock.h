@@ -14,7 +14,7 @@ namespace ostrel {
 class FileLock {
 public:
     /// Makes the file when it is missing. A failure is a RunTimeError, also that something else than a plain file
-    /// stands there.
+    /// is there.
     explicit FileLock(const QString &path);
 
     /// False when another copy holds the lock in any way.

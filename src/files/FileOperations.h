@@ -13,7 +13,7 @@
 namespace ostrel {
 
 /// The calls of the operating system that put data on a disk and take them from there, one for one: -1 and errno for a
-/// failure. A test stands in for the disk here.
+/// failure. A test replaces the disk here.
 class FileOperations {
 public:
     virtual ~FileOperations() = default;
@@ -37,7 +37,7 @@ public:
     static FileOperations &system();
 
 protected:
-    /// This disk, or none, stands in for the computer's own. Whoever has asked for that keeps it, so the stand-in comes
+    /// This disk, or none, replaces the computer's own. Whoever has asked for that keeps it, so the replacement comes
     /// before the program that is to run on it, and goes after it.
     static void standIn(FileOperations *disk);
 };
@@ -49,7 +49,7 @@ bool syncFolder(FileOperations &operations, const char *path);
 /// Hands over the names in a folder, hidden ones too, without "." and "..", as long as `take` wants more. The error is
 /// that of the operating system (errno).
 std::error_code eachName(FileOperations &operations, const char *folder, const std::function<bool(const char *)> &take);
-/// The same as a sorted list. What had been read before an error stands in `names`.
+/// The same as a sorted list. What had been read before an error is in `names`.
 std::error_code listFolder(FileOperations &operations, const QString &folder, QStringList &names);
 /// A folder for the user alone (0700), whatever the umask; -1, with errno, when that failed.
 int makePrivateFolder(FileOperations &operations, const char *path);

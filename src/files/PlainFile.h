@@ -13,7 +13,7 @@ namespace ostrel {
 /// What becomes of a symbolic link at the end of a path.
 enum class Links { Follow, Refuse };
 
-/// What stands there is no plain file, by the kind in its mode: "is a folder", "is a named pipe", "is a symbolic link",
+/// What is there is no plain file, by the kind in its mode: "is a folder", "is a named pipe", "is a symbolic link",
 /// "is a device", "is a socket". The value is an errno.
 std::error_code notPlainError(mode_t mode);
 
@@ -22,7 +22,7 @@ struct OpenedFile {
     std::error_code error;
 };
 
-/// Opens a plain file and nothing else: whatever stands at the path, this neither waits for it nor wakes a device nor
+/// Opens a plain file and nothing else: whatever is at the path, this neither waits for it nor wakes a device nor
 /// follows a link. `flags` as for open(2); with O_CREAT a missing file is made.
 OpenedFile openPlainFile(const QString &path, int flags, mode_t mode = 0666,
                          FileOperations &operations = FileOperations::system());

@@ -22,7 +22,7 @@ void run(const Handler &handler) {
         handler();
 }
 
-/// The code that a key bears for a key filter, 0 for a key without a character and for shortcuts.
+/// The code of a key for a key filter, 0 for a key without a character and for shortcuts.
 int characterCode(const QKeyEvent &key) {
     if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
         return enterCode;
@@ -126,7 +126,7 @@ ComboEntry::ComboEntry(QWidget *parent) : DropDownList(parent), line_(new EntryL
     setLineEdit(line_);
     setInsertPolicy(NoInsert);
     setCompleter(nullptr);
-    // Qt takes a typed value that stands in the list for a pick once the entry is left. Here it stays typed.
+    // Qt takes a typed value that is in the list for a pick once the entry is left. Here it stays typed.
     disconnect(line_, &QLineEdit::editingFinished, this, nullptr);
     line_->KeyPress = [this](int KeyAscii) { return KeyPress ? KeyPress(KeyAscii) : KeyAscii; };
     connect(line_, &QLineEdit::textEdited, this, [this] { run(Change); });

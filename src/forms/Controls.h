@@ -19,7 +19,7 @@ namespace ostrel {
 inline constexpr int keyRefused = 0;
 
 /// Keys go to `KeyPress` before the control sees them: it gets the character's code (8 backspace, 13 Enter) and answers
-/// it again to let the key through, keyRefused to swallow it. Keys that bear no character (arrows, Home, Delete) and
+/// it again to let the key through, keyRefused to swallow it. Keys without a character (arrows, Home, Delete) and
 /// shortcuts (Ctrl+C, Ctrl+V) never go there.
 using KeyFilter = std::function<int(int KeyAscii)>;
 

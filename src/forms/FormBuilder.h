@@ -24,8 +24,8 @@ struct ControlRow {
     float top;
     float width;
     float height;
-    Ink ink = Ink::Plain;         ///< of a frame, with all that stands in it
-    const char *spoken = nullptr; ///< how a screen reader names what bears no caption of its own
+    Ink ink = Ink::Plain;         ///< of a frame, with all that it holds
+    const char *spoken = nullptr; ///< how a screen reader names what has no caption of its own
 };
 
 /// The name of a member of a control array: `cmdSet(1)`.
@@ -42,7 +42,7 @@ public:
     /// their texts.
     void build(std::span<const ControlRow> rows);
 
-    /// A control of a name that some row bears.
+    /// A control by the name of its row.
     template <typename Control>
     Control *control(const QString &name) const {
         return form_.findChild<Control *>(name);

@@ -35,7 +35,7 @@ std::vector<int> childrenOf(int parent, const std::vector<FormPlace> &places) {
     return children;
 }
 
-/// How far left `after` may stand beside `before`. A form may draw a label's box into its neighbour; then only the
+/// How far left `after` may be beside `before`. A form may draw a label's box into its neighbour; then only the
 /// label's text counts.
 qreal leastLeft(const FormPlace &before, const QRectF &drawnBefore, const QRectF &drawnAfter) {
     const qreal gap = drawnAfter.left() - drawnBefore.right();

@@ -8,7 +8,7 @@
 
 namespace ostrel {
 
-/// Where a control stands in its container, and the least room that its text takes on this desktop. In twips.
+/// Where a control is in its container, and the least room that its text takes on this desktop. In twips.
 struct FormPlace {
     int parent = -1; ///< index of the container's place, which comes first; -1 for the form
     QRectF at;
@@ -16,7 +16,7 @@ struct FormPlace {
 };
 
 /// Makes room where a desktop's fonts are larger than those that the form was drawn for: a control that is too narrow
-/// grows and pushes what stands to its right in the same row; a container grows with what it holds; the height of all
+/// grows and pushes what is to its right in the same row; a container grows with what it holds; the height of all
 /// grows by one factor, so that rows stay rows. Places that suffice stay as they are.
 void makeRoom(std::vector<FormPlace> &places);
 

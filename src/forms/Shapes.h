@@ -11,7 +11,7 @@ namespace ostrel {
 /// The colour of texts; legible on light and dark desktops alike.
 enum class Ink { Plain, Blue, Red };
 
-/// A frame with a caption, and plain ground without one. Its ink is also that of what stands in it.
+/// A frame with a caption, and plain ground without one. Its ink is also that of what it holds.
 class Frame : public QGroupBox {
     Q_OBJECT
 public:

@@ -147,7 +147,7 @@ void frmHelp::showTopic(int HelpContextID) {
     page_->setFocus();
 }
 
-/// A modal dialog leaves those windows alone that stand over it. This one is nobody's child, so that it outlives the
+/// A modal dialog does not block windows that are its children. This one is nobody's child, so that it outlives the
 /// dialog.
 void frmHelp::standOverModal() {
     const QWidget *modal = QApplication::activeModalWidget();

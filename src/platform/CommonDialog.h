@@ -18,20 +18,20 @@ public:
 
     virtual ~CommonDialog() = default;
 
-    /// Modal; events go on being dispatched. The chosen file stands in FileName, with its folder, and in FileTitle,
+    /// Modal; events go on being dispatched. The chosen file is in FileName, with its folder, and in FileTitle,
     /// without. A Cancel leaves both empty and raises 32755 when CancelError is set.
     virtual void ShowOpen() = 0;
     virtual void ShowSave() = 0;
-    /// The print setup, modal like the others. It offers Copies, in which the chosen number stands after OK; the
+    /// The print setup, modal like the others. It offers Copies, which holds the chosen number after OK; the
     /// choices of printer, paper and orientation hold until the program ends. A Cancel changes nothing and raises 32755
     /// when CancelError is set. A dialog that cannot be shown raises a RunTimeError.
     virtual void ShowPrinter() = 0;
 
     /// Prints one copy of a report, a PDF document, on the printer that was set up or into the file that was chosen in
-    /// its place; `name` is that of the job. False when it was not taken. A file that stands is replaced only if the
+    /// its place; `name` is that of the job. False when it was not taken. An existing file is replaced only if the
     /// operator has agreed to that in the setup, and once; otherwise the report gets the next free name beside it.
     virtual bool print(const QByteArray &document, const QString &name) = 0;
-    /// The copies of one print stand between these: into a file goes the first alone, the others add nothing to it.
+    /// The copies of one print come between these: into a file goes the first alone, the others add nothing to it.
     /// The end answers the file that the print made, with its folder; empty when there is none.
     virtual void beginPrint() = 0;
     virtual QString endPrint() = 0;

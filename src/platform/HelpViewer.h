@@ -14,7 +14,7 @@ public:
     /// number that no topic has. Returns at once.
     virtual void showTopic(int HelpContextID) = 0;
 
-    /// Path of the table of topics; the pages stand beside it. As long as it is empty nothing is shown.
+    /// Path of the table of topics; the pages are in the same folder. While it is empty nothing is shown.
     QString HelpFile;
 };
 

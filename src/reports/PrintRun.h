@@ -14,10 +14,10 @@ namespace ostrel {
 /// The commands that print the chart in front and that choose the printer and the number of copies.
 class PrintRun {
 public:
-    /// `ComDlg` is the main window's, whose Copies each print takes. The form stands over `parent`.
+    /// `ComDlg` is the main window's, whose Copies each print takes. The form's parent is `parent`.
     PrintRun(ChartInFront chart, CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors, QWidget *parent);
 
-    /// A copy that fails is told by the chart, and the next one is printed all the same. Where the report stands is
+    /// A copy that fails is told by the chart, and the next one is printed all the same. Where the report lies is
     /// told when it went into a file.
     void mnuPrint_Click();
     void mnuPrintSetup_Click();

@@ -34,7 +34,7 @@ constexpr int onePointASecond = 10;
 
 constexpr std::array methodPositions = {"Before Data", "After Data", "Separate Column"};
 
-/// The list is the same in every locale: where its point is no decimal mark, it still stands for one.
+/// The list is the same in every locale: where its point is no decimal mark, it still counts as one.
 float pointsPerSecond(const QString &text) {
     double rate = 0;
     if (errorNumberOf([&] { rate = numberFrom(text); }) != 0)

@@ -30,7 +30,7 @@ public:
     QString ownDirectory();
 
     /// These tell the operator of a failure themselves, and leave what was written.
-    /// Takes the number behind the count, also when another copy bears it, but none below 1. Copies that start at the
+    /// Takes the number behind the count, also when another copy has it, but none below 1. Copies that start at the
     /// same instant get different ones: counting is one step.
     void AddInstance();
     /// Raises the count to that of an entry that stays, so that the next number is a new one.
@@ -40,7 +40,7 @@ public:
     void RemoveRegistryEntry();
 
     /// All of the above for a copy that ends before it came to it, with nobody there to be told: an own log directory,
-    /// and a number that no entry bears, so that none is overwritten. A failure is a RunTimeError.
+    /// and a number that no entry has, so that none is overwritten. A failure is a RunTimeError.
     void registerUnasked();
 
     const QString &logFolder() const { return logFolder_; }

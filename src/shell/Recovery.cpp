@@ -79,7 +79,7 @@ void Recovery::FillUnknownLogs() {
         rows_.push_back({unknownText(name)});
 }
 
-/// The directory itself is nobody's, whatever stands in the entries.
+/// The directory itself is nobody's, whatever the entries say.
 bool Recovery::isKnown(const QString &name) const {
     if (LogInfoTable_.empty())
         throw RunTimeError(ErrorNumber::TypeMismatch);

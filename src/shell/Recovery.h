@@ -41,7 +41,7 @@ public:
         std::function<void(Recovery &)> showDialog; ///< frmDataRecovery, until the operator ends it
     };
 
-    /// `LogInfoTable` is what stood in the store before this copy wrote to it; empty when it had no such section.
+    /// `LogInfoTable` is what was in the store before this copy wrote to it; empty when it had no such section.
     Recovery(Identity &identity, const std::vector<SettingRow> &LogInfoTable, const LogState &log, Instances &instances,
              Uses uses);
 
@@ -78,7 +78,7 @@ private:
 
     std::vector<RecoveryRow> rows_;
     QStringList UnknownLogDirs_;
-    QStringList leftOvers_; ///< the directories that stood when the looking began, but for those of running copies
+    QStringList leftOvers_; ///< the directories that were there when the search began, but for those of running copies
     QStringList unread_;    ///< those of which a file could not be read
     QStringList unmoved_;   ///< those that the wastebasket did not take
 };

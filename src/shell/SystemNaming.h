@@ -16,7 +16,7 @@ QString systemCaption(const QString &SystemName);
 /// The command that names the instrument's system.
 class SystemNaming {
 public:
-    /// The dialog stands over `parent`.
+    /// The dialog's parent is `parent`.
     SystemNaming(Identity &identity, Instances &instances, Prompts &prompts, ShellWindow &window, QWidget *parent);
 
     void mnuLogName_Click();

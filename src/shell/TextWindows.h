@@ -19,13 +19,13 @@ class frmNotes;
 /// pressed: the button brings it up and takes it away, and its closing releases the button.
 class TextWindows {
 public:
-    /// The running log, which bears the notes of the recorder too.
+    /// The running log, which keeps the notes of the recorder too.
     struct Log {
         Run &chart;
         std::function<void()> writeNow; ///< brings them to the disk, while logging is on
     };
 
-    /// The windows stand over `parent`.
+    /// The windows' parent is `parent`.
     TextWindows(TabStates &tabs, const DocumentCharts &charts, Log log, ShellWindow &window, Prompts &prompts,
                 QWidget *parent);
 

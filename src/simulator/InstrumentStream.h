@@ -5,7 +5,7 @@
 
 namespace ostrel {
 
-/// The instrument's blocks as they stand on the line. A letter is one of StreamFormat::BlockType.
+/// The instrument's blocks as they are on the line. A letter is one of StreamFormat::BlockType.
 
 /// "C", "D", "U" or "V" with its value.
 QByteArray sampleBlock(char letter, float value);

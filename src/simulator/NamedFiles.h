@@ -27,7 +27,7 @@ private:
     std::optional<FileIdentity> identity_;
 };
 
-/// A file that a record of the play goes to: a plain file, a pipe with a reader, a terminal, /dev/null. What stands in
+/// A file that a record of the play goes to: a plain file, a pipe with a reader, a terminal, /dev/null. What is in
 /// it is left alone until begin(). What is standard output or standard error already is written along with these.
 class OutputFile {
 public:

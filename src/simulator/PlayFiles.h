@@ -12,7 +12,7 @@
 namespace ostrel {
 
 /// All files of a play. The input is read, and its mistakes told, before an output is opened; outputs are emptied only
-/// when all else stands ready. Failures are run-time errors, and EarlyEnd for mistakes of the user.
+/// when all else is ready. Failures are run-time errors, and EarlyEnd for mistakes of the user.
 class PlayFiles {
 public:
     /// Reads the script or the capture.

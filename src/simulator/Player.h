@@ -8,9 +8,9 @@
 
 namespace ostrel {
 
-/// Plays a script as an instrument of either kind would send it. News stands before the sample pair at which it comes.
-/// What takes longer on the line than a sample time delays the blocks behind it. A script that goes on sending more
-/// than the line carries stands still while two million bytes wait.
+/// Plays a script as an instrument of either kind would send it. An event comes before the sample pair that has its
+/// time. What takes longer on the line than a sample time delays the blocks behind it. A script that goes on sending
+/// more than the line carries pauses while two million bytes wait.
 class Player : public LineSource {
 public:
     struct Settings {

@@ -13,7 +13,7 @@ namespace ostrel {
 /// opens path() like any port; listeners come and go.
 class PseudoTerminal {
 public:
-    /// A symbolic link `link`, unless empty, leads to the listener's end as long as this lives; one that stands there
+    /// A symbolic link `link`, unless empty, leads to the listener's end as long as this lives; one that is there
     /// is replaced, anything else refused. Raises a run-time error.
     explicit PseudoTerminal(const QString &link = {});
     ~PseudoTerminal();

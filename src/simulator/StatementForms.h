@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-/// The column, from 1, of what stands at an index of a line. Each character is one column, a tab too.
+/// The column, from 1, of the character at an index of a line. Each character is one column, a tab too.
 int columnAt(const QString &line, qsizetype index);
 
 /// A word of a statement and the column it begins in.
@@ -16,7 +16,7 @@ struct ScriptWord {
     int column;
 };
 
-/// Every form a statement can have, as help shows it: words in capitals stand for a value, brackets for what may be
+/// Every form a statement can have, as help shows it: words in capitals are values, brackets enclose what may be
 /// left out.
 QStringList statementForms();
 

@@ -10,7 +10,7 @@
 
 namespace ostrel {
 
-/// An open file of the operating system, closed with its owner. -1 stands for none.
+/// An open file of the operating system, closed with its owner. -1 for none.
 class SystemFile {
 public:
     explicit SystemFile(int number = -1) : number_(number) {}

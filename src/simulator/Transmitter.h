@@ -14,7 +14,7 @@
 namespace ostrel {
 
 /// Sends a source's bytes at their times. Each sample time is counted from the start, so that late ticks do not add up;
-/// but a program or computer that was stopped for longer than two seconds goes on where it stood.
+/// but a program or computer that was stopped for longer than two seconds goes on where it was.
 ///
 /// Up to the instrument's own speed each tick is sent by itself, and what the line does not take is lost. Above it,
 /// ticks gather to a burst a second with a pause behind it, in which the recorder decodes. A listener that reads loses

@@ -38,7 +38,7 @@ void ChartTabs::TabChart_Click() {
     bringToFront_(tab);
     charts_[tab]->Redraw();
 
-    // What stands in the window entry now is applied when the time mode changes to a window.
+    // What is in the window entry now is applied when the time mode changes to a window.
     controls_.txtChartTime->setText(tabs_.Zoomed[tab] ? generalNumber(tabs_.ChartViews[tab].TimeSpan)
                                                       : generalNumber(tabs_.WindowMinutes[tab]));
     controls_.optTimeAxis[tabs_.FullView[tab] ? 0 : 1]->setValue(true);

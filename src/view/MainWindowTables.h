@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-/// What stands in the main window, row by row.
+/// What the main window holds, row by row.
 namespace MainWindowTables {
 
 struct MenuRow {

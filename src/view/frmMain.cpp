@@ -247,7 +247,7 @@ void frmMain::ArrangeMainWindow() {
 
 bool frmMain::event(QEvent *event) {
     const bool handled = QMainWindow::event(event);
-    // The menus may come to stand in another number of rows, and a desktop may change its fonts.
+    // The menus may wrap into another number of rows, and a desktop may change its fonts.
     if (event->type() == QEvent::LayoutRequest)
         ArrangeMainWindow();
     return handled;
@@ -255,7 +255,7 @@ bool frmMain::event(QEvent *event) {
 
 void frmMain::resizeEvent(QResizeEvent *event) {
     QMainWindow::resizeEvent(event);
-    holdLeastSize(); // the desktop's frame is known only once it stands around the window
+    holdLeastSize(); // the desktop's frame is known only once it is drawn around the window
     ArrangeMainWindow();
 }
 

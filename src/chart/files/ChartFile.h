@@ -18,10 +18,10 @@ inline constexpr quint32 logFile = fourLetters("LOG ");
 inline constexpr quint32 chartFileVersion = 1; ///< that is written; older ones are read too
 
 /// Puts the run into a file of this kind, in place of an old one. No error means that it is on the disk; otherwise the
-/// old file stands as it was.
+/// old file is as it was.
 std::error_code saveChartFile(const QString &path, quint32 kind, const ChartData &run, const AxisValues &axes,
                               FileOperations &operations = FileOperations::system());
-/// The same, of kind `dataFile`, with what the time axis shows alone: its first sample stands at time 0 and marks and
+/// The same, of kind `dataFile`, with what the time axis shows alone: its first sample is at time 0 and marks and
 /// method texts move with it. All method texts go along, those from before and after the stretch to its ends.
 std::error_code saveChartStretch(const QString &path, const ChartData &run, const AxisValues &axes,
                                  FileOperations &operations = FileOperations::system());
@@ -35,7 +35,7 @@ enum class ChartFileFault {
     Damaged       ///< without a head when it is damaged in that
 };
 
-/// What a reading came upon.
+/// What a reading found.
 struct ChartFileReport {
     ChartFileFault fault = ChartFileFault::None;
     std::error_code error; ///< of an unreadable file

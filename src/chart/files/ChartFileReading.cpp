@@ -223,7 +223,7 @@ bool Reading::takeItems(std::vector<Item> &items, bool (*takeFrom)(RecordReader 
     return true;
 }
 
-/// Straight to where they stay. Samples that do not stand the check are not counted in.
+/// Straight to where they stay. Samples that fail the check are not counted.
 bool Reading::takeSamples() {
     const auto numbers = takeSampleNumbers(reader_);
     const auto size = static_cast<quint64>(run.samples.size());

@@ -9,7 +9,7 @@ namespace ostrel {
 
 namespace {
 
-// Text stands as the UTF-16 that it is in memory: whatever the operator typed or the instrument sent comes back unit
+// Text is kept as the UTF-16 that it is in memory: whatever the operator typed or the instrument sent comes back unit
 // for unit, also what is no valid text.
 constexpr std::size_t unitSize = sizeof(char16_t);
 

@@ -53,7 +53,7 @@ void putCounts(RecordPieces &record, const ChartCounts &counts);
 /// The present record's numbers; the samples themselves follow, for the reader's take(). They are good only when its
 /// finish() says so. Nothing when the record is not of that form.
 std::optional<SampleNumbers> takeSampleNumbers(RecordReader &reader);
-/// All of the present record, which has then stood its checks. Otherwise false; what was handed in is as it was.
+/// All of the present record, which has then passed its checks. Otherwise false; what was handed in is as it was.
 bool takeMarks(RecordReader &reader, quint64 &first, std::vector<EventMark> &marks);
 bool takeMethodTexts(RecordReader &reader, quint64 &first, std::vector<MethodText> &texts);
 bool takeText(RecordReader &reader, QString &text);

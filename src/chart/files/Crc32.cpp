@@ -9,7 +9,7 @@
 #define WITH_PRODUCTS __attribute__((target("pclmul,sse4.1")))
 #define WITH_WIDE_PRODUCTS __attribute__((target("vpclmulqdq,pclmul,avx2")))
 
-// The checksum is the remainder of a division of polynomials, and carry-less products move what stands further ahead in
+// The checksum is the remainder of a division of polynomials, and carry-less products move what is further ahead in
 // the data onto what follows, block by block, until one block is left: V. Gopal et al., "Fast CRC Computation for
 // Generic Polynomials Using PCLMULQDQ Instruction", for the reflected polynomial. Several blocks at a time go ahead
 // side by side, so that no product waits for the one before.
@@ -35,7 +35,7 @@ WITH_PRODUCTS inline Block at(const unsigned char *data) {
 
 WITH_PRODUCTS inline Block powers(Distance distance) { return _mm_set_epi64x(distance.high, distance.low); }
 
-/// Moves what `block` stands for ahead, onto `next`.
+/// Moves the remainder in `block` ahead, onto `next`.
 WITH_PRODUCTS inline Block ahead(Block block, Block powers, Block next) {
     const Block low = _mm_clmulepi64_si128(block, powers, 0x00);
     const Block high = _mm_clmulepi64_si128(block, powers, 0x11);

@@ -43,7 +43,7 @@ private:
 
     quint32 counted_ = 0; ///< records of the file so far
     int place_ = 0;       ///< of the last one in the order of a writing
-    bool torn_ = false;   ///< zeros stood where a record should begin, since the last promise
+    bool torn_ = false;   ///< zeros were where a record should begin, since the last promise
     Missing writing_;     ///< in the present writing
     Missing latest_;
     std::optional<Promise> open_; ///< that does not count yet

@@ -19,7 +19,7 @@ namespace ostrel {
 /// What all files of the chart are made of: a head that says what the file is, and checked records, all little-endian
 /// and on boundaries of eight bytes. docs/file-format.md describes them byte by byte.
 
-/// Four letters as they stand in the file.
+/// Four letters as they are in the file.
 constexpr quint32 fourLetters(const char (&text)[5]) {
     quint32 value = 0;
     for (int i = 3; i >= 0; --i)
@@ -112,7 +112,7 @@ public:
 
     /// Goes to the next record; what is left of the present one is skipped.
     Found next();
-    /// After a damage: goes to the next whole head of a record of this file, wherever it stands. False when none comes,
+    /// After a damage: goes to the next whole head of a record of this file, wherever it is. False when none comes,
     /// or not within the bytes that may be searched.
     bool searchNext();
     /// From now on only so many bytes are searched.
@@ -132,7 +132,7 @@ public:
     bool take(void *to, std::size_t size);
     /// All of the payload that is left.
     bool take(QByteArray &to);
-    /// To the end of the record. True when all of it stands as it was written.
+    /// To the end of the record. True when all of it is as it was written.
     bool finish();
 
 private:

@@ -13,7 +13,7 @@ public:
     /// Replaces all that the run holds, and its axes, by what a data file or a log file holds. False when the file
     /// cannot be read, is damaged, or comes of a newer version: ChartError has told so, and the run is empty.
     bool LoadDataFile(const QString &FileName);
-    /// Writes all that the run holds. True when the new file is on the disk; otherwise the old file stands untouched.
+    /// Writes all that the run holds. True when the new file is on the disk; otherwise the old file is unchanged.
     bool SaveDataFile(const QString &FileName);
     /// The same with the stretch from TimeAxisMin to TimeAxisMax alone; in the new file it begins at time 0.
     bool SaveSelectedData(const QString &FileName);

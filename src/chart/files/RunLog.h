@@ -22,10 +22,10 @@ public:
     /// milliseconds; after DataFileSizeHours of data the log goes on in a new file. 0 is good: all that the run holds
     /// survives the end of the computer. Any other status is an error code of the system.
     qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval, double DataFileSizeHours);
-    /// The log holds at least one sample or mark, or held some that are damaged; or a data file stands there that
+    /// The log holds at least one sample or mark, or held some that are damaged; or a data file is there that
     /// cannot be read at this moment.
     bool CheckLogFile(const QString &LogDirectory) const;
-    /// Puts the log that stands in the directory, of whichever run, together in one log file. 0 is good. Where
+    /// Puts the log in the directory, of whichever run, together in one log file. 0 is good. Where
     /// something of it is missing ChartError tells so, and the rest is saved.
     qint16 SaveLogAs(const QString &LogDirectory, qint16 InstanceNumber, const QString &NewFileName) const;
     /// Lets go of the log and empties the directory as DiscardLog does.

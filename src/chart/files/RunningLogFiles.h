@@ -13,7 +13,7 @@ namespace ostrel {
 /// What the writer and the reader of a running log agree on. docs/file-format.md has every byte.
 ///
 /// The directory of a log holds data files Log00001.dat, Log00002.dat and so on, in the order in which they were begun.
-/// All files of one run of the program bear the same identity; each begins with a record of samples, possibly empty,
+/// All files of one run of the program have the same identity; each begins with a record of samples, possibly empty,
 /// that tells at which sample it sets in.
 
 inline constexpr quint32 runningLogKind = fourLetters("TICK");

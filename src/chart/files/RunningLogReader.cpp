@@ -128,7 +128,7 @@ private:
     bool glance_;
     bool gaveUp_ = false;
     bool promised_ = false; ///< a run has promised samples
-    bool damaged_ = false;  ///< what stands in a file is not what was written; zeros and a file's early end are no sign
+    bool damaged_ = false;  ///< what is in a file is not what was written; zeros and a file's early end are no sign
     RecoveredLog log_;
     std::vector<std::vector<DataFile>> runs_;
     QStringList headless_;   ///< data files whose head is damaged
@@ -211,7 +211,7 @@ void Joiner::lookBehindHead(const QString &path) {
             return addBadFile(path, reader.error());
         gaveUp_ |= reader.gaveUp();
     }
-    // Also when it took what stood further behind but not the head: nobody was ever told that any of it is safe.
+    // Also when it took what was further behind but not the head: nobody was ever told that any of it is safe.
     if (!isBlank(beginning.first(headSize)))
         addBadFile(path, std::make_error_code(std::errc::bad_message));
 }
@@ -250,7 +250,7 @@ void Joiner::joinRun(std::vector<DataFile> &run) {
         endRun(gaps);
 }
 
-/// `gaps` stood in the runs before.
+/// `gaps` were in the runs before.
 void Joiner::endRun(std::size_t gaps) {
     const ChartCounts &promised = promises_.counts();
     if (promised.samples > nextSample_ && promised.samples <= lastNumber)

@@ -34,7 +34,7 @@ struct RecoveredLog {
         bool filled;
     };
 
-    ChartData data; ///< several runs of the program stand one behind the other; its title is the name of the system
+    ChartData data; ///< several runs of the program are one behind the other; its title is the name of the system
     std::vector<Gap> gaps;
     quint64 lostMarks = 0;
     quint64 lostMethodTexts = 0;

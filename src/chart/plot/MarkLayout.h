@@ -11,7 +11,7 @@
 
 namespace ostrel {
 
-/// A mark as it stands on the time axis: a stroke, and above it its label where there is room for one.
+/// A mark on the time axis: a stroke, and above it its label where there is room for one.
 struct PlacedMark {
     QColor stroke;
     QColor text;

@@ -29,7 +29,7 @@ int partsOf(const TickSteps &steps) {
     return std::lround(digit) == 2 ? 4 : 5;
 }
 
-/// The longest label has the most digits, and so stands at an end of the axis.
+/// The longest label has the most digits, and so is at an end of the axis.
 double widest(const TickSteps &steps, const QFontMetricsF &metrics) {
     if (steps.last < steps.first)
         return 0;

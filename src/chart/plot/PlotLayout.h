@@ -18,7 +18,7 @@ struct Tick {
     QRectF box; ///< of the label
 };
 
-/// Where everything of a chart stands, in logical pixels, for screen and paper alike. Labels never touch one another
+/// Where everything of a chart is, in logical pixels, for screen and paper alike. Labels never touch one another
 /// and never leave the chart; when it gets small, first the axis titles go, then the labels.
 struct PlotLayout {
     QSizeF size;

@@ -25,10 +25,10 @@ struct PlotTheme {
     bool operator==(const PlotTheme &) const = default;
 };
 
-/// How far two colours stand apart, from 1 (not at all) to 21 (black and white).
+/// The contrast of two colours, from 1 (not at all) to 21 (black and white).
 double contrast(const QColor &a, const QColor &b);
 
-/// The colour, as much darker or lighter as it takes to stand out from the ground by that contrast. The hue stays.
+/// The colour, as much darker or lighter as it takes to reach that contrast against the ground. The hue stays.
 QColor legible(const QColor &colour, const QColor &ground, double least);
 
 /// A colour given as 0xBBGGRR.

@@ -34,7 +34,7 @@ private:
     QPointF end_;
 };
 
-/// The axes that a rectangle of the plot stands for. No axis gets so short that its values can no longer be told
+/// The axes of a rectangle of the plot. No axis gets so short that its values can no longer be told
 /// apart: 0.01 minute, 0.0001 AU, 0.01 mS/cm, and never less than the floats themselves allow.
 AxisValues axesOf(const QRectF &rectangle, const PlotLayout &layout);
 

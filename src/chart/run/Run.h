@@ -31,7 +31,7 @@ public:
     Run(const Run &) = delete;
     Run &operator=(const Run &) = delete;
 
-    /// Puts a sample pair (AU, mS/cm) behind the last one, 1/300 minute on; the first stands at 0. Draws nothing. The
+    /// Puts a sample pair (AU, mS/cm) behind the last one, 1/300 minute on; the first is at 0. Draws nothing. The
     /// values are kept bit for bit, not-a-number and infinities too. Non-zero exactly when there is no memory for more.
     qint16 AddSample(float UV, float Conductivity);
     /// A mark on the time axis at `Time` minutes. Color is 0xBBGGRR; a negative Height points the other way.

@@ -19,7 +19,7 @@ struct AxisValues {
     bool operator==(const AxisValues &) const = default;
 };
 
-/// A straight way from values to places: `from` stands at `start`, `to` at `end`. An empty or reversed axis counts as a
+/// A straight way from values to places: `from` is at `start`, `to` at `end`. An empty or reversed axis counts as a
 /// short one, so that nothing is divided by zero.
 class Scale {
 public:

@@ -13,7 +13,7 @@ namespace {
 
 constexpr double farthest = 2147483648.0; // in samples, 13 years: no run goes there
 
-/// Where a sample stands, in the 32-bit floats in which times are told: after some days these can no longer tell each
+/// The time of a sample, in the 32-bit floats in which times are told: after some days these can no longer tell each
 /// sample from its neighbours.
 float toldTime(qint64 sample) { return static_cast<float>(ChartData::timeOf(sample)); }
 

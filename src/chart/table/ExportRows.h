@@ -7,7 +7,7 @@ namespace ostrel {
 
 /// The samples of a stretch of time as the rows of a table at an even rate: exactly as many rows as were promised.
 ///
-/// The first row stands on the first sample of the stretch, the others follow at the rate's distance. A row's values
+/// The first row is at the first sample of the stretch, the others follow at the rate's distance. A row's values
 /// are the means of the samples that lie nearer to its time than to another row's, so that a peak keeps its place; the
 /// last row takes what is left of the stretch up to one row's distance. Not-a-number and infinities do not count; a row
 /// without any finite value has not-a-number. At the full rate, 5 points a second, the rows are the samples, bit for

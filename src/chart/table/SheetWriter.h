@@ -19,7 +19,7 @@ public:
 
     /// A whole row of texts.
     void row(const QStringList &cells);
-    /// A text where the row stands; the caller puts the tabs and the row's end.
+    /// A text where the row is; the caller puts the tabs and the row's end.
     void text(const QString &text);
 
     /// For numbers: a place for `mostAtOnce` characters, of which those before `end` are taken. What is written there

@@ -169,7 +169,7 @@ private:
     ExportRows rows_;
     std::vector<const EventMark *> marks_;
     std::size_t mark_ = 0;  // the next one to write; likewise the method's line
-    qint64 markedRow_ = -1; // where the next mark stands, -1 for none
+    qint64 markedRow_ = -1; // of the next mark, -1 for none
     QStringList method_;
     qsizetype line_ = 0;
 };

@@ -28,7 +28,7 @@ struct ExportOptions {
     QDateTime exported = {}; ///< as told in the file
 };
 
-/// Writes a run as a table: docs/text-export.md. On an error (errno) the old file stands untouched.
+/// Writes a run as a table: docs/text-export.md. On an error (errno) the old file is unchanged.
 std::error_code exportText(const QString &path, const ChartData &data, const ExportOptions &options,
                            FileOperations &operations = FileOperations::system());
 
