@@ -5,6 +5,12 @@
 
 namespace ostrel {
 
+// How room is made: first all heights and vertical places are multiplied by the one factor that the most cramped text
+// asks for. Then, from the innermost containers outwards, the children of a container are gone through from left to
+// right: each grows to its text and its own children, and moves right until it keeps the drawn gap (leastGap at most)
+// to all before it in its row. Two are in one row when their heights overlapped as drawn. The container then takes the
+// width of its rightmost child and the margin that was drawn there.
+
 namespace {
 
 constexpr qreal leastGap = 20; // between neighbours of a row and to the container's edge, where the form leaves as much

@@ -22,8 +22,8 @@ qint16 RunLog::WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint
 
 bool RunLog::CheckLogFile(const QString &LogDirectory) const {
     return succeeds([&] {
-        const LogGlance glance = glanceAtRunningLog(LogDirectory);
-        return glance == LogGlance::Log || glance == LogGlance::Unread;
+        const LogFinding found = findRunningLog(LogDirectory);
+        return found == LogFinding::Log || found == LogFinding::Unread;
     });
 }
 
@@ -53,10 +53,10 @@ QStringList RunLog::UnreadLogFiles(const QString &LogDirectory) const {
 }
 
 bool RunLog::DiscardLog(const QString &LogDirectory) const {
-    const LogGlance glance = glanceAtRunningLog(LogDirectory);
-    if (glance == LogGlance::Unread)
+    const LogFinding found = findRunningLog(LogDirectory);
+    if (found == LogFinding::Unread)
         return false;
-    const bool worthKeeping = glance != LogGlance::Nothing && !wastebasket_.isEmpty();
+    const bool worthKeeping = found != LogFinding::Nothing && !wastebasket_.isEmpty();
     if (worthKeeping && moveToWastebasket(LogDirectory, wastebasket_, today_()))
         return false;
     emptyLogDirectory(LogDirectory);

@@ -17,16 +17,18 @@
 
 namespace ostrel {
 
-// How a log is put together: the data files of a directory are sorted by the run of the program that wrote them, and
-// within a run by the sample that they set in with. Samples are then taken in the order of their numbers; marks and
-// method texts are gathered with their numbers and sorted at the end of the run, since a failed call leaves some of
-// them twice. What each writing has promised to hold (LogPromises) tells what is missing.
+// How a log is put together: the data files of a directory are grouped by the run of the program that wrote them, and
+// sorted within a run by the number of their first sample. Samples are then taken in the order of their numbers; marks
+// and method texts are gathered with their numbers and sorted at the end of the run, since a failed call leaves some of
+// them twice. A damaged record is skipped; a file with a damaged header is read with the header of its run. Each flush
+// has written how much the log holds by then (LogPromises), which tells what is missing. A quick look goes the same
+// way and ends with the first sample or mark.
 
 namespace {
 
 constexpr quint64 lastNumber = quint64{1} << 48; // beyond any log
 constexpr quint64 nowhere = std::numeric_limits<quint64>::max();
-constexpr quint64 searchedAtAGlance = 4 << 20; // bytes
+constexpr quint64 searchedInAQuickLook = 4 << 20; // bytes
 
 struct DataFile {
     QString path;
@@ -53,7 +55,7 @@ struct LatestText {
     }
 };
 
-/// Where the file sets in; `nowhere` when no record says so.
+/// The number of the file's first sample; `nowhere` when no record says so.
 quint64 firstSampleOf(RecordReader &reader) {
     for (auto found = reader.next();
          found == RecordReader::Found::Record || (found == RecordReader::Found::Damage && reader.searchNext());
@@ -87,14 +89,14 @@ quint64 join(std::vector<Numbered<Item>> &from, std::vector<Item> &to, quint64 p
     return lost + (std::max(promised, next) - next);
 }
 
-class Joiner {
+class LogJoiner {
 public:
-    Joiner(const QString &directory, bool glance, FileOperations &operations)
-        : operations_(operations), glance_(glance) {
+    LogJoiner(const QString &directory, bool quickLook, FileOperations &operations)
+        : operations_(operations), quickLook_(quickLook) {
         findFiles(directory);
         for (const QString &path : std::as_const(headless_))
             lookBehindHead(path);
-        if (!glance)
+        if (!quickLook)
             log_.data.samples.expect(static_cast<qint64>(fillable_));
         for (std::vector<DataFile> &run : runs_)
             joinRun(run);
@@ -121,11 +123,11 @@ private:
     bool takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take);
     void endRun(std::size_t gaps);
     void addNotes();
-    bool seenEnough() const { return glance_ && (log_.data.samples.size() > 0 || !marks_.empty()); }
+    bool seenEnough() const { return quickLook_ && (log_.data.samples.size() > 0 || !marks_.empty()); }
     void addBadFile(const QString &path, std::error_code error);
 
     FileOperations &operations_;
-    bool glance_;
+    bool quickLook_;
     bool gaveUp_ = false;
     bool promised_ = false; ///< a run has promised samples
     bool damaged_ = false;  ///< what is in a file is not what was written; zeros and a file's early end are no sign
@@ -142,7 +144,7 @@ private:
     std::vector<SamplePair> samples_; ///< of the present record
 };
 
-void Joiner::findFiles(const QString &directory) {
+void LogJoiner::findFiles(const QString &directory) {
     const QString folder = logDirectory(directory);
     if (folder.isEmpty())
         return;
@@ -155,7 +157,7 @@ void Joiner::findFiles(const QString &directory) {
 }
 
 /// Links are never followed.
-void Joiner::look(const QString &folder, const QString &name) {
+void LogJoiner::look(const QString &folder, const QString &name) {
     const QString path = folder + u'/' + name;
     struct stat entry {};
     if (::lstat(QFile::encodeName(path).constData(), &entry) != 0) {
@@ -168,10 +170,10 @@ void Joiner::look(const QString &folder, const QString &name) {
 
 /// Files of ours are known by what they hold, however they are named: one that cannot be read may be ours, unless its
 /// name tells otherwise. Of others it is none of our business what they are.
-void Joiner::open(const QString &path, const QString &name) {
+void LogJoiner::open(const QString &path, const QString &name) {
     RecordReader reader(path, operations_);
-    if (glance_)
-        reader.searchAtMost(searchedAtAGlance);
+    if (quickLook_)
+        reader.searchAtMost(searchedInAQuickLook);
     const std::optional<FileHead> head = reader.head();
     if (!head) {
         if (reader.error() && !isNamedAsDocument(name))
@@ -188,7 +190,7 @@ void Joiner::open(const QString &path, const QString &name) {
 }
 
 /// Records are known by the file's identity. If that is damaged itself, it is most likely that of the run beside it.
-void Joiner::lookBehindHead(const QString &path) {
+void LogJoiner::lookBehindHead(const QString &path) {
     constexpr auto headSize = static_cast<qsizetype>(FileHead::size);
     RecordReader file(path, operations_);
     const QByteArray beginning = file.beginning(AppendFile::layout);
@@ -202,8 +204,8 @@ void Joiner::lookBehindHead(const QString &path) {
         heads.push_back(runs_.front().front().head);
     for (const FileHead &head : heads) {
         RecordReader reader(path, operations_);
-        if (glance_)
-            reader.searchAtMost(searchedAtAGlance);
+        if (quickLook_)
+            reader.searchAtMost(searchedInAQuickLook);
         reader.presume(head);
         if (const quint64 first = firstSampleOf(reader); first != nowhere)
             return addToRun({path, head, reader.filledSize(), first});
@@ -216,7 +218,7 @@ void Joiner::lookBehindHead(const QString &path) {
         addBadFile(path, std::make_error_code(std::errc::bad_message));
 }
 
-void Joiner::addToRun(DataFile file) {
+void LogJoiner::addToRun(DataFile file) {
     fillable_ += file.size / sizeof(SamplePair);
     log_.begun = log_.begun == 0 ? file.head.written : std::min(log_.begun, file.head.written);
     const auto run = std::find_if(runs_.begin(), runs_.end(), [&](const std::vector<DataFile> &files) {
@@ -229,13 +231,13 @@ void Joiner::addToRun(DataFile file) {
 }
 
 /// Each once, however often it has failed.
-void Joiner::addBadFile(const QString &path, std::error_code error) {
+void LogJoiner::addBadFile(const QString &path, std::error_code error) {
     const auto isSame = [&](const BadLogFile &file) { return file.path == path; };
     if (std::none_of(log_.badFiles.begin(), log_.badFiles.end(), isSame))
         log_.badFiles.push_back({path, error});
 }
 
-void Joiner::joinRun(std::vector<DataFile> &run) {
+void LogJoiner::joinRun(std::vector<DataFile> &run) {
     std::stable_sort(run.begin(), run.end(), [](const DataFile &a, const DataFile &b) {
         return std::pair(a.firstSample, a.head.sequence) < std::pair(b.firstSample, b.head.sequence);
     });
@@ -246,12 +248,12 @@ void Joiner::joinRun(std::vector<DataFile> &run) {
     for (const DataFile &file : run)
         takeFile(file);
     promised_ |= promises_.counts().samples > 0;
-    if (!glance_)
+    if (!quickLook_)
         endRun(gaps);
 }
 
 /// `gaps` were in the runs before.
-void Joiner::endRun(std::size_t gaps) {
+void LogJoiner::endRun(std::size_t gaps) {
     const ChartCounts &promised = promises_.counts();
     if (promised.samples > nextSample_ && promised.samples <= lastNumber)
         bridge(promised.samples - nextSample_);
@@ -266,7 +268,7 @@ void Joiner::endRun(std::size_t gaps) {
 }
 
 /// The recorder's and the log's notes may be the same text.
-void Joiner::addNotes() {
+void LogJoiner::addNotes() {
     QString &notes = log_.data.notes;
     if (notes_.text.isEmpty() || notes.contains(notes_.text))
         return;
@@ -275,10 +277,10 @@ void Joiner::addNotes() {
     notes += notes_.text;
 }
 
-void Joiner::takeFile(const DataFile &file) {
+void LogJoiner::takeFile(const DataFile &file) {
     RecordReader reader(file.path, operations_);
-    if (glance_)
-        reader.searchAtMost(searchedAtAGlance);
+    if (quickLook_)
+        reader.searchAtMost(searchedInAQuickLook);
     reader.presume(file.head);
     promises_.beginFile();
     const int number = logFileNumber(file.path.section(u'/', -1));
@@ -297,7 +299,7 @@ void Joiner::takeFile(const DataFile &file) {
         addBadFile(file.path, reader.error());
 }
 
-bool Joiner::toNextRecord(RecordReader &reader) {
+bool LogJoiner::toNextRecord(RecordReader &reader) {
     switch (reader.next()) {
     case RecordReader::Found::Record:
         return true;
@@ -314,7 +316,7 @@ bool Joiner::toNextRecord(RecordReader &reader) {
 }
 
 /// False when the record's payload is damaged. One of a kind that is not known here counts as whole.
-bool Joiner::takeRecord(RecordReader &reader, int file) {
+bool LogJoiner::takeRecord(RecordReader &reader, int file) {
     QString text;
     switch (reader.record().kind) {
     case samplesRecord:
@@ -335,7 +337,7 @@ bool Joiner::takeRecord(RecordReader &reader, int file) {
 }
 
 /// What earlier files hold already is passed over: a failed call may have reached the disk all the same.
-bool Joiner::takeSamples(RecordReader &reader) {
+bool LogJoiner::takeSamples(RecordReader &reader) {
     const std::optional<SampleNumbers> numbers = takeSampleNumbers(reader);
     if (!numbers || numbers->first > lastNumber)
         return false;
@@ -352,7 +354,7 @@ bool Joiner::takeSamples(RecordReader &reader) {
     return true;
 }
 
-void Joiner::bridge(quint64 missing) {
+void LogJoiner::bridge(quint64 missing) {
     const bool filled = missing <= fillable_;
     SampleStore &samples = log_.data.samples;
     log_.gaps.push_back({ChartData::timeOf(samples.size()), static_cast<double>(missing) / samplesPerMinute, filled});
@@ -364,7 +366,7 @@ void Joiner::bridge(quint64 missing) {
 }
 
 template <typename Item, typename Take>
-bool Joiner::takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take) {
+bool LogJoiner::takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take) {
     quint64 number = 0;
     std::vector<Item> items;
     if (!take(reader, number, items) || number > lastNumber)
@@ -389,17 +391,17 @@ AxisValues RecoveredLog::axes() const {
 }
 
 RecoveredLog readRunningLog(const QString &directory, FileOperations &operations) {
-    return std::move(Joiner(directory, false, operations).log());
+    return std::move(LogJoiner(directory, false, operations).log());
 }
 
-LogGlance glanceAtRunningLog(const QString &directory, FileOperations &operations) {
-    Joiner joiner(directory, true, operations);
+LogFinding findRunningLog(const QString &directory, FileOperations &operations) {
+    LogJoiner joiner(directory, true, operations);
     const std::vector<BadLogFile> &files = joiner.log().badFiles;
     if (std::any_of(files.begin(), files.end(), [](const BadLogFile &file) { return file.isUnread(); }))
-        return LogGlance::Unread;
+        return LogFinding::Unread;
     if (joiner.gaveUp() || joiner.heldAnything())
-        return LogGlance::Log;
-    return joiner.isDamaged() || !files.empty() ? LogGlance::Damage : LogGlance::Nothing;
+        return LogFinding::Log;
+    return joiner.isDamaged() || !files.empty() ? LogFinding::Damage : LogFinding::Nothing;
 }
 
 QStringList inWords(const std::vector<BadLogFile> &files) {

@@ -57,13 +57,13 @@ RecoveredLog readRunningLog(const QString &directory, FileOperations &operations
 
 /// What a quick look at a directory tells: it ends with the first sample or mark, and searches some megabytes of a
 /// damaged file at most. Each of these outweighs those before it.
-enum class LogGlance {
+enum class LogFinding {
     Nothing, ///< no log, or one that never held a sample or a mark
     Damage,  ///< something that cannot be made out, and nothing else
     Log,     ///< a sample or a mark, word of samples that are lost, or more damage than a quick look goes through
     Unread   ///< a file that cannot be read at this moment, or by this program
 };
-LogGlance glanceAtRunningLog(const QString &directory, FileOperations &operations = FileOperations::system());
+LogFinding findRunningLog(const QString &directory, FileOperations &operations = FileOperations::system());
 
 /// The files in words, a line each.
 QStringList inWords(const std::vector<BadLogFile> &files);

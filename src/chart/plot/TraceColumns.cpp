@@ -6,6 +6,12 @@
 
 namespace ostrel {
 
+// How a trace becomes strips: the bare line is reduced to the lowest and highest place that it reaches in each strip
+// (`thin_`). Where a strip holds many samples these come from the store's extents of whole boxes of samples (sumUp);
+// where it holds few, each piece of line between two samples is followed across the strips' edges (followLine). Then
+// the pen is passed along: a strip is covered as far as the pen reaches that is held to it or to a neighbour within
+// the pen's radius (thicken). Both traces, top and bottom, are the four lanes of one vector and cost one operation.
+
 namespace {
 
 constexpr double smoothUpTo = 128;   // samples in a column; with more of them finer strips would not show

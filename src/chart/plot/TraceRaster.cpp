@@ -6,6 +6,12 @@
 
 namespace ostrel {
 
+// How a column is drawn: what a trace covers of it consists of a full stretch, which is plain colour, and above and
+// below it a few rows that it covers in part, blended by the share. Full stretches and the ground between are written
+// sixteen columns at a time, each pixel once, row by row as the memory lies; then the edges are blended upon them,
+// conductivity first. Only rows with ink of before or of now are touched, and of these not the ones that are wholly
+// UV's both times: with a noisy trace that fills the plot hardly anything is written.
+
 namespace {
 
 constexpr int blockWidth = 16;
