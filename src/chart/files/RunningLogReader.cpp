@@ -17,12 +17,12 @@
 
 namespace ostrel {
 
-// How a log is put together: the data files of a directory are grouped by the run of the program that wrote them, and
-// sorted within a run by the number of their first sample. Samples are then taken in the order of their numbers; marks
-// and method texts are gathered with their numbers and sorted at the end of the run, since a failed call leaves some of
-// them twice. A damaged record is skipped; a file with a damaged header is read with the header of its run. Each flush
-// has written how much the log holds by then (LogPromises), which tells what is missing. A quick look goes the same
-// way and ends with the first sample or mark.
+// How a log is put together: the data files are grouped by the identity in their headers, one for each run, and sorted
+// within a run by their first sample's number. Samples are taken file after file, without those already there; marks
+// and method texts are collected and sorted by number at the end of the run, since a failed call leaves some of them
+// twice. Damaged records are skipped. For a damaged header, the header with one byte corrected, the header as it is and
+// that of the first run are tried. Promises (LogPromises) show what is missing. A quick look ends with the first sample
+// or mark.
 
 namespace {
 
@@ -44,7 +44,7 @@ struct Numbered {
     Item item;
 };
 
-/// A text of which the latest counts: that of the file begun last.
+/// A text of which only the latest counts: that in the file with the highest number in its name.
 struct LatestText {
     int file = -1;
     QString text;
@@ -55,7 +55,7 @@ struct LatestText {
     }
 };
 
-/// The number of the file's first sample; `nowhere` when no record says so.
+/// The number of the file's first sample; `nowhere` when no intact record has it.
 quint64 firstSampleOf(RecordReader &reader) {
     for (auto found = reader.next();
          found == RecordReader::Found::Record || (found == RecordReader::Found::Damage && reader.searchNext());
@@ -71,8 +71,8 @@ quint64 firstSampleOf(RecordReader &reader) {
 
 bool isBlank(const QByteArray &bytes) { return bytes.count('\0') == bytes.size(); }
 
-/// Puts the items of a run in their order, each once, behind those of the runs before. Answers how many are missing of
-/// the `promised` ones, or of those before the last.
+/// Appends the items of a run in the order of their numbers, each once. Returns how many are missing up to the last
+/// item, or of the `promised` ones if these are more.
 template <typename Item>
 quint64 join(std::vector<Numbered<Item>> &from, std::vector<Item> &to, quint64 promised) {
     std::stable_sort(from.begin(), from.end(), [](const auto &a, const auto &b) { return a.number < b.number; });
@@ -103,7 +103,7 @@ public:
     }
     RecoveredLog &log() { return log_; }
     bool gaveUp() const { return gaveUp_; }
-    /// Also samples and marks that are not there any more.
+    /// There is a sample or mark, or one was promised or is missing.
     bool heldAnything() const { return !log_.empty() || !log_.gaps.empty() || !marks_.empty() || promised_; }
     bool isDamaged() const { return damaged_; }
 
@@ -130,11 +130,11 @@ private:
     bool quickLook_;
     bool gaveUp_ = false;
     bool promised_ = false; ///< a run has promised samples
-    bool damaged_ = false;  ///< what is in a file is not what was written; zeros and a file's early end are no sign
+    bool damaged_ = false;  ///< a file holds something else than was written; zeros and an early end do not count
     RecoveredLog log_;
     std::vector<std::vector<DataFile>> runs_;
-    QStringList headless_;   ///< data files whose head is damaged
-    quint64 fillable_ = 0;   ///< so many samples may be missing before we stop believing it
+    QStringList headless_;   ///< data files whose header is damaged
+    quint64 fillable_ = 0;   ///< a longer gap is not filled: the files have no room for so many samples
     quint64 nextSample_ = 0; ///< of the run
     std::vector<Numbered<EventMark>> marks_;
     std::vector<Numbered<MethodText>> methodTexts_;
@@ -156,7 +156,7 @@ void LogJoiner::findFiles(const QString &directory) {
         look(folder, name);
 }
 
-/// Links are never followed.
+/// Symbolic links are never followed.
 void LogJoiner::look(const QString &folder, const QString &name) {
     const QString path = folder + u'/' + name;
     struct stat entry {};
@@ -168,8 +168,8 @@ void LogJoiner::look(const QString &folder, const QString &name) {
     }
 }
 
-/// Files of ours are known by what they hold, however they are named: one that cannot be read may be ours, unless its
-/// name tells otherwise. Of others it is none of our business what they are.
+/// A file belongs to the log by its header, whatever its name. One that cannot be read may belong to it, unless it is
+/// named as a document; one without an intact header does if it is named as a data file. Others are ignored.
 void LogJoiner::open(const QString &path, const QString &name) {
     RecordReader reader(path, operations_);
     if (quickLook_)
@@ -189,7 +189,7 @@ void LogJoiner::open(const QString &path, const QString &name) {
     }
 }
 
-/// Records are known by the file's identity. If that is damaged itself, it is most likely that of the run beside it.
+/// Records are recognised by the identity in the file header. When that is damaged too, the first run's is tried.
 void LogJoiner::lookBehindHead(const QString &path) {
     constexpr auto headSize = static_cast<qsizetype>(FileHead::size);
     RecordReader file(path, operations_);
@@ -197,7 +197,7 @@ void LogJoiner::lookBehindHead(const QString &path) {
     if (file.error())
         return addBadFile(path, file.error());
     if (isBlank(beginning.mid(headSize)))
-        return; // the power went while the file was begun
+        return; // a power cut came while the file was begun
     const std::span<const char, FileHead::size> damaged(beginning.constData(), FileHead::size);
     std::vector heads{FileHead::mended(damaged).value_or(FileHead::unchecked(damaged))};
     if (!runs_.empty())
@@ -213,7 +213,7 @@ void LogJoiner::lookBehindHead(const QString &path) {
             return addBadFile(path, reader.error());
         gaveUp_ |= reader.gaveUp();
     }
-    // Also when it took what was further behind but not the head: nobody was ever told that any of it is safe.
+    // A blank header is no fault, whatever follows it: its first flush never ended, so nothing was reported as safe.
     if (!isBlank(beginning.first(headSize)))
         addBadFile(path, std::make_error_code(std::errc::bad_message));
 }
@@ -230,7 +230,7 @@ void LogJoiner::addToRun(DataFile file) {
         runs_.push_back({std::move(file)});
 }
 
-/// Each once, however often it has failed.
+/// Adds each file only once, with its first error.
 void LogJoiner::addBadFile(const QString &path, std::error_code error) {
     const auto isSame = [&](const BadLogFile &file) { return file.path == path; };
     if (std::none_of(log_.badFiles.begin(), log_.badFiles.end(), isSame))
@@ -252,7 +252,7 @@ void LogJoiner::joinRun(std::vector<DataFile> &run) {
         endRun(gaps);
 }
 
-/// `gaps` were in the runs before.
+/// `gaps` is the number of gaps in the runs before.
 void LogJoiner::endRun(std::size_t gaps) {
     const ChartCounts &promised = promises_.counts();
     if (promised.samples > nextSample_ && promised.samples <= lastNumber)
@@ -267,7 +267,7 @@ void LogJoiner::endRun(std::size_t gaps) {
     addNotes();
 }
 
-/// The recorder's and the log's notes may be the same text.
+/// Joins the notes of the runs. A text that is already contained is not repeated.
 void LogJoiner::addNotes() {
     QString &notes = log_.data.notes;
     if (notes_.text.isEmpty() || notes.contains(notes_.text))
@@ -315,7 +315,7 @@ bool LogJoiner::toNextRecord(RecordReader &reader) {
     return false;
 }
 
-/// False when the record's payload is damaged. One of a kind that is not known here counts as whole.
+/// False when the record's payload is damaged. A record of unknown kind counts as intact.
 bool LogJoiner::takeRecord(RecordReader &reader, int file) {
     QString text;
     switch (reader.record().kind) {
@@ -336,7 +336,7 @@ bool LogJoiner::takeRecord(RecordReader &reader, int file) {
     }
 }
 
-/// What earlier files hold already is passed over: a failed call may have reached the disk all the same.
+/// Skips samples that earlier files hold: a failed call may still have brought them to the disk.
 bool LogJoiner::takeSamples(RecordReader &reader) {
     const std::optional<SampleNumbers> numbers = takeSampleNumbers(reader);
     if (!numbers || numbers->first > lastNumber)
@@ -371,7 +371,7 @@ bool LogJoiner::takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to,
     std::vector<Item> items;
     if (!take(reader, number, items) || number > lastNumber)
         return false;
-    // Times count from the start of the item's own run, and with all of its samples.
+    // Item times count from the start of their own run, and include gaps that are not filled here.
     const auto shift = static_cast<double>(log_.data.samples.size()) - static_cast<double>(nextSample_);
     for (Item &item : items) {
         if (shift != 0)
