@@ -13,8 +13,8 @@
 
 namespace ostrel {
 
-/// Paints a chart's parts with any painter, in the layout's logical pixels: on screen all but the traces, which are
-/// drawn straight into the picture, on paper everything, as lines and texts.
+/// Paints a chart's parts with any painter, in the layout's logical pixels. On screen these are frame and marks, while
+/// TraceRaster draws grid and traces into the picture; on paper everything, as lines and texts.
 class PlotPainter {
 public:
     PlotPainter(QPainter &painter, const PlotLayout &layout, const PlotTheme &theme)

@@ -22,7 +22,7 @@ struct MethodText {
     float time = 0;
 };
 
-/// All that a chart holds of one run, apart from how it is shown.
+/// All data of one run, without how it is shown.
 struct ChartData {
     SampleStore samples;
     std::vector<EventMark> marks;
