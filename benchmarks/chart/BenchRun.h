@@ -10,7 +10,7 @@
 using namespace ostrel;
 
 /// The runs that the benchmarks draw: 40 minutes each with seven peaks and a salt gradient on a drifting, noisy
-/// baseline, one behind the other.
+/// baseline, one after the other.
 class BenchRun {
 public:
     SamplePair next() {
