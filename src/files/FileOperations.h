@@ -51,7 +51,7 @@ bool syncFolder(FileOperations &operations, const char *path);
 std::error_code eachName(FileOperations &operations, const char *folder, const std::function<bool(const char *)> &take);
 /// The same as a sorted list. After an error `names` holds the names read before it.
 std::error_code listFolder(FileOperations &operations, const QString &folder, QStringList &names);
-/// A folder for the user alone (0700), whatever the umask; -1, with errno, when that failed.
+/// A folder for the user alone (0700), regardless of the umask; -1, with errno, when that failed.
 int makePrivateFolder(FileOperations &operations, const char *path);
 
 } // namespace ostrel
