@@ -99,7 +99,7 @@ public:
     /// Without a printer printing fails.
     void setPrinter(ReportPrinter printer) { printer_ = std::move(printer); }
 
-    /// What the chart holds, for scripts: `count` pairs [UV, conductivity] from a sample's number on (as many as there
+    /// The chart's contents for scripts: `count` pairs [UV, conductivity] from a sample's number on (as many as there
     /// are); every mark as a map of Label, Color, Height, Time.
     int SampleCount() const { return static_cast<int>(run_.data().samples.size()); }
     Q_INVOKABLE QVariantList samples(int from, int count) const;

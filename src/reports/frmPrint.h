@@ -14,7 +14,7 @@ class CommandButton;
 class Frame;
 class TextEntry;
 
-/// What the operator last chose to print.
+/// The operator's last choice for a print.
 struct PrintValues {
     bool PrintCancelled = false; ///< from the moment the form loads until its Ok
     bool PrintChromatogram = false;

@@ -8,7 +8,7 @@
 
 namespace ostrel {
 
-/// What may be typed into the numeric entries of the window.
+/// Checks the keys that are typed into the numeric entries of the window.
 class NumericKeys {
 public:
     /// `DecimalPoint` is read at each key, since the locale's separator is known only when the window is set up.

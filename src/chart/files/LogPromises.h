@@ -27,7 +27,7 @@ public:
     bool lostTexts(bool otherLoss) const { return latest_.title || latest_.notes || (latest_.other && !otherLoss); }
 
 private:
-    /// Of which kinds a record is missing.
+    /// The kinds of which a record is missing.
     struct Missing {
         bool title = false;
         bool notes = false;

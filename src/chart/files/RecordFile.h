@@ -123,7 +123,7 @@ public:
     bool cutOff() const { return cutOff_; }
     const RecordHead &record() const { return record_; }
     quint64 recordPosition() const { return recordPosition_; }
-    /// Where the next record should begin.
+    /// The position at which the next record should begin.
     quint64 nextPosition() const { return filledUp(recordEnd_); }
 
     /// Bytes of the present payload that take() has not read yet.

@@ -22,12 +22,12 @@ public:
 
     /// Title, axes and their texts, around the plot; the plot itself is left alone.
     void frame();
-    /// What is drawn below the plot.
+    /// Everything below the plot.
     void timeAxis();
     void grid();
     void marks(std::span<const PlacedMark> marks);
-    /// As polylines, at `perPixel` columns to a logical pixel; UV solid, conductivity dashed. A piece of the same line
-    /// is beside the title of its axis.
+    /// Draws polylines, at `perPixel` columns to a logical pixel; UV solid, conductivity dashed. A piece of the same
+    /// line is beside the title of its axis.
     void trace(Trace trace, const SampleStore &samples, double perPixel);
 
 private:

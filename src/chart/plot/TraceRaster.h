@@ -34,7 +34,7 @@ private:
         bool empty() const { return top >= bottom; }
         bool holds(int row) const { return row >= top && row < bottom; }
         Rows common(Rows other) const { return {std::max(top, other.top), std::min(bottom, other.bottom)}; }
-        /// What lies above the others, and what below.
+        /// The rows above the others and the rows below them.
         std::array<Rows, 2> without(Rows others) const {
             if (others.empty())
                 return {*this, Rows{}};

@@ -21,7 +21,7 @@ public:
     void cancel() { active_ = false; }
 
     bool active() const { return active_; }
-    /// From the place of the press to that of the pointer, within the plot.
+    /// The rectangle from the place of the press to the pointer, within the plot.
     QRectF rectangle() const { return QRectF(start_, end_).normalized(); }
     bool largeEnough() const { return rectangle().width() >= least && rectangle().height() >= least; }
 

@@ -127,7 +127,7 @@ private:
         return area;
     }
 
-    /// What all pages have: title and file above, date and page number below.
+    /// Paints the frame of each page: title and file above, date and page number below.
     void paintFrame(int page, int pages) {
         painter_.setPen(theme_.text);
         title_.paint(painter_, page_.topLeft(), 0);

@@ -18,7 +18,7 @@ struct ReportContents {
     QDateTime printed;  ///< the time that is printed on the pages
 };
 
-/// What the operator chose.
+/// The operator's choice of contents.
 struct ReportOptions {
     bool chromatogram = true;
     bool method = true;

@@ -8,7 +8,7 @@
 
 namespace ostrel {
 
-/// The picture of a run. It is told what has changed, and decides itself when to draw.
+/// Shows a run. The run reports each change to it, and it decides itself when to draw.
 class RunPicture {
 public:
     virtual ~RunPicture() = default;

@@ -12,7 +12,7 @@ namespace ostrel {
 
 enum class MethodPosition { BeforeData, AfterData, SeparateColumn };
 
-/// What goes into a text file for a spreadsheet.
+/// The contents of a text file for a spreadsheet.
 struct ExportOptions {
     bool uv = true;
     bool cond = true;
