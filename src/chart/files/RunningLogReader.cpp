@@ -20,7 +20,7 @@ namespace ostrel {
 // How a log is put together: the data files are grouped by the identity in their headers, one for each run, and sorted
 // within a run by their first sample's number. Samples are taken file after file, without those already there; marks
 // and method texts are collected and sorted by number at the end of the run, since a failed call leaves some of them
-// twice. Damaged records are skipped. For a damaged header, the header with one byte corrected, the header as it is and
+// twice. Damaged records are skipped. For a damaged header, the header with one byte corrected (else as it is) and then
 // that of the first run are tried. Promises (LogPromises) show what is missing. A quick look ends with the first sample
 // or mark.
 
