@@ -217,10 +217,11 @@ template <typename Item>
 bool Reading::takeItems(std::vector<Item> &items, bool (*takeFrom)(RecordReader &, quint64 &, std::vector<Item> &)) {
     quint64 first = 0;
     std::vector<Item> more;
-    if (!takeFrom(reader_, first, more) || more.empty() || first != items.size())
+    if (!takeFrom(reader_, first, more) || more.empty() || first < items.size())
         return false;
+    const bool continues = first == items.size();
     items.insert(items.end(), std::move_iterator(more.begin()), std::move_iterator(more.end()));
-    return true;
+    return continues;
 }
 
 /// Reads directly into the store, without a copy. Samples that fail the check are not appended.

@@ -25,8 +25,6 @@ void LogPromises::beginFile() {
 }
 
 void LogPromises::see(const RecordHead &record, bool isWhole) {
-    if (open_)
-        keep(*std::exchange(open_, {}));
     count(record);
     if (record.kind == titleRecord)
         (isWhole ? latest_ : writing_).title = !isWhole;
@@ -47,6 +45,8 @@ void LogPromises::promise(const RecordHead &record, const ChartCounts &counts) {
 /// Infers the kind of a missing record from the records before and behind it. One record missing where a new flush
 /// begins was the promise of the flush before, which is no loss.
 void LogPromises::count(const RecordHead &record) {
+    if (open_)
+        keep(*std::exchange(open_, {}));
     const quint32 missing = record.number - std::min(counted_, record.number);
     const int place = placeOf(record.kind);
     const bool isNextWriting = place <= place_;
