@@ -82,6 +82,8 @@ void AppendFile::add(const void *data, std::size_t size) {
 }
 
 std::error_code AppendFile::flush() {
+    if (!isOpen())
+        return std::make_error_code(std::errc::bad_file_descriptor);
     std::vector<char> data = std::exchange(gathered_, {});
     const std::size_t end = length_ + data.size();
     if (end > laidOut_)
