@@ -18,32 +18,25 @@ public:
         static constexpr const char *names[] = {"LinkLost", "SyncFound", "Record", "Stop"};
         told << QLatin1String(names[int(moment)]);
     }
-    void setReceiveLed(bool on) override {
-        led = on;
-        told << QLatin1String(on ? "green" : "black");
-    }
+    void setReceiveLed(bool on) override { told << QLatin1String(on ? "green" : "black"); }
     void UpdateLiveView() override { ++liveUpdates; }
     void recorderToEnd() override {}
     void focusChart() override { throw RunTimeError(ErrorNumber::InvalidProcedureCall); } // a window that is not up yet
     void showNoData() override {
-        ++noDataShown;
-        if (whileNoData)
-            whileNoData();
+        told << QLatin1String("no data");
+        whileNoData();
     }
 
     void show(PortSetup &, bool mayCancel) override {
         showings << QLatin1String(mayCancel ? "may cancel" : "must choose");
-        if (whileSetup)
-            whileSetup();
+        whileSetup();
     }
 
     QStringList told;
-    bool led = false;
     int liveUpdates = 0;
-    int noDataShown = 0;
-    std::function<void()> whileNoData;
+    std::function<void()> whileNoData = [] {};
     QStringList showings; ///< of the port's dialog
-    std::function<void()> whileSetup;
+    std::function<void()> whileSetup = [] {};
 };
 
 /// The whole way from the serial port to the charts, on a desktop, a window and charts of the test's own.
@@ -76,22 +69,13 @@ public:
     FakePrompts prompts;
     FakeWindow window;
     Commands commands;
-    std::function<void()> whileOutOfMemory; ///< what happens while the operator reads that box
+    std::function<void()> whileOutOfMemory = [] {}; ///< what happens while the operator reads that box
 
     Acquisition acquisition{
         {values, ComPort, CommTmp, timers, chart, log, commands, window, window, prompts, errors, clock}};
     ReceiveRing &ring = acquisition.ring;
     RecordingSession &session = acquisition.session;
     StreamDecoder &decoder = acquisition.decoder;
-
-    /// The labels of a chart's marks.
-    static QString marksOf(const Run &run) {
-        QStringList labels;
-        for (const EventMark &mark : run.data().marks)
-            labels << mark.label;
-        return labels.join(QLatin1Char(' '));
-    }
-    static int count(const Run &run) { return int(run.data().samples.size()); }
 
 private:
     /// What the error route does beyond telling.
@@ -100,8 +84,7 @@ private:
             link.FirstSyncFound = false;
         if (code != -15)
             return;
-        if (whileOutOfMemory)
-            whileOutOfMemory();
+        whileOutOfMemory();
         commands.run("mnuStop");
         options.DataLogging = false;
         TimerSaveLog.setEnabled(false);

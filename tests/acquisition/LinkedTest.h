@@ -26,7 +26,13 @@ protected:
     void play(const QString &script) { feed(stream(script)); }
     void tick() { clock.advance(std::chrono::milliseconds(700)); }
 
-    QString marks() const { return marksOf(chart); }
-    QString logMarks() const { return marksOf(log); }
+    static int count(const ostrel::Run &of) { return int(of.data().samples.size()); }
+    /// The labels of a chart's marks.
+    static QString marks(const ostrel::Run &of) {
+        QStringList labels;
+        for (const EventMark &mark : of.data().marks)
+            labels << mark.label;
+        return labels.join(' ');
+    }
     SamplePair lastLogged() const { return log.data().samples.at(count(log) - 1); }
 };

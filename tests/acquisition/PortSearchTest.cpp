@@ -17,7 +17,6 @@ protected:
         ComPort.setPortOpen(false);
         for (int port = 4; port <= 10; ++port)
             set(port, Missing);
-        commands.bind("mnuExit", [] {});
     }
     void set(int port, int error) { ComPort.failing[port] = CommTmp.failing[port] = error; }
     void pick(int port) {
@@ -25,17 +24,15 @@ protected:
         EXPECT_TRUE(setup.ok());
     }
 
-    Identity &identity = values.identity;
     PortSetup &setup = acquisition.setup;
     PortSearch &search = acquisition.search;
-    QStringList &showings = window.showings;
     std::function<void()> &operatorActs = window.whileSetup;
 };
 
 TEST_F(PortSearchTest, TheFirstCopyTakesTheStoredPort) {
     options.ComPortNumber = 3;
     EXPECT_TRUE(search.chooseAtStart());
-    EXPECT_TRUE(showings.empty() && !ComPort.PortOpen() && !CommTmp.PortOpen());
+    EXPECT_TRUE(window.showings.empty() && !ComPort.PortOpen() && !CommTmp.PortOpen());
     search.openAtStart();
     EXPECT_TRUE(ComPort.PortOpen() && ComPort.CommPort() == 3 && ComPort.inBufferSize == 32000);
 }
@@ -58,27 +55,25 @@ TEST_F(PortSearchTest, AHeldStoredPortIsLeftToTheOperator) {
         pick(3);
     };
     EXPECT_TRUE(search.chooseAtStart());
-    EXPECT_EQ(showings.join(','), "must choose");
+    EXPECT_EQ(window.showings.join(','), "must choose");
     EXPECT_EQ(prompts.shown.at(0).text, "Cannot open the selected communication port\r" + RunTimeError::describe(Busy));
     EXPECT_FALSE(TimerCheckComData.Enabled() || ComPort.PortOpen());
     EXPECT_TRUE(ComPort.CommPort() == 3 && options.ComPortNumber == 3);
-}
 
-TEST_F(PortSearchTest, AStoredNumberThatNoPortHasIsAsked) {
-    options.ComPortNumber = 11;
-    operatorActs = [&] { pick(1); };
+    operatorActs = [&] { pick(2); };
+    options.ComPortNumber = 11; // which no port has
     EXPECT_TRUE(search.chooseAtStart());
-    EXPECT_EQ(showings.size(), 1);
+    EXPECT_EQ(window.showings.size(), 2);
 }
 
 TEST_F(PortSearchTest, AFailedOpeningIsToldAndAMissingPortAsked) {
     ComPort.setCommPort(2);
     set(2, Busy);
     search.openAtStart();
-    EXPECT_TRUE(showings.empty());
+    EXPECT_TRUE(window.showings.empty());
     set(2, Missing);
     search.openAtStart();
-    EXPECT_EQ(showings.size(), 1);
+    EXPECT_EQ(window.showings.size(), 1);
     EXPECT_EQ(errors.codes, (std::vector<qint32>{Busy, Missing}));
 }
 
@@ -91,12 +86,11 @@ TEST_F(PortSearchTest, AChangeThatFailsBringsTheOldPortBack) {
         set(2, Busy);
         EXPECT_FALSE(setup.ok());
         EXPECT_TRUE(ComPort.PortOpen() && ComPort.CommPort() == 1 && options.ComPortNumber == 1);
-        set(2, 0);
         ComPort.failing.erase(2);
         EXPECT_TRUE(setup.ok());
     };
     search.mnuComPort_Click();
-    EXPECT_EQ(showings.join(','), "may cancel");
+    EXPECT_EQ(window.showings.join(','), "may cancel");
     EXPECT_TRUE(ComPort.PortOpen() && ComPort.CommPort() == 2 && TimerCheckComData.Enabled());
     EXPECT_FALSE(link.StatusBlocksSeen);
     EXPECT_EQ(prompts.shown.size(), 1);

@@ -4,63 +4,39 @@
 
 class SampleIntakeTest : public LinkedTest {};
 
-TEST_F(SampleIntakeTest, ARunThatIsReportedByBlocks) {
-    play("R1 . . E2 . R2 . . R1 . E2 . R3 . R1 . E8 . R0 . .");
-    EXPECT_EQ(marks(), "S 1 P 2 H C M E");
-    EXPECT_EQ(logMarks(), "S 1 P 2 H C M E");
-    EXPECT_EQ(count(chart), 10);
-    EXPECT_EQ(chart.data().marks[1].color, 0x00FF00);
-    EXPECT_FALSE(run.Recording || run.ChartRunActive);
-    EXPECT_EQ(window.told.join(' '), "green SyncFound Record Stop");
-}
+struct Told {
+    const char *stream, *marks, *logMarks; ///< the last two: of the recorder's chart and of the log's
+    int samples;                           ///< of the recorder's
+    bool recording;                        ///< goes on
+};
 
-TEST_F(SampleIntakeTest, ARunThatIsReadFromLettersAndEvents) {
-    play("E4 v . u . . v E2 v E3 v v");
-    EXPECT_EQ(marks(), "S P 1 E"); // the pause shows with the second "u", the end a sample after its event
-    EXPECT_EQ(logMarks(), "S P 1 E");
-    EXPECT_FALSE(run.Recording);
-}
+class SampleIntakeOf : public SampleIntakeTest, public testing::WithParamInterface<Told> {};
 
-TEST_F(SampleIntakeTest, AStartIsDroppedByULetterAndConfirmedByASecondStart) {
-    play("E4 u v v");
-    EXPECT_EQ(marks(), "");
-    play("E4 E4 u");
-    EXPECT_EQ(marks(), "S");
-}
-
-TEST_F(SampleIntakeTest, StatusBlocksEndTheReadingOfLetters) {
-    play("R1 v u u u");
-    EXPECT_EQ(marks(), "S");
-    EXPECT_EQ(count(chart), 4);
-}
-
-TEST_F(SampleIntakeTest, ANumberGoesBeforeAWaitingEnd) {
-    play("R1 . R0 E2 . . .");
-    EXPECT_EQ(marks(), "S 1 E");
-    EXPECT_EQ(logMarks(), "S 1 E");
-}
-
-TEST_F(SampleIntakeTest, OutsideARunAPauseLeavesNothing) {
-    play("P1 . R2 . .");
-    EXPECT_EQ(marks(), "");
-    EXPECT_EQ(logMarks(), "");
-    EXPECT_EQ(count(chart), 3);
-}
-
-TEST_F(SampleIntakeTest, ARunThatEndsInAPauseLeavesTheSessionOn) {
-    play("R1 . R2 . E2 . R0 . .");
-    EXPECT_EQ(marks(), "S P 1 E");
-    EXPECT_EQ(logMarks(), "S P"); // the log's pause ends only with the next running
-    EXPECT_EQ(count(chart), 3);
-    EXPECT_TRUE(run.Recording);
+TEST_P(SampleIntakeOf, MarksEachNewsInBothCharts) {
+    play(GetParam().stream);
+    EXPECT_EQ(marks(chart), GetParam().marks);
+    EXPECT_EQ(marks(log), GetParam().logMarks);
+    EXPECT_EQ(count(chart), GetParam().samples);
+    EXPECT_EQ(run.Recording, GetParam().recording);
     EXPECT_FALSE(run.ChartPaused);
 }
 
-TEST_F(SampleIntakeTest, AWaitingLabelIsDrawnByTheNextSession) {
-    play("P1 R1 P0 . P1 .");
-    EXPECT_EQ(marks(), "S");
-    EXPECT_EQ(count(chart), 1);
-}
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Runs, SampleIntakeOf, testing::Values(
+    Told{"R1 . . E2 . R2 . . R1 . E2 . R3 . R1 . E8 . R0 . .", "S 1 P 2 H C M E", "S 1 P 2 H C M E", 10, false},
+    Told{"R1 . E2 . R0 . . R1 . E2 . E2 . R0 . .",             "S 1 E S 1 2 E",   "S 1 E S 1 2 E",   7,  false},
+    // By letters and events: the pause shows with the second "u", the end a sample after its event.
+    Told{"E4 v . u . . v E2 v E3 v v",                         "S P 1 E",         "S P 1 E",         7,  false},
+    Told{"E4 u v v",                                           "",                "",                0,  false}, // no start
+    Told{"E4 u v v E4 E4 u",                                   "S",               "S",               1,  true},  // but two
+    Told{"R1 v u u u",                                         "S",               "S",               4,  true},
+    Told{"R1 . R0 E2 . . .",                                   "S 1 E",           "S 1 E",           3,  false},
+    Told{"P1 . R2 . .",                                        "",                "",                3,  true}, // no run
+    // The log's pause ends only with the next running, and the session stays on.
+    Told{"R1 . R2 . E2 . R0 . .",                              "S P 1 E",         "S P",             3,  true},
+    // A label that waits is drawn by the next session.
+    Told{"P1 R1 P0 . P1 .",                                    "S",               "S",               1,  true}));
+// clang-format on
 
 TEST_F(SampleIntakeTest, TheLogRunsOnAcrossSessionsAndMarksASampleBehind) {
     play(". . E8 .");
@@ -98,11 +74,4 @@ TEST_F(SampleIntakeTest, AFullChartStopsBothAndTheBlockIsFinished) {
     EXPECT_EQ(errors.codes, std::vector<qint32>{-15});
     EXPECT_FALSE(run.Recording || options.DataLogging || TimerSaveLog.Enabled());
     EXPECT_EQ(ring.ByteCount(), 0);
-}
-
-TEST_F(SampleIntakeTest, NumbersBeyond16BitsAreAnOverflow) {
-    play("R1 .");
-    run.ChartEventNumber = 32767;
-    EXPECT_EQ(errorNumberOf([&] { play("E2 ."); }), ErrorNumber::Overflow);
-    EXPECT_EQ(marks(), "S");
 }

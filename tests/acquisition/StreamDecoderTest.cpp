@@ -3,21 +3,9 @@
 
 #include <bit>
 
-namespace {
-
-QByteArray bytes(std::initializer_list<int> values) {
-    QByteArray all;
-    for (const int value : values)
-        all += static_cast<char>(value);
-    return all;
-}
-
-} // namespace
-
 class StreamDecoderTest : public LinkedTest {
 protected:
-    /// As if the error route had seen a decoding error.
-    void loseSync() { link.FirstSyncFound = false; }
+    void feedHex(const char *bytes) { feed(QByteArray::fromHex(bytes)); }
 
     /// The code that the last error told, and where its text begins.
     QString lastError() const {
@@ -27,30 +15,29 @@ protected:
 };
 
 TEST_F(StreamDecoderTest, ASearchThrowsAwayWhatIsNoStream) {
-    loseSync();
+    link.FirstSyncFound = false;
     // 3 single bytes, then 2 for a letter that starts no search, then 7 for a letter without a sync behind it.
-    feed(bytes({1, 2, 3, 0x96, 'C', 0x96, 'U', 5, 5, 5, 5, 5}) + stream("."));
+    feed(QByteArray::fromHex("01 02 03 96 43 96 55 05 05 05 05 05") + stream("."));
     EXPECT_TRUE(link.FirstSyncFound);
     EXPECT_EQ(ring.ByteCount(), 12);
     EXPECT_TRUE(errors.codes.empty());
 }
 
 TEST_F(StreamDecoderTest, ASearchInTooFewBytesIsToldAtOnce) {
-    loseSync();
-    feed(bytes({0x96, 'U'}));
+    link.FirstSyncFound = false;
+    feedHex("96 55");
     EXPECT_TRUE(errors.codes.empty());
-    feed(bytes({0}));
+    feedHex("00");
     EXPECT_EQ(errors.codes, std::vector<qint32>{-13});
     EXPECT_EQ(ring.ByteCount(), 3);
     clock.advance(std::chrono::seconds(60)); // once, not with every tick
     EXPECT_EQ(errors.codes.size(), 1);
-    feed(bytes({0}));
+    feedHex("00");
     EXPECT_EQ(errors.codes.size(), 2);
 }
 
 TEST_F(StreamDecoderTest, AnErrorOnTheWayCostsThePassNothing) {
-    const auto failing = [this](qint32) { throw RunTimeError(ErrorNumber::DiskFull); };
-    errors.reaction = failing;
+    errors.reaction = [](qint32) { throw RunTimeError(ErrorNumber::DiskFull); };
     ComPort.arrive(stream("E5 . E5 . Mtext"));
     EXPECT_EQ(errorNumberOf([&] { tick(); }), ErrorNumber::DiskFull);
     EXPECT_EQ(errors.codes.size(), 2U);
@@ -80,15 +67,14 @@ TEST_F(StreamDecoderTest, AfterAnErrorARingThatCannotBeTrustedIsEmptied) {
     EXPECT_TRUE(link.FirstSyncFound);
 }
 
-TEST_F(StreamDecoderTest, RefusesABlockWithoutConsumingIt) {
-    feed(bytes({7, 8, 9}));
+TEST_F(StreamDecoderTest, RefusesWhatIsNoBlockWithoutConsumingIt) {
+    feedHex("07 08 09");
     EXPECT_EQ(lastError(), "-10 Sub PeekDataBlock; Sync Byte Expected; Actual Byte Received: 7");
     EXPECT_EQ(link.DebugText.section("\r\n", 1).count(' '), 32);
     EXPECT_EQ(ring.ByteCount(), 3);
-}
-
-TEST_F(StreamDecoderTest, RefusesAnUnknownLetter) {
-    feed(bytes({0x96, 'G', 9}));
+    ring.empty();
+    link.FirstSyncFound = true;
+    feedHex("96 47 09");
     EXPECT_EQ(lastError(), "-12 Sub PeekDataBlock; Data Type Byte Expected; Actual Byte Received: 71");
     EXPECT_EQ(ring.ByteCount(), 3);
 }
@@ -121,16 +107,16 @@ TEST_F(StreamDecoderTest, AnUnfinishedBlockWaits) {
 }
 
 TEST_F(StreamDecoderTest, AnFBlockRunsAheadOfItsBytes) {
-    feed(bytes({0x96, 'F', 1}));
+    feedHex("96 46 01");
     EXPECT_EQ(ring.ByteCount(), -3);
     EXPECT_TRUE(link.StatusBlocksSeen);
-    feed(bytes({2, 3, 4}) + stream("."));
+    feed(QByteArray::fromHex("02 03 04") + stream("."));
     EXPECT_EQ(count(log), 2);
 }
 
 TEST_F(StreamDecoderTest, TakesValuesAsSentHighByteFirst) {
     const float odd = std::bit_cast<float>(0x7FA00001U); // a signalling not-a-number
-    feed(bytes({0x96, 'V', 0x3F, 0x80, 0, 0}) + sampleBlock('D', -2.5F));
+    feed(QByteArray::fromHex("96 56 3F 80 00 00") + sampleBlock('D', -2.5F));
     EXPECT_EQ(lastLogged().uv, 1.0F);
     EXPECT_EQ(lastLogged().cond, -2.5F);
     feed(sampleBlock('C', odd));

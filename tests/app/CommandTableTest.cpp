@@ -2,18 +2,12 @@
 #include "app/ProgramFixture.h"
 
 #include <QMenu>
-
-#include <ostream>
+#include <gmock/gmock.h>
 
 namespace {
 
 struct State {
     bool file, linked, recording, logging;
-
-    friend std::ostream &operator<<(std::ostream &out, const State &state) {
-        return out << (state.file ? "a file's tab" : "the recorder's tab") << (state.linked ? ", linked" : "")
-                   << (state.recording ? ", recording" : "") << (state.logging ? ", logging" : "");
-    }
 };
 
 struct Row {
@@ -22,6 +16,7 @@ struct Row {
 };
 
 // clang-format off
+// What is to be had, and when; the command that saves the log only once it was written.
 constexpr Row table[] = {
     {"mnuOpenData mnuOpenLog mnuExit mnuLogName mnuMethod mnuNotes mnuIntro mnuIndex mnuAbout "
      "cmdOpen cmdMethod cmdNotes cmdLogOn cmdLogOff",   [](const State &) { return true; }},
@@ -35,56 +30,42 @@ constexpr Row table[] = {
     {"cmdRecord cmdStop",                               [](const State &s) { return s.linked; }},
     {"mnuLogOn",                                        [](const State &s) { return !s.logging; }},
     {"mnuLogOff",                                       [](const State &s) { return s.logging; }},
-    {"mnuSaveLog",                                      [](const State &) { return false; }}, // it was not written yet
 };
 // clang-format on
 
-class CommandTableTest : public testing::Test, protected ProgramFixture {
-protected:
-    /// Brings the program into the state, the file opened before or after the record command.
-    void reach(const State &state, bool fileFirst) {
-        start();
-        if (state.linked)
-            link();
-        if (!state.logging)
-            trigger("mnuLogOff");
-        if (state.file && fileFirst)
-            open("run.chd", 1);
-        if (state.recording)
-            trigger("mnuStart");
-        if (state.file && !fileFirst)
-            open("run.chd", 1);
+void expectTable(const State &state, const char *way) {
+    QStringList expected;
+    for (const Row &row : table)
+        expected << (row.enabled(state) ? QString(row.commands).split(' ') : QStringList());
+    QStringList enabled;
+    for (const QAction *action : find<frmMain>("frmMain")->findChildren<QAction *>(QRegularExpression("^(mnu|cmd)"))) {
+        if (action->isEnabled() && !action->isSeparator() && action->menu() == nullptr)
+            enabled << action->objectName();
     }
-    /// The state of each command that is not as the table has it, and each command that is missing there.
-    QStringList deviations(const State &state) {
-        std::map<QString, bool> states;
-        for (const Row &row : table) {
-            for (const QString &command : QString(row.commands).split(' '))
-                states[command] = row.enabled(state);
-        }
-        QStringList wrong;
-        for (const QAction *action :
-             find<frmMain>("frmMain")->findChildren<QAction *>(QRegularExpression("^(mnu|cmd)"))) {
-            if (action->isSeparator() || action->menu() != nullptr)
-                continue;
-            const auto expected = states.extract(action->objectName());
-            if (expected.empty() || expected.mapped() != action->isEnabled())
-                wrong << action->objectName() + (action->isEnabled() ? " is on" : " is off");
-        }
-        for (const auto &[command, expected] : states)
-            wrong << command + " is missing";
-        return wrong;
-    }
-};
+    EXPECT_THAT(enabled, testing::UnorderedElementsAreArray(expected))
+        << "file " << state.file << ", linked " << state.linked << ", recording " << state.recording << ", logging "
+        << state.logging << ", " << way;
+}
+
+class CommandTableTest : public testing::Test, protected ProgramFixture {};
 
 TEST_F(CommandTableTest, EveryCommandIsAvailableWhereItShouldBe) {
     for (const bool file : {false, true}) {
         for (const auto &[linked, recording] : {std::pair{false, false}, {true, false}, {true, true}}) {
             for (const bool logging : {false, true}) {
                 for (const bool fileFirst : {false, true}) {
-                    const State state{file, linked, recording, logging};
-                    reach(state, fileFirst);
-                    EXPECT_EQ(deviations(state), QStringList()) << state << (fileFirst ? ", the file first" : "");
+                    start();
+                    if (linked)
+                        link();
+                    if (!logging)
+                        trigger("mnuLogOff");
+                    if (file && fileFirst)
+                        open("run.chd", 1);
+                    if (recording)
+                        trigger("mnuStart");
+                    if (file && !fileFirst)
+                        open("run.chd", 1);
+                    expectTable({file, linked, recording, logging}, fileFirst ? "the file first" : "the file last");
                     program.reset();
                 }
             }
@@ -93,13 +74,12 @@ TEST_F(CommandTableTest, EveryCommandIsAvailableWhereItShouldBe) {
 }
 
 TEST_F(CommandTableTest, TheTableHoldsThroughATabSwitchAStopAndALostLink) {
-    State state{.file = true, .linked = true, .recording = false, .logging = true};
-    reach(state, true);
-    const auto expectInFrontOf = [&](int tab, bool recording) {
+    start();
+    link();
+    open("run.chd", 1);
+    const auto expectInFrontOf = [&](int tab, bool recording, bool linked = true) {
         bringToFront(tab);
-        state.file = tab != 0;
-        state.recording = recording;
-        EXPECT_EQ(deviations(state), QStringList()) << state;
+        expectTable({tab != 0, linked, recording, true}, "switched to");
     };
     trigger("mnuStart"); // behind the file
     expectInFrontOf(0, true);
@@ -111,9 +91,8 @@ TEST_F(CommandTableTest, TheTableHoldsThroughATabSwitchAStopAndALostLink) {
     bringToFront(1);
     meanwhile([this] { click("cmdOk"); });
     clock.advance(10s);
-    state.linked = false;
-    expectInFrontOf(1, false);
-    expectInFrontOf(0, false);
+    expectInFrontOf(1, false, false);
+    expectInFrontOf(0, false, false);
 }
 
 } // namespace

@@ -99,8 +99,7 @@ private:
     QString nameOf(const char *path) const { return QDir::cleanPath(QFile::decodeName(path)).mid(root_.size() + 1); }
     static QString folderOf(const QString &name) { return name.section(u'/', 0, -2); }
     /// Hands the result on.
-    template <typename Result>
-    Result collect(Result result) {
+    ssize_t collect(ssize_t result) {
         ++count_;
         for (const Entries *entries : {&safeEntries_, &entries_}) {
             for (const auto &[first, second] : {std::pair{false, false}, {true, false}, {false, true}, {true, true}}) {
@@ -181,7 +180,7 @@ protected:
         on.start();
         EXPECT_EQ(on.told(), "");
         EXPECT_FALSE(on.exists("ChartErr.log"));
-        EXPECT_EQ(on.find<QWidget>("frmMain")->windowTitle(), "Ostrel MS - System: Default");
+        EXPECT_EQ(find<QWidget>("frmMain")->windowTitle(), "Ostrel MS - System: Default");
         EXPECT_EQ(store.GetSetting("LogInfo", "0", ""), "1");
         EXPECT_EQ(on.logDirectories().size(), 1);
         EXPECT_TRUE(held.samples.empty() || stands(on, "recovered.chl", held) || stands(on, "saved.chl", held));

@@ -3,18 +3,15 @@
 
 #include "acquisition/StreamScript.h"
 #include "app/Program.h"
-#include "chart/Quillchart.h"
+#include "app/Widgets.h"
 #include "chart/files/ChartFile.h"
 #include "fakes/FakeCommonDialog.h"
 #include "fakes/FakePlatform.h"
-#include "forms/Shapes.h"
+#include "fakes/TestFolder.h"
 
-#include <QApplication>
 #include <QDialog>
-#include <QDir>
 #include <QListWidget>
 #include <QPrinter>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -22,9 +19,6 @@
 #include <chrono>
 
 using namespace std::chrono_literals;
-
-/// Lets a failed comparison of texts be read.
-inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
 
 /// The whole program on a desktop of the test's own; the operator's hands are QTest's. Windows, controls and commands
 /// go by their names, files by their places in `folder`.
@@ -56,16 +50,6 @@ public:
         clock.advance(time);
     }
 
-    template <typename Control>
-    Control *find(const QString &name) {
-        for (QWidget *top : QApplication::topLevelWidgets()) {
-            if (top->objectName() == name)
-                return qobject_cast<Control *>(top);
-            if (auto *found = top->findChild<Control *>(name))
-                return found;
-        }
-        return nullptr;
-    }
     void commands(const QString &command) { find<frmMain>("frmMain")->clicked(command); }
     void trigger(const QString &action) { find<QAction>(action)->trigger(); }
     void click(const QString &control) {
@@ -86,7 +70,6 @@ public:
     bool enabled(const QString &action) { return find<QAction>(action)->isEnabled(); }
     bool usable(const QString &control) { return find<QWidget>(control)->isEnabled(); }
     bool pressed(const QString &action) { return find<QAction>(action)->isChecked(); }
-    bool led() { return find<Led>("ShapeReciveLed")->FillColor() == QColor(0, 255, 0); }
     /// What the operator does in the form that a command brings up; it is closed if it is still there.
     void inForm(const QString &command, const std::function<void(QDialog &)> &act) {
         meanwhile([act] {
@@ -101,12 +84,7 @@ public:
     void meanwhile(std::function<void()> act) { QTimer::singleShot(0, qApp, std::move(act)); }
 
     Quillchart &chart(int i) { return *find<Quillchart>(QStringLiteral("Chart(%1)").arg(i)); }
-    QString marks(int i = 0) {
-        QStringList labels;
-        for (const EventMark &mark : chart(i).run().data().marks)
-            labels << mark.label;
-        return labels.join(' ');
-    }
+    QString marks(int i = 0) { return marksOf(chart(i)); }
     /// The stretch of time that a chart shows.
     QString shown(int i = 0) {
         return QStringLiteral("%1 to %2").arg(double(chart(i).TimeAxisMin())).arg(double(chart(i).TimeAxisMax()));
@@ -125,7 +103,7 @@ public:
     void closeWindow() { find<QWidget>("frmMain")->close(); }
     void bringToFront(int tab) { find<QTabBar>("TabChart")->setCurrentIndex(tab); }
 
-    QString path(const QString &name) const { return folder.filePath(name); }
+    QString path(const QString &name) const { return folder.at(name); }
     bool exists(const QString &name) const { return QFileInfo::exists(path(name)); }
     QStringList entries(const QString &directory) const {
         return QDir(path(directory)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
@@ -133,15 +111,8 @@ public:
     QStringList logDirectories() const { return entries("Log"); }
     /// What the store has of the copies: the count at "0", an entry at each number.
     QString &stored(const QString &key) { return store.rows[{"LogInfo", key}]; }
-    QByteArray content(const QString &name) const {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    void put(const QString &name, const QByteArray &bytes = {}) {
-        QFile file(path(name));
-        ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    }
+    QByteArray content(const QString &name) const { return folder.content(name); }
+    void put(const QString &name, const QByteArray &bytes = {}) { folder.lay(name, bytes); }
     /// A file with a run of so many minutes.
     void lay(const QString &name, float minutes) {
         RunDocument run;
@@ -189,7 +160,7 @@ public:
         return texts.join(';');
     }
 
-    QTemporaryDir folder;
+    TestFolder folder;
     FakeClock clock;
     FakeSerialControl ComPort;
     FakeSerialControl CommTmp;

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
+#include "chart/files/RecordFile.h"
+#include "chart/files/RunningLogFiles.h"
 
 namespace {
 
@@ -93,6 +95,22 @@ TEST_F(StartTest, aSecondCopyAsksForItsPort) {
     EXPECT_EQ(ComPort.CommPort(), 4);
 }
 
+TEST_F(StartTest, aLogOfWhichNothingCanBeReadNowIsOfferedNamedAndKept) {
+    stored("0") = "1";
+    put("Log/17/Log00001.dat", FileHead::of(runningLogKind, runningLogVersion + 1).bytes());
+    willRecoverTo("saved.chl");
+    dialogAnswers["frmDataRecovery"] = [this, recover = dialogAnswers["frmDataRecovery"]] {
+        recover();
+        prompts.answers = {BoxAnswer::Ok};
+        click("cmdDoneButton");
+    };
+    start();
+    for (const char *text : {"Log00001.dat: of a newer version", "Unable to save the log file", "Not all Log files"})
+        EXPECT_TRUE(told().contains(text)) << text;
+    EXPECT_TRUE(exists("Log/17/Log00001.dat"));
+    EXPECT_FALSE(exists("saved.chl"));
+}
+
 TEST_F(StartTest, aFileOnTheCommandLineIsOpenedAtTheEndOfTheStart) {
     lay("run.chd", 1);
     const QString before = QDir::currentPath();
@@ -131,8 +149,6 @@ TEST_F(ProgramTest, whateverEndsTheProgramWhileLeftOversAreOfferedTouchesNoneOfT
     program.reset();
     const QString crashed = "Log/" + logDirectories().value(0);
     const QString entry = stored("1");
-    put("victim/Log00001.dat", content(crashed + "/Log00001.dat"));
-    stored("2") = "x|a|b|../victim";
 
     const std::function<void()> ends[] = {
         [this] { commands("mnuExit"); },
@@ -149,7 +165,6 @@ TEST_F(ProgramTest, whateverEndsTheProgramWhileLeftOversAreOfferedTouchesNoneOfT
         const auto directories = logDirectories().size();
         process.ended = false;
         process.atEnd = [&] {
-            EXPECT_TRUE(exists("victim/Log00001.dat"));
             EXPECT_EQ(entries(crashed).size(), 1);
             EXPECT_EQ(stored("1"), entry);
         };

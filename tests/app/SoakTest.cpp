@@ -20,19 +20,23 @@ public:
     int syncData(int) override { return 0; }
 };
 
+/// Sample pairs differ by their numbers, and every seventh is no number.
+SamplePair pairOf(int number) {
+    const auto bits = 0x7fc00000U + static_cast<quint32>(number);
+    return {number % 7 == 0 ? std::bit_cast<float>(bits) : 0.5F, static_cast<float>(number)};
+}
+
 /// What one of the charts has to hold of the stream.
 struct Expected {
-    std::vector<SamplePair> samples;
-    QStringList marks; ///< each with the number of its sample
+    std::vector<int> samples;
+    QStringList marks; ///< each with the place of its sample
     bool takes = false;
 
-    void mark(const QString &label, qint64 sample) { marks << label + ' ' + QString::number(sample); }
+    void mark(const QString &label, qint64 place) { marks << label + ' ' + QString::number(place); }
     void compareWith(const ChartData &held) const {
-        ASSERT_EQ(held.samples.size(), static_cast<qint64>(samples.size()));
-        for (std::size_t i = 0; i < samples.size(); ++i) {
-            const auto bits = [](SamplePair pair) { return std::bit_cast<quint64>(pair); };
-            ASSERT_EQ(bits(held.samples.at(static_cast<qint64>(i))), bits(samples[i])) << i;
-        }
+        ASSERT_EQ(held.samples.size(), std::ssize(samples));
+        for (qint64 i = 0; i < held.samples.size(); ++i)
+            ASSERT_EQ(std::bit_cast<quint64>(held.samples.at(i)), std::bit_cast<quint64>(pairOf(samples[i]))) << i;
         Expected of;
         for (const EventMark &mark : held.marks)
             of.mark(mark.label, qRound64(double(mark.time) * samplesPerMinute));
@@ -45,24 +49,19 @@ class SoakTest : public testing::Test, protected ProgramFixture {
 protected:
     ~SoakTest() override { program.reset(); } // before its disk
 
-    /// Sample pairs differ, and every seventh is no number.
     void points(int count) {
-        for (; count > 0; --count, ++sent) {
-            const float uv = sent % 7 == 0 ? std::bit_cast<float>(0x7fc00000U + static_cast<quint32>(sent)) : 0.5F;
-            const SamplePair pair{uv, static_cast<float>(sent)};
-            waiting += sampleBlock('U', pair.uv) + sampleBlock('C', pair.cond);
+        for (; count > 0; --count) {
+            waiting += sampleBlock('U', pairOf(sent).uv) + sampleBlock('C', pairOf(sent).cond);
             for (Expected *side : {&recorder, &log}) {
                 if (side->takes)
-                    side->samples.push_back(pair);
+                    side->samples.push_back(sent);
             }
-            if (++unsent == 20) // four seconds' worth
+            if (++sent % 20 == 0) // four seconds' worth
                 send();
         }
     }
     void send() {
-        ComPort.arrive(waiting);
-        waiting.clear();
-        unsent = 0;
+        ComPort.arrive(std::exchange(waiting, {}));
         clock.advance(4s);
     }
     /// The instrument's news comes as a mark with the next point.
@@ -78,33 +77,29 @@ protected:
     }
     /// An hour of the instrument: a run with a pause in it; every sixth time the line goes dead in the middle.
     void hour(int number) {
-        struct Row {
-            int points;
-            const char *block, *label;
-        };
-        const int before = sent;
-        for (const Row &next : {Row{600, "R1", "S"}, Row{2000, "E2", "1"}, Row{2000, "E2", "2"}, Row{2000, "E2", "3"},
-                                Row{1000, "H1", "H"}, Row{100, "H2", "C"}, Row{500, "R2", "P"}}) {
-            points(next.points);
-            news(next.block, next.label);
+        using News = std::tuple<int, const char *, const char *>; // behind so many points
+        const int end = sent + pointsPerHour;
+        for (const auto &[before, block, label] :
+             {News{600, "R1", "S"}, News{2000, "E2", "1"}, News{2000, "E2", "2"}, News{2000, "E2", "3"},
+              News{1000, "H1", "H"}, News{100, "H2", "C"}, News{500, "R2", "P"}}) {
+            points(before);
+            news(block, label);
         }
         points(900);
         waiting += stream("R1");
         recorder.takes = log.takes = true;
         points(3000);
-        if (number % 6 == 5)
-            loseLink();
+        if (number % 6 == 5) {
+            send();
+            meanwhile([this] { click("cmdOk"); });
+            clock.advance(1min);
+            EXPECT_FALSE(led());
+            recorder.takes = false;
+            points(40);
+            EXPECT_TRUE(led());
+        }
         news("R0", "E");
-        points(before + pointsPerHour - sent);
-    }
-    void loseLink() {
-        send();
-        meanwhile([this] { click("cmdOk"); });
-        clock.advance(1min);
-        EXPECT_FALSE(led());
-        recorder.takes = false;
-        points(40);
-        EXPECT_TRUE(led());
+        points(end - sent);
     }
     static double bytesInUse() {
         const auto info = mallinfo2();
@@ -113,8 +108,7 @@ protected:
 
     PatientDisk disk;
     QByteArray waiting; ///< on its way to the line
-    int unsent = 0;     ///< points in it
-    int sent = 0;
+    int sent = 0;       ///< points
     Expected recorder;
     Expected log;
 };

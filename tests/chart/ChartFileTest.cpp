@@ -4,6 +4,7 @@
 #include "chart/RunFiles.h"
 #include "chart/plot/ChartImage.h"
 #include "chart/report/ReportPrinter.h"
+#include "files/WhateverFails.h"
 #include "fuzz/Corpus.h"
 #include "fuzz/DocumentScenario.h"
 
@@ -41,7 +42,6 @@ protected:
         EXPECT_TRUE(report.good() || print(back, backAxes) == before);
         return report;
     }
-    ChartFileFault faultOf(const QByteArray &bytes) { return loaded(bytes).fault; }
     /// Where the head of the file and each record begin, and the end.
     static std::vector<qsizetype> boundaries(const QByteArray &file) {
         std::vector<qsizetype> places{0};
@@ -104,37 +104,38 @@ TEST_F(ChartFileTest, aFileThatIsCutOrDamagedAnywhereIsRefusedAndSalvageKeepsWha
         EXPECT_TRUE(rest.samples.size() == 0 || rest.marks.size() == 2); // marks stand before the samples
         EXPECT_EQ(rest.title.isEmpty(), at < 88);
     }
-    EXPECT_EQ(faultOf(whole + QByteArray(8, '\0')), Damaged);
+    EXPECT_EQ(loaded(whole + QByteArray(8, '\0')).fault, Damaged);
 }
 
-TEST_F(ChartFileTest, samplesBehindADamagedSpotDoNotMoveUp) {
+TEST_F(ChartFileTest, salvageGoesOnBehindADamagedHeadAndMovesNoSamplesUp) {
     run.samples.append(std::vector<SamplePair>(50000, {1, 2}));
     const QByteArray whole = saved();
     const auto third = whole.indexOf("SAMP", whole.indexOf("SAMP", whole.indexOf("SAMP") + 4) + 4);
-    lay(path, flipped(whole, third));
-    EXPECT_EQ(salvageChartFile(path, back, backAxes).counts, (ChartCounts{50041, 2, 1}));
+    QByteArray bytes = flipped(whole, third);
+    std::fill(bytes.begin() + 24, bytes.begin() + 48, '?'); // in the head, all but mark, kind, version and identity
+    lay(path, bytes);
+    const ChartFileReport report = salvageChartFile(path, back, backAxes);
+    EXPECT_EQ(report.counts, (ChartCounts{50041, 2, 1}));
+    EXPECT_TRUE(report.position == 0 && !report.record && report.lost);
     EXPECT_EQ(back.samples.size(), 2 * 16384);
     const ChartFileReport blank = loaded(whole.left(third) + QByteArray(5000, '\0'));
     EXPECT_TRUE(blank.fault == Truncated && blank.position == static_cast<quint64>(third));
 }
 
-TEST_F(ChartFileTest, salvageGoesOnBehindADamagedHead) {
-    QByteArray bytes = saved();
-    std::fill(bytes.begin() + 24, bytes.begin() + 48, '?'); // all but mark, kind, version and identity
-    lay(path, flipped(bytes, bytes.indexOf("MARK") + 40));
-    const ChartFileReport report = salvageChartFile(path, back, backAxes);
-    EXPECT_TRUE(report.position == 0 && !report.record && report.lost);
-    EXPECT_EQ(back.samples.size(), run.samples.size());
-    EXPECT_TRUE(back.marks.empty());
-}
-
 TEST_F(ChartFileTest, saysWhatCannotBeRead) {
     EXPECT_EQ(loadChartFile(folder.path(), run, axes).error.value(), EISDIR);
     EXPECT_EQ(loadChartFile(folder.filePath("none"), run, axes).error.value(), ENOENT);
-    for (const QByteArray &bytes : {QByteArray(), QByteArray(99, 'x'), FileHead::of(fourLetters("TICK"), 1).bytes()})
-        EXPECT_EQ(faultOf(bytes), NotAChart);
-    EXPECT_EQ(faultOf(FileHead::of(dataFile, 2).bytes()), NewerVersion);
-    EXPECT_EQ(faultOf(FileHead::of(dataFile, 1).bytes()), Truncated);
+    const FileHead head = FileHead::of(logFile, 1);
+    char record[RecordHead::size]; // of a title that would be larger than all disks
+    RecordHead{titleRecord, 0, ~quint64{0}, 0}.put(record, head.identity);
+    const std::pair<QByteArray, ChartFileFault> files[] = {
+        {QByteArray(99, 'x'), NotAChart},
+        {FileHead::of(fourLetters("TICK"), 1).bytes(), NotAChart},
+        {FileHead::of(dataFile, 2).bytes(), NewerVersion},
+        {head.bytes() + QByteArray(record, sizeof record) + QByteArray(24, 'x'), Truncated},
+    };
+    for (const auto &[bytes, fault] : files)
+        EXPECT_EQ(loaded(bytes).fault, fault);
     EXPECT_EQ(print(run, axes), print(goldenRun(), goldenAxes));
 }
 
@@ -145,20 +146,13 @@ TEST_F(ChartFileTest, everyRecordMustStandOnceInItsPlaceHoweverRightItsChecksum)
     const auto isGood = [&](std::size_t from, std::size_t to, const QByteArray &between) {
         QByteArray bytes = whole.left(places[from]) + between + whole.mid(places[to]);
         mendChecksums({reinterpret_cast<std::uint8_t *>(bytes.data()), static_cast<std::size_t>(bytes.size())});
-        return faultOf(bytes) == None;
+        return loaded(bytes).good();
     };
     EXPECT_TRUE(isGood(1, 1, {}));
     for (std::size_t i = 1; i + 1 < places.size(); ++i)
         EXPECT_FALSE(isGood(i, i, part(i)) || isGood(i, i + 1, {}) ||
                      (i > 1 && isGood(i - 1, i + 1, part(i) + part(i - 1))))
             << i;
-}
-
-TEST_F(ChartFileTest, aRecordThatClaimsToBeLargerThanAllDisksIsCutOff) {
-    const FileHead head = FileHead::of(logFile, 1);
-    char record[RecordHead::size];
-    RecordHead{titleRecord, 0, ~quint64{0}, 0}.put(record, head.identity);
-    EXPECT_EQ(faultOf(head.bytes() + QByteArray(record, sizeof record) + QByteArray(24, 'x')), Truncated);
 }
 
 TEST_F(ChartFileTest, whereverTheDiskCannotBeReadThatIsToldAndTheChartStaysAsItWas) {

@@ -3,6 +3,7 @@
 
 #include "chart/RunFiles.h"
 #include "chart/files/RecordFile.h"
+#include "files/WhateverFails.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "chart/table/TextExport.h"
 
-#include "chart/Quillchart.h"
 #include "chart/RunFiles.h"
 #include "chart/run/IsoDate.h"
 #include "chart/table/Digits.h"
@@ -147,14 +146,6 @@ TEST_F(TextExport, writesTheDigitsOfPrintf) {
         std::snprintf(slow, sizeof slow, "%.4f%.6f", double{value}, double{value});
         EXPECT_STREQ(fast, slow);
     }
-}
-
-TEST_F(TextExport, takesNoRunsPlace) {
-    Quillchart chart(0);
-    const auto status = [&] { return chart.ExportData(path, 1, 1, 1, 1, 1, 0, 0, 0, 1, 1); };
-    EXPECT_EQ(status(), 0);
-    ASSERT_TRUE(chart.SaveDataFile(path));
-    EXPECT_NE(status(), 0);
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "chart/plot/ChartImage.h"
 #include "chart/plot/PlotPainter.h"
-#include "fakes/AllocationProbe.h"
 
 #include <QPainter>
 #include <gtest/gtest.h>
@@ -129,14 +128,6 @@ TEST_F(Picture, newDataTouchOnlyTheirOwnStrip) {
     EXPECT_NE(before, after);
     QPainter(&after).drawImage(strip, before, strip);
     EXPECT_EQ(before, after);
-}
-
-TEST_F(Picture, aRedrawWithTheSameAxesAllocatesNothing) {
-    add(60000);
-    draw();
-    const std::size_t before = AllocationProbe::count();
-    draw();
-    EXPECT_EQ(AllocationProbe::count(), before);
 }
 
 } // namespace

@@ -20,21 +20,16 @@ QString descriptionOf(const std::function<void()> &body) {
     return description;
 }
 
-/// Something else stands where a file of the program should.
-class StrangeFilesTest : public testing::Test {
-protected:
-    TestFolder folder;
-    QtSettingsStore store{folder.at("Ostrel MS.ini")};
-    const std::pair<const char *, std::function<void()>> uses[4] = {
-        {"ChartErr.log", [this] { TextFile::append(folder.at("ChartErr.log"), "entry"); }},
-        {".hidden", [this] { Directories::hide(folder.at("Log")); }},
-        {"Ostrel MS.ini", [this] { store.GetSetting("Options", "ComPortNumber", "1"); }},
-        {"Ostrel MS.lock", [this] { store.SaveSetting("Options", "ComPortNumber", "1"); }},
-    };
-};
-
-TEST_F(StrangeFilesTest, aLinkIsNamedAndNotFollowed) {
+TEST(StrangeFilesTest, aLinkInTheProgramsPlaceIsNamedAndNotFollowed) {
+    const TestFolder folder;
     folder.lay("other", "theirs");
+    QtSettingsStore store{folder.at("Ostrel MS.ini")};
+    const std::pair<const char *, std::function<void()>> uses[] = {
+        {"ChartErr.log", [&] { TextFile::append(folder.at("ChartErr.log"), "entry"); }},
+        {".hidden", [&] { Directories::hide(folder.at("Log")); }},
+        {"Ostrel MS.ini", [&] { store.GetSetting("Options", "ComPortNumber", "1"); }},
+        {"Ostrel MS.lock", [&] { store.SaveSetting("Options", "ComPortNumber", "1"); }},
+    };
     for (const auto &[file, use] : uses) {
         QFile::remove(folder.at(file)); // the use before may have made it, a lock
         ASSERT_TRUE(QFile::link(folder.at("other"), folder.at(file)));
@@ -45,7 +40,8 @@ TEST_F(StrangeFilesTest, aLinkIsNamedAndNotFollowed) {
     EXPECT_EQ(folder.content("other"), "theirs");
 }
 
-TEST_F(StrangeFilesTest, foldersAreTheUsersAloneAndThoseThatStandStayAsTheyAre) {
+TEST(StrangeFilesTest, foldersAreTheUsersAloneThoseThatStandStayAsTheyAreAndFailuresAreNamed) {
+    const TestFolder folder;
     const mode_t usual = ::umask(0);
     EXPECT_EQ(descriptionOf([&] { makePath(folder.at("ostrel/deeper/")); }), "no error");
     EXPECT_TRUE(Directories::make(folder.at("ostrel/Log")));
@@ -55,15 +51,9 @@ TEST_F(StrangeFilesTest, foldersAreTheUsersAloneAndThoseThatStandStayAsTheyAre) 
     EXPECT_EQ(descriptionOf([&] { makePath(folder.path()); }), "no error");
     folder.lay("file");
     EXPECT_EQ(descriptionOf([&] { makePath(folder.at("file/ostrel")); }), folder.at("file") + ": Not a directory");
-}
 
-TEST_F(StrangeFilesTest, entriesAddUpAndAFullDiskIsTold) {
-    const QString path = folder.at("ChartErr.log");
-    TextFile::append(path, "eins\r\n");
-    TextFile::append(path, "zwölf\r\n");
-    EXPECT_EQ(folder.content(path), "eins\r\nzwölf\r\n");
     const FullDisk full;
-    EXPECT_EQ(errorNumberOf([&] { TextFile::append(path, "x"); }), ErrorNumber::DiskFull);
+    EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.at("file"), "x"); }), ErrorNumber::DiskFull);
     EXPECT_EQ(errorNumberOf([&] { TextFile::append(folder.at("none/x"), "x"); }), ErrorNumber::PathNotFound);
     EXPECT_EQ(RunTimeError::fromErrno(0, "x").description(), "x: Path/File access error"); // and not a success
 }

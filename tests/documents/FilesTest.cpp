@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/ProgramFixture.h"
+#include "documents/FileNames.h"
 
 namespace {
 
@@ -21,10 +22,14 @@ protected:
         });
         trigger("mnuNotes");
     }
-    void answer(BoxAnswer answer, const QString &command, const QString &file = {}) {
-        prompts.answers = {answer};
+    /// Its file dialog is answered with this one.
+    void choose(const QString &command, const QString &file) {
         ComDlg.answers = {file};
         trigger(command);
+    }
+    void answer(BoxAnswer answer, const QString &command, const QString &file = {}) {
+        prompts.answers = {answer};
+        choose(command, file);
     }
     float minutesIn(const QString &name) {
         RunDocument run;
@@ -33,12 +38,13 @@ protected:
     }
 };
 
+using RunningLogTest = FilesTest;
+
 TEST_F(FilesTest, aFileGetsTheNextTabWithItsNameAndAxes) {
     const QString name = "lysozyme 12 with a name that no tab has room for";
     enter("cmbYAxis(0)", "1.5");
     give(60.2F);
-    ComDlg.answers = {path(name + ".chd")};
-    trigger("mnuSaveDataAs");
+    choose("mnuSaveDataAs", path(name + ".chd"));
     enter("cmbYAxis(0)", "2");
     prompts.pointerChanges = 0;
     open(name + ".chd");
@@ -72,16 +78,9 @@ TEST_F(FilesTest, aFifthFileIsRefusedBeforeTheDialog) {
                       "must close a file which is already open first.");
 }
 
-TEST_F(FilesTest, aRunBeyondTheScrollBarStaysNamelessUnderTheHourglass) {
-    open("long.chl", 32778);
-    EXPECT_EQ(tabs().size(), 1);
-    EXPECT_EQ(prompts.pointer, MousePointer::Hourglass);
-}
-
 TEST_F(FilesTest, theRecorderAsksOnceForItsFileAndKeepsItsCaption) {
     record();
-    ComDlg.answers = {path("a.b.chd")};
-    trigger("mnuSaveData");
+    choose("mnuSaveData", path("a.b.chd"));
     EXPECT_EQ(tabs(), QStringList("Chart Recorder||a"));
     EXPECT_EQ(ComDlg.shown.at(0).flags, 2054);
     give(30);
@@ -95,8 +94,7 @@ TEST_F(FilesTest, theRecorderAsksOnceForItsFileAndKeepsItsCaption) {
 
 TEST_F(FilesTest, aLogIsNeverWrittenOver) {
     open("run.xCHL", 1);
-    ComDlg.answers = {path("new.chd")};
-    trigger("mnuSaveData");
+    choose("mnuSaveData", path("new.chd"));
     EXPECT_EQ(ComDlg.shown.back().offered, "");
     EXPECT_EQ(tabs().at(1), "new|new.chd|new");
     trigger("mnuSaveData");
@@ -111,14 +109,12 @@ TEST_F(FilesTest, aFailedSaveAndASaveOfAStretchChangeNothing) {
     QFile::remove(path("a.chd"));
     ASSERT_TRUE(QDir(folder.path()).mkdir("a.chd")); // which no file can replace
     for (const char *command : {"mnuSaveData", "mnuSaveDataAs", "mnuSaveSlectedData"}) {
-        ComDlg.answers = {path("none/b.chd")};
-        trigger(command);
+        choose(command, path("none/b.chd"));
         EXPECT_EQ(prompts.shown.back().caption, "FILE SAVE ERROR!") << command;
     }
     EXPECT_EQ(prompts.shown.size(), 3U);
     chart(1).setTimeAxisMin(8);
-    ComDlg.answers = {path("peak.chd")};
-    trigger("mnuSaveSlectedData");
+    choose("mnuSaveSlectedData", path("peak.chd"));
     EXPECT_EQ(minutesIn("peak.chd"), 2);
     EXPECT_EQ(tabs().at(1), "a|a.chd|a");
     answer(BoxAnswer::Cancel, "mnuClose"); // it is not saved
@@ -174,6 +170,54 @@ TEST_F(FilesTest, unsavedNotesAreAskedFor) {
     answer(BoxAnswer::Yes, "mnuClose", path("a.chd"));
     EXPECT_TRUE(exists("a.chd"));
     EXPECT_EQ(tabs().size(), 1);
+}
+
+TEST_F(RunningLogTest, whatDoesNotSaveTheLogIsToldAndLeavesTheCommand) {
+    link();
+    timers["TimerSaveLog"]->tick();
+    choose("mnuSaveLog", path("none/a.chl"));
+    EXPECT_TRUE(told().endsWith("Unable to save the log file"));
+    choose("mnuSaveLog", ""); // a Cancel
+    EXPECT_EQ(prompts.shown.size(), 1U);
+    EXPECT_TRUE(enabled("mnuSaveLog"));
+    choose("mnuSaveLog", path("a.chl"));
+    EXPECT_TRUE(exists("a.chl"));
+    EXPECT_FALSE(enabled("mnuSaveLog"));
+
+    trigger("mnuLogOff"); // nothing writes it again
+    QDir(path("Log")).removeRecursively();
+    commands("mnuSaveLog");
+    EXPECT_TRUE(told().endsWith("Serious Data Error! Most recent data collected is permanently lost."));
+    EXPECT_EQ(ComDlg.shown.size(), 3U);
+}
+
+TEST_F(RunningLogTest, loggingBeginsAtOnceWhenDataComeInAndCountsAsTheRecorderDoes) {
+    trigger("mnuLogOff");
+    trigger("mnuLogOn");
+    EXPECT_FALSE(timers["TimerSaveLog"]->Enabled());
+    link();
+    trigger("mnuLogOff");
+    EXPECT_FALSE(timers["TimerSaveLog"]->Enabled() || pressed("cmdLogOn"));
+    const int logged = chart(5).SampleCount();
+    play("R1 . E2 . E2 . R2 . .");
+    EXPECT_EQ(chart(5).SampleCount(), logged);
+    trigger("mnuLogOn");
+    EXPECT_TRUE(timers["TimerSaveLog"]->Enabled() && pressed("cmdLogOn"));
+    play(". .");
+    EXPECT_EQ(chart(5).SampleCount(), logged); // the run is paused
+    play("R1 . E2 . R0 . .");
+    EXPECT_EQ(marks(5).right(3), "3 E");
+    EXPECT_EQ(marks(), "S 1 2 P 3 E");
+}
+
+TEST(FileNamesTest, aCaptionIsCutOnlyWhenItDoesNotFit) {
+    const auto cut = [](const char *text, float MaxWidth) {
+        return ShortenCaption(text, MaxWidth, [](const QString &shown) { return static_cast<float>(shown.size()); });
+    };
+    EXPECT_EQ(cut("lysozyme", 8), "lysozyme");
+    EXPECT_EQ(cut("lysozyme", 7), "lyso...");
+    EXPECT_EQ(cut("lysozyme", 1), "l...");
+    EXPECT_EQ(cut("a\xF0\x9F\xA7\xAA\xF0\x9F\xA7\xAA\xF0\x9F\xA7\xAA", 5), "a..."); // no half of a character
 }
 
 } // namespace

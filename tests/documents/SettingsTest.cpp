@@ -7,17 +7,20 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
 class SettingsTest : public testing::Test {
 protected:
     void put(const QString &key, const QString &value) { store.rows[{"Options", key}] = value; }
-    void expectDefaults() const {
-        EXPECT_EQ(options.ComPortNumber, 1);
-        EXPECT_TRUE(options.DataLogging);
-        EXPECT_EQ(options.DataFileSizeHours, 24);
+    /// Port, logging and hours.
+    std::tuple<int, bool, double> read() {
+        settings.ReadSettings();
+        return {options.ComPortNumber, options.DataLogging, options.DataFileSizeHours};
     }
 
+    const std::tuple<int, bool, double> defaults{1, true, 24};
     Options options{5, false, 7};
     CurrentError error;
     FakeSettingsStore store;
@@ -28,15 +31,12 @@ protected:
 TEST_F(SettingsTest, whatIsSavedIsReadBack) {
     put("DataLogging", "0");
     put("ComPortNumber", "3");
-    settings.ReadSettings();
-    EXPECT_EQ(options.ComPortNumber, 3);
-    EXPECT_FALSE(options.DataLogging);
-
+    EXPECT_EQ(read(), std::tuple(3, false, 24.0));
     options.DataFileSizeHours = 0.5;
     settings.SaveSettings();
     EXPECT_EQ(store.written, (QStringList{"ComPortNumber", "DataLogging", "DataFileSizeHours"}));
-    EXPECT_EQ(store.GetSetting("Options", "DataLogging", ""), "False");
-    EXPECT_EQ(store.GetSetting("Options", "DataFileSizeHours", ""), "0.5");
+    options = {};
+    EXPECT_EQ(read(), std::tuple(3, false, 0.5));
 }
 
 TEST_F(SettingsTest, oneBadTextGivesAllOptionsTheirDefaults) {
@@ -47,8 +47,7 @@ TEST_F(SettingsTest, oneBadTextGivesAllOptionsTheirDefaults) {
         errors.codes.clear();
         put("ComPortNumber", "7");
         put(key, value);
-        settings.ReadSettings();
-        expectDefaults();
+        EXPECT_EQ(read(), defaults);
         EXPECT_EQ(errors.codes, std::vector<qint32>{-20}) << key << '=' << value;
         EXPECT_EQ(store.rows.at({"Options", key}), value);
     }
@@ -57,8 +56,7 @@ TEST_F(SettingsTest, oneBadTextGivesAllOptionsTheirDefaults) {
 
 TEST_F(SettingsTest, aStoreThatFailsGivesTheDefaultsWhenReadAndFliesOnWhenWritten) {
     store.broken = ErrorNumber::DiskFull;
-    settings.ReadSettings();
-    expectDefaults();
+    EXPECT_EQ(read(), defaults);
     EXPECT_EQ(errors.codes, std::vector<qint32>{-20});
     EXPECT_EQ(errorNumberOf([this] { settings.SaveSettings(); }), ErrorNumber::DiskFull);
 }

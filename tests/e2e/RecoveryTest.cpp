@@ -42,19 +42,9 @@ void expectStretch(const LiveOstrel &live, const QString &name, qint64 least) {
     AxisValues axes;
     EXPECT_TRUE(loadChartFile(live.file(name), data, axes).good());
     EXPECT_GE(data.samples.size(), least);
-    QStringList stretch;
-    for (qint64 i = 0; i < data.samples.size(); ++i)
-        stretch += LiveOstrel::sampleText(data.samples.at(i).uv, data.samples.at(i).cond);
+    const QStringList stretch = LiveOstrel::texts(data.samples);
     const QStringList sent = live.meant().filter("\t");
     EXPECT_NE(std::ranges::search(sent, stretch).begin(), sent.end());
-}
-
-/// After a start: takes the only log that is offered to a file; with nothing left the dialog goes by itself.
-void recover(LiveOstrel &live) {
-    live.startRecorder("frmDataRecovery");
-    live.chooseLog();
-    live.nameFile("saved.chl");
-    live.takeName();
 }
 
 // The recorders run side by side, so that all moments together take as long as the last.
@@ -75,7 +65,7 @@ TEST(Recovery, EverythingUpToTheLastTickSurvivesAKillAtAnyMoment) {
     ASSERT_TRUE(within(150s, killAllDue));
     for (Recorder &killed : recorders) {
         SCOPED_TRACE(killed.held);
-        recover(killed.live);
+        killed.live.recover("saved.chl");
         expectStretch(killed.live, "saved.chl",
                       std::max(killed.heldAtFirstTick, killed.held - samplesOfATick - onTheirWay));
         EXPECT_EQ(killed.live.entries("Log").size(), 1);
@@ -88,7 +78,10 @@ TEST(Recovery, ARecorderThatIsToldToEndLosesNothing) {
     const int held = live.held(5); // before the first tick
     live.recorder().signal(SIGTERM);
     EXPECT_TRUE(live.recorder().endsWithin(5s));
-    recover(live);
+    live.startRecorder("frmDataRecovery"); // and once more, over the question what becomes of it
+    live.recorder().signal(SIGTERM);
+    EXPECT_TRUE(live.recorder().endsWithin(5s));
+    live.recover("saved.chl");
     expectStretch(live, "saved.chl", held);
 }
 

@@ -15,22 +15,17 @@ namespace {
 constexpr const char *instrument = "kind status\nuv 0.1\nnoise uv 0.01\ncond 20\nnoise cond 0.5\nwait 7s\n"
                                    "start\nwait 8s\nevent\nwait 6s\nend\nmethod\n| Load 5 ml\n| Wash\nwait 10m\n";
 
-class WorkingDay : public testing::Test {
-protected:
-    void answerForm(const QString &command, const QString &entry, const QString &text, const QString &button) {
+TEST(WorkingDay, FromTheNameToBothQuestionsAtItsEnd) {
+    LiveOstrel live{instrument};
+    const auto answerForm = [&](const char *command, const char *entry, const QString &text, const char *button) {
         live.press(command);
         live.type(entry, text);
         live.press(button);
-    }
-    QString content(const QString &name) const {
+    };
+    const auto content = [&](const QString &name) {
         QFile file{live.file(name)};
         return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QString{};
-    }
-
-    LiveOstrel live{instrument};
-};
-
-TEST_F(WorkingDay, FromTheNameToBothQuestionsAtItsEnd) {
+    };
     answerForm("mnuLogName", "txtLogFileName", "Lab 3", "OK");
     EXPECT_EQ(live.ask(0, [](auto &chart) { return chart.window()->windowTitle(); }), "Ostrel MS - System: Lab 3");
     EXPECT_TRUE(within(15s, [&] { return live.isEnabled("mnuStop"); }));
@@ -38,14 +33,16 @@ TEST_F(WorkingDay, FromTheNameToBothQuestionsAtItsEnd) {
     EXPECT_TRUE(within(20s, [&] { return live.methodText(0).contains("Wash"); }));
     live.press("mnuMethod");
     live.await("frmMethod");
-    EXPECT_EQ(live.ask([](auto) { return inside::find<QAction>("cmdMethod").toolTip(); }), "Hide method form");
+    EXPECT_EQ(live.ask([](auto) { return find<QAction>("cmdMethod")->toolTip(); }), "Hide method form");
     live.press("OK");
     answerForm("mnuNotes", "txtNotes", "Column B", "OK");
     live.press("mnuSaveData");
-    live.nameFile("run 1.0");
+    live.nameFile("Lauf Ä 1.0");
     live.press("mnuOpenData");
-    live.nameFile("run 1.0.chd");
+    live.nameFile("Lauf Ä 1.0.chd");
     EXPECT_TRUE(within(10s, [&] { return live.held(1) == live.held(0); }));
+    EXPECT_EQ(live.samples(1), live.samples(0));
+    EXPECT_EQ(live.marks(1) + live.methodText(1), live.marks(0) + live.methodText(0));
     EXPECT_EQ(live.ask(1, [](auto &chart) { return chart.GetNotes(); }), "Column B");
 
     live.press("optTimeAxis(1)");
@@ -56,7 +53,7 @@ TEST_F(WorkingDay, FromTheNameToBothQuestionsAtItsEnd) {
     live.type("cmbSamlingRate", ""); // only comes to it
     const QString count = live.ask([](auto) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_End); // all that the instrument delivers
-        return inside::find<QLabel>("lblNumPoints").text();
+        return find<QLabel>("lblNumPoints")->text();
     });
     live.press("cmdExport");
     live.nameFile("run 1.txt");
@@ -76,11 +73,19 @@ TEST_F(WorkingDay, FromTheNameToBothQuestionsAtItsEnd) {
     answerForm("mnuNotes", "txtNotes", "Column B, pressure high", "OK");
     live.press("mnuExit");
     live.await("Do you want to save the LOG file before exiting ");
+    EXPECT_TRUE(live.ask([](auto) { // the question itself is not got rid of
+        QWidget *box = QApplication::activeModalWidget();
+        QTest::keyClick(box, Qt::Key_Escape);
+        box->close();
+        return box->isVisible();
+    }));
     live.press("No");
     live.await("Chart Recorder Data or opened Data is not saved.\nExit without save?");
     live.press("Yes");
     EXPECT_TRUE(live.recorder().endsWithin(10s));
     EXPECT_EQ(live.recorder().exitCode(), 0);
+    EXPECT_EQ(live.entries("Log") + live.entries("Discarded/" + live.entries("Discarded").value(0)),
+              QStringList{"Log00001.dat"});
 }
 
 } // namespace

@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QScopedValueRollback>
+
 #include <cstddef>
 
-/// Watches operator new of the test program.
+/// In the place of operator new of the test program.
 namespace AllocationProbe {
 
-std::size_t count();
+extern std::size_t refusedFrom;
 
 /// While it lives, whatever asks for that many bytes or more finds the memory used up.
-struct OutOfMemory {
-    explicit OutOfMemory(std::size_t least);
-    ~OutOfMemory();
-    OutOfMemory(const OutOfMemory &) = delete;
-    OutOfMemory &operator=(const OutOfMemory &) = delete;
+struct OutOfMemory : QScopedValueRollback<std::size_t> {
+    explicit OutOfMemory(std::size_t least) : QScopedValueRollback(refusedFrom, least) {}
 };
 
 } // namespace AllocationProbe

@@ -56,11 +56,6 @@ public:
         if (Tick)
             Tick();
     }
-    void tickWhenDue() {
-        clock_.elapsed = due;
-        due += interval_;
-        tick();
-    }
 
     static constexpr Milliseconds never = Milliseconds::max();
     Milliseconds due = never;
@@ -73,8 +68,11 @@ private:
 inline void FakeClock::advance(Milliseconds time) {
     const Milliseconds end = elapsed + time;
     const auto first = [this] { return std::ranges::min_element(timers, {}, &FakeTimer::due); };
-    for (auto next = first(); next != timers.end() && (*next)->due <= end; next = first())
-        (*next)->tickWhenDue();
+    for (auto next = first(); next != timers.end() && (*next)->due <= end; next = first()) {
+        elapsed = (*next)->due;
+        (*next)->due += Milliseconds((*next)->Interval());
+        (*next)->tick();
+    }
     elapsed = end;
 }
 

@@ -16,6 +16,7 @@ public:
 
     void lay(const QString &name, const QByteArray &content = {}) const {
         QFile file(at(name));
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(file).path()));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
     }
     QByteArray content(const QString &name) const {

@@ -64,8 +64,7 @@ TEST_F(ControlsTest, ComboTellsPicksAndTypedTextApart) {
     EXPECT_EQ(toldBy([&] { QTest::keyClick(&combo, Qt::Key_Down); }), "k");
     combo.setFocus();
     combo.selectWhole();
-    EXPECT_EQ(toldBy([&] { QTest::keyClicks(&combo, "2.000"); }), "ccccc"); // of the list, and stays typed
-    EXPECT_EQ(toldBy([&] { QTest::keyClick(&combo, Qt::Key_Enter); }), "");
+    EXPECT_EQ(toldBy([&] { QTest::keyClicks(&combo, "2.000\r"); }), "ccccc"); // of the list, and stays typed
     EXPECT_EQ(toldBy([&] { button.setFocus(); }), "");
 }
 
@@ -98,12 +97,10 @@ TEST_F(ControlsTest, BarKeepsAMaxBelowItsMinAndRefusesWhatSixteenBitsCannotHold)
     EXPECT_EQ(toldBy([&] { bar.setValue(50); }), "c");
     EXPECT_EQ(toldBy([&] { bar.setValue(20); }), "");
     EXPECT_EQ(toldBy([&] { bar.setMax(-6); }), "c");
-    EXPECT_EQ(toldBy([&] { bar.setValue(bar.Max()); }), "c");
-    EXPECT_EQ(bar.Value(), -6);
-    EXPECT_EQ(toldBy([&] { bar.setMax(0); }), "c");
+    EXPECT_EQ(toldBy([&] { bar.setValue(-7); }), "c");
     EXPECT_THROW(bar.setMax(32768), RunTimeError);
     EXPECT_THROW(bar.setValue(-32769), RunTimeError);
-    EXPECT_EQ(bar.Max(), 0);
+    EXPECT_TRUE(bar.Max() == -6 && bar.Value() == -6);
 }
 
 TEST_F(ControlsTest, BarScrollsUnderTheHandAndChangesWhenLetGo) {
@@ -117,29 +114,23 @@ TEST_F(ControlsTest, BarScrollsUnderTheHandAndChangesWhenLetGo) {
 
 TEST_F(ControlsTest, CharactersEnterAndBackspaceAskTheFilterAndPastingDoesNot) {
     std::string keys;
-    text.KeyPress = combo.KeyPress = [&](int KeyAscii) { // only digits pass
+    text.KeyPress = [&](int KeyAscii) { // only digits pass
         keys += std::to_string(KeyAscii) + ' ';
         return KeyAscii == 8 || (KeyAscii >= '0' && KeyAscii <= '9') ? KeyAscii : keyRefused;
     };
-    for (QWidget *entry : std::initializer_list<QWidget *>{&text, &combo}) {
-        keys.clear();
-        QTest::keyClicks(entry, "1a2");
-        for (const Qt::Key key : {Qt::Key_Backspace, Qt::Key_Enter, Qt::Key_Home, Qt::Key_Delete})
-            QTest::keyClick(entry, key);
-        EXPECT_EQ(keys, "49 97 50 8 13 ");
-    }
-    EXPECT_EQ(text.Text() + combo.Text(), "");
-
-    keys.clear();
     text.setText("abc");
     text.selectWhole();
     for (const Qt::Key key : {Qt::Key_C, Qt::Key_V, Qt::Key_V})
         QTest::keyClick(&text, key, Qt::ControlModifier);
     EXPECT_EQ(keys, "");
+    QTest::keyClicks(&text, "1a2");
+    for (const Qt::Key key : {Qt::Key_Backspace, Qt::Key_Enter, Qt::Key_Home, Qt::Key_Delete})
+        QTest::keyClick(&text, key);
     QInputMethodEvent letters;
     letters.setCommitString("x");
     QCoreApplication::sendEvent(&text, &letters);
-    EXPECT_EQ(text.Text(), "abcabc");
+    EXPECT_EQ(keys, "49 97 50 8 13 120 ");
+    EXPECT_EQ(text.Text(), "bcabc1");
 }
 
 TEST_F(ControlsTest, CopyingWinsOverTheWindowOnlyWithASelectionAndExportNever) {

@@ -27,7 +27,7 @@ protected:
     }
 };
 
-TEST_F(PrintRunTest, PrintsEachCopyUnderTheHourglassAndTellsOnceOfTheirFile) {
+TEST_F(PrintRunTest, PrintsEachCopyUnderTheHourglassAndTellsOnceOfTheirFileAndOfEachThatFails) {
     ComDlg.Copies = 0;
     EXPECT_EQ(printed(), "begin end");
     ComDlg.Copies = 3;
@@ -40,14 +40,13 @@ TEST_F(PrintRunTest, PrintsEachCopyUnderTheHourglassAndTellsOnceOfTheirFile) {
     EXPECT_EQ(prompts.pointerChanges, 2);
     EXPECT_EQ(told(), "The report is in the file /home/ann/report.pdf.");
     EXPECT_EQ(prompts.shown.at(0).icon, BoxIcon::Information);
-}
 
-TEST_F(PrintRunTest, AReportThatTheSpoolerRefusesIsToldForEachCopy) {
-    ComDlg.Copies = 2;
+    ComDlg.printedFile.clear();
     ComDlg.printRefused = true;
+    prompts.whileShown = nullptr;
     printed();
-    EXPECT_EQ(prompts.shown.size(), 2U);
-    EXPECT_EQ(prompts.shown.at(0).caption, "PRINT ERROR!");
+    EXPECT_EQ(prompts.shown.size(), 1U + 3U); // each copy is told
+    EXPECT_EQ(prompts.shown.back().caption, "PRINT ERROR!");
     EXPECT_EQ(prompts.pointer, MousePointer::Default);
 }
 

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "fakes/TestFolder.h"
 #include "simulator/SimulatorOptions.h"
 
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 using namespace ostrel;
 
@@ -15,17 +13,14 @@ class CommandLine : public testing::Test {
 protected:
     CommandLine() {
         shell.setWorkingDirectory(folder.path());
-        write("run.velquin", "wait 0.2s\n");
-        write("raw", "\x96");
-        write("old", "an older record");
+        folder.lay("run.velquin", "wait 0.2s\n");
+        folder.lay("raw", "\x96");
+        folder.lay("old", "an older record");
+        folder.lay("bell", "start\nwait\a");
         run("ln run.velquin hard; ln -s run.velquin soft; mkfifo pipe; mkdir sub");
         run("ln -s /dev/null /dev/full /dev/stdout ."); // links, so that no fault can take the devices themselves away
     }
 
-    void write(const char *name, const QByteArray &content) const {
-        QFile file{folder.filePath(name)};
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    }
     void run(const QString &line) {
         shell.start("sh", {"-c", line});
         EXPECT_TRUE(shell.waitForFinished()) << line.toStdString();
@@ -38,7 +33,7 @@ protected:
         return QString{"%1: %2"}.arg(shell.exitCode()).arg(line).toStdString();
     }
 
-    QTemporaryDir folder;
+    TestFolder folder;
     QProcess shell;
     QByteArray output;
 };
@@ -54,6 +49,7 @@ TEST_F(CommandLine, touchesNoFileUnlessAllStandsReady) {
         {"--link new --truth new",                  "2: --link and --truth are the same file: new"},
         {"--truth old --link sub/no/x run.velquin", "1: the link sub/no/x cannot be made: there is no folder sub/no"},
         {"--truth old --link raw run.velquin",      "1: the link raw cannot be made: a file stands there"},
+        {"--truth old bell",                        "2: bell:2:1: no statement begins with \"wait?\""},
         {"--truth old nothing",                     "1: nothing: No such file or directory"},
         {"--truth old sub",                         "1: sub: is a folder"},
         {"--truth old --record sub run.velquin",    "1: sub: is a folder"},
@@ -65,7 +61,7 @@ TEST_F(CommandLine, touchesNoFileUnlessAllStandsReady) {
     for (const auto &[arguments, complaint] : refused)
         EXPECT_EQ(complaintAbout(arguments), complaint);
     run("ls; cat run.velquin raw old");
-    EXPECT_EQ(output, "full\nhard\nnull\nold\npipe\nraw\nrun.velquin\nsoft\nstdout\nsub\nwait 0.2s\n\x96"
+    EXPECT_EQ(output, "bell\nfull\nhard\nnull\nold\npipe\nraw\nrun.velquin\nsoft\nstdout\nsub\nwait 0.2s\n\x96"
                       "an older record");
 }
 
@@ -80,21 +76,8 @@ TEST_F(CommandLine, writesWhereARecordCanGo) {
     EXPECT_EQ(complaintAbout("--truth null --record null --speed 20 run.velquin"), "0: ");
     EXPECT_EQ(complaintAbout("--speed 21 run.velquin"),
               "0: --speed above 20 is faster than the recorder decodes; it will miss parts of the run");
-}
-
-TEST_F(CommandLine, saysWhereAScriptCannotBeRead) {
-    // clang-format off
-    constexpr const char *unreadable[][2] = {
-        {"\xEF\xBB\xBFwait 1s\n\tuv \U0001F600\n",         "2:5: \"\U0001F600\" stands where a number, nan or inf is expected"},
-        {"\xEF\xBB\xBFwait 1s\n # \U0001F600 \xE9t\xE9\n", "2:6: this is not UTF-8"},
-        {"wait 1s # \xC3",                                 "1:11: this is not UTF-8"},
-        {"wait\a",                                         "1:1: no statement begins with \"wait?\""},
-    };
-    // clang-format on
-    for (const auto &[script, mistake] : unreadable) {
-        write("script", script);
-        EXPECT_EQ(complaintAbout("script"), std::string{"2: script:"} + mistake);
-    }
+    complaintAbout("--once --speed 1000 --truth old; cat old", "timeout 20 ");
+    EXPECT_TRUE(output.contains("\tend\n")) << "of the demonstration";
 }
 
 TEST_F(CommandLine, refusesOptionsThatItDoesNotUnderstand) {

@@ -7,9 +7,9 @@ using namespace ostrel;
 
 namespace {
 
-std::string mistakeIn(const QString &text) {
+std::string mistakeIn(const QByteArray &text) {
     try {
-        parseRunScript(text);
+        parseRunScript(decodeScript(text));
     } catch (const ScriptError &error) {
         return QString{"%1:%2: %3"}.arg(error.line).arg(error.column).arg(error.message).toStdString();
     }
@@ -54,6 +54,9 @@ TEST(RunScript, saysWhereAMistakeStandsAndWhatIsExpected) {
         {"wait 1s\nloop\nend",               "3:1: nothing can follow \"loop\""},
         {"method\n| a\u0096",                "2:4: a method cannot hold U+0096"},
         {"method\n| \u00E9 \U0001F600",      "2:5: a method cannot hold U+1F600"},
+        {"\xEF\xBB\xBFwait 1s\n\tuv \U0001F600\n",         "2:5: \"\U0001F600\" stands where a number, nan or inf is expected"},
+        {"\xEF\xBB\xBFwait 1s\n # \U0001F600 \xE9t\xE9\n", "2:6: this is not UTF-8"},
+        {"wait 1s # \xC3",                                 "1:11: this is not UTF-8"},
     };
     // clang-format on
     for (const auto &[script, mistake] : mistakes)

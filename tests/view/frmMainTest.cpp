@@ -21,18 +21,12 @@ namespace {
 
 class frmMainTest : public testing::Test {
 protected:
-    frmMainTest() {
-        window.clicked = [this](const QString &control) {
-            told << control + (window.action(control)->isChecked() ? "+" : "");
-        };
-    }
-    void show() {
+    void SetUp() override {
         window.show();
         window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     }
 
-    QStringList told;
     frmMain window;
 };
 
@@ -64,7 +58,8 @@ TEST_F(frmMainTest, EveryButtonHasAPictureOfItsOwnInAllLooks) {
 }
 
 TEST_F(frmMainTest, ButtonsReportTheirKeyAndTheGroupAlsoWhenAlreadyDown) {
-    show();
+    QStringList told;
+    window.clicked = [&](const QString &key) { told << key + (window.action(key)->isChecked() ? "+" : ""); };
     auto *toolbar = window.findChild<QToolBar *>("Toolsbar");
     for (const char *key : {"cmdStop", "cmdRecord", "cmdMethod", "cmdMethod", "cmdOpen"})
         QTest::mouseClick(toolbar->widgetForAction(window.action(key)), Qt::LeftButton);
@@ -73,7 +68,6 @@ TEST_F(frmMainTest, ButtonsReportTheirKeyAndTheGroupAlsoWhenAlreadyDown) {
 }
 
 TEST_F(frmMainTest, TheWindowSnapsBackToTheRoomThatThePanelsNeed) {
-    show();
     window.setOuterSize(3000, 2000);
     const auto *panels = window.findChild<QWidget *>("FrameScaleAxis");
     EXPECT_NEAR(window.frameGeometry().width() * 15, std::max(7850, panels->width() * 15 + 100), 15);
@@ -87,7 +81,6 @@ TEST_F(frmMainTest, TheWindowSnapsBackToTheRoomThatThePanelsNeed) {
 }
 
 TEST_F(frmMainTest, NoTextIsCut) {
-    show();
     for (const QLabel *label : window.findChildren<QLabel *>(QRegularExpression("^lbl")))
         EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text())) << qPrintable(label->text());
     for (const OptionButton *option : window.time().optTimeAxis)
@@ -96,7 +89,6 @@ TEST_F(frmMainTest, NoTextIsCut) {
 }
 
 TEST_F(frmMainTest, ATabsTipIsTheNameOfItsFileAsItStands) {
-    show();
     const auto tipFor = [this](const QString &name) {
         window.TabChart().setTabToolTip(1, name);
         const QPoint head = window.TabChart().tabRect(1).center();

@@ -14,8 +14,8 @@ bool within(std::chrono::milliseconds time, const std::function<bool()> &holds);
 /// however that ends.
 class Child {
 public:
-    /// Does the work and exits with what it answers; with a `user` other than 0 as that one, who needs no name.
-    explicit Child(const std::function<int()> &work, unsigned user = 0);
+    /// Does the work and exits with what it answers.
+    explicit Child(const std::function<int()> &work);
     ~Child();
     Child(const Child &) = delete;
     Child &operator=(const Child &) = delete;

@@ -2,7 +2,6 @@
 #include "LiveOstrel.h"
 
 #include "app/Ostrel.h"
-#include "forms/Shapes.h"
 
 #include <QAction>
 #include <QDataStream>
@@ -16,10 +15,8 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <utility>
 
 using namespace std::chrono_literals;
-using namespace inside;
 
 namespace {
 
@@ -44,9 +41,9 @@ QVariant receive(int line) {
     return message;
 }
 
-} // namespace
-
-QObject *inside::reach(const QString &name) {
+/// What an operator can get at, by its name or by the text on it: it is shown and enabled, and in the modal window
+/// where there is one. None if he cannot.
+QObject *reach(const QString &name) {
     QWidget *modal = QApplication::activeModalWidget();
     for (const QWidget *window : modal ? QWidgetList{modal} : QApplication::topLevelWidgets()) {
         for (QObject *object : window->findChildren<QObject *>()) {
@@ -58,6 +55,8 @@ QObject *inside::reach(const QString &name) {
     }
     return nullptr;
 }
+
+} // namespace
 
 LiveOstrel::LiveOstrel(const QByteArray &script, const QStringList &simulatorOptions) {
     startInstrument(script, simulatorOptions);
@@ -81,25 +80,17 @@ void LiveOstrel::startInstrument(const QByteArray &script, const QStringList &op
         throw std::runtime_error("the simulated instrument does not start");
 }
 
-void LiveOstrel::stopInstrument() {
-    instrument_.reset();
-    QFile::remove(own("instrument"));
-}
-
-void LiveOstrel::startRecorder(const QString &firstWindow, unsigned user) {
-    if (user != 0) // the line itself, to which a link leads, stays whose it is
-        Child([&] { return become({"/bin/chown", "-Rh", QString::number(user), file("")}); }).endsWithin(10s);
+void LiveOstrel::startRecorder(const QString &firstWindow) {
     int ends[2] = {-1, -1};
     const timeval longest{.tv_sec = patience.count(), .tv_usec = 0};
     if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0 ||
         ::setsockopt(ends[0], SOL_SOCKET, SO_RCVTIMEO, &longest, sizeof longest) != 0)
         throw std::runtime_error("there is no line to the recorder");
     const Descriptor theirs(ends[1]);
-    const auto record = [&] {
+    recorder_.emplace([&] {
         profile_->enter();
         return serve(theirs.get());
-    };
-    recorder_.emplace(record, user);
+    });
     line_.reset(ends[0]);
     await(firstWindow);
 }
@@ -108,18 +99,14 @@ int LiveOstrel::serve(int line) {
     static const int asked = line;
     qAddPreRoutine([] {
         auto *bell = new QSocketNotifier(asked, QSocketNotifier::Read, qApp);
-        QObject::connect(bell, &QSocketNotifier::activated, [] { answerQuestion(asked); });
+        QObject::connect(bell, &QSocketNotifier::activated, [] {
+            const QVariantList parts = receive(asked).toList();
+            send(asked, reinterpret_cast<Question>(parts[0].toULongLong())(parts[1].toStringList()));
+        });
     });
     char name[] = "ostrel";
     char *arguments[] = {name, nullptr};
     return runOstrel(1, arguments);
-}
-
-void LiveOstrel::answerQuestion(int line) {
-    const QVariantList parts = receive(line).toList();
-    send(line, reinterpret_cast<Question>(parts[0].toULongLong())(parts[1].toStringList()));
-    if (const auto work = std::exchange(afterwards, nullptr))
-        work();
 }
 
 /// The recorder is a fork: its functions are where ours are.
@@ -136,14 +123,9 @@ void LiveOstrel::act(Question work, const QStringList &given) {
 void LiveOstrel::press(const QString &name) {
     const auto pressed = [](const QStringList &given) -> QVariant {
         QObject *object = reach(given[0]);
-        afterwards = [object] {
-            if (auto *command = qobject_cast<QAction *>(object))
-                command->trigger();
-            else if (auto *widget = qobject_cast<QWidget *>(object)) // at the left, where an option's circle is too
-                QTest::mouseClick(widget, Qt::LeftButton, {},
-                                  {std::min(10, widget->width() / 2), widget->height() / 2});
-        };
-        return object != nullptr;
+        const char *slot = qobject_cast<QAction *>(object) ? "trigger" : "click";
+        // Behind the answer, for it may open a dialog.
+        return object && QMetaObject::invokeMethod(object, slot, Qt::QueuedConnection);
     };
     act(pressed, {name});
 }
@@ -168,7 +150,8 @@ void LiveOstrel::nameFile(const QString &name) {
         auto *entry = qobject_cast<QLineEdit *>(reach("fileNameEdit"));
         if (entry) {
             entry->setText(given[0]);
-            afterwards = [entry] { QTest::keyClick(entry, Qt::Key_Return); };
+            QMetaObject::invokeMethod(
+                entry, [entry] { QTest::keyClick(entry, Qt::Key_Return); }, Qt::QueuedConnection);
         }
         return !entry;
     };
@@ -180,9 +163,12 @@ void LiveOstrel::takeName() {
     press("OK");
 }
 
-void LiveOstrel::chooseLog() {
+void LiveOstrel::recover(const QString &name) {
+    startRecorder("frmDataRecovery");
     type("lstLogFiles", " ");
     press("cmdRecoverButton");
+    nameFile(name);
+    takeName();
 }
 
 QStringList LiveOstrel::windows() {
@@ -202,34 +188,16 @@ void LiveOstrel::await(const QString &window) {
         throw std::runtime_error((window + " does not come up, but " + windows().join(", ")).toStdString());
 }
 
-bool LiveOstrel::isLinked() {
-    return ask([](auto) { return find<Led>("ShapeReciveLed").FillColor() == QColor(0, 255, 0); });
-}
-
 bool LiveOstrel::isEnabled(const QString &command) {
-    return ask([](const QStringList &given) { return find<QAction>(given[0]).isEnabled(); }, {command});
+    return ask([](const QStringList &given) { return find<QAction>(given[0])->isEnabled(); }, {command});
 }
 
-QStringList LiveOstrel::samples(int chart) {
-    return ask(chart, [](auto &shown) {
-        QStringList samples;
-        for (const QVariant &pair : shown.samples(0, shown.SampleCount()))
-            samples += sampleText(pair.toList()[0].toFloat(), pair.toList()[1].toFloat());
-        return samples;
-    });
-}
-
-QString LiveOstrel::marks(int chart) {
-    return ask(chart, [](auto &shown) {
-        QStringList labels;
-        for (const QVariant &mark : shown.marks())
-            labels += mark.toMap()["Label"].toString();
-        return labels.join(' ');
-    });
-}
-
-QString LiveOstrel::sampleText(float uv, float cond) {
-    return QString::number(double(uv), 'g', 9) + '\t' + QString::number(double(cond), 'g', 9);
+QStringList LiveOstrel::texts(const SampleStore &samples) {
+    QStringList texts;
+    for (qint64 i = 0; i < samples.size(); ++i)
+        texts << QString::number(double(samples.at(i).uv), 'g', 9) + '\t' +
+                     QString::number(double(samples.at(i).cond), 'g', 9);
+    return texts;
 }
 
 QStringList LiveOstrel::entries(const QString &folder) const {

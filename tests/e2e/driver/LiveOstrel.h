@@ -1,42 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/Quillchart.h"
+#include "app/Widgets.h"
 #include "driver/Child.h"
 #include "driver/Profile.h"
 #include "files/Descriptor.h"
 
-#include <QApplication>
 #include <QVariant>
-#include <QWidget>
 
 #include <memory>
 #include <optional>
-#include <ostream>
-
-using namespace ostrel;
-
-inline void PrintTo(const QString &text, std::ostream *out) { *out << '"' << text.toStdString() << '"'; }
-
-/// For the functions that are run in the recorder.
-namespace inside {
-
-/// A control, a command or a timer by its objectName, whether it is shown or not. There must be one.
-template <typename Kind>
-Kind &find(const QString &name) {
-    for (const QWidget *window : QApplication::topLevelWidgets()) {
-        if (auto *found = window->findChild<Kind *>(name))
-            return *found;
-    }
-    qFatal("There is no %s", qUtf8Printable(name));
-}
-/// What an operator can get at, by its objectName or by the text on it: it is shown and enabled, and in the modal
-/// window where there is one. None if he cannot.
-QObject *reach(const QString &name);
-/// Is done behind the answer of the function that sets it: what may open a dialog.
-inline std::function<void()> afterwards;
-
-} // namespace inside
 
 /// The recorder as shipped, in a process of its own, beside a simulated instrument, in a profile of its own and without
 /// a display. COM 1 is the instrument's line.
@@ -47,11 +20,8 @@ public:
     /// A second copy in the same profile, with an instrument of its own on COM 2, which it is told of.
     LiveOstrel(const QByteArray &script, const LiveOstrel &first);
 
-    /// A new recorder after the end of the one before, up to that window. With a `user` other than 0 it runs as that
-    /// one, to whom the profile is given.
-    void startRecorder(const QString &firstWindow = "frmMain", unsigned user = 0);
-    /// The instrument's line is gone for good, so that none which comes later is taken for it.
-    void stopInstrument();
+    /// A new recorder after the end of the one before, up to that window.
+    void startRecorder(const QString &firstWindow = "frmMain");
     Child &recorder() { return *recorder_; }
     const Profile &profile() const { return *profile_; }
     QString file(const QString &name) const { return profile_->file(name); }
@@ -65,7 +35,7 @@ public:
     /// The same of a chart.
     template <typename Function>
     auto ask(int chart, Function) {
-        const auto question = [](const QStringList &parts) { return Function{}(inside::find<Quillchart>(parts[0])); };
+        const auto question = [](const QStringList &parts) { return Function{}(*find<Quillchart>(parts[0])); };
         return ask(question, {QString{"Chart(%1)"}.arg(chart)});
     }
 
@@ -78,23 +48,29 @@ public:
     void nameFile(const QString &name);
     /// The question for the system's name.
     void takeName();
-    /// In the recovery dialog, up to the file dialog: the only log that is offered.
-    void chooseLog();
+    /// A new recorder, in which the only log that is offered is saved. With nothing left the dialog goes by itself.
+    void recover(const QString &name);
 
     /// The names of the windows that are shown; of a message box what it says.
     QStringList windows();
     bool isUp(const QString &window) { return windows().join('\n').contains(window); }
     /// Waits until a window is up; throws when it does not come.
     void await(const QString &window);
-    bool isLinked();
+    bool isLinked() {
+        return ask([](auto) { return led(); });
+    }
     bool isEnabled(const QString &command);
     int held(int chart) {
         return ask(chart, [](auto &shown) { return shown.SampleCount(); });
     }
-    QStringList samples(int chart);
-    static QString sampleText(float uv, float cond); ///< as it stands among the samples and in what was meant
-    /// The texts of a chart's marks in the order of their times, between blanks.
-    QString marks(int chart);
+    /// As they stand in what was meant.
+    static QStringList texts(const SampleStore &samples);
+    QStringList samples(int chart) {
+        return ask(chart, [](auto &shown) { return texts(shown.run().data().samples); });
+    }
+    QString marks(int chart) {
+        return ask(chart, [](auto &shown) { return marksOf(shown); });
+    }
     QString methodText(int chart) {
         return ask(chart, [](auto &shown) { return shown.GetMethodText(); });
     }
@@ -108,7 +84,6 @@ private:
     using Question = QVariant (*)(const QStringList &given);
 
     static int serve(int line);
-    static void answerQuestion(int line);
     QVariant exchange(Question question, const QStringList &given);
     void act(Question work, const QStringList &given = {});
     QString own(const char *name) const { return file(QString{"%1%2"}.arg(name).arg(port_)); }

@@ -8,10 +8,8 @@
 
 Profile::Profile() {
     QByteArray ports = "[Ports]\n";
-    for (int port = 1; port <= 10; ++port) {
-        const QString device = port <= 2 ? QString{"instrument%1"}.arg(port) : "none";
-        ports += QByteArray::number(port) + '=' + file(device).toUtf8() + '\n';
-    }
+    for (int port = 1; port <= 10; ++port)
+        ports += QByteArray::number(port) + '=' + file(QString{"instrument%1"}.arg(port)).toUtf8() + '\n';
     QDir{folder_.path()}.mkpath("config/ostrel");
     write("config/ostrel/Ostrel MS.ini", ports);
 }

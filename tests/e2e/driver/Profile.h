@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 
 /// A folder of its own for a recorder that a test runs: its settings, its data, and whatever the test lays beside them.
-/// COM 1 and COM 2 are the devices `file("instrument1")` and `file("instrument2")`; there is no other port.
+/// COM 1 is the device `file("instrument1")` and so on; there is no port where no device is.
 class Profile {
 public:
     Profile();

@@ -3,7 +3,6 @@
 
 #include <QFile>
 #include <QPainter>
-#include <QPlainTextEdit>
 #include <QTest>
 
 #include <csignal>
@@ -23,7 +22,7 @@ QImage framed(QWidget &window) {
     QImage inside = window.grab().toImage();
     inside.setDevicePixelRatio(1);
     QImage picture(inside.size() + QSize(2 * line, bar + line), QImage::Format_RGB32);
-    picture.fill(QColor(0x8a, 0x8a, 0x8a));
+    picture.fill(0xff8a8a8a);
     QPainter painter(&picture);
     const QRect head(line, line, inside.width(), bar - line);
     painter.fillRect(head, QColor(0xdc, 0xdc, 0xdc));
@@ -43,7 +42,7 @@ void take(LiveOstrel &live, const QString &picture) {
     const auto saved = [](const QStringList &given) {
         QWidget *modal = QApplication::activeModalWidget();
         constexpr int smallest = 0; // the file, not the time to write it
-        return framed(modal ? *modal : *inside::find<Quillchart>("Chart(0)").window()).save(given[0], "PNG", smallest);
+        return framed(modal ? *modal : *find<QWidget>("frmMain")).save(given[0], "PNG", smallest);
     };
     const QString file = folder + '/' + picture + ".png";
     if (!live.ask(saved, {file}))
@@ -51,22 +50,15 @@ void take(LiveOstrel &live, const QString &picture) {
     std::printf("%s\n", qPrintable(file));
 }
 
-void openAndTake(LiveOstrel &live, const QString &command, const QString &window, const QString &button) {
+/// Of the form that a command brings up, with this text in one of its entries.
+void takeForm(LiveOstrel &live, const QString &command, const QString &form, const QString &button,
+              const QString &entry = {}, const QString &text = {}) {
     live.press(command);
-    live.await(window);
-    take(live, window);
+    live.await(form);
+    if (!entry.isEmpty())
+        live.type(entry, text);
+    take(live, form);
     live.press(button);
-}
-
-/// The demonstration takes a quarter of an hour: it is played at twenty times its speed.
-void takeRecording(LiveOstrel &live) {
-    live.press("mnuLogName");
-    live.type("txtLogFileName", "Velquin A");
-    take(live, "frmLogName");
-    live.press("OK");
-    within(60s, [&] { return live.held(0) > 8.4 * samplesPerMinute; });
-    take(live, "recording");
-    within(60s, [&] { return live.marks(0).endsWith('E') && live.methodText(0).contains("End"); });
 }
 
 void takeEvaluation(LiveOstrel &live) {
@@ -79,16 +71,8 @@ void takeEvaluation(LiveOstrel &live) {
     if (!zoomed)
         throw std::runtime_error("the chart does not zoom");
     take(live, "zoomed");
-    live.press("mnuNotes");
-    live.await("frmNotes");
-    live.ask([](auto) {
-        auto &notes = inside::find<QPlainTextEdit>("txtNotes");
-        notes.setPlainText("Lysozyme, lot 7, 5 mg in 1 ml\n5 ml column, new buffer B\n\n"
-                           "Main peak pooled: tubes 12 to 17");
-        return true;
-    });
-    take(live, "frmNotes");
-    live.press("OK");
+    takeForm(live, "mnuNotes", "frmNotes", "OK", "txtNotes",
+             "Lysozyme, lot 7, 5 mg in 1 ml\r5 ml column, new buffer B\r\rMain peak pooled: tubes 12 to 17");
     live.ask(0, [](auto &chart) {
         chart.leaveZoom();
         return true;
@@ -101,26 +85,10 @@ void takeEvaluation(LiveOstrel &live) {
     }
     within(10s, [&] { return live.held(2) > 0; });
     take(live, "tabs");
-    openAndTake(live, "mnuComPort", "frmSetup", "Cancel");
-    openAndTake(live, "mnuMethod", "frmMethod", "OK");
-    openAndTake(live, "mnuExport", "frmExport", "Cancel");
-    openAndTake(live, "mnuPrint", "frmPrint", "Cancel");
-}
-
-void takeRecovery(LiveOstrel &live) {
-    within(30s, [&] { return live.isEnabled("mnuSaveLog"); });
-    live.recorder().signal(SIGKILL);
-    live.startRecorder("frmDataRecovery");
-    take(live, "frmDataRecovery");
-}
-
-void takeLostLink(LiveOstrel &live) {
-    live.await("frmNoData");
-    take(live, "frmNoData");
-    live.press("Ok");
-    live.press("mnuExit");
-    live.await("Exit without save?");
-    take(live, "exit");
+    takeForm(live, "mnuComPort", "frmSetup", "Cancel");
+    takeForm(live, "mnuMethod", "frmMethod", "OK");
+    takeForm(live, "mnuExport", "frmExport", "Cancel");
+    takeForm(live, "mnuPrint", "frmPrint", "Cancel");
 }
 
 } // namespace
@@ -134,11 +102,24 @@ int main(int argc, char **argv) {
     }
     folder = QString::fromLocal8Bit(argv[1]);
     qputenv("QT_SCALE_FACTOR", QByteArray::number(pixelRatio));
+    // The demonstration takes a quarter of an hour: it is played at twenty times its speed.
     LiveOstrel live("wait 60s\n" + demonstration.readAll().replace("\nloop", "\nwait 100m"),
                     QStringList{"--speed", "20"});
-    takeRecording(live);
+    takeForm(live, "mnuLogName", "frmLogName", "OK", "txtLogFileName", "Velquin A");
+    within(60s, [&] { return live.held(0) > 8.4 * samplesPerMinute; });
+    take(live, "recording");
+    within(60s, [&] { return live.marks(0).endsWith('E') && live.methodText(0).contains("End"); });
     takeEvaluation(live);
-    takeRecovery(live);
+    within(30s, [&] { return live.isEnabled("mnuSaveLog"); });
+    live.recorder().signal(SIGKILL);
+    live.startRecorder("frmDataRecovery");
+    take(live, "frmDataRecovery");
+
     LiveOstrel lost("wait 5s\nstart\nwait 3s\n", QStringList{"--once"});
-    takeLostLink(lost);
+    lost.await("frmNoData");
+    take(lost, "frmNoData");
+    lost.press("Ok");
+    lost.press("mnuExit");
+    lost.await("Exit without save?");
+    take(lost, "exit");
 }

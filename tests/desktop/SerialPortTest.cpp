@@ -1,20 +1,102 @@
 // SPDX-License-Identifier: MIT
-#include "desktop/QtSerialControl.h"
-
 #include "base/RunTimeError.h"
 #include "base/Steps.h"
 #include "desktop/PortLocks.h"
+#include "desktop/QtSerialControl.h"
+#include "desktop/SerialPorts.h"
+#include "fakes/FakePlatform.h"
 #include "fakes/TestFolder.h"
+#include "files/Descriptor.h"
 
+#include <QDateTime>
 #include <QTest>
 #include <fcntl.h>
+#include <sys/file.h>
+#include <sys/fsuid.h>
 #include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
-using namespace ostrel;
-
 namespace {
+
+TEST(SerialPortsTest, realPortsComeInNaturalOrderOnBoardFirstAndThoseOfTheSettingsBeforeThem) {
+    const TestFolder folder; // as the kernel lists terminals; only an on-board port has a type
+    for (const char *name : {"ttyUSB10", "ttyUSB2", "ttyACM0", "tty1", "ttyS10", "ttyS2", "ttyS3"})
+        QDir().mkpath(folder.at(name) + "/device");
+    QDir().mkpath(folder.at("ttyUSB9")); // no device
+    folder.lay("ttyS10/type", "4\n");
+    folder.lay("ttyS3/type", "0\n");
+    FakeSettingsStore store;
+    store.rows[{"Ports", "1"}] = store.rows[{"Ports", "11"}] = "/tmp/instrument";
+    SerialPorts ports(store, folder.path());
+    EXPECT_EQ(ports.installed().join(' '), "/dev/ttyS2 /dev/ttyS10 /dev/ttyACM0 /dev/ttyUSB2 /dev/ttyUSB10");
+    QStringList devices;
+    for (const int number : {0, 1, 2, 5, 6, 11})
+        devices << ports.device(number);
+    EXPECT_EQ(devices, (QStringList{"", "/tmp/instrument", "/dev/ttyS10", "/dev/ttyUSB10", "", ""}));
+}
+
+constexpr int held = ErrorNumber::PortAlreadyOpen;
+const QByteArray living = QByteArray::number(::getppid());
+const QByteArray dead = "2000000000"; // beyond all that the system gives out
+
+/// What a lock file usually holds.
+QByteArray padded(const QByteArray &process) { return process.rightJustified(10) + "\n"; }
+
+class PortLocksTest : public testing::Test {
+protected:
+    int takeOver() const {
+        return errorNumberOf([&] {
+            PortLocks::takeOver({"/dev/serial/by-id/usb-1", "/dev/ttyUSB0"}, {folder.path()});
+        });
+    }
+    /// A lock of the dead is taken away, one of the living stays and keeps everybody out.
+    void expectMet(const QByteArray &content, int number, const QString &name = "LCK..ttyUSB0") const {
+        folder.lay(name, content);
+        EXPECT_EQ(takeOver(), number) << content.constData();
+        EXPECT_EQ(QFile::remove(folder.at(name)), number != 0) << content.constData();
+    }
+
+    TestFolder folder;
+    const QByteArray lock = folder.native("LCK..ttyUSB0");
+};
+
+TEST_F(PortLocksTest, theOwnersLifeDecides) {
+    const QByteArray name = folder.content("/proc/" + living + "/comm").trimmed();
+    const pid_t process = ::getppid();
+    const QByteArray binary(reinterpret_cast<const char *>(&process), sizeof process);
+    expectMet("", held); // is being written
+    for (const QByteArray &kept : {padded(living), living + " tool anna\n", binary, living + "\n" + name + "\nhost\n"})
+        expectMet(kept, held);
+    const QByteArray givenAnew = living + "\nanother program\nhost\n";
+    for (const QByteArray &taken : {givenAnew, padded(dead), padded(QByteArray::number(::getpid()))})
+        expectMet(taken, 0);
+    for (const char *other : {"LCK..serial_by-id_usb-1", "LCK..serial:by-id:usb-1", "LCK..usb-1"})
+        expectMet(padded(living), held, other);
+    folder.lay("LCK..ttyUSB1", padded(living)); // another device's
+    EXPECT_EQ(takeOver(), 0);
+}
+
+TEST_F(PortLocksTest, whatIsHeldOpenOrMayNotBeReadIsALivingOnesAndWhatIsNoFileIsNobodys) {
+    folder.lay("LCK..ttyUSB0", padded(dead));
+    Descriptor owner(::open(lock.constData(), O_RDONLY));
+    ASSERT_EQ(::flock(owner.get(), LOCK_EX), 0);
+    EXPECT_EQ(takeOver(), held);
+    owner.reset();
+    ::chmod(lock.constData(), 0600);
+    ::chmod(folder.native(".").constData(), 0777);
+    const int root = ::setfsuid(12345); // opens files as another user; only root can
+    EXPECT_TRUE(root != 0 || takeOver() == held);
+    ::setfsuid(uid_t(root));
+    EXPECT_EQ(takeOver(), 0);
+    QFile old(folder.at("LCK..ttyUSB0")); // left behind before its number was written
+    ASSERT_TRUE(old.open(QIODevice::ReadWrite));
+    old.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFileDevice::FileModificationTime);
+    EXPECT_EQ(takeOver(), 0);
+    ASSERT_EQ(::mkfifo(lock.constData(), 0644), 0); // where the old one was
+    EXPECT_EQ(takeOver(), 0);
+    EXPECT_EQ(folder.names(), QStringList{"LCK..ttyUSB0"});
+}
 
 /// Long enough for all that was sent to arrive.
 void settle() { QTest::qWait(60); }
@@ -33,10 +115,6 @@ struct Instrument {
         termios now{};
         ::tcgetattr(master.get(), &now);
         return now;
-    }
-    void unplug() {
-        master.reset();
-        settle();
     }
 
     Descriptor master;
@@ -59,16 +137,10 @@ protected:
         QFile::remove(devices[2]);
         QFile::link(plugged.path(), devices[2]);
     }
-    void leaveLock(pid_t owner) const { folder.lay(lockFile, QByteArray::number(owner).rightJustified(10) + "\n"); }
     Events eventsAfter(const QByteArray &bytes) {
         events.clear();
         instrument.send(bytes);
         settle();
-        return events;
-    }
-    Events look() {
-        events.clear();
-        ComPort.lookAtLine();
         return events;
     }
     int countsTo() const { return instrument.settings().c_cc[VMIN]; }
@@ -122,13 +194,13 @@ TEST_F(QtSerialControlTest, bytesBeyondTheBufferAreLostWithOneEventABurst) {
 
 TEST_F(QtSerialControlTest, aPortIsHeldByOneAloneAsLongAsThatLives) {
     plugIn(instrument);
-    leaveLock(::getppid());
-    EXPECT_EQ(open(ComPort, 2), ErrorNumber::PortAlreadyOpen);
-    leaveLock(2'000'000'000); // nobody's number
+    folder.lay(lockFile, padded(living));
+    EXPECT_EQ(open(ComPort, 2), held);
+    folder.lay(lockFile, padded(dead));
     EXPECT_EQ(open(ComPort, 2), 0);
     EXPECT_TRUE(folder.content(lockFile).startsWith(QByteArray::number(::getpid()) + '\n'));
-    EXPECT_EQ(open(CommTmp), ErrorNumber::PortAlreadyOpen);
-    EXPECT_EQ(open(CommTmp, 2), ErrorNumber::PortAlreadyOpen);
+    EXPECT_EQ(open(CommTmp), held);
+    EXPECT_EQ(open(CommTmp, 2), held);
     EXPECT_EQ(eventsAfter("x"), Events{ErrorNumber::ReceiveEvent});
     ComPort.setPortOpen(false);
     EXPECT_FALSE(QFile::exists(lockFile));
@@ -149,23 +221,9 @@ TEST_F(QtSerialControlTest, whatIsMissingOrNoTerminalIsAnInvalidPort) {
     EXPECT_FALSE(ComPort.PortOpen());
 }
 
-TEST_F(QtSerialControlTest, anUnpluggedDeviceIsSilentAndIsLetGoOfWithThePort) {
-    plugIn(instrument);
-    ASSERT_EQ(open(ComPort, 2), 0);
-    instrument.unplug();
-    EXPECT_TRUE(ComPort.PortOpen());
-    EXPECT_EQ(events, Events{});
-    ComPort.setPortOpen(false);
-    const Instrument other;
-    plugIn(other);
-    QTest::qWait(1300);
-    EXPECT_EQ(open(CommTmp, 2), 0);
-}
-
 TEST_F(QtSerialControlTest, whatIsCountedBecomesEventsAtEachLookWhateverTheHandlerRaises) {
     counters = LineCounters{7, 7, 7, 7, 7, 7, 7, 7, 7};
     ASSERT_EQ(open(ComPort), 0);
-    EXPECT_EQ(look(), Events{});
     counters->breaks = 9; // a break without bytes is found by the slow look
     QTest::qWait(2300);
     EXPECT_EQ(events, Events{ErrorNumber::Break});
@@ -176,31 +234,40 @@ TEST_F(QtSerialControlTest, whatIsCountedBecomesEventsAtEachLookWhateverTheHandl
     };
     counters = LineCounters{10, 9, 8, 8, 8, 8, 8, 8, 8};
     instrument.send("a");
-    EXPECT_EQ(errorNumberOf([this] { look(); }), ErrorNumber::Overflow);
+    events.clear();
+    EXPECT_EQ(errorNumberOf([this] { ComPort.lookAtLine(); }), ErrorNumber::Overflow);
     EXPECT_EQ(events, (Events{3, 4, 5, 6, 1001, 1004, 1006, 1008, 1009, ErrorNumber::ReceiveEvent}));
+    events.clear();
     counters.reset(); // the driver does not answer
-    EXPECT_EQ(look(), Events{});
+    ComPort.lookAtLine();
     ComPort.setPortOpen(false);
-    EXPECT_EQ(look(), Events{});
+    ComPort.lookAtLine();
+    EXPECT_EQ(events, Events{});
 }
 
-TEST_F(QtSerialControlTest, theLineLivesOnUnderADialogOfTheHandler) {
+TEST_F(QtSerialControlTest, theLineLivesOnUnderADialogOfTheHandlerAndAnUnpluggedDeviceIsLetGoOfWithThePort) {
     QByteArray input;
+    int told = 0;
     ComPort.OnComm = [&] {
         input += ComPort.Input();
-        if (input.size() > 1)
+        if (++told > 1)
             return;
         instrument.send("b");
         settle();
-        EXPECT_EQ(input, "ab");
-        instrument.unplug();
-        EXPECT_EQ(ComPort.InBufferCount(), 0);
+        instrument.master.reset(); // unplugged, which is no sign of life
+        settle();
+        EXPECT_TRUE(ComPort.PortOpen() && ComPort.InBufferCount() == 0);
         ComPort.setPortOpen(false);
     };
-    ASSERT_EQ(open(ComPort), 0);
+    plugIn(instrument);
+    ASSERT_EQ(open(ComPort, 2), 0);
     eventsAfter("a");
-    EXPECT_EQ(ComPort.Input(), "");
+    EXPECT_EQ(told, 2);
     EXPECT_EQ(input, "ab");
+    const Instrument other;
+    plugIn(other);
+    QTest::qWait(1300);
+    EXPECT_EQ(open(CommTmp, 2), 0); // nobody looks for the device any more
 }
 
 } // namespace
