@@ -7,7 +7,7 @@
 #include <ctime>
 #include <stdexcept>
 
-using namespace ostrel;
+namespace ostrel {
 
 /// Measurements of a running process from outside.
 
@@ -34,3 +34,5 @@ inline double processorSeconds(pid_t process) {
 inline double residentMebibytes(pid_t process) {
     return procFile(process, "smaps_rollup").section("Rss:", 1).section("kB", 0, 0).toDouble() / 1024;
 }
+
+} // namespace ostrel

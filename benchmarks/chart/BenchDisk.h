@@ -10,7 +10,7 @@
 
 #include <string>
 
-using namespace ostrel;
+namespace ostrel {
 
 /// A path on the disk of the build, removed at the end: the usual folder for temporary files may not be on a disk.
 inline QString benchPath(const QString &name) {
@@ -53,3 +53,5 @@ private:
     sqlite3 *file_ = nullptr;
     sqlite3_stmt *statement_ = nullptr;
 };
+
+} // namespace ostrel

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <random>
 
-using namespace ostrel;
+namespace ostrel {
 
 /// The runs that the benchmarks draw: 40 minutes each with seven peaks and a salt gradient on a drifting, noisy
 /// baseline, one after the other.
@@ -59,3 +59,5 @@ inline ChartView benchView(const ChartData &data) {
     view.axes.timeMax = data.lastTime();
     return view;
 }
+
+} // namespace ostrel

@@ -4,8 +4,6 @@
 #include <QMenuBar>
 #include <QToolBar>
 
-using namespace ostrel;
-
 /// The smallest program with a window: menus and a toolbar without any function.
 int main(int argc, char *argv[]) {
     QApplication application(argc, argv);
