@@ -7,9 +7,9 @@
 #include <ctime>
 #include <stdexcept>
 
-using namespace ostrel;
+namespace ostrel {
 
-/// What is measured of a running process from outside.
+/// Measurements of a running process from outside.
 
 inline QString procFile(pid_t process, const char *name) {
     QFile file{QString{"/proc/%1/%2"}.arg(process).arg(QLatin1String(name))};
@@ -18,10 +18,10 @@ inline QString procFile(pid_t process, const char *name) {
     return QString::fromLatin1(file.readAll());
 }
 
-/// By a signal, until another lets it go on.
+/// A signal has stopped it, until another one continues it.
 inline bool isStopped(pid_t process) { return procFile(process, "stat").section(')', -1).trimmed().startsWith('T'); }
 
-/// Processor time so far, all threads and the kernel's share included.
+/// Processor time so far, of all threads, with the kernel's part.
 inline double processorSeconds(pid_t process) {
     clockid_t clock;
     timespec time{};
@@ -30,7 +30,9 @@ inline double processorSeconds(pid_t process) {
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-/// Memory in use now, shared libraries included: what it shares depends on who else runs.
+/// Resident memory now. Includes shared libraries, since the shared part depends on the other running programs.
 inline double residentMebibytes(pid_t process) {
     return procFile(process, "smaps_rollup").section("Rss:", 1).section("kB", 0, 0).toDouble() / 1024;
 }
+
+} // namespace ostrel

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# Lays the figures (first file) beside the limits (second file): one row for each limit whose own figure was measured.
+# Compares the figures (first file) with the limits (second file): one row for each limit whose figure was measured.
 
 function shown(value, measure) {
     if (measure != "time") return sprintf("%.4g %s", value, measure)

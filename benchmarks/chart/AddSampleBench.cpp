@@ -20,7 +20,7 @@ std::size_t heldBytes() {
     return info.uordblks + info.hblkhd;
 }
 
-/// Whether another program took the processor since this was last asked.
+/// Whether another program took the processor since the last call.
 bool wasInterrupted() {
     static long known = 0;
     rusage usage{};
@@ -28,7 +28,7 @@ bool wasInterrupted() {
     return std::exchange(known, usage.ru_nivcsw) != usage.ru_nivcsw;
 }
 
-/// Adds the pairs one by one. Besides the time: bytes held for each pair, and the longest hundred calls in
+/// Adds the pairs one by one. Also measures the bytes held for each pair, and the time of the slowest hundred calls in
 /// milliseconds.
 template <typename Add>
 void measure(benchmark::State &state, Add add) {
@@ -65,7 +65,7 @@ void vector(benchmark::State &state) {
     measure(state, [&](SamplePair sample) { pairs.push_back(sample); });
 }
 
-/// The questions of every live update.
+/// The queries of every live update.
 void questions(benchmark::State &state) {
     Run run;
     for (qint64 i = 0; i < state.range(0); ++i)

@@ -10,15 +10,15 @@
 
 #include <string>
 
-using namespace ostrel;
+namespace ostrel {
 
-/// A path on the disk of the build, gone at the end: where temporary files go, there may be no disk at all.
+/// A path on the disk of the build, removed at the end: the usual folder for temporary files may not be on a disk.
 inline QString benchPath(const QString &name) {
     static const QTemporaryDir folder(QDir::current().filePath(QStringLiteral("bench-XXXXXX")));
     return folder.filePath(name);
 }
 
-/// What the disk below the path was made to write so far, whoever did it; 0 where the system does not tell.
+/// The bytes written so far, by any program, to the disk of the path; 0 if unknown.
 inline double bytesAtDisk(const QString &path) {
     struct stat file {};
     ::stat(qPrintable(path), &file);
@@ -29,7 +29,7 @@ inline double bytesAtDisk(const QString &path) {
     return counters.readAll().simplified().split(' ').value(sectorsWritten).toDouble() * 512;
 }
 
-/// One table of a SQLite file, with a statement at work on it.
+/// A database file with one prepared statement.
 class SqliteTable {
 public:
     explicit SqliteTable(const QString &path) {
@@ -53,3 +53,5 @@ private:
     sqlite3 *file_ = nullptr;
     sqlite3_stmt *statement_ = nullptr;
 };
+
+} // namespace ostrel

@@ -7,10 +7,10 @@
 #include <cmath>
 #include <random>
 
-using namespace ostrel;
+namespace ostrel {
 
 /// The runs that the benchmarks draw: 40 minutes each with seven peaks and a salt gradient on a drifting, noisy
-/// baseline, one behind the other.
+/// baseline, one after the other.
 class BenchRun {
 public:
     SamplePair next() {
@@ -59,3 +59,5 @@ inline ChartView benchView(const ChartData &data) {
     view.axes.timeMax = data.lastTime();
     return view;
 }
+
+} // namespace ostrel

@@ -19,7 +19,7 @@ namespace {
 
 struct Pairs {
     ChartData run;
-    std::vector<SamplePair> plain; ///< the same side by side
+    std::vector<SamplePair> plain; ///< the same pairs in one array
 
     static const Pairs &of(qint64 count) {
         static std::map<qint64, Pairs> made;
@@ -125,7 +125,7 @@ void loadRows(const QString &path) {
     benchmark::DoNotOptimize(samples.extent(0, samples.size()));
 }
 
-/// What the operator waits for: the file is read and the run stands on the screen.
+/// The time that the operator waits until the file is read and the run is drawn.
 void showOurs(const QString &path) {
     Quillchart chart(1);
     chart.resize(1280, 720);

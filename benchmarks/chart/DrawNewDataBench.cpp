@@ -22,7 +22,7 @@ void ours(benchmark::State &state) {
     for (auto _ : state) {
         for (int i = 0; i < news; ++i)
             data.samples.append(run.next());
-        if (++drawings > 400) { // the window has run full
+        if (++drawings > 400) { // the window is full
             state.PauseTiming();
             view.axes.timeMax = data.lastTime() + window * 0.1F + 6;
             view.axes.timeMin = view.axes.timeMax - window;

@@ -27,7 +27,7 @@ void ours(benchmark::State &state) {
         image.draw(data, view);
 }
 
-/// The time axis goes on by half a pixel with every drawing.
+/// The time axis moves by half a pixel with every drawing.
 void oursMoving(benchmark::State &state) {
     const ChartData &data = runOf(state.range(0));
     ChartView view = benchView(data);
@@ -41,7 +41,7 @@ void oursMoving(benchmark::State &state) {
     }
 }
 
-/// The least that a chart of this library costs: axes, and an envelope that stands ready, a rectangle a column.
+/// The lowest cost with QPainter: the axes, and a precomputed envelope with one rectangle a column.
 void painter(benchmark::State &state) {
     const ChartData &data = runOf(state.range(0));
     const ChartView view = benchView(data);

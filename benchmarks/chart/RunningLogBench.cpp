@@ -16,7 +16,7 @@ using namespace ostrel;
 
 namespace {
 
-constexpr int pairsInTick = 100; // what comes in the 20 seconds between two calls
+constexpr int pairsInTick = 100; // samples in the 20 seconds between two calls
 constexpr qint64 day = 432000;
 constexpr double hoursInFile = 24;
 
@@ -36,14 +36,14 @@ QString newFolder(const char *name) {
     return path;
 }
 
-/// Keeps ticks safe: each is on the disk when keep() is back.
+/// Writes ticks: each is on the disk when keep() returns.
 class Log {
 public:
     virtual ~Log() = default;
     virtual void keep(const Tick &tick) = 0;
 };
 
-/// A chart that held so many pairs before.
+/// The program's own log, of a run that already holds `pairs`.
 class OurLog : public Log {
 public:
     OurLog(const QString &folder, qint64 pairs) : folder_(folder), run_(BenchRun::ofPairs(pairs)) { write(); }
@@ -63,7 +63,7 @@ private:
     RunningLogWriter writer_;
 };
 
-/// The least that a disk can be asked: the pairs alone, over zeros that were laid out before.
+/// The lowest cost for a disk: only the pairs, written over zeros of an existing file.
 class OverwriteLog : public Log {
 public:
     explicit OverwriteLog(const QString &folder, qint64)
@@ -131,7 +131,7 @@ public:
     }
 };
 
-/// Each log goes on from one measuring to the next.
+/// Each log is continued from one measurement to the next.
 template <typename Kind>
 void logTick(benchmark::State &state, const char *name, qint64 pairs) {
     const QString folder = newFolder(name);
@@ -145,13 +145,13 @@ void logTick(benchmark::State &state, const char *name, qint64 pairs) {
     state.counters["kB_at_disk"] = (bytesAtDisk(folder) - before) / 1000 / static_cast<double>(state.iterations());
 }
 
-/// Leaves it to the system when to write.
+/// Does not flush: the system decides when to write.
 class LazyDisk : public FileOperations {
 public:
     int syncData(int) override { return 0; }
 };
 
-/// The directory of a month in which nothing ever failed.
+/// A log directory of 30 days without any failure.
 const QString &monthOfTicks() {
     static const QString folder = [] {
         QString path = newFolder("month");

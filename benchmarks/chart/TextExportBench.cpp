@@ -16,7 +16,7 @@ namespace {
 
 constexpr qint64 pairs = 432000;
 
-/// How long a flush takes is the disk's affair, so nobody waits for it here: neither ours nor the others'.
+/// Does not flush, since the time of a flush depends only on the disk. Used for all rows.
 class UnflushedDisk : public FileOperations {
 public:
     int sync(int) override { return 0; }
@@ -40,7 +40,7 @@ void exportRun() {
     exportText(target(), run(), options, disk);
 }
 
-/// As ours does it: the text goes to a file beside the old one, and takes its place.
+/// Writes as the export does: to a temporary file, which then replaces the old one.
 class Replacement {
 public:
     void write(const void *data, std::size_t size) { writeAll(disk_, fd_, data, size); }
@@ -62,7 +62,7 @@ void ours(benchmark::State &state) {
         exportRun();
 }
 
-/// The least: the same text, ready in memory.
+/// The lowest cost: writes the same text, ready in memory.
 void write(benchmark::State &state) {
     exportRun();
     QFile file(target());

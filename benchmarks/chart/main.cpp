@@ -2,8 +2,6 @@
 #include <QApplication>
 #include <benchmark/benchmark.h>
 
-using namespace ostrel;
-
 int main(int argc, char **argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication app(argc, argv);

@@ -19,7 +19,7 @@ using namespace ostrel;
 
 namespace {
 
-constexpr int pairs = 800; // what fits the ring
+constexpr int pairs = 800; // 9600 bytes, which fit the ring
 constexpr int blockBytes = 6;
 
 QByteArray burst() {
@@ -86,7 +86,7 @@ static void DecodeOurs(benchmark::State &state) {
     LinkState link;
     RunState run;
     TabStates tabs;
-    const Commands commands; // a burst has no news
+    const Commands commands; // a burst runs no commands
     link.FirstSyncFound = link.StatusBlocksSeen = true;
     run.Recording = run.ChartRunActive = run.LogRunActive = true;
     ReceiveRing ring;
@@ -95,7 +95,7 @@ static void DecodeOurs(benchmark::State &state) {
     SampleIntake intake{run, tabs, chart, log, timer, commands, silence, options, clock};
     StreamDecoder decoder{ring,    link,     run,     news,    intake, {timer, timer, timer},
                           silence, commands, silence, options, clock};
-    mallopt(M_MMAP_THRESHOLD, 1 << 26); // a chart that is cleared has its memory again, as warm as the plain decoder's
+    mallopt(M_MMAP_THRESHOLD, 1 << 26); // a cleared chart gets the same memory again, cached like the plain decoder's
     mallopt(M_TRIM_THRESHOLD, 1 << 28);
     constexpr int burstsHeld = SampleStore::chunkSize / pairs;
     int held = 0;
@@ -114,7 +114,7 @@ static void DecodeOurs(benchmark::State &state) {
 }
 BENCHMARK(DecodeOurs)->Name("Decode/ours");
 
-/// No ring, no checks: the numbers of the blocks that are known to be there, for the recorder and the log as well.
+/// No ring and no checks: reads the numbers of the known blocks, for the recorder and the log.
 static void DecodePlain(benchmark::State &state) {
     const QByteArray bytes = burst();
     std::array<Pair, pairs> chart{};

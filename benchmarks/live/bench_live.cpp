@@ -11,8 +11,8 @@ using namespace ostrel;
 
 using namespace std::chrono_literals;
 
-/// Processor time of an hour's recording, taken from a minute of it at the instrument's own pace: three writes of the
-/// running log are in it.
+/// Processor time of an hour of recording, extrapolated from one minute at the instrument's own speed, with three
+/// writes of the running log.
 namespace {
 
 constexpr double minutes = 1;
@@ -45,7 +45,7 @@ void stripTimer(benchmark::State &state) {
     }
 }
 
-// A minute of the hour is long enough: no repetitions.
+// One minute is long enough, without repetitions.
 BENCHMARK(ours)->Name("LiveHour/ours")->UseManualTime()->Iterations(1)->Repetitions(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(stripTimer)
     ->Name("LiveHour/strip")

@@ -5,7 +5,7 @@
 #include <QTimer>
 #include <QWidget>
 
-/// The least that a live chart can do: every 700 ms a strip of the window gets a new stretch of line.
+/// The lowest cost of a live chart: every 700 ms a strip of the window gets a new piece of line.
 class Strip : public QWidget {
     Q_OBJECT
 public:

@@ -6,8 +6,8 @@
 
 #include <csignal>
 
-/// Stops the process where a window is painted for the first time, to be measured from outside: the window whose
-/// objectName stands in FIRST_PAINT_OF, or the first of any name.
+/// Stops the process (SIGSTOP) when a window is first painted, so that it can be measured from outside: the window with
+/// the objectName in FIRST_PAINT_OF, or any window when that is empty.
 class StopAtFirstPaint : public QObject {
     Q_OBJECT
 public:
@@ -16,7 +16,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override {
         if (event->type() == QEvent::Paint && isAwaited(watched)) {
             qApp->removeEventFilter(this);
-            // Behind the painting, which goes on until the whole window is in its backing store.
+            // Queued: the painting goes on until the whole window is in its backing store.
             QMetaObject::invokeMethod(
                 this, [] { std::raise(SIGSTOP); }, Qt::QueuedConnection);
         }

@@ -14,8 +14,8 @@ using namespace ostrel;
 
 using namespace std::chrono_literals;
 
-/// Processor time and memory of a program at the first painting of a window. Both programs run without a display, in
-/// the same way; the recorder's line is a pseudo-terminal on which nothing comes.
+/// Processor time and memory of a program when it first paints a window. Both programs run without a display; the
+/// recorder's serial port is a pseudo-terminal that sends nothing.
 namespace {
 
 class SilentLine {

@@ -4,9 +4,7 @@
 #include <QMenuBar>
 #include <QToolBar>
 
-using namespace ostrel;
-
-/// The least that a program with a window can be: menus and a toolbar, and nothing in them that works.
+/// The smallest program with a window: menus and a toolbar without any function.
 int main(int argc, char *argv[]) {
     QApplication application(argc, argv);
     QMainWindow window;

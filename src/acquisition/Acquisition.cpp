@@ -5,7 +5,7 @@ namespace ostrel {
 
 namespace {
 
-constexpr int bytesToRaise = 50; ///< that wait at the port raise an event
+constexpr int bytesToRaise = 50; ///< at so many waiting bytes the port raises an event
 
 } // namespace
 
@@ -32,10 +32,10 @@ void Acquisition::bind(Commands &commands, const Guard &guard) {
     ComPort_.OnComm = guard("ComPort_OnComm", [this] { receiver.ComPort_OnComm(); });
     timers_.Process->Tick = guard("TimerProcess_Timer", [this] {
         decoder.TimerProcess_Timer();
-        recorder_.DrawNewData(); // the live view no longer does when the pass ended the recording
+        recorder_.DrawNewData(); // the live view does not when this pass ended the recording
     });
     timers_.CheckComData->Tick = guard("TimerCheckComData_Timer", [this] {
-        ComPort_.lookAtLine(); // what has only just come is life on the line, too
+        ComPort_.lookAtLine(); // bytes that have just arrived show that the link is alive, too
         session.TimerCheckComData_Timer();
     });
     timers_.StopWaitForMethod->Tick =

@@ -14,9 +14,9 @@
 
 namespace ostrel {
 
-/// From the serial port to the two charts: one of each unit of the acquisition, in the order of their making.
+/// All units of the acquisition, from the serial port to the two charts, in the order in which they are made.
 struct Acquisition {
-    /// What it is made from, and what it reaches.
+    /// What the units are made from and use.
     struct Uses {
         Values &values;
         SerialControl &ComPort; ///< the link
@@ -33,10 +33,10 @@ struct Acquisition {
     };
 
     explicit Acquisition(const Uses &uses);
-    Acquisition(const Acquisition &) = delete; // the units know each other
+    Acquisition(const Acquisition &) = delete; // the units refer to each other
     Acquisition &operator=(const Acquisition &) = delete;
 
-    /// Its click routines, and what port and timers run.
+    /// Binds the click routines, and the handlers of the port and the timers.
     void bind(Commands &commands, const Guard &guard);
 
     ReceiveRing ring;

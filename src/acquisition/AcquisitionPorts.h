@@ -5,7 +5,7 @@ namespace ostrel {
 
 class PortSetup;
 
-/// What the acquisition needs of the windows above it.
+/// The windows above the acquisition, as far as it uses them.
 
 /// The moments at which commands of the window change their state.
 enum class Moment { LinkLost, SyncFound, Record, Stop };
@@ -35,8 +35,8 @@ class SetupDialog {
 public:
     virtual ~SetupDialog() = default;
 
-    /// Shows a setup that is loaded, modally, until it answers OK well or the operator cancels; without `mayCancel`
-    /// only the first ends it.
+    /// Shows a loaded setup modally until its ok() succeeds or the operator cancels; without `mayCancel` only the first
+    /// ends it.
     virtual void show(PortSetup &setup, bool mayCancel) = 0;
 };
 

@@ -9,8 +9,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// With the countdown's 700 ms a pass then begins a second after the one before at the latest, and what the port reports
-// at 50 bytes is seen within 1.5 s at any rate of the line.
+// With the countdown of 700 ms a pass begins at most a second after the one before, and bytes that the port reports, 50
+// at a time, are decoded within 1.5 s at any rate of the line.
 constexpr auto mostPutOff = 300ms;
 constexpr int halfFull = ReceiveRing::size / 2;
 
@@ -21,7 +21,7 @@ DataReceiver::DataReceiver(SerialControl &ComPort, ReceiveRing &ring, LinkState 
     : ComPort_(ComPort), ring_(ring), link_(link), TimerProcess_(TimerProcess), clock_(clock), errors_(errors) {}
 
 void DataReceiver::ComPort_OnComm() {
-    // Any event is life on the line, a fault too.
+    // Any event shows that the link is alive, also a fault.
     link_.ComDataSeen = true;
     if (const int event = ComPort_.CommEvent(); event != ErrorNumber::ReceiveEvent)
         errors_.HandelError(event);

@@ -16,11 +16,11 @@ public:
     DataReceiver(SerialControl &ComPort, ReceiveRing &ring, LinkState &link, Timer &TimerProcess, const Clock &clock,
                  ErrorRoute &errors);
 
-    /// Every event of the port comes here. One that is not a receive event goes to the error route.
+    /// Handles every event of the port. One that is not a receive event goes to the error route.
     void ComPort_OnComm();
-    /// Starts the decoder's countdown anew when bytes were moved, so that what comes in one burst is decoded at one go;
-    /// but a pass comes a second after the one before at the latest, and a ring that is half full waits for nothing.
-    /// Overflow (6) when the ring's count leaves 16 bits.
+    /// Moves the waiting bytes into the ring and restarts the decoder's countdown, so that a burst is decoded in one
+    /// pass. The countdown is not restarted when the last pass began over 300 ms ago or the ring is more than half
+    /// full. Raises overflow (6) when the ring's count leaves 16 bits.
     void ReceiveComData();
 
 private:

@@ -44,9 +44,9 @@ bool PortSearch::askForPort() {
     if (firstFree == enabled.end())
         return false;
     options_.ComPortNumber = int(firstFree - enabled.begin()) + 1;
-    // The form still shows the stored port as picked: it was loaded before the search.
+    // The form still shows the stored port as picked, since load() ran before the search.
     dialog_.show(setup_, false);
-    // The picked port has proved that it opens. The link is opened, and watched, only once the window stands.
+    // ok() has opened the picked port. The link is opened and watched only once the main window is there.
     TimerCheckComData_.setEnabled(false);
     if (ComPort_.PortOpen())
         ComPort_.setPortOpen(false);
@@ -57,7 +57,7 @@ void PortSearch::openAtStart() {
     const int number = errorNumberOf([&] { ComPort_.setPortOpen(true); });
     if (number == 0)
         return;
-    EveryStep steps; // an error log that cannot be written takes the choice of another port from nobody
+    EveryStep steps; // the operator can choose another port even when the error log cannot be written
     steps.run([&] { errors_.HandelError(number); });
     if (number == ErrorNumber::InvalidPortNumber)
         steps.run([this] { mnuComPort_Click(); });
@@ -65,7 +65,7 @@ void PortSearch::openAtStart() {
 }
 
 void PortSearch::mnuComPort_Click() {
-    // The lost-link dialog can come up over the form and lead here once more.
+    // The lost-link dialog can open over the form and lead here again.
     if (setupShown_)
         return;
     const QScopedValueRollback<bool> shown(setupShown_, true);

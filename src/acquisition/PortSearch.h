@@ -8,7 +8,7 @@
 
 namespace ostrel {
 
-/// Settles on a serial port: at the start by itself or with the operator's help, later whenever the operator asks.
+/// Chooses the serial port: at the start alone or with the operator's help, later when the operator asks.
 class PortSearch {
 public:
     /// `setup` must work on the same `ComPort`, timer and options.
@@ -16,13 +16,13 @@ public:
                const Identity &identity, SetupDialog &dialog, Prompts &prompts, const Commands &commands,
                ErrorRoute &errors);
 
-    /// Prepares the link's control for a free port, the stored one for the first copy of the program. False when no
-    /// port is free: the operator was told and the program is on its way out.
+    /// Sets the link's control to a free port: the stored one, if it is free and this is the first copy of the program.
+    /// False when no port is free: the operator was told, and the program is about to exit.
     bool chooseAtStart();
-    /// Opens the link, the last act of the start. A failure is told and leaves the program running without a link.
+    /// Opens the link as the last step of the start. A failure is reported; the program then runs without a link.
     void openAtStart();
 
-    /// While the form is up already, the operator is left with that one.
+    /// Shows the form for the port. Does nothing while it is already open.
     void mnuComPort_Click();
 
 private:

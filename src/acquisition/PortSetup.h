@@ -18,21 +18,21 @@ struct PortChoices {
     bool has(int port) const { return port >= 1 && port <= int(enabled.size()) && enabled[port - 1]; }
 };
 
-/// What stands behind the form frmSetup: the probe of the ports, the port that is picked, the change to it.
+/// The rules of the form frmSetup: it probes the ports, keeps the picked one and changes the link to it.
 class PortSetup {
 public:
     /// `ComPort` is the link itself; `CommTmp` only tries ports, so that the link stays untouched.
     PortSetup(SerialControl &ComPort, SerialControl &CommTmp, Timer &TimerCheckComData, Options &options,
               LinkState &link, Prompts &prompts);
 
-    /// Begins a showing of the form: all ports are probed anew and the present one is picked.
+    /// Call this before each showing of the form: probes all ports and picks the present one.
     void load();
-    /// Takes away each choice whose port is missing or held by another program. With `UseComPort` the link's own
-    /// control is tried on all ports and is left at the last one.
+    /// Disables each choice whose port is missing or held by another program. With `UseComPort` the link's own control
+    /// tries all ports and is left at the last one.
     void FindFreeComPorts(bool UseComPort);
 
     const PortChoices &choices() const { return choices_; }
-    /// The port that is shown as picked. A stored number outside 1 to 10 shows none.
+    /// The port that is shown as picked; none is for a stored number outside 1 to 10.
     int SelectedComPort() const { return SelectedComPort_; }
     void optCom_Click(int Index) { SelectedComPort_ = Index + 1; }
 

@@ -15,7 +15,7 @@ namespace ostrel {
 
 /// The bytes between the serial port and the decoder, with two read positions: the take position consumes, the look
 /// position only peeks. Neither the writing nor the reading side tests how full the ring is: bytes beyond 10000
-/// overwrite the oldest, and a read of an empty ring answers a stale byte and takes its count below zero. Only a count
+/// overwrite the oldest, and a read from an empty ring returns a stale byte and makes its count negative. Only a count
 /// that leaves 16 bits raises overflow (6).
 class ReceiveRing {
 public:
@@ -24,11 +24,11 @@ public:
     enum Which : int { AroundTake = -1, AroundLook = 0 };
 
     void put(std::span<const std::uint8_t> bytes);
-    /// Takes everything out.
+    /// Discards all bytes.
     void empty();
-    /// The counts fit the positions, and nothing was overwritten. A count a little below zero does no harm.
+    /// The counts fit the positions, and nothing was overwritten. A negative count is allowed.
     bool consistent() const;
-    /// Bytes that were ever put.
+    /// The number of all bytes put so far.
     std::uint64_t received() const { return received_; }
     std::uint8_t TakeByte() {
         const std::uint8_t byte = ReceiveBuffer_[TakeIndex_];
@@ -47,25 +47,25 @@ public:
         }
         return qFromBigEndian<std::uint32_t>(bytes.data());
     }
-    /// As so many TakeBytes, with nobody looking at the bytes.
+    /// Skips as many bytes as that number of TakeByte calls would take.
     void discard(int count) {
         TakeIndex_ = wrapped(TakeIndex_ + count);
         ByteCount_ -= count;
     }
-    /// Peeks one byte. Means something only between a rebase and the next TakeByte.
+    /// Peeks one byte. Valid only between a rebase and the next TakeByte.
     std::uint8_t GetLastBytes() {
         const std::uint8_t byte = ReceiveBuffer_[LookIndex_];
         LookIndex_ = wrapped(LookIndex_ + 1);
         --LookByteCount_;
         return byte;
     }
-    /// Puts the look position on the take position.
+    /// Sets the look position to the take position.
     void rebase() {
         LookIndex_ = TakeIndex_;
         LookByteCount_ = ByteCount_;
     }
 
-    /// Appends to `DebugText` a line end and 32 bytes, those 33 to 2 places behind the position, live or stale.
+    /// Appends to `DebugText` a line end and the 32 bytes that are 33 to 2 places before the position, valid or stale.
     void AddDebugBytes(Which which, QString &DebugText) const;
 
     int PutIndex() const { return PutIndex_; }

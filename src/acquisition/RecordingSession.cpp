@@ -22,7 +22,7 @@ void RecordingSession::mnuStart_Click() {
 }
 
 void RecordingSession::mnuStop_Click() {
-    // First, and still in the session: while it lasts the bar's own handler leaves the recorder's axis alone.
+    // First, while the session is on: then the bar's own handler leaves the recorder's axis alone.
     window_.recorderToEnd();
     run_.Recording = false;
     window_.commandsAt(Moment::Stop);
@@ -31,7 +31,7 @@ void RecordingSession::mnuStop_Click() {
 void RecordingSession::TimerCheckComData_Timer() {
     EveryStep look;
     if (!link_.ComDataSeen) {
-        look.run([this] { TimerSaveLog_.finish(); }); // what came in last may be the end of the run
+        look.run([this] { TimerSaveLog_.finish(); }); // saves the log: the last data may be the end of the run
         look.run([this] { ComDataLost(); });
         look.run([this] { window_.showNoData(); });
     }
@@ -44,12 +44,12 @@ void RecordingSession::ComDataLost() {
     const auto done = qScopeGuard([this] { link_.DataBusy = false; });
     window_.setReceiveLed(false);
     TimerCheckComData_.setEnabled(false);
-    EveryStep lost; // a recording that cannot be stopped is no reason to go on as if there were a link
+    EveryStep lost; // the link is marked as lost even when the recording cannot be stopped
     if (run_.Recording)
         lost.run([this] { mnuStop_Click(); });
     window_.commandsAt(Moment::LinkLost);
     link_.FirstSyncFound = false;
-    run_.ChartLabelType = Label::None; // the log's label goes on waiting
+    run_.ChartLabelType = Label::None; // the log's label keeps waiting
     lost.raise();
 }
 

@@ -7,21 +7,21 @@
 
 namespace ostrel {
 
-/// The recording session, begun and ended by the operator or the instrument, and the watch over the link.
+/// The recording session, which the operator or the instrument begins and ends, and the watch over the link.
 class RecordingSession {
 public:
     RecordingSession(RunState &run, LinkState &link, TabStates &tabs, Timer &TimerCheckComData, Timer &TimerSaveLog,
                      AcquisitionWindow &window);
 
-    /// Record. Runs whole each time, also in a session, whose event numbers then begin anew.
+    /// Record. Runs during a session too, and then restarts the event numbers.
     void mnuStart_Click();
-    /// Stop. Runs whole each time. Raises overflow (6), the session still on, for a run beyond 16-bit minutes.
+    /// Stop. Runs without a session too. Raises overflow (6), the session still on, for a run beyond 16-bit minutes.
     void mnuStop_Click();
 
-    /// The link watchdog: no event of the port since the last tick is a lost link. Returns only when the operator has
-    /// answered the dialog. A run-time error on the way flies on once all is done.
+    /// The link watchdog: without an event of the port since the last tick the link is lost. Then it returns only when
+    /// the operator has answered the dialog. A run-time error on the way is raised when all steps are done.
     void TimerCheckComData_Timer();
-    /// Puts link, session and commands into the state without a link.
+    /// Sets link, session and commands to the state without a link.
     void ComDataLost();
 
 private:

@@ -9,7 +9,7 @@ using namespace StreamFormat;
 
 namespace {
 
-/// What a piece of recorder news asks for; the log takes all news.
+/// The state in which the recorder takes a report; the log takes all of them.
 enum class Asks { Recording, RecordingOrPaused };
 
 struct LabelNews {
@@ -19,7 +19,7 @@ struct LabelNews {
     Label label;
 };
 
-/// What "R" 1 does to either side.
+/// What "R" 1 does to the recorder or the log.
 enum class RunningNews { Start, Resume, Continue };
 
 // clang-format off
@@ -41,7 +41,7 @@ constexpr RunningNews runningNews[2][2] = {
 };
 // clang-format on
 
-/// A number would overwrite a waiting end label; the end then comes back after the number.
+/// A number overwrites a waiting end label; the end is then restored after the number.
 void setLabel(Label &waiting, bool &endPending, Label label) {
     if (label == Label::Number && waiting == Label::End)
         endPending = true;
@@ -89,7 +89,7 @@ bool RunNews::takeLabel(std::uint8_t block, std::uint8_t value) {
     return false;
 }
 
-// The first start event only arms: the next UV block confirms or drops it, a second start event confirms it as well.
+// The first start event only arms: the next UV block confirms or drops it. A second start event confirms it, too.
 void RunNews::takeStart() {
     if (run_.RunStartArmed) {
         startChartRun();

@@ -7,18 +7,18 @@
 
 namespace ostrel {
 
-/// What the instrument tells of its run, for the recorder and, side by side, for the log. News reach no chart by
-/// themselves: they leave a label or a flag waiting for the next sample.
+/// Takes the instrument's reports on its run, for the recorder and, side by side, for the log. A report adds nothing to
+/// a chart: it sets flags of the run, or a label that waits for the next sample.
 class RunNews {
 public:
     RunNews(RunState &run, const LinkState &link);
 
-    /// The byte of an "E", "H" or "R" block. False for a byte without a meaning, which changes nothing.
+    /// Take the byte of an "E", "H" or "R" block. False for an unknown byte, which changes nothing.
     bool takeEvent(std::uint8_t value);
     bool takeHold(std::uint8_t value);
     bool takeRunStatus(std::uint8_t value);
-    /// The letter of a UV block, "U" or "V": it confirms or drops a start that was announced, and tells of pauses while
-    /// the instrument has not reported its state by blocks of their own.
+    /// Takes the letter of a UV block, "U" or "V". It confirms or drops a start that was announced. It also shows
+    /// pauses, as long as the instrument has not reported its state by status blocks.
     void takeUvLetter(std::uint8_t type);
 
 private:

@@ -42,7 +42,7 @@ void SampleIntake::takeMethod(const QString &text) {
     if (run_.Recording || run_.WaitForMethod || run_.ChartPaused) {
         if (recorder_.AddMethodText(datedMethod(text), recorder_.GetLastTime()) != 0)
             errors_.HandelError(ErrorNumber::ChartFull);
-        tabs_.ChartSaved[recorderChart] = false; // it comes after the run, which may be saved by now
+        tabs_.ChartSaved[recorderChart] = false; // the text comes after the run, which may have been saved
         run_.BesideLog |= !options_.DataLogging;
         TimerStopWaitForMethod_Timer();
     }
@@ -81,7 +81,7 @@ void SampleIntake::AddChartSample() {
     }
 }
 
-/// With a sample of the recorder's chart.
+/// Applies the waiting label when the recorder's chart has got a sample.
 void SampleIntake::applyChartLabel() {
     switch (run_.ChartLabelType) {
     case Label::Start:
@@ -114,14 +114,14 @@ void SampleIntake::applyChartLabel() {
     }
 }
 
-/// While the recorder's chart takes no samples. What is not drawn goes on waiting.
+/// Handles the label while the recorder's chart takes no samples. A label that is not drawn keeps waiting.
 void SampleIntake::keepChartLabel() {
     switch (run_.ChartLabelType) {
     case Label::Start:
         run_.ChartRunActive = true;
         break;
     case Label::End:
-        // A run that ends while paused comes out of the pause, and the session stays on.
+        // The end of a paused run ends the pause; the session stays on.
         run_.ChartRunActive = false;
         if (run_.ChartPaused) {
             AddLabel(run_.ChartLabelType, false);
@@ -152,7 +152,7 @@ void SampleIntake::AddLogSample() {
     if (log_.AddSample(run_.UvValue, run_.CondValue) > 0)
         errors_.HandelError(ErrorNumber::ChartFull);
     applyLogLabel();
-    AddLabel(run_.LogLabelType, true); // at the time of the sample before
+    AddLabel(run_.LogLabelType, true); // at the time of the previous sample
     if (run_.LogEndPending) {
         run_.LogPausePending = false;
         run_.LogEndPending = false;

@@ -11,21 +11,20 @@
 
 namespace ostrel {
 
-/// Brings samples, labels and method texts to the two charts: to the recorder's while a session is on, to the log's
-/// while logging is on. A waiting label is drawn with the sample that closes the next pair, so that every mark stands
-/// on a sample.
+/// Adds samples, labels and method texts to the two charts: to the recorder's while a session is on, to the log's while
+/// logging is on. A waiting label is added with the next pair, so that every mark has the time of a sample.
 class SampleIntake {
 public:
     SampleIntake(RunState &run, TabStates &tabs, Run &recorder, Run &log, Timer &TimerStopWaitForMethod,
                  const Commands &commands, ErrorRoute &errors, const Options &options, const Clock &clock);
 
-    /// Add the pair UvValue, CondValue to their chart and work off what waits there. Overflow (6) when the numbers of
-    /// the labels leave 16 bits.
+    /// Add the pair UvValue, CondValue to their chart, and the label that waits there. Raise overflow (6) when the
+    /// number of a label leaves 16 bits.
     void AddChartSample();
     void AddLogSample();
 
-    /// The text of an "M" block. Nobody takes it outside a session, a pause and the wait behind a run's end, except the
-    /// log.
+    /// Takes the text of an "M" block. The recorder's chart gets it during a session, a pause or the wait after a run's
+    /// end, the log's while logging is on.
     void takeMethod(const QString &text);
     /// Ends the wait for the method text of a run that has ended.
     void TimerStopWaitForMethod_Timer();

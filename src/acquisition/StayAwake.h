@@ -7,13 +7,13 @@
 
 namespace ostrel {
 
-/// Keeps the computer awake while a recording is on or the log is at work.
+/// Keeps the computer awake while a recording or the log is on.
 class StayAwake {
 public:
     StayAwake(const RunState &run, const Timer &TimerSaveLog, SleepGuard &sleep)
         : run_(run), TimerSaveLog_(TimerSaveLog), sleep_(sleep) {}
 
-    /// To be called after whatever may have started or ended one of the two.
+    /// Call this after anything that may have started or ended one of the two.
     void look() { sleep_.setHeld(run_.Recording || TimerSaveLog_.Enabled()); }
 
 private:

@@ -22,15 +22,15 @@ constexpr int leastToSearch = 7; ///< bytes: a UV block and the sync byte behind
 
 } // namespace
 
-/// How a block is recognised as whole, and who decodes it.
+/// How a complete block is recognised, and which function decodes it.
 struct StreamDecoder::BlockRule {
     std::uint8_t letter;
     int bytesAsked; ///< bytes that must wait behind the type byte
     void (*decode)(StreamDecoder &decoder);
 };
 
-// "F" is complete with one byte behind the letter, though the block has four: the count may run below zero and catches
-// up by itself.
+// "F" counts as complete with one byte behind the letter, though the block has four: the ring's count may fall below
+// zero until the others arrive.
 // clang-format off
 constexpr StreamDecoder::BlockRule StreamDecoder::blockRules[] = {
     // letter         asked            decoder
@@ -89,8 +89,8 @@ void StreamDecoder::ProcessComData() {
     pass.raise();
 }
 
-// On a noisy line each tick would get no further than to the next fault, while the ring fills behind it: what follows a
-// fault is searched and decoded at once.
+// After a fault the search and the decoding go on at once. Otherwise, on a noisy line, each tick would only get to the
+// next fault while the ring fills up.
 void StreamDecoder::decodeAll(EveryStep &pass) {
     decodeWholeBlocks(pass);
     while (!link_.FirstSyncFound && ring_.LookByteCount() >= leastToSearch) {
@@ -118,7 +118,7 @@ void StreamDecoder::backToWork() {
         ring_.empty();
         link_.FirstSyncFound = false;
     }
-    // Off first: a timer whose tick is still at work would not tick again under the box.
+    // Off first: otherwise a timer would not tick while a box is open if the error came from its own tick.
     timers_.TimerProcess.setEnabled(false);
     timers_.TimerProcess.setEnabled(true);
 }
@@ -164,13 +164,13 @@ void StreamDecoder::FindFirstSync() {
         }
         ring_.discard(discarded);
     }
-    // What is left may wait for long: it is told of once, not with every tick.
+    // The rest may stay for long: it is reported once, not at every tick.
     if (std::exchange(notFoundAt_, ring_.received()) != ring_.received())
         errors_.HandelError(ErrorNumber::FirstSyncNotFound);
 }
 
-/// Peeks for a UV block with a sync byte behind it, which stays in the ring; answers 0 for one, otherwise the number of
-/// bytes looked at.
+/// Peeks for a UV block with a sync byte behind it, which stays in the ring. Returns 0 if it is there, otherwise the
+/// number of bytes looked at.
 int StreamDecoder::bytesToDiscard() {
     if (ring_.GetLastBytes() != SyncByte)
         return 1;
@@ -195,7 +195,7 @@ void StreamDecoder::syncFound() {
 void StreamDecoder::HandelCondData() {
     StoreSampleBytes();
     run_.CondValue = SampleBytes_;
-    EveryStep bothCharts; // whatever ails the recorder, the log takes the pair
+    EveryStep bothCharts; // the log gets the pair even when the recorder fails
     bothCharts.run([this] { intake_.AddChartSample(); });
     bothCharts.run([this] { intake_.AddLogSample(); });
     bothCharts.raise();

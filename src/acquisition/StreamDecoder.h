@@ -23,22 +23,21 @@ struct DecoderTimers {
     Timer &TimerSaveLog;
 };
 
-/// Takes whole blocks out of the ring and hands on what they tell. A block that is not yet whole stays where it is and
-/// is looked at again at the next tick.
+/// Takes complete blocks out of the ring and passes on their contents. An incomplete block stays in the ring and is
+/// checked again at the next tick.
 class StreamDecoder {
 public:
     StreamDecoder(ReceiveRing &ring, LinkState &link, RunState &run, RunNews &news, SampleIntake &intake,
                   DecoderTimers timers, AcquisitionWindow &window, const Commands &commands, ErrorRoute &errors,
                   const Options &options, const Clock &clock);
 
-    /// The program's main loop.
+    /// The program's main loop; runs at each tick of TimerProcess.
     void TimerProcess_Timer();
-    /// One pass over the ring: finds synchronisation, or decodes every whole block. A run-time error of a command, a
-    /// chart, a counter or the error log does not keep the blocks behind it waiting: the first one flies on when the
-    /// pass is over.
+    /// One pass over the ring: finds synchronisation, or decodes all complete blocks. A run-time error of a command, a
+    /// chart, a counter or the error log does not stop the pass; the first one is raised when the pass is over.
     void ProcessComData();
-    /// After an error that ended no pass: a ring whose counts cannot be trusted is emptied, and synchronisation begins
-    /// anew. While a pass waits for the operator nothing is touched.
+    /// Called after an unhandled error: empties a ring with inconsistent counts, so that synchronisation begins anew,
+    /// and restarts TimerProcess. Does nothing while a pass waits for the operator.
     void backToWork();
 
 private:
@@ -48,8 +47,8 @@ private:
 
     void decodeAll(EveryStep &pass);
     void decodeWholeBlocks(EveryStep &pass);
-    /// Looks at what stands at the take position, consuming nothing: the rule of a whole block, or null. Reports what
-    /// is no block at all.
+    /// Peeks at the bytes at the take position. Returns the rule of a complete block, or null. Reports bytes that are
+    /// not a block.
     const BlockRule *PeekDataBlock(EveryStep &pass);
     bool peekMethodEnd();
     void FindFirstSync();

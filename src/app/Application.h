@@ -9,7 +9,7 @@
 
 namespace ostrel {
 
-/// Catches what a slot or an event handler lets fly, from inside a modal dialog too, before it ends the program.
+/// Catches the exceptions of slots and event handlers, from inside a modal dialog too, which would end the program.
 class Application : public QApplication {
     Q_OBJECT
 public:
@@ -17,7 +17,7 @@ public:
 
     bool notify(QObject *receiver, QEvent *event) override;
 
-    /// Meets what was caught; `place` names who was at work.
+    /// Handles a caught error; `place` names the object whose event was being handled.
     std::function<void(const RunTimeError &error, const QString &place)> lastNet;
 };
 

@@ -14,24 +14,24 @@
 
 namespace ostrel {
 
-/// Meets the run-time errors that no routine handles. Such an error ends the routine that it flew out of and nothing
-/// else: the acquisition goes back to work, the log is written, the operator is told.
+/// Handles the run-time errors that no routine handles. Such an error ends only the routine that raised it: the
+/// acquisition continues, the log is written, the operator is told.
 ///
-/// The same error from the same place is told once. While its box is up, and while it keeps coming, never a minute
-/// apart, it is an entry of the error log a minute, with its count; after a quiet minute it is told anew. A cancelled
-/// dialog (32755) is the operator's own wish and nobody's error.
+/// The same error from the same place is shown once. While its box is open, and while it repeats within a minute, it is
+/// only counted, with one entry of the error log a minute; after a minute without it, it is shown again. A cancelled
+/// dialog (32755) is not an error and is ignored.
 class LastNet {
 public:
     struct Uses {
         Prompts &prompts;
         const Clock &clock;
-        std::function<void()> backToWork;                  ///< before the operator is told: samples go on coming
-        std::function<void(const QString &message)> enter; ///< into the error log
+        std::function<void()> backToWork;                  ///< called before the box, since samples keep coming
+        std::function<void(const QString &message)> enter; ///< writes to the error log
     };
 
     explicit LastNet(Uses uses) : uses_(std::move(uses)) {}
 
-    /// Runs a routine; what flies out of it is met. `place` is the routine's name.
+    /// Runs a routine and handles its errors. `place` is the routine's name.
     template <typename Routine>
     void run(const QString &place, Routine &&routine) {
         try {
@@ -45,9 +45,9 @@ public:
 private:
     struct Seen {
         std::chrono::milliseconds last{0};
-        std::chrono::milliseconds entered{0}; ///< when it was told, or last came into the error log
+        std::chrono::milliseconds entered{0}; ///< time of its box or its last entry in the error log
         int count = 0;                        ///< since then
-        bool told = false;                    ///< its box is still up
+        bool told = false;                    ///< its box is still open
     };
 
     void count(Seen &seen, const RunTimeError &error, const QString &place);
@@ -56,9 +56,9 @@ private:
     std::map<std::pair<int, QString>, Seen> seen_;
 };
 
-/// How an error is told that nobody has handled.
+/// The message box for an unhandled error.
 MessageBox errorBox(const RunTimeError &error);
-/// The same of one that keeps the program from starting, with what to do about it; `appPath` is the program's folder.
+/// The same for an error that prevents the start, with advice; `appPath` is the program's folder.
 MessageBox startFailedBox(const RunTimeError &error, const QString &appPath);
 
 } // namespace ostrel

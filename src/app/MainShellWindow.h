@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-/// The main window and its menus, as the shell asks for them.
+/// The main window and its menus for the shell.
 
 class MainShellWindow : public ShellWindow {
 public:

@@ -6,7 +6,7 @@
 
 namespace ostrel {
 
-/// The time axis of the main window, as the reports ask for it.
+/// The time axis of the main window for the reports.
 class MainZoomedTime : public ZoomedTime {
 public:
     explicit MainZoomedTime(const TimeAxis &time) : time_(time) {}

@@ -67,7 +67,7 @@ int run(Application &application, Prompts &prompts, Process &process) {
 
 int runOstrel(int argc, char **argv) {
     Application application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false); // the end of the program is its own affair
+    QApplication::setQuitOnLastWindowClosed(false); // Program decides when the program ends
     QtPrompts prompts;
     QtProcess process;
     application.lastNet = [&](const RunTimeError &error, const QString &) { prompts.show(errorBox(error)); };

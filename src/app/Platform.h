@@ -30,16 +30,16 @@ struct Platform {
     Prompts &prompts;
     CommonDialog &ComDlg;                ///< the one file dialog of the main window, and its print setup
     CommonDialog &exportDialog;          ///< that of the export window
-    std::function<QPrinter &()> printer; ///< for one report, as the print setup has it
+    std::function<QPrinter &()> printer; ///< the chosen printer, for the next report
     Process &process;
     SleepGuard &sleep;
     HelpViewer &help;
-    /// A timer by its name, with its interval in milliseconds and whether it is on from the start.
+    /// Makes a timer with a name, an interval in milliseconds, and its state at the start.
     std::function<std::unique_ptr<Timer>(QObject *owner, const QString &name, int interval, bool on)> makeTimer;
     QString appPath;      ///< without a separator at its end
-    QString sharedFolder; ///< of what was installed with the program, likewise
+    QString sharedFolder; ///< of the installed files, likewise
     QString errorLog;     ///< path of ChartErr.log
-    QString commandLine;  ///< what stood behind the program's name
+    QString commandLine;  ///< the arguments after the program's name
     bool PrevInstance = false;
 };
 

@@ -80,13 +80,13 @@ void Program::bind() {
     commands_.bind(QStringLiteral("mnuAbout"), [this] { splash_.showAbout(&view_.window); });
     commands_.bind(QStringLiteral("mnuLogName"), [this] {
         shell_.naming.mnuLogName_Click();
-        run(logChart).setChartTitle(values_.identity.SystemName); // the log itself tells whose it is
+        run(logChart).setChartTitle(values_.identity.SystemName); // so that the log contains its system's name
     });
 
     TimerLoadMain_->Tick = [this] { TimerLoadMain_Timer(); };
     platform_.sleep.aboutToSleep = underNet("aboutToSleep", [this] { writeLog(); });
     view_.window.QueryUnload = [this] {
-        bool goes = false; // an error on the way keeps the window
+        bool goes = false; // an error keeps the window open
         net_.run(QStringLiteral("frmMain_Unload"), [&] { goes = shell_.exit.frmMain_Unload(); });
         return goes;
     };
@@ -99,14 +99,14 @@ std::function<void()> Program::underNet(const char *place, std::function<void()>
     };
 }
 
-/// Behind an error that nobody has handled.
+/// After an unhandled error.
 void Program::backToWork() {
     acquisition_.decoder.backToWork();
     writeLog();
 }
 
 bool Program::askToEnd() {
-    bool agreed = false; // nor does an error on the way agree
+    bool agreed = false; // an error counts as a No
     net_.run(QStringLiteral("askToEnd"), [&] { agreed = shell_.exit.askToEnd(); });
     return agreed;
 }
@@ -118,8 +118,7 @@ void Program::mnuExport_Click() {
 }
 
 void Program::start() {
-    // Before this copy changes anything there. Where the store cannot be read, nobody knows whose the left-over logs
-    // are.
+    // Read before this copy changes the store. When the store cannot be read, the left-over logs count as unknown.
     if (skippingErrors([this] { shell_.logInfo = platform_.store.GetAllSettings(QLatin1String(logInfoSection)); }) != 0)
         shell_.logInfo = {{QStringLiteral("0"), QStringLiteral("0")}};
     TimerLoadMain_->setEnabled(true);
@@ -130,21 +129,21 @@ void Program::TimerLoadMain_Timer() {
     TimerLoadMain_->setEnabled(false);
     const auto comeUp = [this] {
         if (!InitMainWindow())
-            return; // there is no port, and the program is on its way out
+            return; // there is no port, and the program is ending
         view_.window.comeUp();
         log(logChart).KeepWastebasketLimits();
         FirstActivation();
         splash_.hide();
         splash_.showClose(true);
     };
-    // A start that cannot be completed is the one error that ends the program.
+    // Only an error during the start ends the program.
     trapped(comeUp, [this](const RunTimeError &error) {
         platform_.prompts.show(startFailedBox(error, platform_.appPath));
         endUnasked();
     });
 }
 
-/// Sets the window up for its first showing. False: there is no free port.
+/// Prepares the window before it is first shown. False: there is no free port.
 bool Program::InitMainWindow() {
     values_.DecimalPoint = decimalSeparator();
     view_.axes.FillAxisLists();
@@ -162,8 +161,8 @@ bool Program::InitMainWindow() {
     return true;
 }
 
-/// What happens once, when the window has come up: what a crash left behind is offered, this copy gets its log
-/// directory, its number and its name, and the watch over the link begins.
+/// Runs once, after the window was shown: offers left-over logs, gives this copy its log directory, its number and its
+/// name, and starts the watchdog of the link.
 void Program::FirstActivation() {
     shellWindow_.setButtonValue(QStringLiteral("cmdLogOff"), !values_.options.DataLogging);
     shellWindow_.setButtonValue(QStringLiteral("cmdLogOn"), values_.options.DataLogging);
@@ -179,7 +178,7 @@ void Program::FirstActivation() {
         DrawChartLabel(QFileInfo(platform_.commandLine).absoluteFilePath());
 }
 
-/// Opens the file that the program was called with.
+/// Opens the file named on the command line.
 void Program::DrawChartLabel(const QString &FileName) {
     net_.run(QStringLiteral("DrawChartLabel"), [&] { documents_.openFiles.DrawChartLabel(FileName); });
 }

@@ -18,26 +18,26 @@
 
 namespace ostrel {
 
-/// The recorder: one of each layer, made and bound in sequence, from its start to its end.
+/// The recorder: makes one of each layer and binds them to each other, starts the program and ends it.
 class Program {
 public:
     explicit Program(const Platform &platform);
 
-    /// Shows the splash window; all else comes a second later.
+    /// Shows the splash window; everything else starts a second later.
     void start();
 
-    /// The operator's answer to whether the program may end; ends nothing.
+    /// Asks the operator whether the program may end; does not end it.
     bool askToEnd();
-    /// What is on the screen and in the log goes to the disk, where the next start finds it.
+    /// Writes the data of the recorder and the log to the disk, where the next start finds it.
     void writeLog() { shell_.exit.writeLog(); }
-    /// The end, the operator having agreed; or without having been asked.
+    /// Ends the program after the operator has agreed, or without asking.
     void endAgreed() { shell_.exit.tearDown(); }
     void endUnasked() { shell_.exit.endUnasked(); }
-    /// An error that nobody has handled; `place` names who was at work.
+    /// Handles an error that nothing else has handled; `place` names the routine or object.
     void meet(const RunTimeError &error, const QString &place) { net_.meet(error, place); }
 
 private:
-    /// Nothing flies out of a routine that Qt or the platform calls, and the computer's sleep is settled behind it.
+    /// Wraps a routine that Qt or the platform calls: no exception leaves it, and the sleep guard is updated after it.
     std::function<void()> underNet(const char *place, std::function<void()> routine);
     void backToWork();
     Quillchart &chart(int index) { return view_.window.chart(index); }

@@ -9,7 +9,7 @@
 
 namespace ostrel {
 
-/// One call of a command: what stood on the command line, and where the answers go.
+/// One call of a command: its command line and its output streams.
 struct ArchiveCall {
     const QCommandLineParser &line;
     QStringList operands;
@@ -25,7 +25,7 @@ struct ArchiveCommand {
     const char *summary;
     int least; ///< operands
     int most;
-    void (*declare)(QCommandLineParser &line); ///< its options; may be null
+    void (*declare)(QCommandLineParser &line); ///< adds its options; may be null
     ExitCode (*run)(const ArchiveCall &call);
 };
 

@@ -23,7 +23,7 @@ struct Content {
     bool Options::*wanted;
 };
 
-/// Switches off what --without names, in a list with commas.
+/// Switches off the parts named by --without, a list with commas.
 template <typename Options, std::size_t count>
 void leaveOut(const QCommandLineParser &line, Options &options, const Content<Options> (&contents)[count]) {
     for (const QString &name : line.value("without").split(',', Qt::SkipEmptyParts)) {
@@ -58,7 +58,7 @@ Stretch stretchAsked(const QCommandLineParser &line) {
     return {static_cast<float>(from), static_cast<float>(to)};
 }
 
-/// What a report may show.
+/// The parts of a report.
 struct ReportParts {
     bool chromatogram = true;
     bool uv = true;

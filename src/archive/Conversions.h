@@ -5,11 +5,11 @@
 
 namespace ostrel {
 
-/// The text file for a spreadsheet; the options are those of the recorder's export window.
+/// Writes the text file for a spreadsheet, with the options of the recorder's export window.
 void declareText(QCommandLineParser &line);
 ExitCode text(const ArchiveCall &call);
 
-/// The printed report as a PDF file.
+/// Writes the printed report as a PDF file.
 void declareReport(QCommandLineParser &line);
 ExitCode pdf(const ArchiveCall &call);
 

@@ -11,7 +11,7 @@
 
 namespace ostrel {
 
-/// What there is to say of a file or a log, one thing after the other.
+/// One line of information about a file or a log.
 struct Fact {
     const char *name;
     const char *key; ///< for scripts
@@ -25,7 +25,7 @@ inline Fact countFact(const char *name, const char *key, qint64 number) {
     return {name, key, number, QString::number(number)};
 }
 
-/// The words, a line each.
+/// Writes the facts for a person, one a line.
 inline void tellFacts(Lines &out, const std::vector<Fact> &facts) {
     for (const Fact &fact : facts)
         out.tell(QString("%1:").arg(QLatin1String(fact.name)).leftJustified(16) + fact.words);

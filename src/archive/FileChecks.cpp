@@ -15,7 +15,7 @@ namespace ostrel {
 
 namespace {
 
-/// Not finite in a trace without any finite value, which JSON knows as null.
+/// null for a number that is not finite: the limits of a trace without any finite value.
 QJsonValue number(double value) { return std::isfinite(value) ? QJsonValue(value) : QJsonValue(); }
 
 Fact range(const char *name, const char *key, double from, double to, const char *unit) {
@@ -83,7 +83,7 @@ ExitCode check(const ArchiveCall &call) {
         if (!report.good())
             result = Failed;
         if (!call.out.deliver())
-            break; // nobody learns of the others
+            break; // the other results could not be written either
     }
     return result;
 }

@@ -5,11 +5,11 @@
 
 namespace ostrel {
 
-/// What is in a file, for a person, or with --json for a script.
+/// Shows the contents of a file, for a person, or with --json for a script.
 void declareInfo(QCommandLineParser &line);
 ExitCode info(const ArchiveCall &call);
 
-/// A line for each file: whole, or what is wrong. Every file is read to its end.
+/// Writes a line for each file: whole, or its first fault. Checks all records up to that.
 ExitCode check(const ArchiveCall &call);
 
 } // namespace ostrel

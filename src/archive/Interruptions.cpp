@@ -11,7 +11,7 @@ namespace {
 
 void tidyAndEnd(int number) {
     TemporaryFiles::removeUnfinished();
-    std::raise(number); // waits for the end of this handler, and then has the system's own effect
+    std::raise(number); // takes effect when this handler returns, with the default action
 }
 
 bool isIgnored(int number) {

@@ -3,9 +3,8 @@
 
 namespace ostrel {
 
-/// From here on a signal that ends the program first takes away the file that is being written. A signal that was
-/// ignored at the start stays so, but for that of a reader who has gone. A limit on the size of files is told as a
-/// failed writing.
+/// From now on a signal that ends the program first removes the temporary file that is being written. Signals that were
+/// ignored at the start stay ignored, except SIGPIPE. A file size limit (SIGXFSZ) makes the write fail instead.
 void tidyWhenInterrupted();
 
 } // namespace ostrel

@@ -34,7 +34,7 @@ QString number(QChar c, int digits) {
 
 QString plainEscape(QChar c) { return c.unicode() > 0xff ? "\\u" + number(c, 4) : "\\x" + number(c, 2); }
 
-QString jsonEscape(QChar c) { return c == '\n' ? QString(c) : "\\u" + number(c, 4); } // within texts it is "\n" by now
+QString jsonEscape(QChar c) { return c == '\n' ? QString(c) : "\\u" + number(c, 4); } // in texts it is already escaped
 
 QString escaped(const QString &text, QString (*escape)(QChar c)) {
     QString shown;

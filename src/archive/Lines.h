@@ -7,19 +7,19 @@
 
 namespace ostrel {
 
-/// Where a command says what it has to say, line by line. Titles, labels, notes and names of files come from anywhere:
-/// no character of theirs that a terminal would obey, or that would show the line in another order, goes out raw.
+/// The output of a command, line by line. Titles, labels, notes and file names may contain anything, so control
+/// characters, and characters that change the direction of the text, are escaped.
 class Lines {
 public:
     explicit Lines(QTextStream &stream) : stream_(stream) {}
 
-    /// Such characters, line ends too, are shown by their numbers: "\x1b", "\u202e".
+    /// Such characters, line ends too, are written as their numbers: "\x1b", "\u202e".
     void tell(const QString &line);
-    /// For scripts: escaped as JSON has it, so that each text comes back as it was.
+    /// For scripts: with the escapes of JSON, so that a reader gets the original text.
     void tell(const QJsonDocument &document);
-    /// Hands on what was told. False when some of it got lost.
+    /// Flushes the stream. False when a part could not be written.
     bool deliver();
-    /// Of what got lost.
+    /// The reason of a failed write.
     QString error() const;
 
 private:

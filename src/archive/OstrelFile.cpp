@@ -67,7 +67,7 @@ ExitCode run(const ArchiveCommand &command, const QStringList &arguments, Lines 
     const bool understood = line.parse(arguments);
     if (line.isSet("help")) {
         const QString help = line.helpText();
-        tellText(out, help.left(help.indexOf("\n\nArguments:"))); // which the first line has said
+        tellText(out, help.left(help.indexOf("\n\nArguments:"))); // the usage line has shown them
         return Good;
     }
     const QStringList operands = line.positionalArguments().mid(1);

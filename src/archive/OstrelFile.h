@@ -6,9 +6,9 @@
 
 namespace ostrel {
 
-/// The companion of the recorder for a lab's archive: looks into chart files, checks, converts and salvages them,
-/// without a display. `arguments` begin with the program's name. What was asked for goes to `out`, anything amiss to
-/// `complaints`; the answer is the exit code (ArchiveCommand.h). An `out` that does not take it all is a failure.
+/// The archive tool of the recorder: shows, checks, converts and salvages chart files, without a display. `arguments`
+/// begin with the program's name. Results go to `out`, error messages to `complaints`. Returns the exit code
+/// (base/EarlyEnd.h); it is a failure when `out` cannot be written completely.
 int ostrelFile(const QStringList &arguments, QTextStream &out, QTextStream &complaints);
 
 } // namespace ostrel

@@ -40,13 +40,13 @@ QString damaged(const ChartFileReport &report) {
 
 std::filesystem::path native(const QString &path) { return QFile::encodeName(path).toStdString(); }
 
-/// By whatever names. False for what is not there.
+/// Both names lead to the same file. False when one is missing.
 bool isSame(const std::filesystem::path &path, const QString &other) {
     std::error_code missing;
     return std::filesystem::equivalent(path, native(other), missing);
 }
 
-/// A file that need not be there, nor the folder that it would stand in.
+/// Refuses `to` when it is the source or lies in it. Neither `to` nor its folder need exist.
 void spareSource(const QString &from, const QString &to) {
     std::error_code unknown;
     std::filesystem::path place =

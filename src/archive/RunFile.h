@@ -6,7 +6,7 @@
 
 namespace ostrel {
 
-/// A run as a file holds it.
+/// A run as it is stored in a file.
 struct RunFile {
     ChartData run;
     AxisValues axes;
@@ -16,18 +16,18 @@ struct RunFile {
 /// In words: "whole", "damaged at byte 208, in record 4 (SAMP) that ends at byte 4712", ...
 QString describe(const ChartFileReport &report);
 
-/// The file, whole; otherwise ends the command.
+/// Loads an undamaged file; any fault ends the command.
 RunFile wholeFile(const QString &path);
 
-/// Sees to it that nothing that stands is lost: a file that is there is written over only with --overwrite, and never
-/// the one that is read. Nothing is written into a directory that is read.
+/// Protects existing files: one is overwritten only with --overwrite, and never the one that is read. Nothing is
+/// written into a directory that is read.
 void declareOverwrite(QCommandLineParser &line);
 void mayWrite(const ArchiveCall &call, const QString &from, const QString &to);
-/// The same for what is no chart file itself: it never takes the place of one, whatever that one's name and state, nor
-/// the name of one.
+/// The same for output that is not a chart file: it never replaces a chart file, even a damaged or renamed one, and
+/// never gets the name of one.
 void mayConvertInto(const ArchiveCall &call, const QString &from, const QString &to);
 
-/// Ends the command when writing went wrong.
+/// Ends the command when `error` says that writing has failed.
 void written(const QString &path, std::error_code error);
 
 /// "12.35 minutes (0:12:21)"

@@ -18,11 +18,11 @@ namespace ostrel {
 
 namespace {
 
-/// One of the logs, found in `folder`.
+/// A log found in `folder`.
 struct FoundLog {
     QString folder;
     bool discarded = false;
-    qint64 begun = 0; ///< milliseconds since 1970, UTC; 0 when nothing tells
+    qint64 begun = 0; ///< milliseconds since 1970, UTC; 0 when unknown
     std::vector<Fact> facts;
 };
 
@@ -63,8 +63,7 @@ void describe(FoundLog &found, const RecoveredLog &log) {
     };
 }
 
-/// Every folder that may hold a log, those in the wastebasket first. An answer of Failed says that some of them are out
-/// of reach.
+/// Finds every folder that may hold a log, those in the wastebasket first. Failed when a folder could not be listed.
 ExitCode findFolders(const ArchiveCall &call, const QString &appPath, std::vector<FoundLog> &found) {
     FileOperations &disk = FileOperations::system();
     const QString logFolder = AppFolders::logs(appPath);
@@ -84,7 +83,7 @@ ExitCode findFolders(const ArchiveCall &call, const QString &appPath, std::vecto
     for (const DiscardedLog &log : discardedLogs(wastebasket))
         found.push_back({.folder = log.path, .discarded = true, .facts = {}});
     const QStringList names = namesIn(logFolder);
-    found.push_back({.folder = logFolder, .facts = {}}); // files may lie there openly
+    found.push_back({.folder = logFolder, .facts = {}}); // files may lie directly in it
     for (const QString &name : names) {
         if (const QFileInfo entry(logFolder + u'/' + name); entry.isDir() && !entry.isSymLink())
             found.push_back({.folder = entry.filePath(), .facts = {}});

@@ -6,10 +6,10 @@
 
 namespace ostrel {
 
-/// What the log no longer holds, a line each; none when it is whole.
+/// The missing parts of a log, one a line; empty when the log is complete.
 QStringList missingOf(const RecoveredLog &log);
 
-/// The command that lists the running logs of a user, those that were thrown away too.
+/// The command that lists the running logs of a user, discarded ones too.
 void declareLogs(QCommandLineParser &line);
 ExitCode logs(const ArchiveCall &call);
 

@@ -20,7 +20,7 @@ struct Salvaged {
 
 QString minutes(double value) { return QString::number(value, 'f', 2); }
 
-/// Nothing that would be worth a file.
+/// The run has nothing worth saving.
 bool isEmpty(const ChartData &run) {
     return run.samples.size() == 0 && run.marks.empty() && run.methodTexts.empty() && run.notes.isEmpty();
 }
@@ -30,7 +30,7 @@ void tellLost(QStringList &missing, quint64 lost, const char *what) {
         missing << QString("%1 %2").arg(lost).arg(what);
 }
 
-/// What a file once held, beyond what was kept.
+/// Adds the parts that the file had, by its own counts, and that could not be read.
 void tellMissing(Salvaged &salvaged, const ChartFileReport &report) {
     const ChartData &run = salvaged.run;
     const double end = ChartData::timeOf(run.samples.size());
@@ -53,7 +53,7 @@ Salvaged fromFile(const QString &path, Lines &out) {
     Salvaged salvaged;
     const ChartFileReport report = salvageChartFile(path, salvaged.run, salvaged.axes);
     const QString finding = path + ": " + describe(report);
-    // A disk may fail far behind the beginning.
+    // A disk may fail far behind the beginning of the file; the part before that is kept.
     const bool unreadable = report.fault == ChartFileFault::Unreadable && isEmpty(salvaged.run);
     if (unreadable || report.fault == ChartFileFault::NotAChart || report.fault == ChartFileFault::NewerVersion)
         throw EarlyEnd{Failed, finding};

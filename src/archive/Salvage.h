@@ -5,8 +5,8 @@
 
 namespace ostrel {
 
-/// What is left of a damaged file, or of a running log's directory, into a new data file or log file; what is missing
-/// is told.
+/// Saves the readable data of a damaged file, or of a running log's directory, to a new data file or log file, and
+/// reports the missing parts.
 ExitCode salvage(const ArchiveCall &call);
 
 } // namespace ostrel

@@ -16,16 +16,16 @@ using namespace ostrel;
 
 namespace {
 
-/// Painting a report needs fonts, and they a platform, but no display; all else needs neither.
+/// Only painting a report needs fonts, and so a platform plugin; the one used here needs no display.
 std::unique_ptr<QCoreApplication> application(int &argc, char *argv[]) {
     if (argc < 2 || std::strcmp(argv[1], "pdf") != 0)
         return std::make_unique<QCoreApplication>(argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QLoggingCategory::setFilterRules("default.warning=false"); // what a desktop would have and a script has not
+    QLoggingCategory::setFilterRules("default.warning=false"); // warnings about a missing desktop
     return std::make_unique<QGuiApplication>(argc, argv);
 }
 
-/// So that no file is opened in the place of a closed stream, and takes in what is said. Writing there still fails.
+/// So that no file is opened under the number of a closed stream and gets its output. Writing there still fails.
 void occupyClosedStreams() {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(stream, F_GETFD) < 0)

@@ -6,10 +6,10 @@
 
 namespace ostrel {
 
-/// Where the program keeps what belongs to its user, none of it made here. Paths without a trailing separator.
+/// The folders of the user's data, as paths without a trailing separator. Nothing here creates a folder.
 namespace AppFolders {
 
-/// App.Path: a folder of the user, below what XDG_DATA_HOME names where that is set.
+/// App.Path: a folder of the user, below XDG_DATA_HOME where that is set.
 inline QString app() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/ostrel");
 }
@@ -17,7 +17,7 @@ inline QString app() {
 /// The running logs, a directory for each copy of the program.
 inline QString logs(const QString &appPath) { return appPath + QStringLiteral("/Log"); }
 
-/// The logs that were thrown away, for a while.
+/// Discarded logs, kept for a while.
 inline QString wastebasket(const QString &appPath) { return appPath + QStringLiteral("/Discarded"); }
 
 } // namespace AppFolders

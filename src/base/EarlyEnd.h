@@ -13,7 +13,7 @@ enum ExitCode : int {
     Partial = 3  ///< something was saved, and something is missing
 };
 
-/// Ends a command before its work is done; `why` is told.
+/// Ends a command before its work is done; `why` is the message.
 struct EarlyEnd {
     ExitCode exitCode;
     QString why;

@@ -5,12 +5,12 @@
 
 namespace ostrel {
 
-/// Every number of a failure, by name: all others are made of these. `documents/ErrorTable` says how the error route
-/// tells each, `base/RunTimeError` has the descriptions of the run-time errors.
+/// All error numbers of the program, by name. `documents/ErrorTable` says how the error route reports each of them,
+/// `base/RunTimeError` has the descriptions of the run-time errors.
 namespace ErrorNumber {
 
 enum Value : qint32 {
-    // Of the stream. After the first three the decoder searches for synchronisation anew.
+    // Of the stream. After the first three the decoder searches for synchronisation again.
     LostSync = -10,
     UnknownParameter = -11,
     UnknownType = -12,
@@ -47,7 +47,7 @@ enum Value : qint32 {
     Parity = 1009,
     TransmitBufferFull = 1010,
 
-    // Run-time errors. The first three bear numbers that events of the serial control have too.
+    // Run-time errors. Events of the serial control have the first three numbers too.
     InvalidProcedureCall = 5,
     Overflow = 6,
     OutOfMemory = 7,

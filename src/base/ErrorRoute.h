@@ -5,7 +5,7 @@
 
 namespace ostrel {
 
-/// Where every failure of the system is told. The number alone decides what the operator sees and what is logged.
+/// Every failure of the system is reported here. Its number decides what the operator sees and what is logged.
 class ErrorRoute {
 public:
     virtual ~ErrorRoute() = default;

@@ -12,7 +12,7 @@ namespace ostrel {
 class Int16 {
 public:
     constexpr Int16() = default;
-    // Both conversions are implicit: a counter stands where a number stands.
+    // Both conversions are implicit: a counter can be used wherever a number can.
     constexpr Int16(int value) : value_(checked(value)) {}
     constexpr operator int() const { return value_; }
 

@@ -15,7 +15,7 @@ namespace {
 
 template <typename Whole>
 Whole rounded(double value) {
-    // nearbyint rounds a half to the even neighbour in the processor's default mode, which nothing here changes.
+    // nearbyint rounds a half to the even number in the processor's default mode, which nothing here changes.
     const double whole = std::nearbyint(value);
     if (!(whole >= std::numeric_limits<Whole>::min() && whole <= std::numeric_limits<Whole>::max()))
         throw RunTimeError(ErrorNumber::Overflow);
@@ -28,12 +28,11 @@ QLocale ungroupedLocale() {
     return locale;
 }
 
-/// Only the decimal separator is the locale's: the entries know no other minus sign and no other digits than the plain
-/// ones.
+/// Only the decimal separator follows the locale: the entry fields accept only the ASCII minus sign and digits.
 QString withLocalPoint(QString text) { return text.replace(QLatin1Char('.'), QLocale().decimalPoint()); }
 
-/// The form of a time without its zone (t) and what sets that apart, and without the parts of the day (B), for which Qt
-/// has no words. Letters between quotation marks are text.
+/// Removes from a time format the zone (t) and the parts of the day (B), which Qt cannot format, with the separators
+/// and brackets around them. Letters between quotation marks are text.
 QString withoutZone(const QString &form) {
     static const QRegularExpression quotedOrZone(
         QStringLiteral("('[^']*')|[\\s,;\\x{2013}\\x{2014}-]*[(\\[]?[tB]+[)\\]]?"));

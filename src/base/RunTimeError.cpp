@@ -72,7 +72,7 @@ int RunTimeError::numberOf(const std::error_code &error) {
 }
 
 RunTimeError RunTimeError::from(const std::error_code &error, const QString &what) {
-    // A call that failed without a reason must not be told as a success.
+    // A failed call without an error code must not be reported as a success.
     const QString why = error ? QString::fromLocal8Bit(error.message().c_str()) : describe(ErrorNumber::PathFileAccess);
     return {numberOf(error), QStringLiteral("%1: %2").arg(what, why)};
 }

@@ -10,8 +10,8 @@
 
 namespace ostrel {
 
-/// A failure of the platform or of checked arithmetic: a number (see ErrorNumber) that decides how it is met, and a
-/// line of text that is told to the operator.
+/// A failure of the platform or of checked arithmetic: a number (see ErrorNumber) that decides how it is handled, and a
+/// line of text for the operator.
 class RunTimeError : public std::exception {
 public:
     /// With the number's own description.
@@ -27,8 +27,8 @@ public:
 
     /// The number of a failed call of the operating system; the value of `error` is an `errno`.
     static int numberOf(const std::error_code &error);
-    /// The error that stands for a failed call of the operating system, `what` naming the file or device. The value of
-    /// `error` is an `errno`.
+    /// The error of a failed call of the operating system; `what` names the file or device. The value of `error` is an
+    /// `errno`.
     static RunTimeError from(const std::error_code &error, const QString &what);
     static RunTimeError fromErrno(int error, const QString &what);
 
@@ -38,7 +38,7 @@ private:
     QByteArray utf8_;
 };
 
-/// Within a catch clause: what was caught, as a run-time error. Running out of memory is 7, any other exception 51.
+/// For a catch clause: the caught exception as a run-time error. std::bad_alloc becomes 7, other exceptions 51.
 RunTimeError caughtError();
 
 } // namespace ostrel

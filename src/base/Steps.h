@@ -8,9 +8,9 @@
 
 namespace ostrel {
 
-/// What flies out of a routine counts as a run-time error, whatever its type: see caughtError().
+/// Any std::exception that leaves a routine counts as a run-time error: see caughtError().
 
-/// Runs `body`; a run-time error ends it. Answers the error's number, 0 when there was none.
+/// Runs `body`; a run-time error ends it. Returns the error's number, 0 when there was none.
 template <typename Body>
 int errorNumberOf(Body &&body) {
     try {
@@ -21,7 +21,7 @@ int errorNumberOf(Body &&body) {
     }
 }
 
-/// Runs each step, one lambda a statement, and skips what is left of a step that fails. Answers the number of the last
+/// Runs each step, one lambda a statement, and skips what is left of a step that fails. Returns the number of the last
 /// error, 0 when there was none.
 template <typename... Steps>
 int skippingErrors(Steps &&...steps) {
@@ -34,8 +34,8 @@ int skippingErrors(Steps &&...steps) {
     return last;
 }
 
-/// Runs steps one after the other, each whatever has become of those before it. raise() then raises the first error
-/// that came up, of any type, if one did.
+/// Runs steps one after the other, each one even when an earlier one has failed. raise() then rethrows the first
+/// exception, of any type, if there was one.
 class EveryStep {
 public:
     template <typename Step>

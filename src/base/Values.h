@@ -18,9 +18,9 @@ namespace ostrel {
 inline constexpr char AppTitle[] = "Ostrel MS";
 
 inline constexpr int tabCount = 5;      ///< the recorder's tab and four files
-inline constexpr int recorderChart = 0; ///< Chart(0), what the operator watches and saves
+inline constexpr int recorderChart = 0; ///< Chart(0), the recorder: the operator watches and saves it
 inline constexpr int logChart = 5;      ///< Chart(5), hidden, takes every sample while logging is on
-inline constexpr int scratchChart = 6;  ///< Chart(6), hidden, only puts logs together
+inline constexpr int scratchChart = 6;  ///< Chart(6), hidden, only used to read logs and save them
 inline constexpr int chartInstances = 7;
 
 /// The link to the instrument.
@@ -29,7 +29,7 @@ struct LinkState {
     bool StatusBlocksSeen = false;         ///< the instrument reports its state by "P", "R" or "F" blocks
     bool ComDataSeen = false;              ///< some event came from the serial control since the watchdog last looked
     bool DataBusy = false;                 ///< the receiver, the decoder or the link-lost handling is at work
-    QString DebugText;                     ///< goes out with the next line of the error log; never cleared
+    QString DebugText;                     ///< written with each entry of the error log; never cleared
     std::chrono::milliseconds LastPass{0}; ///< when the decoder last looked at the ring, by the clock's uptime
 };
 
@@ -58,7 +58,7 @@ struct RunState {
     bool BesideLog = false;    ///< Chart(0) holds samples or method texts that the log has not
 
     bool RunStartArmed = false; ///< a start event has come and the next UV block decides
-    bool WaitForMethod = false; ///< the run has ended and its method text is still awaited
+    bool WaitForMethod = false; ///< the run has ended and its method text has not come yet
 
     float UvValue = 0;   ///< latest UV value, AU
     float CondValue = 0; ///< latest conductivity value, mS/cm
@@ -70,11 +70,11 @@ struct ChartViewState {
     float UvMax = 0;
     float CondMin = 0;
     float CondMax = 0;
-    float TimeFrom = 0; ///< left end of what is shown
-    float TimeSpan = 0; ///< the window in force; under a zoom, the zoom's width
+    float TimeFrom = 0; ///< left end of the part that is shown
+    float TimeSpan = 0; ///< the width shown now; while zoomed, the zoom's width
 };
 
-/// What the tabs hold and how each shows it; the index is the chart's.
+/// The contents of the tabs and how each shows them; the index is the chart's.
 struct TabStates {
     Int16 CurrentChart;                          ///< the tab in front, 0 to 4
     Int16 ChartCount;                            ///< tabs in use, the recorder's included; 0 until the window is set up
@@ -84,27 +84,27 @@ struct TabStates {
     std::array<double, tabCount> WindowMinutes{10, 10, 10, 10, 10};
     std::array<bool, tabCount> FullView{true, true, true, true, true};
     std::array<bool, tabCount> Zoomed{};
-    bool ZoomUpdating = false; ///< a chart's zoom is being taken over
+    bool ZoomUpdating = false; ///< the zoom of a chart is being copied
 
     ChartViewState &currentView() { return ChartViews[CurrentChart]; }
     const ChartViewState &currentView() const { return ChartViews[CurrentChart]; }
 };
 
-/// What outlives the program.
+/// The options that are stored from one start to the next.
 struct Options {
     Int16 ComPortNumber = 1;
     bool DataLogging = true;
     double DataFileSizeHours = 24;
 };
 
-/// Who this running copy is.
+/// Identifies this running copy.
 struct Identity {
     QString SystemName = QStringLiteral("Default");
     Int16 InstanceNumber; ///< 0 until the copy is registered
     QString InstanceTag;  ///< decimal digits, the name of the copy's log directory
     QString StartDate;    ///< when the copy was started, as the list of left-over logs shows it
     QString StartTime;
-    QString LogDirectory;      ///< with a separator at its end; while a left-over log is saved, that log's directory
+    QString LogDirectory;      ///< with a separator at its end; during recovery a left-over log's, without one
     bool PrevInstance = false; ///< another copy was running when this one started
 };
 
@@ -113,7 +113,7 @@ struct LogState {
     bool LogSaved = true; ///< false when it failed or the operator cancelled it
 };
 
-/// The run-time error that a handler is at work on; what error boxes quote.
+/// The run-time error that is being handled; error boxes quote it.
 struct CurrentError {
     int number = 0;
     QString description;

@@ -17,11 +17,11 @@ namespace ostrel {
 /// The chart: owns one run with its files and its log, draws it and lets the operator zoom. UV is blue on the left
 /// axis, conductivity red on the right one. All calls come on the user-interface thread.
 ///
-/// Zooming: a rectangle drawn with the left button. A double click, Escape or the context menu goes back to the axes
-/// that stood before the first of the zooms that followed one another, all six, whatever was written to them in the
-/// meantime. Nothing but that leaves the zoom.
+/// Zooming: the operator draws a rectangle with the left button, also within a zoom. A double click, Escape or the
+/// context menu sets all six axes back to those before the first of these zooms, whatever was written to them since.
+/// Otherwise only a run that is loaded ends a zoom.
 ///
-/// Drawing is put off to the next paint event; a chart that is hidden keeps no picture.
+/// Drawing waits for the next paint event; a chart that is hidden keeps no picture.
 class Quillchart : public QWidget, private RunPicture {
     Q_OBJECT
     Q_PROPERTY(float UvAxisMin READ UvAxisMin WRITE setUvAxisMin)
@@ -35,7 +35,7 @@ class Quillchart : public QWidget, private RunPicture {
     Q_PROPERTY(bool zoomed READ zoomed)
 
 public:
-    /// `index` is what the chart's events bear.
+    /// `index` is the chart's number in its signals.
     explicit Quillchart(qint16 index, QWidget *parent = nullptr);
 
     RunDocument &run() { return run_; }
@@ -86,30 +86,30 @@ public:
         log_.CloseLog(LogDirectory, InstanceNumber);
     }
 
-    /// Writes a text file for a spreadsheet, but none in place of a data or log file. The flags are 1 or 0;
+    /// Writes a text file for a spreadsheet, but never in place of a file of a chart. The flags are 1 or 0;
     /// MethodPosition is 0 before the data, 1 after them, 2 a column of its own; times in minutes, SampleRate in points
     /// a second (at most 5), PointCount the number of points that the user was shown, which the file holds exactly. 0
-    /// is good.
+    /// is success.
     Q_INVOKABLE qint16 ExportData(const QString &FileName, qint16 IncludeUV, qint16 IncludeCond, qint16 IncludeEvents,
                                   qint16 IncludeNotes, qint16 IncludeMethod, qint16 MethodPosition, float TimeFrom,
                                   float TimeTo, float SampleRate, qint32 PointCount) const;
-    /// Prints one copy of the report. TraceFlags is the sum of 1 for event marks, 2 for conductivity, 4 for UV.
-    /// A failure is told by ChartError.
+    /// Prints one copy of the report. TraceFlags is the sum of 1 for event marks, 2 for conductivity, 4 for UV. After a
+    /// failure ChartError is emitted.
     Q_INVOKABLE void PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags);
-    /// Without one, printing fails.
+    /// Without a printer printing fails.
     void setPrinter(ReportPrinter printer) { printer_ = std::move(printer); }
 
-    /// What the chart holds, for scripts: `count` pairs [UV, conductivity] from a sample's number on (as many as there
+    /// The chart's contents for scripts: `count` pairs [UV, conductivity] from a sample's number on (as many as there
     /// are); every mark as a map of Label, Color, Height, Time.
     int SampleCount() const { return static_cast<int>(run_.data().samples.size()); }
     Q_INVOKABLE QVariantList samples(int from, int count) const;
     Q_INVOKABLE QVariantList marks() const;
 
     bool zoomed() const { return axesBeforeZoom_.has_value(); }
-    /// Back to the axes before the zoom, then Unzoomed. Nothing without a zoom.
+    /// Restores the axes from before the zoom, then emits Unzoomed. Does nothing without a zoom.
     Q_INVOKABLE void leaveZoom();
 
-    /// False while the chart is out of sight.
+    /// False while the chart is hidden.
     bool holdsImage() const { return !image_.isNull(); }
     QSize sizeHint() const override { return {640, 360}; }
 
@@ -149,14 +149,14 @@ private:
     const qint16 index_;
     RunDocument run_;
     RunLog log_{run_};
-    AxisValues shownAxes_; // as they stood at the last Redraw; likewise the title
+    AxisValues shownAxes_; // as they were at the last Redraw; likewise the title
     QString shownTitle_;
     bool redrawDue_ = true;
     bool newsDue_ = false;
     ChartImage image_;
     ZoomGesture gesture_;
     std::optional<AxisValues> axesBeforeZoom_;
-    std::optional<double> pointer_; // where the readout stands, x within the plot
+    std::optional<double> pointer_; // where the readout is, x within the plot
     ReportPrinter printer_;
 };
 

@@ -9,7 +9,7 @@ namespace ostrel {
 
 namespace {
 
-/// Every way to end a line, CR alone too, as Qt shows it.
+/// Converts CR LF and a single CR to LF, which Qt shows as a line end.
 QString withLineFeeds(QString text) {
     return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
 }
@@ -28,7 +28,7 @@ AnswerBox::AnswerBox(Icon icon, const QString &title, const QString &text, Stand
                    (mayClose() ? closeBox : Qt::WindowFlags()));
 }
 
-// Of Yes and No, Qt itself takes an escape for a No.
+// Qt itself would take Escape for No in a box of Yes and No.
 
 void AnswerBox::reject() {
     if (mayClose())

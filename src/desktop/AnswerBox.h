@@ -5,9 +5,9 @@
 
 namespace ostrel {
 
-/// A message box whose answer is always one of its buttons. Escape and the close box are Cancel where that is among
-/// them, and the button where there is only one. Otherwise neither key nor window manager nor code closes the box: a
-/// reflex is no answer to Yes or No.
+/// A message box whose answer is always one of its buttons. Escape and the close box mean Cancel if there is such a
+/// button, or the only button. Otherwise neither a key nor the window manager nor code closes the box, so that nobody
+/// answers Yes or No by accident.
 ///
 /// Its text is plain, with CR, LF or both at the end of a line.
 class AnswerBox : public QMessageBox {

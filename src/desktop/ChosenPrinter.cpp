@@ -26,7 +26,7 @@ namespace ostrel {
 
 namespace {
 
-/// As a report in that file is called; a bare name is meant in the user's home.
+/// The path for a typed file name, with the extension .pdf; a name without a folder is in the user's home folder.
 QString pdfFile(const QString &typed) { return completedName(QDir::home().filePath(typed), QStringLiteral("pdf")); }
 
 QString usualFile() {
@@ -35,7 +35,7 @@ QString usualFile() {
     return ReportFile::nextFree(folder + QLatin1String("/report.pdf"));
 }
 
-/// Qt's print dialog, made to set up only: nothing is printed by it, and a report is always printed whole.
+/// Qt's print dialog for the setup only: it prints nothing and has no page range, since reports are printed whole.
 class SetupDialog : public QPrintDialog {
 public:
     SetupDialog(QPrinter *printer, const QString &file, QWidget *parent) : QPrintDialog(printer, parent) {
@@ -45,17 +45,17 @@ public:
         fileName_->setText(file);
         fileName_->setMinimumWidth(260);
         connect(printers_, &QComboBox::currentIndexChanged, this, &SetupDialog::fitToPrinter);
-        // Qt's own look at the file would wait for a reader of a pipe, and take any file's place.
+        // Qt's own check of the file name would wait for the reader of a pipe, and would replace any file.
         auto *buttons = findChild<QDialogButtonBox *>();
         disconnect(buttons, &QDialogButtonBox::accepted, this, nullptr);
         connect(buttons, &QDialogButtonBox::accepted, this, [this, file] { acceptUnlessRefused(file); });
     }
 
-    /// The file stands already, and the operator lets a report replace it.
+    /// The file exists already, and the operator allows a report to replace it.
     bool mayReplace() const { return mayReplace_; }
 
 protected:
-    /// Only here has Qt decided on what there is to choose.
+    /// Qt has not set up the controls before this.
     void showEvent(QShowEvent *event) override {
         showCopies();
         fitToPrinter();
@@ -63,7 +63,7 @@ protected:
     }
 
 private:
-    /// They lie behind a button that unfolds the dialog, beside the choice of pages.
+    /// The number of copies is hidden until a button expands the dialog, next to the page range.
     void showCopies() {
         const auto *buttons = findChild<QDialogButtonBox *>();
         buttons->button(QDialogButtonBox::Ok)->setText(tr("OK"));
@@ -84,7 +84,7 @@ private:
             if (!mayTake(fileName_->text()))
                 return;
         }
-        // What is left for Qt to look at is whether the printer's options fit each other.
+        // With the name field disabled Qt checks only whether the printer's options fit together.
         const bool enabled = fileName_->isEnabled();
         fileName_->setEnabled(false);
         const bool looked = QMetaObject::invokeMethod(this, "_q_checkFields");
@@ -115,7 +115,7 @@ private:
 
     bool intoFile() const { return fileName_->isEnabled(); }
 
-    /// A file has no sheets to turn or to sort, and always colours.
+    /// Hides duplex, page order and colour mode, which a file does not have.
     void fitToPrinter() {
         auto *tabs = findChild<QTabWidget *>(QStringLiteral("tabs"));
         const int options = tabs->indexOf(findChild<QWidget *>(QStringLiteral("optionsTab")));
@@ -128,7 +128,7 @@ private:
     bool mayReplace_ = false;
 };
 
-/// The computer's own printer with its own paper, which Qt would take for A4; without any, the paper of the country.
+/// The default printer with its own paper size (Qt would take A4); without a printer, the country's paper size.
 std::unique_ptr<QPrinter> usualPrinter() {
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     const QPageSize paper = QPrinterInfo(*printer).defaultPageSize();
@@ -137,7 +137,7 @@ std::unique_ptr<QPrinter> usualPrinter() {
     return printer;
 }
 
-/// A printer set up like the other one.
+/// A copy of a printer with its settings.
 std::unique_ptr<QPrinter> another(const QPrinter &other) {
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     if (other.outputFormat() == QPrinter::PdfFormat)
@@ -151,8 +151,8 @@ std::unique_ptr<QPrinter> another(const QPrinter &other) {
     return printer;
 }
 
-/// Pairs of names and values that the dialog has set for the spooler alone, such as several pages on a sheet. Qt keeps
-/// them under a key of its own.
+/// Pairs of names and values that only the spooler understands, such as several pages on a sheet. Qt keeps them under a
+/// private key.
 QStringList spoolerOptions(const QPrinter &printer) {
     constexpr int key = 0xfe00; // PPK_CupsOptions
     return printer.printEngine()->property(static_cast<QPrintEngine::PrintEnginePropertyKey>(key)).toStringList();
@@ -190,7 +190,7 @@ PrintJob jobFor(const QPrinter &printer, const QByteArray &document, const QStri
 } // namespace
 
 bool ChosenPrinter::ask(QWidget *parent, int &copies) {
-    // The dialog sets its printer up while it is still open.
+    // The dialog changes its printer while it is still open, so it gets a copy.
     auto chosen = printer_ ? another(*printer_) : usualPrinter();
     chosen->setCopyCount(std::max(1, copies));
     const QString offered = file_ ? file_->next() : usualFile();
@@ -203,7 +203,7 @@ bool ChosenPrinter::ask(QWidget *parent, int &copies) {
     const QString file = printer_->outputFileName();
     if (file.isEmpty())
         file_.reset();
-    else if (!file_ || file != offered || dialog.mayReplace()) // with the name that was offered the numbers go on
+    else if (!file_ || file != offered || dialog.mayReplace()) // an accepted offer keeps the numbering
         file_.emplace(file, dialog.mayReplace());
     return true;
 }
@@ -218,7 +218,7 @@ bool ChosenPrinter::print(const QByteArray &document, const QString &name) {
     if (printer().outputFormat() == QPrinter::NativeFormat)
         return spooler_->take(jobFor(printer(), document, name));
     if (!file_)
-        return false; // there is no printer, and no file was chosen in its place
+        return false; // there is no printer, and no file was chosen instead
     if (print_ && std::exchange(print_->begun, true))
         return true;
     const QString file = file_->make(document);

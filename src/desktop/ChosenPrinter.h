@@ -12,17 +12,17 @@
 
 namespace ostrel {
 
-/// The printer that reports go to, as it was set up in this run of the program; before that the computer's own. Asking
-/// the computer for its printers takes time, so that is left until it must be.
+/// The printer for reports with the settings made in this run of the program; before any setup the default printer.
+/// Listing the printers takes time, so it is delayed until it is needed.
 class ChosenPrinter {
 public:
     explicit ChosenPrinter(std::unique_ptr<Spooler> spooler) : spooler_(std::move(spooler)) {}
 
-    /// The dialog of printer, paper and copies, over `parent`. A file stands among the printers: without any printer it
-    /// is what there is to choose. False on a Cancel, which changes nothing.
+    /// The dialog of printer, paper and copies, over `parent`. The dialog offers a file as one of the printers; without
+    /// any printer it is the only choice. False on a Cancel, which changes nothing.
     bool ask(QWidget *parent, int &copies);
 
-    /// With the paper that a report is made for. Valid until the dialog comes up again.
+    /// Its paper size is the report's. The reference is valid until the next ask().
     QPrinter &printer();
 
     /// See CommonDialog. A file is a ReportFile.
@@ -32,7 +32,7 @@ public:
 
 private:
     struct Print {
-        bool begun = false; ///< a copy came
+        bool begun = false; ///< the first copy has come
         QString file;
     };
 

@@ -5,8 +5,8 @@
 
 namespace ostrel {
 
-/// A file's name with the extension at its end, whatever points stand in it before: "SEC 3.1" with "chd" is
-/// "SEC 3.1.chd". Blanks and a point that were left at the end are no part of the name; a folder's separator stays.
+/// A file's name with the extension appended, even when the name contains points: "SEC 3.1" with "chd" is "SEC
+/// 3.1.chd". Blanks and a point at the end are dropped; the separator at the end of a folder stays.
 inline QString completedName(QString file, const QString &extension) {
     while (!file.isEmpty() && file.back().isSpace())
         file.chop(1);

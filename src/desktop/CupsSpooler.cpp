@@ -9,17 +9,17 @@ namespace ostrel {
 
 namespace {
 
-// What is used of the library's own headers. It comes with Qt's printing and is found while the program runs, as there.
+// Constants and types copied from the library's headers: the library is loaded at run time, as Qt's printing does it.
 constexpr int interfaceVersion = 2;
 constexpr int goOn = 100;         // HTTP_STATUS_CONTINUE
-constexpr int firstError = 0x100; // the codes of IPP below it are good
+constexpr int firstError = 0x100; // IPP status codes below it are successes
 constexpr int notFound = 0x406;
 constexpr int anyFamily = 0;
 constexpr int blocking = 1;
 constexpr int lastDocument = 1;
 constexpr char pdfFormat[] = "application/pdf";
 
-constexpr double longestWait = 10; // seconds for each answer: meanwhile the instrument is not listened to
+constexpr double longestWait = 10; // seconds for each answer, during which no data is received
 
 struct Http;
 struct Option {
@@ -33,7 +33,7 @@ class Cups {
     struct Found {
         QFunctionPointer function;
         template <typename Signature>
-        operator Signature *() const { // to whatever it is kept as
+        operator Signature *() const { // to the type of the pointer that stores it
             return reinterpret_cast<Signature *>(function);
         }
     };
@@ -71,10 +71,10 @@ public:
 
 int noMoreTime(Http *, void *) { return 0; }
 
-/// The library would ask at the terminal that the program was started from, and the program would stand still.
+/// Without this the library would ask for a password on the program's terminal and block the program.
 const char *noPassword(const char *, Http *, const char *, const char *, void *) { return nullptr; }
 
-/// As a spooler takes it: UTF-8, one line, neither empty nor longer than a name of the protocol.
+/// A job name that the spooler accepts: UTF-8, one line, not empty, at most 255 bytes.
 QByteArray jobName(const QString &text) {
     constexpr qsizetype longest = 255;
     QString name;
@@ -88,18 +88,18 @@ QByteArray jobName(const QString &text) {
 
 std::vector<Option> optionsOf(const PrintJob &job) {
     std::vector<Option> options;
-    for (const auto &[name, value] : job.options) // which the library only reads
+    for (const auto &[name, value] : job.options) // the library only reads them
         options.push_back({const_cast<char *>(name.constData()), const_cast<char *>(value.constData())});
     return options;
 }
 
-/// The steps of a job open further connections of their own, with a longer patience: they are not begun in vain.
+/// Asked before a job is begun: the calls for a job open their own connections, with longer timeouts.
 bool answers(const Cups &cups, Http *spooler) {
     return cups.defaultPrinter(spooler) != nullptr || cups.lastError() < firstError || cups.lastError() == notFound;
 }
 
 bool handOver(const Cups &cups, Http *to, const PrintJob &job) {
-    const QByteArray queue = job.printer.section(QLatin1Char('/'), 0, 0).toUtf8(); // without the user's instance of it
+    const QByteArray queue = job.printer.section(QLatin1Char('/'), 0, 0).toUtf8(); // without the printer's instance
     const QByteArray name = jobName(job.name);
     std::vector<Option> options = optionsOf(job);
     const int id = cups.createJob(to, queue, name, static_cast<int>(options.size()), options.data());

@@ -5,8 +5,8 @@
 
 namespace ostrel {
 
-/// The spooler of the computer, or of the server that stands in for it. Qt hands its jobs over too, but does not tell
-/// when one is refused. Nobody is asked for a password: a printer that wants one refuses.
+/// The spooler of the computer, or of the configured print server. Qt's own printing is not used, since it does not
+/// report a refused job. A printer that requires a password refuses the job: the operator is not asked for one.
 class CupsSpooler : public Spooler {
 public:
     bool take(const PrintJob &job) override;

@@ -23,7 +23,7 @@ void ringBell(int) {
     errno = error;
 }
 
-// Handlers rather than blocked signals: a program that this one starts, the help viewer, must not inherit a block.
+// Handlers rather than blocked signals, since a child process would inherit blocked signals.
 void replace(Handler from, Handler to) {
     for (const int number : {SIGTERM, SIGHUP, SIGINT}) {
         struct sigaction action {};

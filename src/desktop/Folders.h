@@ -5,7 +5,7 @@
 
 namespace ostrel {
 
-/// Where the program keeps its things: folders of the user, or what XDG_DATA_HOME and XDG_CONFIG_HOME name instead.
+/// The program's files and folders: below the user's home, or below XDG_DATA_HOME and XDG_CONFIG_HOME.
 class Folders {
 public:
     /// Makes App.Path; a failure is a RunTimeError.
@@ -16,15 +16,15 @@ public:
     QString errorLog() const { return appPath_ + QStringLiteral("/ChartErr.log"); }
     /// The file of the settings store; its folder need not exist.
     static QString settingsFile();
-    /// Of what came with the program and is only read, its help above all; beside the program's own folder.
+    /// The installed read-only files, mainly the help: ../share/ostrel, seen from the program's own folder.
     static QString sharedFolder();
 
 private:
     QString appPath_;
 };
 
-/// Makes a folder and those above it that are missing, for the user alone; what stands keeps its permissions. A failure
-/// is a RunTimeError.
+/// Makes a folder and its missing parents, for the user alone; existing folders keep their permissions. A failure is a
+/// RunTimeError.
 void makePath(const QString &folder);
 
 } // namespace ostrel

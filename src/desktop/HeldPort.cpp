@@ -19,21 +19,21 @@ namespace ostrel {
 namespace {
 
 struct Place {
-    std::atomic<int> terminal{-1}; ///< -1: nothing is held here
+    std::atomic<int> terminal{-1}; ///< -1: this place is free
     pid_t process = 0;
     std::array<char, 1024> lockFile{};
 };
 
-constinit std::array<Place, 4> places{}; // more than the link and the one that tries ports
+constinit std::array<Place, 4> places{}; // more than the two that are used: the link, and the search for a port
 
 static_assert(std::atomic<int>::is_always_lock_free);
 
 constexpr int endings[] = {SIGABRT, SIGALRM, SIGBUS,  SIGFPE,  SIGILL,    SIGPIPE,   SIGPROF, SIGPWR,  SIGQUIT, SIGSEGV,
                            SIGSYS,  SIGTRAP, SIGUSR1, SIGUSR2, SIGVTALRM, SIGSTKFLT, SIGIO,   SIGXCPU, SIGXFSZ};
 
-alignas(16) std::array<char, 65536> handlerStack; // the program's own may be what has overflowed
+alignas(16) std::array<char, 65536> handlerStack; // a handler must also run after an overflow of the normal stack
 
-/// A lock begins with the number of the process that wrote it.
+/// A lock file begins with the process number of its owner.
 bool isWrittenBy(pid_t process, const char *lockFile) {
     const int lock = ::open(lockFile, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     std::array<char, 16> text{};
@@ -47,7 +47,7 @@ bool isWrittenBy(pid_t process, const char *lockFile) {
 
 void letGoAndEnd(int number) {
     HeldPort::letGoOfAll();
-    ::raise(number); // has its default effect on the return from here
+    ::raise(number); // takes its default effect when this handler returns
 }
 
 void giveHandlersAStack() {
@@ -81,7 +81,7 @@ HeldPort::~HeldPort() {
 void HeldPort::letGoOfAll() noexcept {
     for (Place &place : places) {
         const int terminal = place.terminal.exchange(-1);
-        if (terminal == -1 || place.process != ::getpid()) // a child that has not become another program yet
+        if (terminal == -1 || place.process != ::getpid()) // a forked child before its exec
             continue;
         ::ioctl(terminal, TIOCNXCL);
         ::flock(terminal, LOCK_UN);

@@ -7,7 +7,7 @@ namespace ostrel {
 
 namespace {
 
-constexpr char generalSection[] = "General"; ///< stands for rows without a section; a section of that name gets a "%"
+constexpr char generalSection[] = "General"; ///< for rows without a section; a section of that name gets a "%"
 
 struct Escape {
     char letter;
@@ -79,7 +79,7 @@ QString unescapedSection(const QByteArray &bytes) {
     return unescapedKey(bytes);
 }
 
-/// How one character is written within a value; empty for one that stands for itself.
+/// The escape for a character within a value; empty for a character that needs none.
 QString escapeFor(QChar c, bool afterNumber) {
     for (const Escape &escape : escapes) {
         if (c == QLatin1Char(escape.character))
@@ -92,7 +92,7 @@ QString escapeFor(QChar c, bool afterNumber) {
 }
 
 QByteArray escapedValue(const QString &value) {
-    // A leading "@" announces a value of another type; a second one takes that back.
+    // A leading "@" marks a value of another type than text; "@@" stands for a text that begins with "@".
     QString text = value.startsWith(QLatin1Char('@')) ? QStringLiteral("@") : QString();
     bool needsQuotes = value.isEmpty() || value.front() == QLatin1Char(' ') || value.back() == QLatin1Char(' ');
     bool afterNumber = false;
@@ -106,7 +106,7 @@ QByteArray escapedValue(const QString &value) {
     return needsQuotes ? '"' + bytes + '"' : bytes;
 }
 
-/// Takes the escape that begins behind the backslash at `at` and leaves `at` on its last character.
+/// Reads the escape that begins with the backslash at `at`, and leaves `at` on its last character.
 QChar unescaped(const QString &text, qsizetype &at) {
     const QChar letter = ++at < text.size() ? text[at] : QLatin1Char('\\');
     if (letter == QLatin1Char('x')) {

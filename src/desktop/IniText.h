@@ -10,8 +10,8 @@
 namespace ostrel {
 
 /// Texts in sections, written as QSettings writes and reads its INI format: escaped keys, quotes around values that
-/// need them, UTF-8. Lines that a person has edited are understood as far as they make sense: a comma without quotes
-/// belongs to the text, a line without "=" is dropped. Values of other types than text come through unread.
+/// need them, UTF-8. Lines edited by hand are read as far as possible: a comma without quotes belongs to the text, a
+/// line without "=" is dropped. Values of other types than text are kept unchanged.
 class IniText {
 public:
     IniText() = default;
@@ -22,12 +22,12 @@ public:
     std::optional<QString> value(const QString &section, const QString &key) const;
     std::map<QString, QString> values(const QString &section) const;
     void setValue(const QString &section, const QString &key, const QString &value);
-    /// False when there was nothing of the kind.
+    /// These return false when there was nothing to remove.
     bool remove(const QString &section, const QString &key);
     bool removeSection(const QString &section);
 
 private:
-    std::map<QString, std::map<QString, QByteArray>> sections_; ///< the values still as they stand in the file
+    std::map<QString, std::map<QString, QByteArray>> sections_; ///< the values still escaped as in the file
 };
 
 } // namespace ostrel

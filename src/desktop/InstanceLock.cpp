@@ -4,7 +4,7 @@
 namespace ostrel {
 
 InstanceLock::InstanceLock(const QString &folder) : running_(folder + QStringLiteral("/running.lock")) {
-    // One copy at a time decides: between looking and sharing, another one would find nobody there.
+    // One copy at a time does this: a second copy between the two calls would not see the first one.
     FileLock deciding(folder + QStringLiteral("/starting.lock"));
     deciding.exclusive();
     previous_ = !running_.tryExclusive();

@@ -5,8 +5,8 @@
 
 namespace ostrel {
 
-/// Tells whether another copy of the program was running when this one started. Held for the life of the program:
-/// every copy shares in one lock, so that the answer stays right after the first copy has gone.
+/// Tells whether another copy of the program was running when this one started. Held for the life of the program: all
+/// copies share one lock, so that the answer stays right after the first copy has ended.
 class InstanceLock {
 public:
     /// `folder` must exist and be writable for all copies; a failure is a RunTimeError.

@@ -36,7 +36,7 @@ void LogindLock::ask(const QDBusConnection &bus) {
         const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *answer;
         if (wanted_ && reply.isValid())
             lock_ = reply.value();
-        // The answer holds a copy of the lock, which goes with it.
+        // The answer holds a copy of the lock's descriptor and closes it when it is deleted.
         answer->deleteLater();
     });
 }
@@ -59,7 +59,7 @@ void LogindSleepGuard::setHeld(bool held) {
 }
 
 void LogindSleepGuard::openBus() {
-    // A bus that is stuck keeps whoever opens it waiting for half a minute.
+    // On a thread, since opening a bus that does not respond takes half a minute.
     const auto opened = std::make_shared<QDBusConnection>(QString());
     opening_.reset(QThread::create([open = openBus_, opened] { *opened = open(); }));
     connect(opening_.get(), &QThread::finished, this, [this, opened] {

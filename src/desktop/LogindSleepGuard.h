@@ -16,10 +16,10 @@ class QThread;
 
 namespace ostrel {
 
-/// One lock of logind's, taken and dropped without waiting for the answer. One that is refused is done without.
+/// One lock of logind, taken and released without waiting for the answer. A refused lock is not an error.
 class LogindLock : public QObject {
 public:
-    /// `what` and `mode` are logind's own words.
+    /// `what` and `mode` as logind defines them.
     LogindLock(QString what, QString mode) : what_(std::move(what)), mode_(std::move(mode)) {}
 
     void setHeld(bool held, const QDBusConnection &bus);
@@ -34,11 +34,11 @@ private:
     QDBusUnixFileDescriptor lock_; ///< the lock lasts as long as this is open
 };
 
-/// Asks logind over the system bus. Nothing waits for an answer; without a bus or logind the guard does nothing.
+/// Uses logind over the system bus and never waits for an answer. Without a bus or logind it does nothing.
 class LogindSleepGuard : public QObject, public SleepGuard {
     Q_OBJECT
 public:
-    /// `openBus` is called at the first need, on a thread of its own.
+    /// `openBus` is called when the bus is first needed, on its own thread.
     explicit LogindSleepGuard(std::function<QDBusConnection()> openBus = &QDBusConnection::systemBus);
     ~LogindSleepGuard() override;
 
@@ -57,7 +57,7 @@ private:
 
     bool held_ = false;
     bool goingToSleep_ = false;
-    // Two locks rather than one on both: a user from afar may be refused the first.
+    // Two locks rather than one lock for both: logind may refuse a remote user the first.
     LogindLock againstSleep_{QStringLiteral("sleep"), QStringLiteral("block")};
     LogindLock againstIdleness_{QStringLiteral("idle"), QStringLiteral("block")};
     LogindLock beforeSleep_{QStringLiteral("sleep"), QStringLiteral("delay")};

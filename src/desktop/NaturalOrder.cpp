@@ -7,7 +7,7 @@ namespace {
 
 bool isDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
 
-/// Takes the digits off the front of a text; without their leading zeros a longer number is a larger one.
+/// Takes the digits off the front of a text and drops leading zeros, so that a longer number is always the larger one.
 QStringView takeNumber(QStringView &text) {
     qsizetype end = 0;
     while (end < text.size() && isDigit(text[end]))

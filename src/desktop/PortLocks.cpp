@@ -24,16 +24,16 @@ namespace ostrel {
 namespace {
 
 constexpr int longestLock = 255;
-constexpr int beingWritten = 10; ///< s: a lock without a number may still get it
-constexpr int namesKept = 15;    ///< letters of a program's name that the kernel keeps
+constexpr int beingWritten = 10; ///< s: the process number may not be in the lock file yet
+constexpr int namesKept = 15;    ///< letters of a program's name in /proc
 
-/// ttyUSB0, serial/by-id/usb-...: what the locks are named after.
+/// The name that locks are named after: ttyUSB0, serial/by-id/usb-...
 QString portName(const QString &path) {
     const QLatin1String devices("/dev/");
     return path.startsWith(devices) ? path.mid(devices.size()) : path;
 }
 
-/// Programs differ in what they make of a slash.
+/// Programs replace a slash in different ways.
 QStringList lockNames(const QString &path) {
     const QString name = portName(path);
     QStringList names{QString(name).replace(QLatin1Char('/'), QLatin1Char('_'))};
@@ -44,7 +44,7 @@ QStringList lockNames(const QString &path) {
     return names;
 }
 
-/// A decimal number with whatever behind it, or four bytes in the machine's order; 0 for neither.
+/// The owner's process number: a decimal number as the first word, or four bytes in host byte order; else 0.
 pid_t ownerIn(const QByteArray &lock) {
     bool isText = false;
     const int number = lock.simplified().split(' ').first().toInt(&isText);
@@ -56,14 +56,13 @@ pid_t ownerIn(const QByteArray &lock) {
     return binary;
 }
 
-/// QLockFile names the program in the second of its lines; empty for locks of another kind.
+/// The program name in the second line of a QLockFile; empty for locks of another kind.
 QByteArray programIn(const QByteArray &lock) {
     const QList<QByteArray> lines = lock.split('\n');
     return lines.size() > 2 ? lines[1] : QByteArray();
 }
 
-/// A process number may have been given anew, to a program of another name. A dead process that nobody has fetched yet
-/// holds no port.
+/// A process number may have been reused by a program with another name. A zombie holds no port.
 bool lives(pid_t process, const QByteArray &program) {
     if (process <= 0 || process == ::getpid() || (::kill(process, 0) != 0 && errno != EPERM))
         return false;
@@ -78,7 +77,7 @@ bool lives(pid_t process, const QByteArray &program) {
 }
 
 bool isHeld(int lock) {
-    // Qt's programs hold their lock files by this as well.
+    // Programs with Qt also hold an flock on their lock file.
     if (::flock(lock, LOCK_EX | LOCK_NB) != 0)
         return true;
     std::array<char, longestLock> text;
@@ -90,7 +89,7 @@ bool isHeld(int lock) {
     return lives(ownerIn(content), programIn(content));
 }
 
-/// What stands there without being a file is no lock.
+/// Only a plain file counts as a lock.
 bool isFile(const QByteArray &path) {
     struct stat found {};
     return ::lstat(path.constData(), &found) == 0 && S_ISREG(found.st_mode);

@@ -5,23 +5,23 @@
 
 namespace ostrel {
 
-/// The lock files by which serial programs tell each other that a port is taken, such as /run/lock/LCK..ttyS0. Whose
-/// owner is dead does not count.
+/// The lock files by which serial programs show each other that a port is in use, such as /run/lock/LCK..ttyS0. A lock
+/// whose owner is dead does not count.
 namespace PortLocks {
 
-/// Where they lie, first the folder that QSerialPort prefers for its own.
+/// The folders of the locks, in the order in which QSerialPort chooses one for its own lock.
 const QStringList &usualFolders();
 
-/// Makes way for whoever is about to open the device that has all these paths: a lock is made under the name by which a
-/// program was given the device. Raises 8005 when a living program, or one that cannot be told from a living one, holds
-/// a lock. What dead ones left is removed, as far as this user may.
+/// Call it before opening a device; `paths` are all paths of the device, since a program names its lock after the path
+/// it was given. Raises 8005 when a live program, or one that may be alive, holds a lock. Removes the locks of dead
+/// programs, as far as this user may.
 void takeOver(const QStringList &paths, const QStringList &folders = usualFolders());
 
-/// The file that QSerialPort locks a port of this path by; empty when there is no folder for it.
+/// The lock file of QSerialPort for a port with this path; empty when there is no folder for it.
 QString fileOfQSerialPort(const QString &path);
 
-/// The first of a device's paths by which QSerialPort finds the place of its lock free, else the last. What cannot be
-/// removed, such as the lock of another user's dead program, would keep it from opening the device.
+/// The first of a device's paths whose lock file QSerialPort can make, else the last path. A lock file that cannot be
+/// removed, such as the one of another user's dead program, would keep QSerialPort from opening the device.
 QString freeName(const QStringList &paths);
 
 } // namespace PortLocks

@@ -18,14 +18,14 @@ namespace ostrel {
 
 namespace {
 
-/// Qt's dialog would take a file in a folder that does not exist, save under what stands between quotation marks, give
-/// its extension only to names without any point, and open no file whose name has none.
+/// Qt's dialog would accept a file in a missing folder, would save under the part of a name that is in quotation marks,
+/// would append the extension only to names without a point, and could not open a file without an extension.
 class FileDialog : public QFileDialog {
 public:
     FileDialog(QWidget *parent, const QString &extension, int flags)
         : QFileDialog(parent), extension_(extension), flags_(flags) {}
 
-    /// That was chosen, with its folder.
+    /// The chosen file, with its folder.
     QString file() const { return acceptMode() == AcceptSave ? toSave_ : selectedFiles().value(0); }
 
 protected:
@@ -38,7 +38,7 @@ protected:
 
 private:
     void acceptToOpen() {
-        // Of a name without extension the file itself is meant, if there is one.
+        // A name without extension means the file of exactly that name, if there is one.
         setDefaultSuffix({});
         if (!QFileInfo::exists(selectedFiles().value(0)))
             setDefaultSuffix(extension_);
@@ -73,7 +73,7 @@ private:
         }
     }
 
-    /// What is typed is meant: selectedFiles() may answer the folder while the dialog still reads that in.
+    /// The path of the typed name. selectedFiles() may return the folder while the dialog is still reading that.
     QString fileOf(QString typed) const {
         if (typed == QLatin1String("~") || typed.startsWith(QLatin1String("~/")))
             typed.replace(0, 1, QDir::homePath());
@@ -105,8 +105,8 @@ private:
     QString toSave_;
 };
 
-/// "Log(*.chl)|*.chl|All Files(*.*)|*.*" as Qt writes it: "Log(*.chl) (*.chl)", "All Files(*.*) (*)". The last bracket,
-/// which is not shown, counts.
+/// "Log(*.chl)|*.chl|All Files(*.*)|*.*" as Qt writes it: "Log(*.chl) (*.chl)", "All Files(*.*) (*)". Qt uses the last
+/// bracket, which is not shown.
 QStringList nameFilters(const QString &filter) {
     const QStringList parts = filter.split(QLatin1Char('|'));
     QStringList filters;
@@ -118,7 +118,7 @@ QStringList nameFilters(const QString &filter) {
     return filters;
 }
 
-/// The folder to begin in: the last one as long as it is there.
+/// The folder to begin in: the last one if it still exists.
 QString startFolder(const QString &last) {
     for (const QString &folder : {last, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)}) {
         if (!folder.isEmpty() && QFileInfo(folder).isDir())
@@ -148,7 +148,7 @@ void QtCommonDialog::show(Purpose purpose) {
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(nameFilters(Filter));
     dialog.setDirectory(startFolder(folder_));
-    // The folder may have gone with its drive: then its file's name alone is offered.
+    // The folder may be gone, for instance with its drive: then only the file's name is offered.
     if (const QFileInfo offered(FileName); !FileName.isEmpty())
         dialog.selectFile(offered.dir().exists() ? FileName : offered.fileName());
 

@@ -21,7 +21,7 @@ public:
     void beginPrint() override { printer_.beginPrint(); }
     QString endPrint() override { return printer_.endPrint(); }
 
-    /// The printer as it was set up, whose paper the next report is made for; see ChosenPrinter.
+    /// The chosen printer, whose paper size the next report uses; see ChosenPrinter.
     QPrinter &printer() { return printer_.printer(); }
 
 private:

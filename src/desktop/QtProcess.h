@@ -5,15 +5,14 @@
 
 namespace ostrel {
 
-/// The running program as the QApplication knows it, which must exist.
+/// The running program.
 class QtProcess : public Process {
 public:
-    /// From now on every end of the process lets go of the serial ports, a crash too.
+    /// From now on every end of the process releases the serial ports, a crash too.
     QtProcess();
 
-    /// The serial ports are let go of and what was printed goes out; nothing is torn down and no destructor runs, since
-    /// one that waits would keep the program alive. The operating system closes the files and drops their locks. Exit
-    /// status 0.
+    /// Releases the serial ports and flushes the output streams. No destructor runs, since one that waits would keep
+    /// the program alive. The operating system closes the files and drops their locks. Exit status 0.
     [[noreturn]] void end() override;
 };
 

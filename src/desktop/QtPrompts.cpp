@@ -17,7 +17,7 @@ struct Button {
     BoxAnswer answer;
 };
 
-/// From left to right as they are counted.
+/// From left to right, as defaultButton counts them.
 std::vector<Button> buttonsOf(BoxButtons buttons) {
     constexpr Button ok{QMessageBox::Ok, BoxAnswer::Ok};
     constexpr Button cancel{QMessageBox::Cancel, BoxAnswer::Cancel};
@@ -59,7 +59,7 @@ QMessageBox::Icon iconOf(BoxIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-/// Under the hourglass of the work beneath, a box would seem to ask for patience.
+/// Shows the arrow pointer meanwhile: with the hourglass the box would seem to be busy.
 int execWithArrow(QMessageBox &window) {
     if (QApplication::overrideCursor() == nullptr)
         return window.exec();
@@ -82,7 +82,7 @@ BoxAnswer QtPrompts::show(const MessageBox &box) {
         if (button.button == chosen)
             return button.answer;
     }
-    return buttons.back().answer; // the last one is what closing the box stands for
+    return buttons.back().answer; // the box was closed
 }
 
 void QtPrompts::beep() { QApplication::beep(); }

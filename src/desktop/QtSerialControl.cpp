@@ -17,7 +17,7 @@ namespace ostrel {
 namespace {
 
 constexpr int lookForDeviceEvery = 1000; ///< ms
-/// ms; only for what happens without bytes, as every arrival looks too.
+/// ms; only for events without bytes, since every arrival of bytes checks the line too.
 constexpr int lookAtLineEvery = 2000;
 
 constexpr QFile::Permissions readableToAll = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther;
@@ -64,8 +64,8 @@ QtSerialControl::QtSerialControl(QObject *parent, const QString &name, DeviceOfP
     line_.setFlowControl(QSerialPort::NoFlowControl);
     lookForDevice_.setInterval(lookForDeviceEvery);
     lookAtLine_.setInterval(lookAtLineEvery);
-    // Never from inside QSerialPort: while its signal lasts it gives no other, not even under a dialog of the
-    // handler's, and after an exception none at all.
+    // Queued: QSerialPort emits no second signal while a handler of the first one runs, not even from the event loop of
+    // a dialog, and none at all after an exception.
     connect(&line_, &QSerialPort::readyRead, this, &QtSerialControl::lookAtLine, Qt::QueuedConnection);
     connect(&line_, &QSerialPort::errorOccurred, this, &QtSerialControl::onLineError, Qt::QueuedConnection);
     connect(&lookForDevice_, &QTimer::timeout, this, &QtSerialControl::lookForDevice);
@@ -82,7 +82,7 @@ void QtSerialControl::setPortOpen(bool open) {
         input_.clear();
         overflowing_ = false;
         openDevice();
-        // What came before nobody listened to; a line that was closed has heard nothing.
+        // Bytes that arrived before the opening are dropped: a closed port receives nothing.
         line_.clear(QSerialPort::Input);
         line_.clearError();
     } else {
@@ -102,7 +102,7 @@ void QtSerialControl::openDevice() {
     line_.setPortName(name);
     if (!line_.open(QIODevice::ReadOnly))
         throw RunTimeError(errorFor(line_.error()), line_.errorString());
-    QFile::setPermissions(lockFile, readableToAll); // the next user must see whether its owner lives
+    QFile::setPermissions(lockFile, readableToAll); // other users must be able to see whether its owner is alive
     device_->excludeOthers();
     countInDevice();
     seen_ = counting_(*device_);
@@ -119,8 +119,8 @@ void QtSerialControl::closeDevice() {
     device_.reset();
 }
 
-/// The device has vanished. QSerialPort would go on complaining without end, so that the first complaint closes it. No
-/// event is raised: an unplugged line is no sign of life. A complaint about a port that was closed meanwhile is void.
+/// The device was unplugged. The first error closes it, since QSerialPort would repeat the error without end. No event
+/// is raised: it would count as a sign of life. An error of a port that was closed meanwhile is ignored.
 void QtSerialControl::onLineError() {
     if (!open_ || !line_.isOpen() || line_.error() == QSerialPort::NoError)
         return;
@@ -174,7 +174,7 @@ bool QtSerialControl::keep(const QByteArray &bytes) {
     return bytes.size() <= room;
 }
 
-/// What has happened since the last look, however often.
+/// The events since the last check of the line, each once.
 std::set<int> QtSerialControl::eventsOfLine() {
     std::set<int> events;
     if (!seen_)
@@ -188,7 +188,7 @@ std::set<int> QtSerialControl::eventsOfLine() {
     return events;
 }
 
-/// Nothing comes from a port that a handler has closed meanwhile. An error of the handler keeps no event from it.
+/// Stops when a handler has closed the port. After an error of a handler the other events are still raised.
 void QtSerialControl::raise(const QList<int> &events) {
     EveryStep told;
     for (const int event : events) {
@@ -199,7 +199,7 @@ void QtSerialControl::raise(const QList<int> &events) {
     told.raise();
 }
 
-/// What already waits in the input buffer need not be counted again.
+/// The device counts only the bytes that the input buffer still lacks for a receive event.
 void QtSerialControl::countInDevice() {
     if (device_)
         device_->reportAt(static_cast<int>(std::max<qsizetype>(1, threshold_ - input_.size())));

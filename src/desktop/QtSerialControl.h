@@ -16,15 +16,15 @@
 
 namespace ostrel {
 
-/// A serial port on QSerialPort. Wakes the program only when a whole receive event has come in: the terminal itself
-/// counts to RThreshold.
+/// A serial port with QSerialPort. The terminal itself counts the bytes up to RThreshold, so the program wakes up only
+/// for a whole receive event.
 class QtSerialControl : public QObject, public SerialControl {
     Q_OBJECT
 
 public:
-    /// The path of the device that stands for a port's number; empty for none.
+    /// Returns the device path for a port number; empty for none.
     using DeviceOfPort = std::function<QString(int)>;
-    /// What the line's faults and the changes of its signals are counted by.
+    /// Reads the counters of the line's faults and signal changes.
     using Counting = std::function<std::optional<LineCounters>(const SerialDevice &)>;
 
     /// `name` becomes the object name.
@@ -34,7 +34,7 @@ public:
     qint16 CommPort() const override { return port_; }
     void setCommPort(qint16 number) override { port_ = number; }
     bool PortOpen() const override { return open_; }
-    /// Opening an open port leaves it alone.
+    /// Opening an open port does nothing.
     void setPortOpen(bool open) override;
     void setInBufferSize(int bytes) override { inBufferSize_ = bytes; }
     void setRThreshold(int bytes) override;
@@ -62,15 +62,15 @@ private:
 
     bool open_ = false;
     QString path_;                       ///< of the open port
-    std::optional<SerialDevice> device_; ///< none while the port is closed or its device has vanished
+    std::optional<SerialDevice> device_; ///< none while the port is closed or its device unplugged
     std::optional<HeldPort> held_;       ///< of the device
     QSerialPort line_;
-    QTimer lookForDevice_; ///< on while the device has vanished
+    QTimer lookForDevice_; ///< on while the device is unplugged
     QTimer lookAtLine_;    ///< on while the device counts, or has signals
     std::optional<LineCounters> seen_;
 
     QByteArray input_;
-    bool overflowing_ = false; ///< bytes are being lost, and that has been told
+    bool overflowing_ = false; ///< bytes are being lost, and the event was raised
 };
 
 } // namespace ostrel

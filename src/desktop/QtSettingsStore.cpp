@@ -49,10 +49,10 @@ void QtSettingsStore::exclusively(const std::function<void()> &body) {
         return body();
     const QFileInfo file(file_);
     makePath(file.path());
-    // Not the name with ".lock" behind it: QSettings itself takes that for its own kind of lock.
+    // Not the whole file name plus ".lock": QSettings uses that name for a lock of its own kind.
     const QString name = file.path() + QLatin1Char('/') + file.completeBaseName() + QStringLiteral(".lock");
     FileLock lock(name);
-    // Who holds it is through in no time, unless he hangs: that must not stop the acquisition.
+    // Another copy holds the lock only briefly. If that copy hangs, waiting for it must not stop the acquisition.
     if (!lock.exclusiveWithin(std::chrono::seconds(2)))
         throw RunTimeError(ErrorNumber::PermissionDenied, name + QStringLiteral(": held by another program"));
     const QScopedValueRollback locked(locked_, true);

@@ -8,12 +8,12 @@
 
 namespace ostrel {
 
-/// The store in an INI file as QSettings has it. Each reading looks at the file anew, since other copies write it too.
-/// Each writing reads, changes and replaces it under a lock of all copies; the file stands whole at every moment.
+/// The store in an INI file in the format of QSettings. Every read opens the file again, since other copies write it
+/// too. A write reads, changes and replaces it under a lock of all copies; it is complete at every moment.
 class QtSettingsStore : public SettingsStore {
 public:
-    /// The file and its folder, for the user alone, are made at the first writing. Anything but a plain file is
-    /// refused, a symbolic link too.
+    /// The first write makes the file and its folder, for the user alone. Anything but a plain file is refused, a
+    /// symbolic link too.
     explicit QtSettingsStore(QString file);
 
     QString GetSetting(const QString &section, const QString &key, const QString &fallback) const override;
@@ -24,12 +24,12 @@ public:
     void exclusively(const std::function<void()> &body) override;
 
 private:
-    /// `edit` answers whether there is something to write.
+    /// `edit` returns whether there is something to write.
     void change(const std::function<bool(IniText &)> &edit);
     IniText read() const;
 
     QString file_;
-    bool locked_ = false; ///< by us
+    bool locked_ = false; ///< by this object
 };
 
 } // namespace ostrel

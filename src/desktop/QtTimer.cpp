@@ -6,7 +6,7 @@ namespace ostrel {
 QtTimer::QtTimer(QObject *parent, const QString &name, int interval, bool on)
     : interval_(interval), timer_(new QTimer(parent)) {
     timer_->setObjectName(name);
-    timer_->setTimerType(Qt::PreciseTimer); // a coarse one is off by up to a twentieth of its interval
+    timer_->setTimerType(Qt::PreciseTimer); // a coarse timer is wrong by up to 5 % of its interval
     timer_->setInterval(interval);
     QObject::connect(timer_, &QTimer::timeout, timer_, [this] {
         if (Tick)

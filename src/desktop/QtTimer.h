@@ -8,10 +8,10 @@
 
 namespace ostrel {
 
-/// A timer on Qt's own, precise to the millisecond as far as the event loop is free.
+/// A timer with QTimer, precise to the millisecond while the event loop is free.
 class QtTimer : public Timer {
 public:
-    /// The QTimer becomes a child of `parent`, which may go first, and bears `name` as its object name.
+    /// The QTimer becomes a child of `parent`, which may be destroyed first, with `name` as its object name.
     QtTimer(QObject *parent, const QString &name, int interval, bool on = false);
     ~QtTimer() override;
     QtTimer(const QtTimer &) = delete;

@@ -14,7 +14,7 @@ namespace ostrel {
 
 namespace {
 
-constexpr mode_t allMayRead = 0666; // and write, as far as the user's mask lets them
+constexpr mode_t allMayRead = 0666; // and write; the umask restricts it
 
 }
 
@@ -32,7 +32,7 @@ QString ReportFile::make(const QByteArray &document) {
     return chosen_;
 }
 
-/// The name is taken before anything is written: of two programs that want it only one gets it.
+/// Creates the file under its name first, so that only one of two programs gets the name.
 QString ReportFile::makeBeside(const QByteArray &document) const {
     FileOperations &disk = FileOperations::system();
     QString file;
@@ -61,13 +61,13 @@ QString ReportFile::nextFree(const QString &file) {
 
 bool ReportFile::isFree(const QString &file) {
     const QFileInfo info(file);
-    return !info.exists() && !info.isSymLink(); // a link that leads nowhere is a name that is taken too
+    return !info.exists() && !info.isSymLink(); // the name of a dangling link is in use too
 }
 
 bool ReportFile::isReplaceable(const QString &file) {
     const QFileInfo info(file);
     QFile document(file);
-    // A pipe would be waited for.
+    // Checked before opening: opening a pipe would wait for its writer.
     if (!info.isFile() || !info.isWritable() || !document.open(QIODevice::ReadOnly))
         return false;
     return document.size() == 0 || document.read(5) == "%PDF-";

@@ -9,26 +9,26 @@
 
 namespace ostrel {
 
-/// The PDF file that reports go to in place of a printer. Only the first one may replace a file: the one that stood
-/// there when the name was chosen, if the operator agreed to that. What has come or changed since then stays, and so
-/// does every report: the next ones get the next free name beside it, "report-2.pdf".
+/// The PDF file for reports in place of a printer. Only the first report may replace a file: the one that existed when
+/// the name was chosen, if the operator agreed. A file that is newer or was changed since then is kept, and so is every
+/// report: later reports get the next free name in the same folder, "report-2.pdf".
 class ReportFile {
 public:
     ReportFile(const QString &chosen, bool mayReplace);
 
-    /// Where the next report will be, as far as can be told.
+    /// The probable name of the next report.
     QString next() const { return nextFree(chosen_); }
-    /// Answers the file that the document is in; empty when that failed, which leaves nothing behind.
+    /// Writes the document and returns its file; empty after a failure, which leaves no file.
     QString make(const QByteArray &document);
 
-    /// The name itself when it is free; otherwise with the next number behind it, from 2 on.
+    /// The name itself when it is free; otherwise with the next free number appended, from 2 on.
     static QString nextFree(const QString &file);
     static bool isFree(const QString &file);
-    /// A PDF document that may be written, or an empty file, which holds nothing.
+    /// A PDF document or an empty file, if the user may write it.
     static bool isReplaceable(const QString &file);
 
 private:
-    /// By which a file is known again.
+    /// Shows whether a file was changed.
     struct State {
         bool operator==(const State &) const = default;
         qint64 size;

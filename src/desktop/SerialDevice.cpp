@@ -31,8 +31,8 @@ RunTimeError openError(int error, const QString &path) {
     case ENODEV:
     case ENXIO:
     case ENOTTY:
-    case EINVAL: // no terminal either
-    case EIO:    // a port of the kernel's list that has no chip
+    case EINVAL: // not a terminal
+    case EIO:    // a port in the kernel's list without a chip
         return RunTimeError(ErrorNumber::InvalidPortNumber);
     case EACCES:
     case EPERM:
@@ -44,7 +44,7 @@ RunTimeError openError(int error, const QString &path) {
     }
 }
 
-/// Nothing else is opened: whoever writes into a FIFO would take that for a listener.
+/// Opens only a character device: the writer of a FIFO would take the opening for a reader.
 Descriptor opened(const QString &path) {
     const QByteArray name = QFile::encodeName(path);
     struct stat found {};
@@ -77,7 +77,7 @@ void SerialDevice::reportAt(int bytes) {
     if (count == reportAt_ || ::tcgetattr(device_.get(), &settings) != 0)
         return;
     settings.c_cc[VMIN] = static_cast<cc_t>(count);
-    settings.c_cc[VTIME] = 0; // with a time limit the terminal would report the first byte
+    settings.c_cc[VTIME] = 0; // with a time limit the terminal would already report the first byte
     if (::tcsetattr(device_.get(), TCSANOW, &settings) == 0)
         reportAt_ = count;
 }
@@ -97,7 +97,7 @@ QByteArray SerialDevice::takeWaiting() {
 }
 
 std::optional<LineCounters> SerialDevice::counters() const {
-    // The signals first: without a handshake a chip tells their changes, and has them counted, only when it is asked.
+    // The signals first: without a handshake a chip reports and counts their changes only when they are queried.
     int on = 0;
     serial_icounter_struct counted{};
     const bool hasSignals = ::ioctl(device_.get(), TIOCMGET, &on) == 0;

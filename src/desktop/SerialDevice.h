@@ -10,7 +10,7 @@
 
 namespace ostrel {
 
-/// What has happened on a serial line since the computer started.
+/// Counts of the events on a serial line since the computer started.
 struct LineCounters {
     int breaks = 0;
     int framing = 0;
@@ -25,24 +25,24 @@ struct LineCounters {
     int ring = 0;
 };
 
-/// The terminal device of a serial port beneath QSerialPort: claimed for one program, and asked and told what
-/// QSerialPort has no words for.
+/// The terminal device of a serial port, below QSerialPort: claims it for one program, and has the calls that
+/// QSerialPort lacks.
 class SerialDevice {
 public:
-    /// Claims the device before anything of it is touched. Raises 8002 when there is none or it is no terminal, 8005
-    /// when another program holds it or it may not be opened.
+    /// Claims the device before any setting of it is changed. Raises 8002 when there is none or it is no terminal, 8005
+    /// when another program uses it or permission is missing.
     explicit SerialDevice(const QString &path);
 
-    /// The device's own path, by whatever link it was found.
+    /// The device's own path, without symbolic links.
     QString path() const;
-    /// A path of the device that no other process has.
+    /// A path of the device that no other process uses.
     QString privatePath() const;
     int descriptor() const { return device_.get(); }
 
-    /// Others can no longer open the device, whether they honour locks or not; only root still can.
+    /// Other processes can no longer open the device, even if they ignore locks; only root can.
     void excludeOthers();
 
-    /// From now on the device reports bytes only once this many wait, as far as terminals count (255).
+    /// From now on the device reports bytes only when this many wait; the count is limited to 1 to 255.
     void reportAt(int bytes);
     /// Bytes that wait in the kernel.
     int waiting() const;

@@ -13,7 +13,7 @@ namespace ostrel {
 namespace {
 
 constexpr int portCount = 10;
-constexpr qint64 listingHolds = 1000; // ms: all ten ports are tried one after the other
+constexpr qint64 listingHolds = 1000; // ms: one listing serves for a search through all ten ports
 
 bool isOnBoard(const QString &name) { return name.startsWith(QLatin1String("ttyS")); }
 

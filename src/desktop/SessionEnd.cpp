@@ -12,16 +12,16 @@ namespace ostrel {
 
 namespace {
 
-// A session that another program keeps after our operator's yes does not tell so: the yes must not last.
+// When another program keeps the session after our operator agreed, we are not told: so the agreement expires.
 constexpr std::chrono::minutes agreementLasts(5);
 
-/// A recorder that comes back by itself would take the instrument's port, and ask for a name before anyone looks.
+/// A recorder restarted by the session would take the instrument's port and ask for a name before anybody is there.
 void stayAway(QSessionManager &session) { session.setRestartHint(QSessionManager::RestartNever); }
 
 } // namespace
 
 SessionEnd::SessionEnd() {
-    // The session waits for the return from these.
+    // The session waits until these return.
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &SessionEnd::commit, Qt::DirectConnection);
     connect(qGuiApp, &QGuiApplication::saveStateRequest, this, stayAway, Qt::DirectConnection);
     qGuiApp->installEventFilter(this);
@@ -33,7 +33,7 @@ bool SessionEnd::mayEnd(bool mayAsk) {
         endsUnasked();
         return true;
     }
-    if (asking_) // and the first question is still on the screen
+    if (asking_) // the first question is still on the screen
         return false;
     const QScopedValueRollback<bool> asking(asking_, true);
     if (!askToEnd())
@@ -51,7 +51,7 @@ void SessionEnd::commit(QSessionManager &session) {
 }
 
 bool SessionEnd::eventFilter(QObject *watched, QEvent *event) {
-    // The session's last word reaches the application as the event to quit.
+    // The session ends the application by a Quit event.
     if (watched != qGuiApp || event->type() != QEvent::Quit)
         return QObject::eventFilter(watched, event);
     ends(!agreement_.hasExpired());

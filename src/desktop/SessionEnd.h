@@ -10,20 +10,19 @@ class QSessionManager;
 
 namespace ostrel {
 
-/// Meets the end of the operator's session, by log-out or shutdown. First the session asks its programs whether it may
-/// end; later it ends, or does not, since another program has kept it. Needs the QGuiApplication, and all three
-/// functions.
+/// Handles the end of the operator's session by log-out or shutdown. First the session asks its programs whether it may
+/// end; later it ends, unless another program has kept it. Needs the QGuiApplication, and all three functions.
 class SessionEnd : public QObject {
 public:
     SessionEnd();
 
-    /// The operator may be asked; false keeps the session. Boxes may be shown, nothing may be torn down yet.
+    /// The operator may be asked; false keeps the session. It may show boxes but must not close anything yet.
     std::function<bool()> askToEnd;
-    /// The operator may not be asked. What is at stake goes to disk, and the program lives on: some sessions have their
-    /// programs save without ending.
+    /// The operator may not be asked. Must write unsaved data to the disk and go on: some sessions let their programs
+    /// save without ending.
     std::function<void()> endsUnasked;
-    /// The session ends now, and the program with it; it is in place of the closing of the windows. `agreed`: the
-    /// operator was asked within the last minutes and let the session end.
+    /// The session ends now, and the program with it; called in place of closing the windows. `agreed`: the operator
+    /// has agreed to the end within the last five minutes.
     std::function<void(bool agreed)> ends;
 
     /// The session's question. False keeps the session.
@@ -35,7 +34,7 @@ private:
     void commit(QSessionManager &session);
 
     bool asking_ = false;
-    QDeadlineTimer agreement_; ///< expired: there is none
+    QDeadlineTimer agreement_; ///< expired: no agreement
 };
 
 } // namespace ostrel

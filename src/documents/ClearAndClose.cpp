@@ -31,7 +31,7 @@ void ClearAndClose::mnuClear_Click() {
                 return;
         }
         if (run_.Recording && !recordedBefore)
-            return; // it has begun under the question: its samples stand in this chart
+            return; // a recording has begun while the question was open; its samples are in this chart
         tabs_.ChartSaved[recorderChart] = !run_.Recording;
     }
     run_.BesideLog = false;
@@ -58,7 +58,7 @@ void ClearAndClose::closeTab(int c) {
             return;
         if (answer == BoxAnswer::Yes)
             save_.mnuSaveData_Click();
-        tabs_.ChartSaved[c] = true; // also when the save failed, of which the operator has been told
+        tabs_.ChartSaved[c] = true; // also when the save failed; the operator has seen the error
     }
     for (int i = c; i <= tabs_.ChartCount - 2; ++i) {
         if (!takeOverNextTab(i)) {

@@ -15,11 +15,11 @@ public:
     ClearAndClose(TabStates &tabs, RunState &run, const DocumentCharts &charts, DocumentWindow &window,
                   Prompts &prompts, ErrorRoute &errors, SaveFiles &save);
 
-    /// The recorder's axes and view stay. Nothing is cleared when a save that was asked for left no file name.
+    /// The recorder's axes and view stay. Nothing is cleared when the tab still has no file name after the save.
     void mnuClear_Click();
-    /// Closes the file in front. Those behind it are read anew, each one tab further to the left, with the notes that
-    /// the operator has changed; their tabs keep their own view. A file that cannot be read again, or a run-time error,
-    /// is told to the operator and ends the routine where it stands.
+    /// Closes the file in front. The files of the tabs behind it are read again, each one tab further to the left, with
+    /// the notes that the operator has changed; the tabs keep their own view. A file that cannot be read again, or a
+    /// run-time error, is reported to the operator and ends the routine at that point.
     void mnuClose_Click();
 
 private:

@@ -11,9 +11,9 @@
 
 namespace ostrel {
 
-/// Error route, options, files and the running log: one of each unit of the documents, in the order of their making.
+/// Error route, options, files and the running log: one of each unit of the documents, in the order of construction.
 struct Documents {
-    /// What it is made from, and what it reaches.
+    /// Everything that the units use from outside.
     struct Uses {
         Values &values;
         SettingsStore &store;
@@ -32,10 +32,10 @@ struct Documents {
     };
 
     explicit Documents(const Uses &uses);
-    Documents(const Documents &) = delete; // the units know each other
+    Documents(const Documents &) = delete; // the units hold references to each other
     Documents &operator=(const Documents &) = delete;
 
-    /// Its click routines, and what its timer runs.
+    /// Binds the click routines and the timer's routine.
     void bind(Commands &commands, const Guard &guard);
 
     ErrorReporter errors;

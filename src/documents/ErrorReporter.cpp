@@ -18,7 +18,7 @@ void ErrorReporter::HandelError(qint32 ErrorCode) {
         QString text = QString::fromLatin1(box->text);
         text.replace(QLatin1String(ErrorTable::descriptionPlace), reads_.error.description);
         prompts_.show({text, box->icon, QString::fromLatin1(box->caption)});
-        // While the operator reads, the recording goes on.
+        // Recording and logging end only after the operator has answered the box.
         if (ErrorCode == ErrorNumber::ChartFull) {
             EveryStep both;
             both.run([this] { commands_.run(QStringLiteral("mnuStop")); });

@@ -11,15 +11,15 @@
 
 namespace ostrel {
 
-/// The one error route: a message box, an entry of the error log, or nothing, by the number alone.
+/// The one error route: the number gives a message box, a beep with an entry of the error log, or nothing.
 ///
 /// An entry is two lines ended by CR LF: date and time, then the message with the decoder's DebugText directly behind
-/// it. The log file is opened and closed for each entry; a failure to write it flies on to the caller.
+/// it. The log file is opened and closed for each entry; a failure to write it is passed on to the caller.
 class ErrorReporter : public ErrorRoute {
 public:
     struct Reads {
         const CurrentError &error;    ///< quoted by the box about the settings
-        const SerialControl &ComPort; ///< asked for the fullness of its buffer
+        const SerialControl &ComPort; ///< asked how full its buffer is
         const Clock &clock;
     };
 

@@ -21,7 +21,7 @@ QString ShortenCaption(const QString &text, float MaxWidth, const std::function<
         return text;
     const float room = MaxWidth - textWidth(ellipsis);
     QString cut = text;
-    // What the eye takes for one character may be several in the text.
+    // One visible character may be several characters of the text.
     QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
     characters.toEnd();
     while (characters.toPreviousBoundary() > 0) {

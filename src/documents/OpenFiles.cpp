@@ -54,7 +54,7 @@ void OpenFiles::DrawChartLabel(const QString &FileName) {
 
 bool OpenFiles::load(const QString &FileName) {
     const int i = tabs_.ChartCount;
-    tabs_.ChartCount += 1; // while the chart reads, and tells of a damaged file, the tab counts as taken
+    tabs_.ChartCount += 1; // the tab counts as used while the chart reads and shows its error box
     if (charts_[i]->LoadDataFile(FileName))
         return true;
     window_.setTabHead(i, QLatin1String(emptyTab), {});

@@ -20,9 +20,9 @@ public:
     /// Asks for a file and opens it. No run-time error leaves this routine.
     void OpenChartFile(bool IsLog);
 
-    /// Loads a file into the first free tab and brings that to the front. A file that cannot be loaded, of which the
-    /// chart tells the operator, changes nothing. A run whose scroll bar would end beyond 16-bit minutes raises
-    /// overflow (6): its tab stays without a name, and the hourglass stays up.
+    /// Loads a file into the first free tab and brings that to the front. When a file cannot be loaded, the chart tells
+    /// the operator and nothing changes. A run whose scroll bar would need more than 32767 minutes raises overflow (6):
+    /// its tab stays in use without a name, and the hourglass stays on.
     void DrawChartLabel(const QString &FileName);
 
 private:

@@ -12,8 +12,8 @@ RunningLog::RunningLog(Reads reads, RunState &run, Options &options, LogState &l
       window_(window), ComDlg_(ComDlg), errors_(errors) {}
 
 void RunningLog::TimerSaveLog_Timer() {
-    // Before the copy has its directory, the command would save what a crash left behind. A tick behind the last only
-    // brings the rest to the disk.
+    // Before the copy has its own directory, the command would save a left-over log of a crash. The last tick, after
+    // the timer was switched off, only writes the rest to the disk.
     if (writeTelling() && hasDirectory() && TimerSaveLog_.Enabled())
         window_.enableSaveLog(true);
 }
@@ -46,7 +46,7 @@ void RunningLog::writeNow() {
 
 void RunningLog::mnuSaveLog_Click() {
     if (hasDirectory())
-        skippingErrors([this] { writeNow(); }); // with what came in since the last tick
+        skippingErrors([this] { writeNow(); }); // including the data since the last tick
     log_.LogSaved = true;
     if (!charts_.Chart5.CheckLogFile(reads_.identity.LogDirectory)) {
         errors_.HandelError(ErrorNumber::LogLost);
@@ -70,7 +70,7 @@ void RunningLog::mnuSaveLog_Click() {
             log_.LogSaved = false;
         }
     };
-    // A cancelled dialog comes here too: whoever recovers a log has to know that it was not saved.
+    // A cancelled dialog comes here too: the recovery of a log must know that it was not saved.
     trapped(save, [this](const RunTimeError &error) {
         log_.LogSaved = false;
         errors_.HandelError(error.number());
@@ -80,14 +80,14 @@ void RunningLog::mnuSaveLog_Click() {
 void RunningLog::mnuLogOn_Click() {
     window_.showLogging(true);
     options_.DataLogging = true;
-    // The watchdog takes the first back with each of its looks, whatever comes in.
+    // Both are checked, since the watchdog clears ComDataSeen at each check, even while data comes in.
     if (!reads_.link.ComDataSeen && !reads_.link.FirstSyncFound)
-        return; // the timer starts when the stream is next synchronised
+        return; // the timer starts when the stream is synchronised again
     run_.LogEventNumber = run_.ChartEventNumber;
     run_.LogLabelType = Label::None;
     run_.LogEndPending = false;
     run_.LogPausePending = false;
-    run_.LogPaused = run_.ChartPaused; // the end of a pause may have passed unseen
+    run_.LogPaused = run_.ChartPaused; // the log may have missed the end of a pause
     TimerSaveLog_.setEnabled(true);
 }
 

@@ -12,37 +12,37 @@
 
 namespace ostrel {
 
-/// The running log: while logging is on, each tick of its timer brings the log chart up to date in this copy's log
-/// directory, and with it the recorder's chart when that holds unsaved data which the log chart has no part in. The
-/// operator can save it as a log file, and switch logging.
+/// The running log: while logging is on, each tick of its timer writes the new data of the log chart to this copy's log
+/// directory. If the recorder's chart holds unsaved data that is not in the log, its data is written too. The operator
+/// can save the log as a log file, and switch logging on and off.
 class RunningLog {
 public:
-    /// The values of the program that the log works with.
+    /// The values of the program that the log reads.
     struct Reads {
         const LinkState &link;
         const TabStates &tabs;
         const Identity &identity;
-        /// Where to write while LogDirectory is not this copy's yet; with a separator at its end.
+        /// The directory to write to while LogDirectory is not this copy's own yet; with a separator at its end.
         std::function<QString()> ownDirectory;
     };
-    /// The hidden charts, and the recorder's.
+    /// The recorder's chart and the two hidden ones.
     struct Charts {
         RunLog &Chart0;
         RunLog &Chart5;
         RunLog &Chart6;
     };
 
-    /// The file dialog is that of the main window.
+    /// `ComDlg` is the main window's file dialog.
     RunningLog(Reads reads, RunState &run, Options &options, LogState &log, Charts charts, Timer &TimerSaveLog,
                LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors);
 
-    /// On a full disk the error log cannot be written either: that error flies on. The next tick tries again.
+    /// On a full disk the error log cannot be written either; that error is passed on. The next tick tries again.
     void TimerSaveLog_Timer();
-    /// Brings all that came in to the disk, whether logging is on or not. 0 is good, as with WriteLog.
+    /// Writes all new data to the disk, whether logging is on or not. 0 means success, as with WriteLog.
     qint16 write();
-    /// The same while logging is on, with or without a link: for what the operator has entered and counts on.
+    /// The same, but only while logging is on, with or without a link: for data that the operator has just entered.
     void writeNow();
-    /// LogSaved tells afterwards whether the log was saved. Its dialog leaves CancelError set.
+    /// LogSaved is false after a failure or a Cancel, but true when there is no log. CancelError stays set.
     void mnuSaveLog_Click();
     void mnuLogOn_Click();
     void mnuLogOff_Click();

@@ -29,7 +29,7 @@ void SaveFiles::mnuSaveDataAs_Click() {
     if (path.isEmpty())
         return;
     const QString titleBefore = chart().ChartTitle();
-    chart().setChartTitle(StripExtension(title)); // the file bears it too
+    chart().setChartTitle(StripExtension(title)); // the file has it too
     if (!chart().SaveDataFile(path)) {
         chart().setChartTitle(titleBefore);
         errors_.HandelError(ErrorNumber::SaveFailed);

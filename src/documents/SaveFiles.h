@@ -9,22 +9,22 @@
 
 namespace ostrel {
 
-/// Saves the chart in front to data files. A log file is never written over: its tab saves to a data file anew.
+/// Saves the chart in front to data files. A log file is never overwritten: its tab saves to a new data file.
 ///
-/// While a recording is on the recorder's chart does not count as saved: samples go on coming.
+/// During a recording the recorder's chart never counts as saved, since new samples keep coming.
 ///
-/// A file that cannot be written is told to the operator and changes nothing. A cancelled dialog ends a command
-/// quietly, unless CancelError stands on the shared dialog: then its error (32755) flies on to the caller.
+/// When a file cannot be written, the operator is told and nothing changes. A cancelled dialog ends a command without a
+/// message, unless CancelError is set on the shared dialog: then its error (32755) is passed on to the caller.
 class SaveFiles {
 public:
     SaveFiles(TabStates &tabs, const RunState &run, const DocumentCharts &charts, DocumentWindow &window,
               CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors);
 
-    /// To the file that the tab has; without one, or with a log, as mnuSaveDataAs_Click.
+    /// Saves to the tab's own file; without one, or with a log file, it is the same as mnuSaveDataAs_Click.
     void mnuSaveData_Click();
-    /// To a file that the operator names, which is the tab's from then on.
+    /// Saves to a file that the operator names; from then on it is the tab's file.
     void mnuSaveDataAs_Click();
-    /// The stretch that the chart shows, to another file; the tab keeps its own.
+    /// Saves the time range that the chart shows to another file; the tab keeps its own file.
     void mnuSaveSlectedData_Click();
 
 private:
@@ -32,7 +32,7 @@ private:
     QString &fileName() const { return tabs_.ChartFileName[tabs_.CurrentChart]; }
     bool showsLog() const;
     void saved();
-    /// Shows the dialog with a name to begin with; answers the path chosen, empty for none.
+    /// Shows the dialog with a proposed name; returns the chosen path, empty for none.
     QString askForFile(const QString &title, const QString &offered);
 
     TabStates &tabs_;

@@ -12,11 +12,11 @@ class Settings {
 public:
     Settings(Options &options, CurrentError &error, SettingsStore &store, ErrorRoute &errors);
 
-    /// A key that is missing takes its default. A text that cannot be converted, or a store that fails, is told to the
+    /// A missing key gives the default. A text that cannot be converted, or a failing store, is reported to the
     /// operator, and all options take their defaults. No value is checked for its range.
     void ReadSettings();
     void SetDefaultSettings();
-    /// A failure of the store flies on as a RunTimeError.
+    /// A failure of the store is a RunTimeError.
     void SaveSettings();
 
 private:

@@ -18,7 +18,7 @@ namespace {
 
 constexpr mode_t newFileMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
 
-/// Ends at the first failure, with errno; tells how much was written.
+/// Ends at the first failure, with errno; returns the number of bytes written.
 std::size_t writeUpToFailure(FileOperations &operations, int fd, const std::vector<char> &data, std::size_t position) {
     std::size_t done = 0;
     while (done < data.size()) {
@@ -27,7 +27,7 @@ std::size_t writeUpToFailure(FileOperations &operations, int fd, const std::vect
         if (written < 0 && errno == EINTR)
             continue;
         if (written == 0)
-            errno = ENOSPC; // A disk that takes nothing and gives no reason.
+            errno = ENOSPC; // A write of 0 bytes sets no errno.
         if (written <= 0)
             break;
         done += static_cast<std::size_t>(written);
@@ -39,8 +39,8 @@ struct Entry : statx {
     auto identity() const { return std::tuple(stx_dev_major, stx_dev_minor, stx_ino); }
 };
 
-/// Of an open file by an empty path. Its times are not asked for: a system that was asked for them writes the file's
-/// entry with the next flush, too.
+/// An empty path means the open file `fd`. The times are not queried: after a query of the times the next flush would
+/// have to write the inode too.
 std::optional<Entry> entryOf(int fd, const char *path) {
     Entry entry{};
     if (::statx(fd, path, AT_EMPTY_PATH, STATX_INO | STATX_SIZE, &entry) != 0)
@@ -70,7 +70,7 @@ bool AppendFile::stands() const {
 
 void AppendFile::close() {
     if (fd_ >= 0)
-        operations_.close(fd_); // all that counts was flushed
+        operations_.close(fd_); // everything that counts was flushed
     fd_ = -1;
     length_ = laidOut_ = 0;
     gathered_ = {};
@@ -82,12 +82,14 @@ void AppendFile::add(const void *data, std::size_t size) {
 }
 
 std::error_code AppendFile::flush() {
+    if (!isOpen())
+        return std::make_error_code(std::errc::bad_file_descriptor);
     std::vector<char> data = std::exchange(gathered_, {});
     const std::size_t end = length_ + data.size();
     if (end > laidOut_)
         data.resize((end + layout - 1) / layout * layout - length_);
     const std::size_t reached = length_ + writeUpToFailure(operations_, fd_, data, length_);
-    // Zeros that a full disk did not take any more are not missed.
+    // It does not matter when a full disk took only part of the zeros.
     if (reached < end || operations_.syncData(fd_) != 0)
         return failWith(errno);
     length_ = end;

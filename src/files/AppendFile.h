@@ -12,14 +12,14 @@
 
 namespace ostrel {
 
-/// A file that takes piece after piece, each safe on the disk once flush() has said so: one write, one flush.
+/// A file to which pieces are appended. After a flush() without an error they are on the disk: one write, one flush.
 ///
-/// Zeros are laid out ahead of what is written, 64 KiB at a time, since a file that grows makes every flush take the
-/// file system's own books along. So a reader finds zeros behind the last piece, and after a power cut possibly part of
-/// a piece: it has to know a piece by its own marks.
+/// Zeros are written ahead of the data, 64 KiB at a time: while a file grows, every flush must also write the file
+/// system's metadata. So a reader finds zeros behind the last piece, and after a power cut possibly an incomplete
+/// piece. It must recognise a piece by the piece's own header.
 ///
-/// After a failure the file is closed and not to be trusted for more; what was flushed before stands in it. A file that
-/// has never flushed anything is removed. Errors are those of the operating system (errno).
+/// A failure closes the file; the data that was flushed before is in it. A file without any flushed data is removed.
+/// Errors are those of the operating system (errno).
 class AppendFile {
 public:
     static constexpr std::size_t layout = 64 * 1024;
@@ -29,18 +29,18 @@ public:
     AppendFile(const AppendFile &) = delete;
     AppendFile &operator=(const AppendFile &) = delete;
 
-    /// Makes a new file, never takes one that is there (EEXIST). The one before is closed.
+    /// Makes a new file; an existing one is refused (EEXIST). Closes the file that was open before.
     std::error_code create(const QString &path);
     bool isOpen() const { return fd_ >= 0; }
-    /// Of what was flushed, without the zeros.
+    /// Bytes flushed, without the zeros.
     std::size_t length() const { return length_; }
-    /// The file is open, and still what its path leads to, in its full length.
+    /// The file is open, its path still leads to it, and it has not become shorter.
     bool stands() const;
     void close();
 
-    /// Gathers what the next flush() writes.
+    /// Adds data that the next flush() writes.
     void add(const void *data, std::size_t size);
-    /// No error means: all that was ever added is on the disk.
+    /// Without an error everything that was added is on the disk.
     std::error_code flush();
 
 private:
@@ -50,7 +50,7 @@ private:
     QByteArray path_;
     int fd_ = -1;
     std::size_t length_ = 0;
-    std::size_t laidOut_ = 0; ///< with them
+    std::size_t laidOut_ = 0; ///< length with the zeros
     std::vector<char> gathered_;
 };
 

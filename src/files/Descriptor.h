@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-/// An open file of the operating system, closed with its owner. -1 stands for none.
+/// An open file of the operating system, closed with its owner. -1 for none.
 class Descriptor {
 public:
     Descriptor() = default;

@@ -24,7 +24,7 @@ void flushFolderOf(const QString &path) {
         throw RunTimeError::fromErrno(errno, folder);
 }
 
-/// `none` for what cannot be looked at.
+/// `none` when the path cannot be examined.
 fs::file_type typeOf(const QString &path) {
     std::error_code unknown;
     return fs::symlink_status(native(path), unknown).type();

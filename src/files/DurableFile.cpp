@@ -19,7 +19,7 @@ namespace {
 constexpr int longestLinkChain = 40;
 constexpr mode_t allPermissions = 07777;
 
-/// What a chain of symbolic links ends in, whether it exists or not.
+/// The target at the end of a chain of symbolic links; it need not exist.
 QString behindLinks(const QString &path) {
     QString target = path;
     for (int hops = 0; hops < longestLinkChain && QFileInfo(target).isSymLink(); ++hops)
@@ -86,7 +86,7 @@ std::error_code DurableFile::commit() {
     return error_;
 }
 
-/// The neighbour goes with the first failure, while there is one.
+/// Removes the temporary file, if there is one.
 void DurableFile::failWith(std::error_code error) {
     error_ = error;
     if (const int fd = std::exchange(fd_, -1); fd >= 0)
@@ -101,8 +101,7 @@ void DurableFile::closeNeighbour() {
         failWith(errno);
 }
 
-/// From here on the new file stands under its name; a failure tells only that a power cut may still bring the old one
-/// back.
+/// The new file already has its name; a failure here only means that a power cut may bring the old file back.
 void DurableFile::syncFolder() {
     TemporaryFiles::setUnfinished(nullptr);
     neighbour_.clear();

@@ -11,26 +11,26 @@
 
 namespace ostrel {
 
-/// Replaces a file, or makes it: what is written gathers in a temporary file beside it (TemporaryFiles.h), and commit()
-/// moves it into place once the disk has all of it. Whatever fails, and wherever a power cut strikes, the old file or
-/// the new one stands whole.
+/// Replaces a file, or makes it: the data goes to a temporary file beside it (TemporaryFiles.h), and commit() renames
+/// that once all of it is on the disk. After any failure, and after a power cut at any moment, the old file or the new
+/// one is complete.
 ///
 /// The new file keeps the permissions of the old one, and a symbolic link goes on pointing to it, unless links are
-/// refused. A file that the user may not write is refused, although its folder would allow the exchange; so is anything
+/// refused. A file that the user may not write is refused, although its folder would allow the rename; so is anything
 /// but a plain file. The values of errors are those of the operating system (errno).
 class DurableFile {
 public:
     explicit DurableFile(const QString &path, FileOperations &operations = FileOperations::system(),
                          Links links = Links::Follow);
-    /// Without a commit the old file stands and the neighbour goes.
+    /// Without a commit the old file stays and the temporary file is removed.
     ~DurableFile();
     DurableFile(const DurableFile &) = delete;
     DurableFile &operator=(const DurableFile &) = delete;
 
-    /// One call of the operating system each: hand over large pieces. After a failure nothing more is written, and the
-    /// failure comes back from commit() too. False when there was one.
+    /// Not buffered: each call is a call of the operating system, so pass large pieces. After a failure nothing more is
+    /// written, and commit() returns the failure too. False when there was one.
     bool write(QByteArrayView data);
-    /// Ends the writing. No error means: the new file is on the disk, under its name.
+    /// Without an error the new file is on the disk, under its name.
     std::error_code commit();
 
 private:
@@ -42,7 +42,7 @@ private:
     void syncFolder();
 
     FileOperations &operations_;
-    QByteArray path_;   ///< the file itself, no link
+    QByteArray path_;   ///< the file itself, not a link to it
     QByteArray folder_; ///< with a trailing separator
     QByteArray neighbour_;
     int fd_ = -1;
@@ -50,7 +50,7 @@ private:
     std::error_code error_;
 };
 
-/// Replaces a file by `content` at one go.
+/// Replaces a file by `content` in one call.
 std::error_code replaceFile(const QString &path, QByteArrayView content,
                             FileOperations &operations = FileOperations::system(), Links links = Links::Follow);
 

@@ -9,19 +9,18 @@
 
 namespace ostrel {
 
-/// An advisory lock that all copies of the program honour, on a file that only serves for it. The kernel drops the lock
-/// when the object or its process goes, however it goes.
+/// An advisory lock that all copies of the program honour, on a file that only serves for this. The kernel drops the
+/// lock when the object is destroyed or its process ends in any way.
 class FileLock {
 public:
-    /// Makes the file when it is missing. A failure is a RunTimeError, also that something else than a plain file
-    /// stands there.
+    /// Makes the file when it is missing. A failure is a RunTimeError, also when the path is not a plain file.
     explicit FileLock(const QString &path);
 
-    /// False when another copy holds the lock in any way.
+    /// False when another copy holds the lock, exclusive or shared.
     bool tryExclusive();
-    /// Waits for its turn, but not longer; false when it did not come.
+    /// Waits at most `time` for the lock; false when it was not free by then.
     bool exclusiveWithin(std::chrono::milliseconds time);
-    /// These wait for their turn, and give up what was held.
+    /// These wait for the lock, and give up the one held before.
     void exclusive();
     void shared();
 

@@ -65,7 +65,7 @@ bool writeAll(FileOperations &operations, int fd, const void *data, std::size_t 
         if (written < 0 && errno == EINTR)
             continue;
         if (written == 0)
-            errno = ENOSPC; // A disk that takes nothing and gives no reason.
+            errno = ENOSPC; // A write of 0 bytes sets no errno.
         if (written <= 0)
             return false;
         next += written;
@@ -98,7 +98,7 @@ std::error_code eachName(FileOperations &operations, const char *folder,
         return {error, std::generic_category()};
     }
     for (;;) {
-        errno = 0; // the end of a folder leaves it as it was
+        errno = 0; // readdir does not change errno at the end of a folder
         const dirent *entry = operations.nextEntry(listing.get());
         if (entry == nullptr)
             return {errno, std::generic_category()};
@@ -120,7 +120,7 @@ int makePrivateFolder(FileOperations &operations, const char *path) {
     if (operations.makeFolder(path, S_IRWXU) != 0)
         return -1;
     struct stat made {};
-    // A umask may take from the owner, too.
+    // A umask can remove the owner's permissions, too.
     const bool lacking = ::lstat(path, &made) == 0 && (made.st_mode & S_IRWXU) != S_IRWXU;
     return lacking ? ::chmod(path, S_IRWXU) : 0;
 }

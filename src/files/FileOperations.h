@@ -12,8 +12,8 @@
 
 namespace ostrel {
 
-/// The calls of the operating system that put data on a disk and take them from there, one for one: -1 and errno for a
-/// failure. A test stands in for the disk here.
+/// The calls of the operating system that write and read the disk, one for one: -1 and errno for a failure. Tests
+/// replace the disk here.
 class FileOperations {
 public:
     virtual ~FileOperations() = default;
@@ -21,37 +21,37 @@ public:
     virtual int open(const char *path, int flags, mode_t mode);
     virtual ssize_t readAt(int fd, const iovec *pieces, int count, off_t position); ///< preadv
     virtual const dirent *nextEntry(DIR *folder);                                   ///< readdir
-    virtual off_t dataFrom(int fd, off_t position); ///< where a file's next data begin, ENXIO behind the last
+    virtual off_t dataFrom(int fd, off_t position); ///< where a file's next data begins, ENXIO after the last
     virtual ssize_t write(int fd, const void *data, std::size_t size);
     virtual ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position); ///< pwrite
     virtual int chmod(int fd, mode_t mode);
     virtual int sync(int fd);
-    virtual int syncData(int fd); ///< the content alone, and what it takes to read it
+    virtual int syncData(int fd); ///< the content, and only the metadata needed to read it
     virtual int close(int fd);
     virtual int rename(const char *from, const char *to);
     virtual int remove(const char *path);
     virtual int makeFolder(const char *path, mode_t mode);
     virtual int removeFolder(const char *path);
 
-    /// The computer's own disk, which all parts of the program take unless they are given another one.
+    /// The computer's own disk, used wherever no other one is passed.
     static FileOperations &system();
 
 protected:
-    /// This disk, or none, stands in for the computer's own. Whoever has asked for that keeps it, so the stand-in comes
-    /// before the program that is to run on it, and goes after it.
+    /// `disk` replaces the computer's own; null restores that. References from system() are not updated: replace the
+    /// disk before the program under test starts, and restore it after the program has ended.
     static void standIn(FileOperations *disk);
 };
 
-/// Goes on after a short count or an interruption. False, with errno, when not all of it could be written.
+/// Continues after a short write or an interruption. False, with errno, when not everything could be written.
 bool writeAll(FileOperations &operations, int fd, const void *data, std::size_t size);
 /// Brings the entries of a folder to the disk. False, with errno, when that failed.
 bool syncFolder(FileOperations &operations, const char *path);
-/// Hands over the names in a folder, hidden ones too, without "." and "..", as long as `take` wants more. The error is
+/// Calls `take` with each name in a folder, hidden ones too, without "." and "..", until it returns false. The error is
 /// that of the operating system (errno).
 std::error_code eachName(FileOperations &operations, const char *folder, const std::function<bool(const char *)> &take);
-/// The same as a sorted list. What had been read before an error stands in `names`.
+/// The same as a sorted list. After an error `names` holds the names read before it.
 std::error_code listFolder(FileOperations &operations, const QString &folder, QStringList &names);
-/// A folder for the user alone (0700), whatever the umask; -1, with errno, when that failed.
+/// A folder for the user alone (0700), regardless of the umask; -1, with errno, when that failed.
 int makePrivateFolder(FileOperations &operations, const char *path);
 
 } // namespace ostrel

@@ -17,7 +17,7 @@ bool FolderLock::tryTake(const QString &folder) {
     if (::flock(folder_.get(), LOCK_EX | LOCK_NB) != 0)
         return errno != EWOULDBLOCK;
     struct stat found {};
-    return ::fstat(folder_.get(), &found) != 0 || found.st_nlink > 0; // the holder before may have removed it
+    return ::fstat(folder_.get(), &found) != 0 || found.st_nlink > 0; // the previous owner may have removed it
 }
 
 } // namespace ostrel

@@ -7,13 +7,13 @@
 
 namespace ostrel {
 
-/// An advisory lock on a folder itself, honoured by all copies of the program, which leaves nothing behind in it: while
-/// a copy holds the lock of its log directory, no other takes that for a left-over. The kernel drops the lock when the
-/// object or its process goes, however it goes.
+/// An advisory lock on a folder itself, without a file in it, which all copies of the program honour: while a copy
+/// holds the lock of its log directory, no other copy takes the directory for a left-over. The kernel drops the lock
+/// when the object is destroyed or its process ends in any way.
 class FolderLock {
 public:
-    /// False when another holds the lock, or when there is no such folder, or no longer. Where the file system knows no
-    /// locks, or the folder may not be opened, nobody is kept off: true.
+    /// False when another process holds the lock, or the folder does not exist or was removed meanwhile. True, without
+    /// a lock, when the file system has no locks, or the path is no folder or may not be opened.
     [[nodiscard]] bool tryTake(const QString &folder);
 
 private:

@@ -76,7 +76,7 @@ std::error_code notPlainError(mode_t mode) {
 OpenedFile openPlainFile(const QString &path, int flags, mode_t mode, FileOperations &operations) {
     const QByteArray name = QFile::encodeName(path);
     struct stat there {};
-    // Looked at first, since the mere opening of a device may move something.
+    // The type is checked before opening, since opening a device can already have an effect.
     if (::lstat(name.constData(), &there) == 0 && !S_ISREG(there.st_mode))
         return {-1, notPlainError(there.st_mode)};
     const int fd = operations.open(name.constData(), flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY, mode);

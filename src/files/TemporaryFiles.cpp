@@ -22,12 +22,12 @@ namespace {
 constexpr char prefix[] = ".ostrel-";
 constexpr char suffix[] = ".tmp";
 constexpr int mostEntries = 10000;
-constexpr std::time_t doubtful = 3600; // seconds; nobody pauses that long within a writing
+constexpr std::time_t doubtful = 3600; // seconds; no writer pauses that long
 
 std::atomic<const char *> unfinished = nullptr;
 
 struct Writer {
-    QByteArray computer; ///< empty, like session and token, where a name does not tell
+    QByteArray computer; ///< empty, like session and token, for a name without them
     QByteArray session;
     pid_t process = 0;
     QByteArray token;
@@ -35,18 +35,18 @@ struct Writer {
 
 QByteArray newToken() { return QByteArray::number(QRandomGenerator::system()->generate(), 16); }
 
-/// Never the same for two that are not known.
+/// An unknown (empty) id gets a random value, so that two unknown ids never look equal.
 QByteArray hashOf(const QByteArray &id) {
     return id.isEmpty() ? newToken() : QCryptographicHash::hash(id, QCryptographicHash::Sha1).first(4).toHex();
 }
 
-/// Process numbers are distinct only within one of the system's name spaces for them, a container for instance.
+/// Process numbers are unique only within one PID namespace, for instance a container, and one boot.
 QByteArray sessionId() {
     const QByteArray boot = QSysInfo::bootUniqueId();
     return boot.isEmpty() ? boot : boot + QFile::symLinkTarget(QStringLiteral("/proc/self/ns/pid")).toUtf8();
 }
 
-/// Process numbers are asked for anew each time: a process may have been forked.
+/// The process number is read each time, since the process may have been forked.
 Writer thisWriter() {
     static const Writer program{hashOf(QSysInfo::machineUniqueId()), hashOf(sessionId()), 0, newToken()};
     return {program.computer, program.session, ::getpid(), program.token};
@@ -56,7 +56,7 @@ std::optional<Writer> writerOf(const QByteArray &name) {
     if (!name.startsWith(prefix) || !name.endsWith(suffix))
         return std::nullopt;
     QByteArrayList parts = name.sliced(sizeof prefix - 1).chopped(sizeof suffix - 1).split('-');
-    if (parts.size() == 2) // process and number alone
+    if (parts.size() == 2) // only process and number
         parts = {{}, {}, parts[0], {}, parts[1]};
     const int process = parts.value(2).toInt();
     if (parts.size() != 5 || process <= 0)
@@ -96,7 +96,7 @@ QByteArray TemporaryFiles::newName() {
 
 void TemporaryFiles::clearDead(const QByteArray &folder, FileOperations &operations) {
     int count = 0;
-    // A folder that cannot be listed keeps nobody from saving in it.
+    // An error is ignored: a file can be saved in a folder that cannot be listed.
     eachName(operations, folder.constData(), [&](const char *name) {
         removeIfDead(folder, name, operations);
         return ++count < mostEntries;

@@ -11,19 +11,19 @@ namespace ostrel {
 ///
 ///     .ostrel-<computer>-<session>-<process>-<token>-<number>.tmp
 ///
-/// Computer and session (since the computer was started) are hashes, the token is drawn by each process anew. So a name
-/// is unlike any that an earlier process left, and tells whether the one that wrote it can still be alive.
+/// Computer and session (boot and PID namespace) are hashes; each process draws a random token. So a name differs from
+/// all names left by earlier processes, and it shows whether the process that wrote it can still be alive.
 namespace TemporaryFiles {
 
 /// Another one each time, without a folder.
 QByteArray newName();
 
-/// Removes from a folder, named with its trailing separator, what killed programs have left. What may belong to a
-/// living one stays: anything of another computer, a process number that is in use by whatever program, and for an hour
-/// what cannot be decided. One listing of the folder, or of the first ten thousand entries of a huge one.
+/// Removes the files that killed programs left in a folder, given with its trailing separator. Files that a live
+/// program may own stay: those of another computer, those whose process number any program uses, and undecidable ones
+/// for an hour. Lists the folder once, and only its first ten thousand entries.
 void clearDead(const QByteArray &folder, FileOperations &operations);
 
-/// The file being written at present; null for none. The path must stay where it is until then.
+/// Names the file that is being written; null for none. The path must stay valid until the next call.
 void setUnfinished(const char *path);
 /// Removes that file. For a signal handler in a program that writes one file at a time.
 void removeUnfinished();

@@ -7,8 +7,8 @@ namespace ostrel {
 
 namespace TextFile {
 
-/// Adds UTF-8 text to the end of a plain file, which is made when it is missing and closed again at once. Never waits
-/// for anybody. A failure is a RunTimeError: a full disk, or that a folder, pipe, device or link stands there.
+/// Appends UTF-8 text to a plain file, which is made when it is missing and closed again at once. Never waits for a
+/// pipe or a lock. A failure, such as a full disk or a path that is no plain file, is a RunTimeError.
 void append(const QString &path, const QString &text);
 
 } // namespace TextFile

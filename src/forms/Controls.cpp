@@ -22,7 +22,7 @@ void run(const Handler &handler) {
         handler();
 }
 
-/// The code that a key bears for a key filter, 0 for a key without a character and for shortcuts.
+/// The code of a key for a key filter, 0 for a key without a character and for shortcuts.
 int characterCode(const QKeyEvent &key) {
     if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
         return enterCode;
@@ -39,7 +39,7 @@ bool letterWithControl(const QKeyEvent &key) {
     return key.modifiers() == Qt::ControlModifier && key.key() >= Qt::Key_A && key.key() <= Qt::Key_Z;
 }
 
-/// What an entry keeps from the menus.
+/// The Ctrl keys that an entry handles itself and the menus do not get.
 bool editingKey(const QKeyEvent &key, bool somethingSelected) {
     if (key.matches(QKeySequence::Copy))
         return somethingSelected;
@@ -47,7 +47,7 @@ bool editingKey(const QKeyEvent &key, bool somethingSelected) {
            key.matches(QKeySequence::Redo) || key.matches(QKeySequence::SelectAll);
 }
 
-/// The operator moved to the control; a box or a menu that closes over it does not count.
+/// The operator moved to the control. A box or menu that closes does not count.
 bool cameFromAnotherControl(const QFocusEvent &event) {
     return event.reason() != Qt::ActiveWindowFocusReason && event.reason() != Qt::PopupFocusReason &&
            event.reason() != Qt::MenuBarFocusReason;
@@ -74,7 +74,7 @@ bool EntryLine::event(QEvent *event) {
             return true;
         }
     }
-    // An input method hands over ready characters in place of keys.
+    // An input method delivers characters instead of keys.
     if (KeyPress && event->type() == QEvent::InputMethod &&
         refuses(static_cast<const QInputMethodEvent &>(*event).commitString())) {
         event->accept();
@@ -115,7 +115,7 @@ void DropDownList::setListIndex(int index) {
 }
 
 void DropDownList::wheelEvent(QWheelEvent *event) {
-    // A wheel that merely passes over the list must not pick from it.
+    // The wheel must not change a list that only happens to be under the pointer.
     if (hasFocus())
         QComboBox::wheelEvent(event);
     else
@@ -126,7 +126,7 @@ ComboEntry::ComboEntry(QWidget *parent) : DropDownList(parent), line_(new EntryL
     setLineEdit(line_);
     setInsertPolicy(NoInsert);
     setCompleter(nullptr);
-    // Qt takes a typed value that stands in the list for a pick once the entry is left. Here it stays typed.
+    // When the entry is left, Qt treats a typed value that is in the list as a pick. Here it stays typed.
     disconnect(line_, &QLineEdit::editingFinished, this, nullptr);
     line_->KeyPress = [this](int KeyAscii) { return KeyPress ? KeyPress(KeyAscii) : KeyAscii; };
     connect(line_, &QLineEdit::textEdited, this, [this] { run(Change); });
@@ -194,7 +194,7 @@ void CommandButton::keyPressEvent(QKeyEvent *event) {
 }
 
 ScrollEntry::ScrollEntry(QWidget *parent) : QScrollBar(Qt::Horizontal, parent) {
-    // Only a click brings the focus here, which is then passed on: a stop for the Tab key would be a trap.
+    // Only a click gives the bar the focus, which a handler then passes on: the Tab key would never get past the bar.
     setFocusPolicy(Qt::ClickFocus);
     setTracking(false);
     QScrollBar::setRange(0, 0);

@@ -12,19 +12,19 @@
 
 namespace ostrel {
 
-/// Qt's controls, made to fire as the rules of the program ask: a handler runs at once, from within the setter or the
-/// operator's action, and a setter called by the program counts as much as the operator's hand.
+/// Qt's controls with the program's rules for handlers: a handler runs at once, within the setter or the operator's
+/// action, and a setter that the program calls has the same effect as an action of the operator.
 
-/// What a key filter answers to a key that must have no effect.
+/// The return value of a key filter for a key that must have no effect.
 inline constexpr int keyRefused = 0;
 
-/// Keys go to `KeyPress` before the control sees them: it gets the character's code (8 backspace, 13 Enter) and answers
-/// it again to let the key through, keyRefused to swallow it. Keys that bear no character (arrows, Home, Delete) and
+/// Keys go to `KeyPress` before the control gets them: it takes the character's code (8 backspace, 13 Enter) and
+/// returns it to let the key through, or keyRefused to drop it. Keys without a character (arrows, Home, Delete) and
 /// shortcuts (Ctrl+C, Ctrl+V) never go there.
 using KeyFilter = std::function<int(int KeyAscii)>;
 
-/// The line that is typed into. It takes Ctrl+C for copying only while something is selected, and none of the control
-/// keys of a command line: all others are the menus' shortcuts.
+/// An entry line. It takes Ctrl+C only while something is selected, and otherwise only the usual Ctrl keys for editing:
+/// all others are the menus' shortcuts.
 class EntryLine : public QLineEdit {
     Q_OBJECT
 public:
@@ -32,7 +32,7 @@ public:
 
     KeyFilter KeyPress;
 
-    /// Where the selection begins; the caret's place when nothing is selected.
+    /// The start of the selection, or the place of the cursor when nothing is selected.
     int SelStart() const { return hasSelectedText() ? selectionStart() : cursorPosition(); }
 
 protected:
@@ -58,8 +58,8 @@ class TextEntry : public EntryLine, public EntryText {
 public:
     explicit TextEntry(QWidget *parent = nullptr);
 
-    std::function<void()> Change;   ///< the text was typed or written; also when the same text is written again
-    std::function<void()> GotFocus; ///< the focus came from another control of the window
+    std::function<void()> Change;   ///< runs when the text is typed or written, also when it stays the same
+    std::function<void()> GotFocus; ///< runs when the focus comes from another control of the window
 
     QString Text() const override { return text(); }
     void setText(const QString &text); ///< runs Change
@@ -71,13 +71,13 @@ protected:
     void focusInEvent(QFocusEvent *event) override;
 };
 
-/// A list that drops down, to pick one of its items.
+/// A drop-down list, to pick one of its items.
 class DropDownList : public QComboBox {
     Q_OBJECT
 public:
     explicit DropDownList(QWidget *parent = nullptr);
 
-    std::function<void()> Click; ///< an item was picked, by hand or by setListIndex; also the one already shown
+    std::function<void()> Click; ///< runs at a pick by hand or by setListIndex, also of the item already shown
 
     void setListIndex(int index); ///< runs Click
 
@@ -91,7 +91,7 @@ class ComboEntry : public DropDownList, public EntryText {
 public:
     explicit ComboEntry(QWidget *parent = nullptr);
 
-    std::function<void()> Change; ///< the text was typed or written by setText; a pick does not run it
+    std::function<void()> Change; ///< runs when the text is typed or written by setText, but not for a pick
     KeyFilter KeyPress;
 
     QString Text() const override { return currentText(); }
@@ -105,7 +105,7 @@ private:
     EntryLine *line_;
 };
 
-/// One of a group of option buttons (those of one parent). An option is taken back only by choosing another.
+/// One of a group of option buttons, which have one parent. It is cleared only by choosing another one.
 class OptionButton : public QRadioButton {
     Q_OBJECT
 public:
@@ -123,13 +123,13 @@ class CheckBox : public QCheckBox {
 public:
     explicit CheckBox(QWidget *parent = nullptr);
 
-    std::function<void()> Click; ///< runs when Value is another one, by hand or by setValue
+    std::function<void()> Click; ///< runs when Value changes, by hand or by setValue
 
     int Value() const { return isChecked() ? 1 : 0; } ///< 1 ticked, 0 not
     void setValue(int value);
 };
 
-/// A button that Enter presses too while it has the focus.
+/// A button that Enter also presses while it has the focus.
 class CommandButton : public QPushButton {
     Q_OBJECT
 public:
@@ -141,7 +141,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 };
 
-/// A horizontal scroll bar over whole numbers of 16 bits from 0 to Max. A Max below 0 is kept: the bar then runs down.
+/// A horizontal scroll bar for whole 16-bit numbers from 0 to Max. With a Max below 0 it runs down from 0.
 class ScrollEntry : public QScrollBar {
     Q_OBJECT
     Q_PROPERTY(int Max READ Max WRITE setMax)
@@ -149,9 +149,9 @@ class ScrollEntry : public QScrollBar {
 public:
     explicit ScrollEntry(QWidget *parent = nullptr);
 
-    std::function<void()> Change;   ///< the value is another one, by hand or by the program; not before a drag ends
-    std::function<void()> Scroll;   ///< the thumb moved while it is being dragged; Value follows it
-    std::function<void()> GotFocus; ///< the bar was clicked
+    std::function<void()> Change;   ///< runs when the value changes, by hand or program; a drag counts at its end
+    std::function<void()> Scroll;   ///< runs while the thumb is dragged; Value follows it
+    std::function<void()> GotFocus; ///< runs when a click gives the bar the focus
 
     int Max() const { return max_; }
     void setMax(int max); ///< raises overflow (6) outside 16 bits

@@ -56,7 +56,7 @@ QWidget *makeControl(const ControlRow &row, QWidget *parent) {
     return nullptr;
 }
 
-/// What a combo box puts around the text of its entry: its frame, its arrow and the margins of the line within.
+/// The width that a combo box needs around its text: frame, arrow and the margins of the line.
 int aroundComboText(const QWidget &combo) {
     constexpr int lineMargins = 4;
     QStyleOptionComboBox box;
@@ -67,7 +67,7 @@ int aroundComboText(const QWidget &combo) {
     return box.rect.width() - line.width() + lineMargins;
 }
 
-/// The least size in pixels at which nothing of the control's text is cut.
+/// The least size in pixels at which the control's text is not cut.
 QSize leastSize(const ControlRow &row, const QWidget &control) {
     const QSize text = control.fontMetrics().size(Qt::TextShowMnemonic, textOf(row));
     constexpr QSize entryMargins(8, 6);

@@ -10,11 +10,11 @@
 
 namespace ostrel {
 
-/// A HiddenButton is there for scripts alone: no operator sees it, and it takes no room.
+/// A HiddenButton is for scripts only: no operator sees it, and its text needs no room.
 enum class Kind { Frame, Label, Led, Picture, Text, Combo, Option, Button, HiddenButton };
 
-/// One control of a form. Places are twips within the parent, "" being the form itself; a parent's row comes first. A
-/// control of width 0 is as large as its text asks.
+/// One control of a form. Places are in twips within the parent; "" is the form. A parent's row must come first. A
+/// control of width 0 gets the size that its text needs.
 struct ControlRow {
     const char *name;
     Kind kind;
@@ -24,8 +24,8 @@ struct ControlRow {
     float top;
     float width;
     float height;
-    Ink ink = Ink::Plain;         ///< of a frame, with all that stands in it
-    const char *spoken = nullptr; ///< how a screen reader names what bears no caption of its own
+    Ink ink = Ink::Plain;         ///< of a frame and of all that it contains
+    const char *spoken = nullptr; ///< name for screen readers, where the caption does not say enough
 };
 
 /// The name of a member of a control array: `cmdSet(1)`.
@@ -38,11 +38,11 @@ class FormBuilder {
 public:
     explicit FormBuilder(QWidget &form) : form_(form) {}
 
-    /// Makes and places the controls. On a desktop with larger fonts than the form was drawn for, they make room for
-    /// their texts.
+    /// Makes and places the controls. They are enlarged where the desktop's fonts are larger than those that the form
+    /// was drawn for.
     void build(std::span<const ControlRow> rows);
 
-    /// A control of a name that some row bears.
+    /// The control with this name.
     template <typename Control>
     Control *control(const QString &name) const {
         return form_.findChild<Control *>(name);

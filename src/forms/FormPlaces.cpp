@@ -5,9 +5,15 @@
 
 namespace ostrel {
 
+// How room is made: first all heights and vertical places are multiplied by one factor, that of the text with the least
+// room. Then the children of each container are handled from left to right, inner containers first: a child grows to
+// its text's width and to its own children's, and moves right until it keeps the drawn gap (leastGap at most) to all
+// before it in its row. Two are in one row when their heights overlap as drawn. The container grows to hold all
+// children and the margin drawn behind them (leastGap at most).
+
 namespace {
 
-constexpr qreal leastGap = 20; // between neighbours of a row and to the container's edge, where the form leaves as much
+constexpr qreal leastGap = 20; // twips in a row and to the container's edge, if the form was drawn with as much
 
 bool inOneRow(const QRectF &one, const QRectF &other) {
     return one.top() < other.bottom() && other.top() < one.bottom();
@@ -35,14 +41,14 @@ std::vector<int> childrenOf(int parent, const std::vector<FormPlace> &places) {
     return children;
 }
 
-/// How far left `after` may stand beside `before`. A form may draw a label's box into its neighbour; then only the
-/// label's text counts.
+/// The least left edge of the control to the right of `before`. Where a label was drawn with its box reaching into the
+/// next control, only its text counts.
 qreal leastLeft(const FormPlace &before, const QRectF &drawnBefore, const QRectF &drawnAfter) {
     const qreal gap = drawnAfter.left() - drawnBefore.right();
     return gap < 0 ? before.at.left() + before.needs.width() + leastGap : before.at.right() + std::min(gap, leastGap);
 }
 
-/// Answers the width that `parent` needs for what it holds.
+/// Grows and moves the children of `parent`. Returns the width that `parent` needs for them.
 qreal growWidths(int parent, std::vector<FormPlace> &places) {
     const std::vector<FormPlace> drawn = places;
     const std::vector<int> children = childrenOf(parent, places);

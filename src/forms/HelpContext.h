@@ -7,12 +7,12 @@
 
 namespace ostrel {
 
-/// Gives a form, a control or a menu item the number of its help topic; 0 stands for the index. What has no number of
-/// its own has that of what it stands in or, for a form, of the form that it stands over.
+/// Gives a form, a control or a menu item the number of its help topic; 0 is the index. An object without a number has
+/// that of its container or, for a form, of its parent form.
 void setHelpContext(QObject &object, int HelpContextID);
 
-/// The key F1, in whatever form of the program: asks for the topic of the menu item that is highlighted, or else of the
-/// control that has the focus.
+/// Handles the key F1 in every form of the program: asks for the topic of the highlighted menu item, or else of the
+/// control with the focus.
 class HelpKey : public QObject {
     Q_OBJECT
 public:

@@ -8,7 +8,7 @@
 
 namespace ostrel {
 
-/// Makes a control of a form whose places a Qt layout finds: `name` becomes its objectName.
+/// Makes a control for a form that a Qt layout arranges; `name` becomes its objectName.
 template <typename Control>
 Control *namedControl(const char *name, const char *caption, QWidget *parent) {
     auto *control = new Control(parent);

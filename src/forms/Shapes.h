@@ -8,10 +8,10 @@
 
 namespace ostrel {
 
-/// The colour of texts; legible on light and dark desktops alike.
+/// The colour of texts, legible on light and dark desktops.
 enum class Ink { Plain, Blue, Red };
 
-/// A frame with a caption, and plain ground without one. Its ink is also that of what stands in it.
+/// A frame with a caption; without one it paints nothing. Its ink is also that of the controls in it.
 class Frame : public QGroupBox {
     Q_OBJECT
 public:
@@ -44,7 +44,7 @@ private:
     QColor fill_ = Qt::black;
 };
 
-/// A picture that is drawn afresh for each size and scale of the screen.
+/// A picture that is drawn anew for each size and scale of the screen.
 class Picture : public QWidget {
     Q_OBJECT
 public:

@@ -14,7 +14,7 @@ inline constexpr float perPixel = 15;
 
 inline int toPixels(float twips) { return static_cast<int>(std::lrint(twips / perPixel)); }
 inline float fromPixels(int pixels) { return static_cast<float>(pixels) * perPixel; }
-/// Edge by edge, so that neighbours meet.
+/// Rounds each edge by itself, so that adjacent rectangles meet.
 inline QRect toPixels(const QRectF &twips) {
     const auto pixel = [](qreal edge) { return toPixels(static_cast<float>(edge)); };
     return {QPoint(pixel(twips.left()), pixel(twips.top())),

@@ -15,7 +15,7 @@ namespace ostrel {
 namespace {
 
 constexpr int margin = 18;              // pixels around the text
-constexpr double picturePixelRatio = 2; // in which the pictures were taken
+constexpr double picturePixelRatio = 2; // of the screen on which the pictures were taken
 constexpr int smallestZoom = -4;
 constexpr int largestZoom = 12;
 constexpr int middleLightness = 128;
@@ -94,7 +94,7 @@ QVariant HelpPage::loadResource(int type, const QUrl &name) {
     return text.isNull() && type == QTextDocument::HtmlResource ? missingPage(path) : text;
 }
 
-/// At the sharpness of this screen. A picture that is missing takes no room.
+/// Scales a picture to the pixel ratio of this screen. A missing picture takes no room.
 QImage HelpPage::picture(const QString &path) const {
     QImage image(path);
     if (image.isNull()) {
@@ -109,13 +109,13 @@ QImage HelpPage::picture(const QString &path) const {
     return image;
 }
 
-/// Few dark desktops have a link's colour of their own.
+/// Few dark desktops define a link colour that can be read on a dark ground.
 void HelpPage::colourLinks() {
     const bool dark = palette().base().color().lightness() < middleLightness;
     document()->setDefaultStyleSheet(dark ? QStringLiteral("a { color: #8cb8ff; }") : QString());
 }
 
-// The pages' colours are those of the desktop at the time of loading.
+// A page keeps the colours that the desktop had when the page was loaded, so it is loaded again.
 void HelpPage::changeEvent(QEvent *event) {
     QTextBrowser::changeEvent(event);
     if (event->type() != QEvent::PaletteChange)

@@ -5,22 +5,22 @@
 
 namespace ostrel {
 
-/// Shows a page of the help. What is missing is told on the page; links out of the help lead nowhere.
+/// Shows a page of the help. A missing page is reported in its place. Only links to local files work.
 class HelpPage : public QTextBrowser {
     Q_OBJECT
 public:
     explicit HelpPage(QWidget *parent = nullptr);
 
-    /// The page's file; empty as long as nothing was shown.
+    /// The page's file; empty before the first page.
     QString path() const { return source().toLocalFile(); }
     void open(const QString &path);
 
-    /// Marks the places of all words on the page shown; the first one comes into sight.
+    /// Marks all places of the words on the shown page and scrolls to the first one.
     void mark(const QStringList &words);
-    /// Goes to the next place marked, or the one before, round and round.
+    /// Goes to the next or the previous marked place, and from the last to the first and back.
     void goToMark(bool forward);
 
-    void zoom(int steps); ///< 0 for the size at start
+    void zoom(int steps); ///< 0: the initial size
 
 protected:
     QVariant loadResource(int type, const QUrl &name) override;

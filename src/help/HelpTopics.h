@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-/// A row of the contents: a topic, or a heading over those that follow, which has no page.
+/// A row of the contents: a topic, or a heading without a page, which stands above its topics.
 struct HelpTopic {
     static constexpr int noNumber = -1;
 
@@ -16,16 +16,16 @@ struct HelpTopic {
     QString title;
 };
 
-/// The table of topics, a UTF-8 text. A line holds a context number or "-", a page beside the table, and the title;
-/// or "==" and a heading. Empty lines and those that begin with # say nothing.
+/// The table of topics, a UTF-8 text. A line holds a context number or "-", a page in the folder of the table, and the
+/// title; or "==" and a heading. Empty lines and lines with # are skipped.
 class HelpTopics {
 public:
-    /// What cannot be read has no topics.
+    /// A file that cannot be read gives no topics.
     explicit HelpTopics(const QString &HelpFile);
 
     const QString &file() const { return file_; }
     const std::vector<HelpTopic> &rows() const { return rows_; }
-    /// The page of this context; that of context 0, the index, for a number that no topic has; else empty.
+    /// The page of this context; for an unknown number that of context 0, the index; empty when there is no index.
     QString pageOf(int HelpContextID) const;
 
 private:

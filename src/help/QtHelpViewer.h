@@ -9,7 +9,7 @@ namespace ostrel {
 
 class frmHelp;
 
-/// The help in a window of the program's own, which is made at the first showing.
+/// The help in a window of the program, which is made when it is first shown.
 class QtHelpViewer : public HelpViewer {
 public:
     QtHelpViewer();

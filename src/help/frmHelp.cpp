@@ -134,10 +134,10 @@ void frmHelp::arrange() {
 }
 
 void frmHelp::showTopic(int HelpContextID) {
-    txtSearch_->clear(); // what was looked for last time must not thin out the contents now
+    txtSearch_->clear(); // the last search must not hide rows of the contents now
     const QString page = topics_.pageOf(HelpContextID);
     page_->open(page.isEmpty() ? topics_.file() : page);
-    winId(); // now it is a window of the desktop, and can be put over another
+    winId(); // creates the native window, which can then get a transient parent
     windowHandle()->setTransientParent(nullptr);
     standOverModal();
     setWindowState(windowState() & ~Qt::WindowMinimized);
@@ -147,12 +147,12 @@ void frmHelp::showTopic(int HelpContextID) {
     page_->setFocus();
 }
 
-/// A modal dialog leaves those windows alone that stand over it. This one is nobody's child, so that it outlives the
-/// dialog.
+/// A modal dialog does not block windows that are its children. This window has no parent, so that it outlives the
+/// dialog; it only becomes transient for it.
 void frmHelp::standOverModal() {
     const QWidget *modal = QApplication::activeModalWidget();
     QWindow *below = modal ? modal->windowHandle() : nullptr;
-    // A box that came up over the help itself has to be answered first.
+    // A box over the help window itself has to be answered first.
     if (below != nullptr && !windowHandle()->isAncestorOf(below))
         windowHandle()->setTransientParent(below);
 }
@@ -176,7 +176,7 @@ bool frmHelp::holds(std::size_t row, const QStringList &wanted) {
                        [&](const QString &word) { return texts_[row].contains(word, Qt::CaseInsensitive); });
 }
 
-/// Leaves in the contents what has all the words.
+/// Leaves only the topics in the contents that contain all the words.
 void frmHelp::search() {
     const QStringList wanted = words();
     for (int row = 0; row < lstTopics_->count(); ++row) {
@@ -186,7 +186,7 @@ void frmHelp::search() {
     page_->mark(wanted);
 }
 
-/// To the next place of the words on the page; to the first topic that has them when this one has not.
+/// Goes to the next place of the words on the page, or to the first topic with them when the page has none.
 void frmHelp::goOn(bool forward) {
     const QListWidgetItem *shown = lstTopics_->currentItem();
     if (shown != nullptr && !shown->isHidden()) {

@@ -19,8 +19,8 @@ namespace ostrel {
 
 class HelpPage;
 
-/// The help's window: contents and search at the left, the page at the right. It stays usable whatever dialog of the
-/// program is up, and keeps nothing waiting.
+/// The help window: contents and search at the left, the page at the right. It stays usable while a modal dialog of the
+/// program is open, and blocks nothing itself.
 class frmHelp : public QWidget {
     Q_OBJECT
 public:
@@ -48,7 +48,7 @@ private:
     void standOverModal();
 
     const HelpTopics topics_;
-    std::vector<QString> texts_; ///< of the topics, title included, once they are searched
+    std::vector<QString> texts_; ///< of the topics, with their titles; read at the first search
     QToolBar *bar_;
     QLineEdit *txtSearch_;
     QListWidget *lstTopics_;

@@ -7,12 +7,12 @@
 
 namespace ostrel {
 
-/// The computer's date and time, and a time that nobody sets.
+/// The computer's date and time, and a monotonic time.
 class Clock {
 public:
     virtual ~Clock() = default;
     virtual QDateTime now() const = 0;
-    /// Runs on evenly from the start of the program or earlier, whatever is done to date and time.
+    /// Monotonic, from the start of the program or earlier; unaffected when date and time are set.
     virtual std::chrono::milliseconds uptime() const = 0;
 };
 

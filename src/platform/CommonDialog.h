@@ -6,7 +6,7 @@
 
 namespace ostrel {
 
-/// The dialogs for files and for the printer, which keep what they were set to from one use to the next.
+/// The dialogs for files and for the printer. They keep their settings from one use to the next.
 class CommonDialog {
 public:
     enum Flag : int {
@@ -18,34 +18,34 @@ public:
 
     virtual ~CommonDialog() = default;
 
-    /// Modal; events go on being dispatched. The chosen file stands in FileName, with its folder, and in FileTitle,
-    /// without. A Cancel leaves both empty and raises 32755 when CancelError is set.
+    /// Modal; events go on being dispatched. FileName is the chosen file with its folder, FileTitle without. A Cancel
+    /// leaves both empty and raises 32755 when CancelError is set.
     virtual void ShowOpen() = 0;
     virtual void ShowSave() = 0;
-    /// The print setup, modal like the others. It offers Copies, in which the chosen number stands after OK; the
-    /// choices of printer, paper and orientation hold until the program ends. A Cancel changes nothing and raises 32755
-    /// when CancelError is set. A dialog that cannot be shown raises a RunTimeError.
+    /// The print setup, modal like the others. It offers Copies, which is the chosen number after OK; the choices of
+    /// printer, paper and orientation last until the program ends. A Cancel changes nothing and raises 32755 when
+    /// CancelError is set. A dialog that cannot be shown raises a RunTimeError.
     virtual void ShowPrinter() = 0;
 
-    /// Prints one copy of a report, a PDF document, on the printer that was set up or into the file that was chosen in
-    /// its place; `name` is that of the job. False when it was not taken. A file that stands is replaced only if the
-    /// operator has agreed to that in the setup, and once; otherwise the report gets the next free name beside it.
+    /// Prints one copy of a report, a PDF document, on the chosen printer or into the file chosen instead; `name` is
+    /// the job's name. False when it was not accepted. An existing file is replaced only once, and only if the operator
+    /// has agreed to that in the setup; otherwise the report gets the next free name in the same folder.
     virtual bool print(const QByteArray &document, const QString &name) = 0;
-    /// The copies of one print stand between these: into a file goes the first alone, the others add nothing to it.
-    /// The end answers the file that the print made, with its folder; empty when there is none.
+    /// beginPrint() and endPrint() enclose the copies of one print: a file gets only the first copy. endPrint() returns
+    /// the file that was made, with its folder; empty when there is none.
     virtual void beginPrint() = 0;
     virtual QString endPrint() = 0;
 
     QString DialogTitle;
-    QString Filter; ///< "Text File(*.txt)|*.txt|All Files(*.*)|*.*": what is shown and what it takes, in turn
-    /// Ends every name to save under, whatever is typed or picked; where it is missing it is appended. To open, it goes
-    /// to a name without a point, unless there is a file of just that name.
+    QString Filter; ///< "Text File(*.txt)|*.txt|All Files(*.*)|*.*": pairs of shown text and pattern
+    /// Saving: appended to every name that does not end with it. Opening: appended to a name without a point, unless a
+    /// file of exactly that name exists.
     QString DefaultExt;
-    QString FileName; ///< offered when the dialog comes up
+    QString FileName; ///< the file offered when the dialog opens
     QString FileTitle;
     int Flags = 0;
     bool CancelError = false;
-    int Copies = 1; ///< of a print
+    int Copies = 1; ///< number of copies of a print
 };
 
 } // namespace ostrel

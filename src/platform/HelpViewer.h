@@ -10,11 +10,11 @@ class HelpViewer {
 public:
     virtual ~HelpViewer() = default;
 
-    /// Brings up the topic of this number, over whatever window is in front, modal or not; the index for 0 and for a
-    /// number that no topic has. Returns at once.
+    /// Shows the topic of this number above the window in front, modal or not. For 0 and for an unknown number it shows
+    /// the index. Returns at once.
     virtual void showTopic(int HelpContextID) = 0;
 
-    /// Path of the table of topics; the pages stand beside it. As long as it is empty nothing is shown.
+    /// Path of the table of topics; the pages are in the same folder. While it is empty nothing is shown.
     QString HelpFile;
 };
 

@@ -8,7 +8,7 @@ class Process {
 public:
     virtual ~Process() = default;
 
-    /// Ends the process at once, with all windows and the serial port going down with it.
+    /// Ends the process at once, with all its windows and the serial port.
     virtual void end() = 0;
 };
 

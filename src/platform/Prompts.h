@@ -18,13 +18,13 @@ struct MessageBox {
     int defaultButton = 1; ///< counted from 1
 };
 
-/// What the program says to the operator outside its windows.
+/// Messages to the operator outside the program's windows.
 class Prompts {
 public:
     virtual ~Prompts() = default;
 
-    /// Modal; events go on being dispatched until the operator answers. Escape and closing the box are Cancel where
-    /// that is among the answers, and Ok where that is the only one; a box of Yes and No alone cannot be closed.
+    /// Modal; events go on being dispatched until the operator answers. Escape and closing the box mean Cancel if that
+    /// is one of the answers, or Ok if that is the only one; a box with only Yes and No cannot be closed.
     virtual BoxAnswer show(const MessageBox &box) = 0;
     virtual void beep() = 0;
     virtual void setMousePointer(MousePointer pointer) = 0;

@@ -5,7 +5,7 @@
 
 namespace ostrel {
 
-/// Keeps the computer awake while the instrument's data are being taken.
+/// Keeps the computer awake while data is being recorded.
 class SleepGuard {
 public:
     virtual ~SleepGuard() = default;
@@ -13,8 +13,8 @@ public:
     /// While held, the computer does not fall asleep by itself. Cheap to call again with the same.
     virtual void setHeld(bool held) = 0;
 
-    /// The computer is to sleep all the same: someone has closed the lid, or forced it. Called only while held. It
-    /// sleeps when the call has returned, or some seconds after it has begun.
+    /// The computer is about to sleep all the same: somebody closed the lid or forced it. Called only while held. The
+    /// computer sleeps after this returns, or some seconds after it was called.
     std::function<void()> aboutToSleep;
 };
 

@@ -11,12 +11,12 @@ public:
     virtual ~Timer() = default;
 
     virtual bool Enabled() const = 0;
-    /// Enabling a timer that is on leaves its countdown alone; switching it off and on again starts it anew.
+    /// Enabling a running timer does not restart its countdown; switching it off and on again does.
     virtual void setEnabled(bool on) = 0;
     /// Milliseconds.
     virtual int Interval() const = 0;
 
-    /// Off, after a last tick out of turn when it was on.
+    /// Switches the timer off. If it was on, it ticks once more, at once.
     void finish() {
         if (!Enabled())
             return;

@@ -5,7 +5,7 @@
 
 namespace ostrel {
 
-/// The hourglass while a report is made, gone again however that ends.
+/// Shows the hourglass as long as it exists: also an exception removes it.
 class Hourglass {
 public:
     explicit Hourglass(Prompts &prompts) : prompts_(prompts) { prompts_.setMousePointer(MousePointer::Hourglass); }

@@ -6,7 +6,7 @@
 
 namespace ostrel {
 
-/// How far in what depends on a box stands below it: under the box's caption.
+/// How far controls that depend on a box are indented below it: under the box's caption.
 inline int indentOf(const QCheckBox &box) {
     const QStyle &style = *box.style();
     return style.pixelMetric(QStyle::PM_IndicatorWidth, nullptr, &box) +

@@ -14,11 +14,11 @@ namespace ostrel {
 /// The commands that print the chart in front and that choose the printer and the number of copies.
 class PrintRun {
 public:
-    /// `ComDlg` is the main window's, whose Copies each print takes. The form stands over `parent`.
+    /// `ComDlg` is the main window's; its Copies is the number of copies of each print. `parent` is the form's parent.
     PrintRun(ChartInFront chart, CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors, QWidget *parent);
 
-    /// A copy that fails is told by the chart, and the next one is printed all the same. Where the report stands is
-    /// told when it went into a file.
+    /// The chart reports a copy that fails; the next one is still printed. If the report went into a file, a box names
+    /// the file.
     void mnuPrint_Click();
     void mnuPrintSetup_Click();
 

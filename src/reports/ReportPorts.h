@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-/// What the reports need of the window above them.
+/// The window above the reports, as far as they use it.
 
 /// The chart of the tab in front.
 using ChartInFront = std::function<Quillchart &()>;

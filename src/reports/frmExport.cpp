@@ -34,7 +34,7 @@ constexpr int onePointASecond = 10;
 
 constexpr std::array methodPositions = {"Before Data", "After Data", "Separate Column"};
 
-/// The list is the same in every locale: where its point is no decimal mark, it still stands for one.
+/// The list has decimal points in every locale. Where the point is not the decimal mark, it still counts as one.
 float pointsPerSecond(const QString &text) {
     double rate = 0;
     if (errorNumberOf([&] { rate = numberFrom(text); }) != 0)
@@ -42,10 +42,10 @@ float pointsPerSecond(const QString &text) {
     return static_cast<float>(rate);
 }
 
-/// The blanks within their captions line up the two rows to a few pixels. The rest goes to the gaps of the narrower
-/// one.
+/// Blanks in the captions line up the two rows to within a few pixels. The rest is added to the word gaps of the
+/// narrower one.
 void lineUp(OptionButton &upper, OptionButton &lower) {
-    constexpr int gaps = 2; // within a head
+    constexpr int gaps = 2; // in front of the bracket
     const QFontMetricsF metrics(upper.font());
     const auto head = [&](const OptionButton &option) {
         return metrics.horizontalAdvance(option.text().section(QLatin1Char('('), 0, 0));

@@ -20,12 +20,12 @@ class DropDownList;
 class Frame;
 class OptionButton;
 
-/// Asks what of a chart goes to a text file, and has the chart write it. Made for each showing, it always comes up with
-/// the whole run at one point a second and all contents ticked.
+/// Asks which parts of a chart go to a text file, and has the chart write it. The form is made for each showing and
+/// always begins with the whole run at one point a second and all contents ticked.
 class frmExport : public QDialog {
     Q_OBJECT
 public:
-    /// `ComDlg` is the form's own. What the instrument adds to the chart from now on is not exported.
+    /// `ComDlg` is the form's own. Samples that the chart gets from now on are not exported.
     frmExport(Quillchart &chart, const ZoomedTime &time, CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors,
               QWidget *parent);
 

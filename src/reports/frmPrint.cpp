@@ -19,8 +19,8 @@ namespace ostrel {
 namespace {
 
 constexpr int helpTopic = 5;
-constexpr int titleLetters = 45;  // of usual width, that can be read at once
-constexpr int captionMargin = 16; // pixels; of themselves, styles leave a long caption hardly any
+constexpr int titleLetters = 45;  // letters of average width that the entry shows at once
+constexpr int captionMargin = 16; // pixels; styles alone leave hardly any beside a long caption
 
 } // namespace
 

@@ -14,7 +14,7 @@ class CommandButton;
 class Frame;
 class TextEntry;
 
-/// What the operator last chose to print.
+/// The operator's last choice for a print.
 struct PrintValues {
     bool PrintCancelled = false; ///< from the moment the form loads until its Ok
     bool PrintChromatogram = false;
@@ -23,11 +23,11 @@ struct PrintValues {
     qint32 PrintTraceFlags = 0; ///< 4 UV trace, 2 conductivity trace, 1 event marks
 };
 
-/// Asks for a report's title and contents. Made for each showing, it always comes up with everything ticked.
+/// Asks for a report's title and contents. The form is made for each showing and always begins with everything ticked.
 class frmPrint : public QDialog {
     Q_OBJECT
 public:
-    /// The title is the chart's, and an Ok leaves it with the chart.
+    /// The form shows the chart's title; Ok gives the entered one to the chart.
     frmPrint(Run &chart, PrintValues &values, std::function<void()> mnuPrintSetup_Click, QWidget *parent);
 
 private:

@@ -18,15 +18,15 @@ constexpr int firstNumber = 1;
 constexpr QChar bar = u'|';
 constexpr int tagField = 3; // bars before the tag
 
-// Where date and time begin in the list.
+// The columns of date and time in the list.
 constexpr int dateColumn = 32;
 constexpr int timeColumn = dateColumn + longestDate;
 
-// All tags are equally long, so that none can be part of another: a directory counts as known when its name occurs
-// anywhere in an entry. Enough for the milliseconds of the next 260 years.
+// All tags have the same length, so that none is part of another: a directory counts as known when its name occurs
+// anywhere in an entry. 13 digits hold the milliseconds since 1970 until the year 2286.
 constexpr int tagDigits = 13;
 
-/// With a blank at least before the next column.
+/// Pads or cuts a text to a column's width, with at least one blank before the next column.
 void padTo(int width, QString &text) { text = text.left(width - 1).leftJustified(width); }
 
 } // namespace
@@ -43,7 +43,7 @@ void Instances::prepareLogDirectory() {
     identity_.SystemName = Identity().SystemName;
     const QString own = ownDirectory();
     skippingErrors([this] { Directories::hide(wastebasket_); });
-    // The two go together: as long as there is no tag, LogDirectory may name what a crash left behind.
+    // Both are set together: while there is no tag, LogDirectory may name a left-over log.
     identity_.InstanceTag = ownTag_;
     identity_.LogDirectory = own;
 }
@@ -55,24 +55,24 @@ QString Instances::ownDirectory() {
 }
 
 void Instances::makeLogFolder() {
-    // Another copy that starts at this moment may have been faster.
+    // Another copy that starts at this moment may have made it.
     if (!Directories::make(logFolder_) && !Directories::exists(logFolder_))
         throw RunTimeError(ErrorNumber::FileAlreadyExists, logFolder_ + QStringLiteral(": not a folder"));
     Directories::hide(logFolder_);
 }
 
-/// Answers its tag.
+/// Returns its tag.
 QString Instances::makeOwnDirectory() {
     qint64 number = std::max<qint64>(clock_.now().toMSecsSinceEpoch(), 0);
     while (true) {
         QString tag = QString::number(number++).rightJustified(tagDigits, u'0');
-        // A copy that sweeps at this moment may take the empty directory away again.
+        // A copy that removes left-overs at this moment may remove the empty directory again.
         if (makeFolder(tag) && own_.tryTake(logFolder_ + u'/' + tag))
             return tag;
     }
 }
 
-/// False when it is there, or when a copy that sweeps has taken the Log folder away.
+/// False when it exists already, or when a copy that removes left-overs has removed the Log folder.
 bool Instances::makeFolder(const QString &tag) {
     if (!Directories::exists(logFolder_))
         makeLogFolder();
@@ -123,7 +123,7 @@ void Instances::UpdateRegistry() {
 }
 
 void Instances::writeEntry() {
-    // A bar that was pasted into the name would hide the tag, and with it the log, from the next start.
+    // With a bar in the name the next start would read a wrong tag and not find the log.
     const QString name = QString(identity_.SystemName).replace(bar, u' ');
     store_.SaveSetting(logInfoSection, QString::number(identity_.InstanceNumber),
                        QStringList{name, identity_.StartDate, identity_.StartTime, identity_.InstanceTag}.join(bar));
@@ -170,7 +170,7 @@ QString Instances::LogDirFromEntry(const QString &value) const {
 
 bool Instances::staysInLogFolder(const QString &directory) const {
     const QString name = directory.mid(logFolder_.size() + 1);
-    // The operating system takes a name to end at a null character.
+    // For the operating system a name ends at a null character.
     return directory.startsWith(logFolder_ + u'/') && name != QStringLiteral("..") && !name.contains(u'/') &&
            !name.contains(QChar::Null) && !Directories::isLink(logFolder_) && !Directories::isLink(directory);
 }

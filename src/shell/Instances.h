@@ -11,12 +11,12 @@
 
 namespace ostrel {
 
-/// The section of the settings store with one entry for each running copy, `name|date|time|tag` under the copy's
-/// number, and their count under "0".
+/// The section of the settings store with an entry `name|date|time|tag` for each running copy under its number, and the
+/// count of copies under "0".
 inline constexpr char logInfoSection[] = "LogInfo";
 
-/// The bookkeeping of the running copies: each has a number, an entry in the store, and a directory for its running log
-/// in the Log folder. What a clean exit would have removed is what a crash left behind.
+/// Registers the running copies: each has a number, an entry in the store, and a directory for its running log in the
+/// Log folder. A clean exit removes them; if they are still there at a start, the copy has crashed.
 class Instances {
 public:
     /// `appPath` without a separator at its end.
@@ -24,34 +24,34 @@ public:
 
     /// Gives this copy its tag, its dates, the name "Default" and its log directory. A failure is a RunTimeError.
     void prepareLogDirectory();
-    /// The directory in the Log folder that is this copy's alone, with a separator at its end; made and held at the
-    /// first call, for the life of the copy. Here goes what comes in while LogDirectory still names what a crash left
-    /// behind. A failure is a RunTimeError.
+    /// This copy's own directory in the Log folder, with a separator at its end. The first call makes and locks it for
+    /// the life of the copy. New data goes there while LogDirectory still names a left-over log. A failure is a
+    /// RunTimeError.
     QString ownDirectory();
 
-    /// These tell the operator of a failure themselves, and leave what was written.
-    /// Takes the number behind the count, also when another copy bears it, but none below 1. Copies that start at the
-    /// same instant get different ones: counting is one step.
+    /// AddInstance, UpdateRegistry and RemoveRegistryEntry report a failure in a box and undo nothing. Takes the number
+    /// after the count, at least 1, even when another copy has it. Copies that start at the same moment get different
+    /// numbers.
     void AddInstance();
     /// Raises the count to that of an entry that stays, so that the next number is a new one.
     void countAtLeast(int number);
-    /// Without a number there is no entry: its key would be that of the count.
+    /// Does nothing without a number, since the key 0 is the count.
     void UpdateRegistry();
     void RemoveRegistryEntry();
 
-    /// All of the above for a copy that ends before it came to it, with nobody there to be told: an own log directory,
-    /// and a number that no entry bears, so that none is overwritten. A failure is a RunTimeError.
+    /// Registers a copy that ends before it was registered, without any message: makes its log directory and takes a
+    /// number without an entry, so that none is overwritten. A failure is a RunTimeError.
     void registerUnasked();
 
     const QString &logFolder() const { return logFolder_; }
-    /// Where thrown away logs go.
+    /// The folder for discarded logs.
     const QString &wastebasket() const { return wastebasket_; }
-    /// The directory that an entry names; the Log folder itself where the entry names none. An entry may hold anything:
-    /// staysInLogFolder() tells whether to go there.
+    /// The directory that an entry names; the Log folder itself when it names none. An entry may contain anything:
+    /// check the path with staysInLogFolder().
     QString LogDirFromEntry(const QString &value) const;
-    /// The Log folder itself, or a name directly in it that is no link.
+    /// The path is the Log folder itself or a name directly in it, and no symbolic link.
     bool staysInLogFolder(const QString &directory) const;
-    /// An entry as a line of the list: name, date and time in columns. What is wider than its column is cut.
+    /// An entry as a line of the list: name, date and time in columns. A text that is wider than its column is cut off.
     static QString EntryDisplayText(const QString &value);
 
 private:

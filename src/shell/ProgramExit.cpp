@@ -55,10 +55,10 @@ void ProgramExit::tearDown() {
             if (identity_.InstanceNumber == firstInstance)
                 uses_.settings.SaveSettings();
         },
-        [&] { takePlace(); }, [&] { writeLog(); }, // the wastebasket keeps what came in up to now
+        [&] { takePlace(); }, [&] { writeLog(); }, // so that the wastebasket gets all data
         [&] { closeLog(); },
         [&] {
-            // Also of a copy that found no port and comes to an end before its window did.
+            // Also for a copy that found no port and ends before its window was set up.
             if (!isWindowUp() || identity_.InstanceNumber >= firstInstance)
                 uses_.instances.RemoveRegistryEntry();
         });
@@ -67,7 +67,7 @@ void ProgramExit::tearDown() {
 
 void ProgramExit::closeLog() {
     if (identity_.InstanceTag.isEmpty())
-        return; // LogDirectory names nothing, or what a crash left behind
+        return; // LogDirectory is empty, or names a left-over log
     uses_.Chart5.CloseLog(identity_.LogDirectory, identity_.InstanceNumber);
     Directories::remove(identity_.LogDirectory.chopped(1));
 }
@@ -78,7 +78,7 @@ void ProgramExit::endUnasked() {
     uses_.process.end();
 }
 
-/// While left-over logs are still being offered, this copy has no place of its own for what the instrument sends.
+/// While left-over logs are still being offered, this copy has no log directory of its own yet: registers it now.
 void ProgramExit::takePlace() {
     if (isWindowUp() && identity_.InstanceTag.isEmpty())
         uses_.instances.registerUnasked();

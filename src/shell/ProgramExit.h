@@ -14,10 +14,10 @@
 
 namespace ostrel {
 
-/// The end of the program: what the operator is asked, and the teardown.
+/// The end of the program: the questions to the operator, and the teardown.
 class ProgramExit {
 public:
-    /// What is left of this copy after the program, and what the end has to reach.
+    /// Everything that the end uses from outside.
     struct Uses {
         RunLog &Chart5;
         RunningLog &log;
@@ -31,18 +31,18 @@ public:
 
     ProgramExit(const Identity &identity, const TabStates &tabs, Uses uses);
 
-    /// Asks what there is to ask, and ends the process; false when the operator stays. While it asks, another call does
-    /// nothing and answers false.
+    /// Asks about unsaved data and ends the process; false when the operator stays. While it asks, another call does
+    /// nothing and returns false.
     bool frmMain_Unload();
-    /// The same without the end: true when the operator lets the program go.
+    /// Only asks: true when the operator lets the program end.
     bool askToEnd();
-    /// The end alone: nothing of this copy stays behind, its log goes to the wastebasket. What a crash left behind and
-    /// is still being offered is not touched.
+    /// Only ends: removes everything of this copy and moves its log to the wastebasket. A left-over log that is still
+    /// being offered is not touched.
     void tearDown();
-    /// The end without anybody to ask: all that is on the screen or in the log goes to the log directory once more,
-    /// which stays for the next start to recover.
+    /// Ends without asking: writes all data of the recorder and the log to the log directory a last time. The directory
+    /// stays, and the next start offers it for recovery.
     void endUnasked();
-    /// Writes the log a last time and goes on.
+    /// Writes the log without ending.
     void writeLog();
 
 private:

@@ -17,14 +17,14 @@ constexpr QLatin1String logFolderItself(".");
 
 QString unknownText(const QString &name) { return QStringLiteral("  Unknown Log File ") + name; }
 
-/// The directories in the Log folder; a log's has no point in its name.
+/// The directories in the Log folder; the name of a log's directory has no point.
 QStringList directoriesIn(const QString &logFolder) {
     QStringList names = Directories::folderNames(logFolder);
     names.removeIf([](const QString &name) { return name.contains(u'.'); });
     return names;
 }
 
-/// Of a copy that runs.
+/// A running copy uses the directory.
 bool isHeld(const QString &directory) { return Directories::exists(directory) && !FolderLock().tryTake(directory); }
 
 } // namespace
@@ -52,12 +52,12 @@ void Recovery::FillKnownLogs() {
         uses_.prompts.show({QStringLiteral("Found Previous Instance!")});
         return;
     }
-    if (LogInfoTable_.size() < 2) // one row is only the count
+    if (LogInfoTable_.size() < 2) // a single row is only the count
         return;
     for (const SettingRow &entry : LogInfoTable_) {
         if (entry.key == countKey)
             continue;
-        // An entry may name any place: nothing outside the Log folder is even looked at.
+        // An entry may name any path: nothing outside the Log folder may be opened.
         const QString directory = instances_.LogDirFromEntry(entry.value);
         if (!instances_.staysInLogFolder(directory) || isHeld(directory))
             continue;
@@ -69,7 +69,7 @@ void Recovery::FillKnownLogs() {
 
 void Recovery::FillUnknownLogs() {
     UnknownLogDirs_.clear();
-    // The Log folder itself first: what lies in it openly may be swept away too.
+    // The Log folder itself first: files directly in it may be discarded too, so they are offered.
     for (const QString &name : QStringList{logFolderItself} + leftOvers_) {
         if (instances_.staysInLogFolder(directoryOf(name)) && uses_.Chart5.CheckLogFile(directoryOf(name)) &&
             !isKnown(name))
@@ -79,7 +79,7 @@ void Recovery::FillUnknownLogs() {
         rows_.push_back({unknownText(name)});
 }
 
-/// The directory itself is nobody's, whatever stands in the entries.
+/// An entry of the store names this directory. The Log folder itself never counts as known.
 bool Recovery::isKnown(const QString &name) const {
     if (LogInfoTable_.empty())
         throw RunTimeError(ErrorNumber::TypeMismatch);
@@ -98,7 +98,7 @@ bool Recovery::cmdRecoverButton_Click() {
     for (RecoveryRow &row : rows_) {
         if (!row.checked)
             continue;
-        // The text alone tells which log it is: runs of equal name, date and time are saved one after the other.
+        // The text alone identifies the log: runs with the same name, date and time are saved one after the other.
         for (const SettingRow &entry : LogInfoTable_) {
             if (Instances::EntryDisplayText(entry.value) == row.text)
                 recover(row, instances_.LogDirFromEntry(entry.value), entry.value.section(u'|', 0, 0));
@@ -123,7 +123,7 @@ void Recovery::recover(RecoveryRow &row, const QString &LogDirectory, const QStr
         row.itemData = RecoveryRow::recovered;
 }
 
-/// Before the operator saves the rest.
+/// Reports unreadable files, before the operator saves the rest.
 void Recovery::tellUnread(const QString &directory) {
     const QStringList files = uses_.Chart5.UnreadLogFiles(directory);
     if (files.isEmpty())
@@ -136,7 +136,7 @@ void Recovery::tellUnread(const QString &directory) {
          BoxIcon::Exclamation});
 }
 
-/// The operator has given these up, and will meet them again.
+/// Reports the logs that the operator gave up but that will be offered again.
 void Recovery::tellUnmoved() {
     if (unmoved_.isEmpty())
         return;
@@ -147,7 +147,7 @@ void Recovery::tellUnmoved() {
          BoxIcon::Exclamation});
 }
 
-/// What was not recovered stays, unchecked.
+/// Removes the recovered rows and unchecks the others.
 void Recovery::RebuildLogList() {
     std::erase_if(rows_, [](const RecoveryRow &row) { return row.itemData != RecoveryRow::notRecovered; });
     for (RecoveryRow &row : rows_)
@@ -167,8 +167,8 @@ bool Recovery::cmdDoneButton_Click() {
     return true;
 }
 
-/// The directories before their entries: a power cut in between leaves entries without a log, which the next start
-/// sweeps away, and no log without its entry.
+/// Discards the directories before their entries: so a power cut in between leaves entries without a log, which the
+/// next start deletes, but no log without its entry.
 void Recovery::PurgeLogDirectories() {
     skippingErrors([this] {
         const QStringList standing = directoriesIn(instances_.logFolder());
@@ -176,7 +176,7 @@ void Recovery::PurgeLogDirectories() {
             purge(instances_.logFolder());
         QStringList kept;
         for (const QString &name : standing) {
-            // Those that came up since belong to copies that were started while the operator was choosing.
+            // New directories belong to copies that were started while the operator was choosing.
             if (!leftOvers_.contains(name) || !purge(directoryOf(name)))
                 kept << directoryOf(name);
         }
@@ -184,8 +184,8 @@ void Recovery::PurgeLogDirectories() {
     });
 }
 
-/// Those that this copy found at its start, but for the logs that are still there. Entries of copies that came since
-/// stay; and as long as one does, the count stays too, at least at its number: nobody must get that number again.
+/// Deletes the entries found at this copy's start, except those of kept logs. Newer entries belong to other copies and
+/// stay. While any entry stays, the count must be at least its number, so that no copy gets that number again.
 void Recovery::purgeEntries(const QStringList &kept) {
     if (LogInfoTable_.empty())
         return;
@@ -209,7 +209,7 @@ bool Recovery::isLeftOver(const SettingRow &entry) const {
                        [&](const SettingRow &found) { return found.key == entry.key && found.value == entry.value; });
 }
 
-/// False when a log stays there that cannot be read or moved at this moment.
+/// Discards a log. False when its directory stays: it cannot be read or moved now, is a link, or is locked.
 bool Recovery::purge(const QString &directory) {
     FolderLock lock;
     if (unread_.contains(directory) || Directories::isLink(directory) || !lock.tryTake(directory))

@@ -26,33 +26,33 @@ struct RecoveryRow {
     bool checked = false;
 };
 
-/// Offers the logs that crashed runs left behind. Recovering one means saving it as a log file; when the operator is
-/// done, or there is nothing to offer, all left-overs go to the wastebasket, but for those that cannot be read at this
-/// start: they stay with their entries and are offered again at the next. Only for a copy that found no other one
+/// Offers the logs that crashed runs left behind. To recover a log means to save it as a log file. When the operator is
+/// done, or there is nothing to offer, all left-overs go to the wastebasket, except those that cannot be read or moved
+/// now: they stay with their entries and are offered at the next start. Only for a copy that found no other copy
 /// running.
 class Recovery {
 public:
-    /// What recovery runs and reaches.
+    /// Everything that recovery uses from outside.
     struct Uses {
         RunLog &Chart5;
         const Commands &commands;
         SettingsStore &store;
         Prompts &prompts;
-        std::function<void(Recovery &)> showDialog; ///< frmDataRecovery, until the operator ends it
+        std::function<void(Recovery &)> showDialog; ///< shows frmDataRecovery until the operator closes it
     };
 
-    /// `LogInfoTable` is what stood in the store before this copy wrote to it; empty when it had no such section.
+    /// `LogInfoTable` is the section LogInfo from before this copy wrote to it; empty without such a section.
     Recovery(Identity &identity, const std::vector<SettingRow> &LogInfoTable, const LogState &log, Instances &instances,
              Uses uses);
 
-    /// Looks for left-overs and offers them. A log without any entries in the store is a run-time error (13).
+    /// Searches for left-overs and offers them. A left-over log while LogInfoTable is empty raises type mismatch (13).
     void offer();
 
     const std::vector<RecoveryRow> &rows() const { return rows_; }
     void setChecked(std::size_t row, bool checked) { rows_.at(row).checked = checked; }
     bool cmdRecoverButtonEnabled() const;
 
-    /// Both answer whether the dialog is done.
+    /// Both return whether the dialog is done.
     [[nodiscard]] bool cmdRecoverButton_Click();
     [[nodiscard]] bool cmdDoneButton_Click();
 
@@ -78,9 +78,9 @@ private:
 
     std::vector<RecoveryRow> rows_;
     QStringList UnknownLogDirs_;
-    QStringList leftOvers_; ///< the directories that stood when the looking began, but for those of running copies
-    QStringList unread_;    ///< those of which a file could not be read
-    QStringList unmoved_;   ///< those that the wastebasket did not take
+    QStringList leftOvers_; ///< the directories at the start of the search, without those of running copies
+    QStringList unread_;    ///< the directories with a file that cannot be read
+    QStringList unmoved_;   ///< the directories that could not be moved to the wastebasket
 };
 
 } // namespace ostrel

@@ -12,9 +12,9 @@
 namespace ostrel {
 
 /// Start-up, copies, crash recovery, exit, and the windows of method and notes: one of each unit of the shell, in the
-/// order of their making.
+/// order of construction.
 struct Shell {
-    /// What it is made from, and what it reaches.
+    /// Everything that the units use from outside.
     struct Uses {
         Values &values;
         const Commands &commands;
@@ -26,20 +26,20 @@ struct Shell {
         Documents &documents;
         const DocumentCharts &charts;
         RunLog &Chart5;
-        Run &logNotes; ///< of the log chart: takes the recorder's notes
+        Run &logNotes; ///< the log chart, which gets the recorder's notes
         LogWindow &logWindow;
         ShellWindow &window;
-        QWidget &owner; ///< what its windows are over
+        QWidget &owner; ///< the parent of its windows
     };
 
     explicit Shell(const Uses &uses);
-    Shell(const Shell &) = delete; // the units know each other
+    Shell(const Shell &) = delete; // the units hold references to each other
     Shell &operator=(const Shell &) = delete;
 
-    /// Its click routines.
+    /// Binds the click routines.
     void bind(Commands &commands);
 
-    std::vector<SettingRow> logInfo; ///< LogInfoTable: what other copies and crashes had left in the store
+    std::vector<SettingRow> logInfo; ///< LogInfoTable: the section of the store as it was at the start
     Instances instances;
     Recovery recovery;
     SystemNaming naming;

@@ -5,9 +5,9 @@
 
 namespace ostrel {
 
-/// What the shell needs of the window above it.
+/// The interface through which the shell uses the main window.
 
-/// The main window as start-up and the windows of its check buttons see it.
+/// The main window for start-up and for the windows of the check buttons.
 class ShellWindow {
 public:
     virtual ~ShellWindow() = default;
@@ -17,7 +17,7 @@ public:
     virtual void setButtonValue(const QString &button, bool pressed) = 0;
     virtual bool buttonValue(const QString &button) const = 0;
     virtual void setToolTip(const QString &button, const QString &text) = 0;
-    /// What a click on the button does, its Value being already that after the click.
+    /// Runs the click routine of a button. Value must already be the one after the click.
     virtual void Toolsbar_ButtonClick(const QString &button) = 0;
 };
 

@@ -10,13 +10,13 @@
 
 namespace ostrel {
 
-/// The caption of the main window once the system has its name.
+/// The caption of the main window for a named system.
 QString systemCaption(const QString &SystemName);
 
 /// The command that names the instrument's system.
 class SystemNaming {
 public:
-    /// The dialog stands over `parent`.
+    /// `parent` is the dialog's parent.
     SystemNaming(Identity &identity, Instances &instances, Prompts &prompts, ShellWindow &window, QWidget *parent);
 
     void mnuLogName_Click();

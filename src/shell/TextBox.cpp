@@ -31,7 +31,7 @@ void TextBox::makeRoomFor(int letters, int lines) {
 QString TextBox::Text() const {
     if (!document()->isModified())
         return written_;
-    QString text = document()->toRawText(); // toPlainText would turn protected blanks into plain ones
+    QString text = document()->toRawText(); // toPlainText would replace no-break spaces by blanks
     return text.replace(QChar::ParagraphSeparator, QStringLiteral("\r\n"))
         .replace(QChar::LineSeparator, QStringLiteral("\r\n"));
 }

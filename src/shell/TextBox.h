@@ -6,20 +6,20 @@
 
 namespace ostrel {
 
-/// Courier New, or what this desktop has in its place.
+/// Courier New, or this desktop's own fixed-pitch font.
 QFont fixedPitchFont();
 
-/// A text box of several lines, whose texts have CR LF line ends. The Tab key leads on to the next control.
+/// A text box of several lines; its texts have CR LF line ends. The Tab key goes to the next control.
 class TextBox : public QPlainTextEdit {
     Q_OBJECT
 public:
-    /// `spoken` is how a screen reader names it.
+    /// `spoken` is the name for a screen reader.
     TextBox(const QString &name, const QString &spoken, QWidget *parent);
 
-    /// Asks for room for so many letters and lines; the user may make it larger or smaller.
+    /// Sets the preferred size in letters and lines; the user may make the box larger or smaller.
     void makeRoomFor(int letters, int lines);
 
-    /// Exactly what was written by setText as long as nobody has changed it.
+    /// Exactly the text of setText as long as nobody has edited it.
     QString Text() const;
     void setText(const QString &text);
 

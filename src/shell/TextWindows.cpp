@@ -19,7 +19,7 @@ struct CheckButton {
 constexpr CheckButton methodButton = {"cmdMethod", "Hide method form", "Show method form"};
 constexpr CheckButton notesButton = {"cmdNotes", "Hide notes form", "Show notes form"};
 
-/// Sets the button's tool tip by its Value, and answers that.
+/// Sets the button's tool tip according to its Value, and returns the Value.
 bool tellValue(const CheckButton &button, ShellWindow &window) {
     const bool pressed = window.buttonValue(QLatin1String(button.key));
     window.setToolTip(QLatin1String(button.key), QLatin1String(pressed ? button.tipPressed : button.tipReleased));

@@ -15,24 +15,24 @@ namespace ostrel {
 class frmMethod;
 class frmNotes;
 
-/// The windows with the method and the notes of the chart in front. Each is up exactly while its toolbar button is
-/// pressed: the button brings it up and takes it away, and its closing releases the button.
+/// The windows with the method and the notes of the chart in front. Each window is open exactly while its toolbar
+/// button is pressed: the button opens and closes it, and closing the window releases the button.
 class TextWindows {
 public:
-    /// The running log, which bears the notes of the recorder too.
+    /// The running log, which gets the recorder's notes too.
     struct Log {
         Run &chart;
-        std::function<void()> writeNow; ///< brings them to the disk, while logging is on
+        std::function<void()> writeNow; ///< writes them to the disk while logging is on
     };
 
-    /// The windows stand over `parent`.
+    /// `parent` is the windows' parent.
     TextWindows(TabStates &tabs, const DocumentCharts &charts, Log log, ShellWindow &window, Prompts &prompts,
                 QWidget *parent);
 
     void mnuMethod_Click();
     void mnuNotes_Click();
 
-    /// A click on the button, whose Value is already that after the click.
+    /// A click on the button; its Value is already the one after the click.
     void cmdMethod_Click();
     void cmdNotes_Click();
 
@@ -47,7 +47,7 @@ private:
     ShellWindow &window_;
     Prompts &prompts_;
     QWidget *parent_;
-    frmMethod *frmMethod_ = nullptr; ///< while it is loaded
+    frmMethod *frmMethod_ = nullptr; ///< null unless the window is open
     frmNotes *frmNotes_ = nullptr;
 };
 

@@ -23,7 +23,7 @@ constexpr int noColumn = -1;
 struct PromptRow {
     const char *text;
     bool bold;
-    int column; ///< of the list, in characters, for a head above it
+    int column; ///< for a heading: its column in the list, in characters
 };
 
 // clang-format off
@@ -49,7 +49,7 @@ void embolden(QWidget &widget) {
     widget.setFont(font);
 }
 
-/// Where the text of a row begins within the list's viewport.
+/// The left edge of a row's text within the list's viewport.
 int textLeft(const QListWidget &list) {
     QStyleOptionViewItem row;
     row.initFrom(&list);
@@ -110,7 +110,7 @@ void frmDataRecovery::makeList() {
                             list.verticalScrollBar()->sizeHint().width(),
                         letters.lineSpacing() * shownRows);
     connect(&list, &QListWidget::itemChanged, this, [this](QListWidgetItem *item) { lstLogFiles_ItemCheck(*item); });
-    // The list sees to a click on the box itself, and tells of no press then; one on the text checks the row too.
+    // For a click on the check box the list emits no itemPressed. A click on the text checks the row too.
     connect(&list, &QListWidget::itemPressed, this, [this] { pressedOnText_ = true; });
     connect(&list, &QListWidget::itemClicked, this, [this](QListWidgetItem *item) {
         if (std::exchange(pressedOnText_, false))
@@ -157,18 +157,18 @@ void frmDataRecovery::showRows() {
 }
 
 void frmDataRecovery::lstLogFiles_ItemCheck(const QListWidgetItem &item) {
-    pressedOnText_ = false; // a press that moved off its row is over, too
+    pressedOnText_ = false; // forgets a press that has left its row
     recovery_.setChecked(static_cast<std::size_t>(lstLogFiles_->row(&item)), item.checkState() == Qt::Checked);
     cmdRecoverButton_->setEnabled(recovery_.cmdRecoverButtonEnabled());
 }
 
-/// Lines that wrap need the more height the narrower the window is.
+/// Wrapped lines need more height in a narrower window.
 void frmDataRecovery::resizeEvent(QResizeEvent *event) {
     setMinimumHeight(layout()->totalMinimumHeightForWidth(width()));
     QDialog::resizeEvent(event);
 }
 
-/// Only now the style and the places are settled.
+/// Style and positions are not final before this.
 void frmDataRecovery::showEvent(QShowEvent *event) {
     QDialog::showEvent(event);
     placeHeads();

@@ -13,8 +13,8 @@ namespace ostrel {
 
 class CommandButton;
 
-/// The list of left-over logs, for the operator to choose from. Made for each showing, on a recovery that has looked;
-/// run it with `exec`. Closing it leaves all left-overs for the next start.
+/// The list of left-over logs, for the operator to choose from. Made anew each time, after Recovery has searched; run
+/// it with `exec`. Closing it leaves all left-overs for the next start.
 class frmDataRecovery : public QDialog {
     Q_OBJECT
 public:

@@ -23,7 +23,7 @@ constexpr ControlRow controls[] = {
 };
 // clang-format on
 
-/// Blanks too: only what a file's name can hold passes.
+/// Only characters that are safe in a file name, blanks included.
 bool isAllowed(int KeyAscii) {
     constexpr int backspace = 8;
     return KeyAscii == backspace || KeyAscii == ' ' || (KeyAscii >= '0' && KeyAscii <= '9') ||

@@ -12,11 +12,11 @@ namespace ostrel {
 class CommandButton;
 class TextEntry;
 
-/// Asks for the name of the instrument's system. Made for each showing.
+/// Asks for the name of the instrument's system. Made anew each time it is shown.
 class frmLogName : public QDialog {
     Q_OBJECT
 public:
-    /// `named` gets the name that the operator confirms.
+    /// `named` is called with the name that the operator confirms.
     frmLogName(const QString &SystemName, Prompts &prompts, std::function<void(const QString &SystemName)> named,
                QWidget *parent);
 

@@ -7,11 +7,11 @@
 
 namespace ostrel {
 
-/// Shows the method that the instrument sent with a run. Made for each showing.
+/// Shows the method that the instrument sent with a run. Made anew each time it is shown.
 class frmMethod : public QDialog {
     Q_OBJECT
 public:
-    /// `release` lets the toolbar button of this window up and has the window unloaded.
+    /// `release` releases the toolbar button of this window, which unloads the window.
     frmMethod(const QString &MethodText, std::function<void()> release, QWidget *parent);
 
     void CloseMethod() { release_(); }

@@ -12,16 +12,16 @@ namespace ostrel {
 
 class TextBox;
 
-/// Lets the user edit the notes of a run. Made for each showing.
+/// Lets the user edit the notes of a run. Made anew each time it is shown.
 class frmNotes : public QDialog {
     Q_OBJECT
 public:
-    /// `taken` gets the new notes of `chart`. `release` lets the toolbar button of this window up and has the window
-    /// unloaded.
+    /// `taken` is called with the new notes of `chart`. `release` releases the toolbar button of this window, which
+    /// unloads the window.
     frmNotes(const Run &chart, Prompts &prompts, std::function<void(const QString &Notes)> taken,
              std::function<void()> release, QWidget *parent);
 
-    /// Asks about changed notes. False when the user stays in the window, which is unloaded otherwise.
+    /// Asks about changed notes. False when the user stays in the window; otherwise it is unloaded.
     bool CloseNotes();
     void unload() { done(Accepted); }
 

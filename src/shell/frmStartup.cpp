@@ -22,7 +22,7 @@ frmStartup::frmStartup()
     setObjectName(QStringLiteral("frmStartup"));
     setAccessibleName(QStringLiteral("Ostrel MS " OSTREL_VERSION ", chart recorder for the Velquin system"));
     picSplash_->setObjectName(QStringLiteral("picSplash"));
-    // Drawn beforehand from splash.svg: the first thing to be seen should not wait for gradients and fonts.
+    // A bitmap made from splash.svg, so that the first window does not wait for gradients and fonts.
     picSplash_->setPixmap(QPixmap(QStringLiteral(":/pictures/splash.png")));
     picSplash_->setFixedSize(pictureSize);
     auto *version = new QLabel(QStringLiteral("Version " OSTREL_VERSION), picSplash_);
@@ -48,7 +48,7 @@ void frmStartup::showAbout(QWidget *parent) {
     exec();
 }
 
-/// Escape presses the button, if there is one.
+/// Escape closes the window only while the button is shown.
 void frmStartup::reject() {
     if (!cmdClose_->isHidden())
         QDialog::reject();

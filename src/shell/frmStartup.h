@@ -9,16 +9,16 @@ namespace ostrel {
 
 class CommandButton;
 
-/// The window that the program begins with; later it is the About box. It has no caption and cannot be moved or closed
-/// but by its button.
+/// The splash window at the start; later it is the About box. It has no caption, cannot be moved, and is closed only by
+/// its button or Escape.
 class frmStartup : public QDialog {
     Q_OBJECT
 public:
     frmStartup();
 
-    /// Without the button there is only the picture.
+    /// Shows or hides the Close button.
     void showClose(bool on);
-    /// As the About box, until it is closed.
+    /// Shows it as the About box until it is closed.
     void showAbout(QWidget *parent);
 
     void reject() override;

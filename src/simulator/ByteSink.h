@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-/// Where a record of the play goes, for instance into a file. Raises a run-time error when it cannot take all.
+/// Takes the bytes of a record of the play, for instance for a file. Raises a run-time error when it cannot write all.
 using ByteSink = std::function<void(const QByteArray &bytes)>;
 
 } // namespace ostrel

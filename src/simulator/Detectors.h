@@ -6,7 +6,7 @@
 
 namespace ostrel {
 
-/// What one detector shows without peaks and gradient.
+/// The signal of one detector without peaks and gradient.
 struct Baseline {
     double level = 0;
     double driftPerMinute = 0;
@@ -15,16 +15,16 @@ struct Baseline {
 
 /// A peak in UV, each flank half a Gaussian.
 struct Peak {
-    double time;   ///< of its top, seconds of flow from now
+    double time;   ///< of its maximum, seconds of flow from now
     double height; ///< AU
     double width;  ///< seconds, at half the height
-    double tail;   ///< trailing half of the width over the leading half
+    double tail;   ///< trailing part of the width divided by the leading part
 };
 
-/// What the pumps do: a hold keeps the composition, a pause stops everything.
+/// The state of the pumps: a hold keeps the composition, a pause stops everything.
 enum class Flow { Running, Held, Stopped };
 
-/// One time's measurement, as the instrument sends it.
+/// The measured pair of one sample time, as the instrument sends it.
 struct Measurement {
     float uv;   ///< AU
     float cond; ///< mS/cm
@@ -39,7 +39,7 @@ public:
     Baseline cond;
 
     void addPeak(const Peak &peak);
-    /// Takes conductivity from one level to another; a new gradient or level ends the one under way.
+    /// Moves the conductivity from one level to another; a new gradient or level ends the current gradient.
     void startGradient(double from, double to, double seconds);
     void setConductivity(double level);
 
@@ -54,7 +54,7 @@ private:
 
     std::mt19937 random_;
     std::normal_distribution<double> normal_;
-    std::vector<Peak> peaks_; // their times count down to the top and on
+    std::vector<Peak> peaks_; // their times count down to the maximum, then negative
     double gradientStep_ = 0;
     double gradientEnd_ = 0;
     int gradientSteps_ = 0;

@@ -5,7 +5,7 @@
 
 namespace ostrel {
 
-/// The instrument's blocks as they stand on the line. A letter is one of StreamFormat::BlockType.
+/// The instrument's blocks in the format of the line. A letter is one of StreamFormat::BlockType.
 
 /// "C", "D", "U" or "V" with its value.
 QByteArray sampleBlock(char letter, float value);
@@ -19,10 +19,10 @@ QByteArray statusBlock();
 /// "M" with the text, one byte a character, and its closing sync byte. The text must be free of sync bytes.
 QByteArray methodBlock(const QByteArray &text);
 
-/// A block of the letter that breaks off half-way, "M" before its closing sync byte.
+/// An incomplete block of this letter; "M" without its closing sync byte.
 QByteArray brokenBlock(char letter);
 
-/// Whether there are blocks of this letter.
+/// Whether the letter is that of a block.
 bool isBlockLetter(char letter);
 
 } // namespace ostrel

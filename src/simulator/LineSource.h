@@ -7,13 +7,13 @@
 
 namespace ostrel {
 
-/// What happens on the line within one sample time, a fifth of a second.
+/// The events on the line within one sample time, a fifth of a second.
 struct LineTick {
     bool plugged = true; ///< false: the plug is out, and nothing can be sent
     QByteArray bytes;
 };
 
-/// Where the line's bytes come from.
+/// The source of the line's bytes.
 class LineSource {
 public:
     virtual ~LineSource() = default;

@@ -92,7 +92,7 @@ InputFile::InputFile(const QString &path) {
 OutputFile::OutputFile(const QString &path) : path_(path) {
     struct stat found {};
     const bool stands = ::stat(QFile::encodeName(path).constData(), &found) == 0;
-    made_ = !stands && !identityOfName(path); // a link that leads nowhere is not ours
+    made_ = !stands && !identityOfName(path); // a dangling link existed before
     if (stands)
         joinStandardStream(found);
     if (!along_)
@@ -116,7 +116,7 @@ void OutputFile::joinStandardStream(const struct stat &found) {
         refuseKind(found, path_);
 }
 
-/// Without waiting for ever for the reader of a pipe, and without emptying anything.
+/// Opens the file without emptying it, and waits only readerPatience for the reader of a pipe.
 void OutputFile::openApart(int flags) {
     constexpr int careful = O_WRONLY | O_NOCTTY | O_CLOEXEC | O_NONBLOCK;
     const auto open = [&] {

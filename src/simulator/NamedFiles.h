@@ -13,13 +13,13 @@ struct stat;
 
 namespace ostrel {
 
-/// A file that is read whole before the play begins. Raises a run-time error when it cannot be read or is a folder.
+/// A file that is read before the play begins. Raises a run-time error when it cannot be read or is a folder.
 class InputFile {
 public:
     explicit InputFile(const QString &path);
 
     const QByteArray &content() const { return content_; }
-    /// None for what is no plain file.
+    /// None unless it is a plain file.
     const std::optional<FileIdentity> &identity() const { return identity_; }
 
 private:
@@ -27,24 +27,24 @@ private:
     std::optional<FileIdentity> identity_;
 };
 
-/// A file that a record of the play goes to: a plain file, a pipe with a reader, a terminal, /dev/null. What stands in
-/// it is left alone until begin(). What is standard output or standard error already is written along with these.
+/// A file for a record of the play: a plain file, a pipe with a reader, a terminal, /dev/null. Its content is kept
+/// until begin(). A file that is already standard output or standard error is written through that stream.
 class OutputFile {
 public:
-    /// Raises a run-time error for a folder, a pipe that nobody reads within five seconds, a disk, and for what may not
-    /// be written.
+    /// Raises a run-time error for a folder, a disk, a socket, a pipe without a reader within five seconds, and a file
+    /// that may not be written.
     explicit OutputFile(const QString &path);
-    /// A file that was made here and never begun is removed again.
+    /// Removes a file that the constructor made if begin() was never called.
     ~OutputFile();
     OutputFile(const OutputFile &) = delete;
     OutputFile &operator=(const OutputFile &) = delete;
 
-    /// None for what is no plain file.
+    /// None unless it is a plain file.
     const std::optional<FileIdentity> &identity() const { return identity_; }
 
     /// Empties it.
     void begin();
-    /// Not buffered, so that the file is whole however the program ends. Raises a run-time error.
+    /// Not buffered, so that the file is complete in whatever way the program ends. Raises a run-time error.
     void write(const QByteArray &bytes);
 
 private:
@@ -54,20 +54,20 @@ private:
     QString path_;
     SystemFile file_;
     std::optional<FileIdentity> identity_;
-    bool along_ = false; // with a standard stream
+    bool along_ = false; // a standard stream is the same file
     bool made_ = false;
     bool begun_ = false;
 };
 
-/// A file that the command line names, and what for.
+/// A file named on the command line, and its purpose.
 struct NamedFile {
     QString purpose; ///< "--truth"
     QString path;
     std::optional<FileIdentity> identity;
-    bool isLink = false; ///< the name alone is used: what it leads to is not touched
+    bool isLink = false; ///< only the name is used, not the file that it leads to
 };
 
-/// The message about two of these that are one file, by whatever spelling or link; empty when all differ.
+/// The message about two names that are the same file, also by a link; empty when all differ.
 QString clashOf(const std::vector<NamedFile> &files);
 
 } // namespace ostrel

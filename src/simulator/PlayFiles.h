@@ -11,8 +11,8 @@
 
 namespace ostrel {
 
-/// All files of a play. The input is read, and its mistakes told, before an output is opened; outputs are emptied only
-/// when all else stands ready. Failures are run-time errors, and EarlyEnd for mistakes of the user.
+/// All files of a play. The input is read and checked before an output is opened; outputs are emptied only when
+/// everything else is ready. Failures are run-time errors, mistakes of the user are EarlyEnd.
 class PlayFiles {
 public:
     /// Reads the script or the capture.
@@ -20,13 +20,13 @@ public:
     PlayFiles(const PlayFiles &) = delete;
     PlayFiles &operator=(const PlayFiles &) = delete;
 
-    /// Refuses files that are one. Until beginOutputs() nothing is changed.
+    /// Refuses two names of the same file. Existing files are not changed before beginOutputs().
     void openOutputs();
     void beginOutputs();
 
-    /// What is played; the source and the sink live no longer than this.
+    /// The source of the play. It and the sink of record() must not outlive this object.
     std::unique_ptr<LineSource> source();
-    /// Takes what the line took; empty when nobody asked for that.
+    /// For the bytes that the line has taken; empty without --record.
     ByteSink record();
 
 private:

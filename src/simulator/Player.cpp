@@ -14,14 +14,14 @@ using namespace StreamFormat;
 
 namespace {
 
-// Eight data bits take ten on the line, with start and stop bit.
+// Eight data bits need ten bits on the line, with start and stop bit.
 constexpr qsizetype bytesPerTick = baudRate / 10 / samplesPerSecond;
 
-// More than a single statement and what is measured meanwhile; some forty minutes on the line.
+// More bytes than a single statement and the samples meanwhile; about 35 minutes on the line.
 constexpr qsizetype mostWaiting = 2'000'000;
 
 struct Block {
-    char letter; // 0: this kind has no block for it
+    char letter; // 0: this kind sends no block
     quint8 parameter;
 };
 
@@ -67,7 +67,7 @@ std::optional<LineTick> Player::next() {
         return std::nullopt;
     }
     ++ticksPlayed_;
-    // What was begun before the plug is pulled still gets out.
+    // Bytes that already wait are still sent before the plug is pulled.
     const LineTick tick{state_ != Line::Unplugged || !line_.isEmpty(),
                         line_.first(std::min(bytesPerTick, line_.size()))};
     line_.remove(0, tick.bytes.size());
@@ -114,7 +114,7 @@ void Player::perform(const Step &step) {
     }
 }
 
-/// News and faults: all that the record of the truth tells by name.
+/// Events and faults: the statements that the truth record contains.
 void Player::performOther(const Step &step) {
     if (settings_.truth)
         settings_.truth->addNews(double(ticksPlayed_) / samplesPerSecond, step);
@@ -163,7 +163,7 @@ void Player::spend(const Step &step, Line line) {
 void Player::sendPair() {
     const Measurement pair = detectors_.measure();
     line_ += sampleBlock(uvLetter_, pair.uv) + sampleBlock(CondSample, pair.cond);
-    // The kind that reports its state tells a sign of life each second.
+    // The status kind sends a status block each second as a sign of life.
     if (settings_.kind == InstrumentKind::Status && pairsSent_ % samplesPerSecond == 0)
         line_ += statusBlock();
     ++pairsSent_;

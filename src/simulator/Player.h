@@ -8,14 +8,14 @@
 
 namespace ostrel {
 
-/// Plays a script as an instrument of either kind would send it. News stands before the sample pair at which it comes.
-/// What takes longer on the line than a sample time delays the blocks behind it. A script that goes on sending more
-/// than the line carries stands still while two million bytes wait.
+/// Plays a script as an instrument of either kind would send it. An event is sent before the sample pair of the same
+/// time. Blocks that need more than a sample time on the line delay the blocks behind them. The script pauses while
+/// more than two million bytes wait for the line.
 class Player : public LineSource {
 public:
     struct Settings {
         InstrumentKind kind = InstrumentKind::Status;
-        bool loops = false; ///< begin anew after the last statement
+        bool loops = false; ///< start again after the last statement
         unsigned seed = 1;
         TruthRecord *truth = nullptr; ///< the caller's
     };
@@ -46,7 +46,7 @@ private:
     Line state_ = Line::Sending;
     Flow flow_ = Flow::Running;
     char uvLetter_;
-    QByteArray line_; // what waits to be sent
+    QByteArray line_; // bytes waiting to be sent
 };
 
 } // namespace ostrel

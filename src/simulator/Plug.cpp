@@ -37,8 +37,8 @@ void Plug::set(bool in) {
 void Plug::watchPort() {
     gone_ = std::make_unique<QSocketNotifier>(port_->file(), QSocketNotifier::Read);
     gone_->setEnabled(false);
-    // Queued, since a new port takes the place of the notifier too. It is off until the next look by time: a listener
-    // that keeps sending must not keep us busy.
+    // Queued, since a new port replaces the notifier too. The notifier is disabled until the next tick of the timer, so
+    // that a listener that keeps sending does not keep the program busy.
     const auto look = [this] {
         if (gone_)
             gone_->setEnabled(false);

@@ -14,11 +14,11 @@ namespace ostrel {
 
 class RunTimeError;
 
-/// The instrument's plug. In: there is a port, which is looked after from the event loop. Out: there is none.
+/// The instrument's plug. In: there is a port, which the event loop maintains. Out: there is none.
 class Plug {
 public:
-    std::function<void(const QString &path)> newPort; ///< the first one, and each that takes the place of another
-    std::function<void(const RunTimeError &)> failed; ///< there is no port any more
+    std::function<void(const QString &path)> newPort; ///< called for the first port and for each replacement
+    std::function<void(const RunTimeError &)> failed; ///< called when the port is lost
 
     /// `link` is a symbolic link to the port, or empty. The plug is out.
     explicit Plug(const QString &link = {});
@@ -27,7 +27,7 @@ public:
     /// Raises a run-time error when a port cannot be made.
     void set(bool in);
     bool isHeard() const { return port_ && port_->isHeard(); }
-    /// Answers how many bytes the line took; none while the plug is out.
+    /// Returns how many bytes the line took; 0 while the plug is out.
     qsizetype send(const QByteArray &bytes) { return port_ ? port_->send(bytes) : 0; }
 
 private:
@@ -36,7 +36,7 @@ private:
 
     QString link_;
     std::optional<PseudoTerminal> port_;
-    std::unique_ptr<QSocketNotifier> gone_; // tells at once that a listener has gone
+    std::unique_ptr<QSocketNotifier> gone_; // reports at once that a listener has closed the port
     QTimer look_;
 };
 

@@ -64,12 +64,12 @@ PseudoTerminal::PseudoTerminal(const QString &link) : link_(QFile::encodeName(li
 }
 
 PseudoTerminal::~PseudoTerminal() {
-    // Another instrument may have taken the link over.
+    // Another simulator may have replaced the link.
     if (!link_.isEmpty() && QFile::symLinkTarget(QFile::decodeName(link_)) == path_)
         ::unlink(link_.constData());
 }
 
-/// Opens and closes the listener's end once, so that the line also knows from the start that nobody listens.
+/// Opens and closes the listener's end once, so that isHeard() is false from the start.
 void PseudoTerminal::open() {
     const QString failure = "a pseudo-terminal cannot be made";
     SystemFile master{::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK)};
@@ -84,7 +84,7 @@ void PseudoTerminal::open() {
     check(bool(listener), path_);
     makeRaw(listener);
     raw_ = settingsOf(listener);
-    // An instrument that root has started can also be listened to by the users of the computer.
+    // All users of the computer may open the port, also of a simulator that root has started.
     check(::fchmod(listener.number(), everybody) == 0, path_);
 }
 
@@ -99,7 +99,7 @@ void PseudoTerminal::makeLink() const {
     if (!standing.dir().exists())
         throw RunTimeError(ErrorNumber::PathNotFound, failure + ": there is no folder " + standing.path());
     const QByteArray fresh = link_ + '.' + QByteArray::number(::getpid());
-    // One of a program that was killed before it could rename it.
+    // The link of a program that was killed before it could rename it.
     if (QFileInfo{QFile::decodeName(fresh)}.isSymLink())
         ::unlink(fresh.constData());
     check(::symlink(QFile::encodeName(path_).constData(), fresh.constData()) == 0, failure);
@@ -126,9 +126,9 @@ qsizetype PseudoTerminal::send(const QByteArray &bytes) {
 }
 
 bool PseudoTerminal::lookAfter() {
-    ::tcflush(master_.number(), TCIFLUSH); // the instrument hears nothing
+    ::tcflush(master_.number(), TCIFLUSH); // the instrument receives nothing
     const Left left = isHeard() ? Left::Nothing : leftByListeners();
-    // The next listener may have come while we looked: then all of this is its own.
+    // A new listener may have opened the port meanwhile: then these traces are its own.
     if (left == Left::Nothing || isHeard())
         return false;
     if (left == Left::Traces) {
@@ -141,7 +141,7 @@ bool PseudoTerminal::lookAfter() {
 }
 
 PseudoTerminal::Left PseudoTerminal::leftByListeners() const {
-    ::tcflush(master_.number(), TCOFLUSH); // what had no room in the listener's buffer
+    ::tcflush(master_.number(), TCOFLUSH); // bytes that did not fit the listener's buffer
     const SystemFile listener = openListener();
     if (!listener)
         return Left::Claim;
@@ -149,7 +149,7 @@ PseudoTerminal::Left PseudoTerminal::leftByListeners() const {
     return isClean && isSame(settingsOf(listener), raw_) ? Left::Nothing : Left::Traces;
 }
 
-/// Lifts the claim last: until then it keeps the next listener out.
+/// The claim is lifted last, since it keeps the next listener out until then.
 void PseudoTerminal::clearTraces() const {
     const SystemFile listener = openListener();
     ::tcsetattr(listener.number(), TCSANOW, &raw_);

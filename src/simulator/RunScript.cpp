@@ -23,7 +23,7 @@ std::vector<ScriptWord> wordsOf(const QString &line) {
     return words;
 }
 
-/// Reads line by line what a run consists of.
+/// Reads a script line by line.
 class ScriptReader {
 public:
     RunScript read(const QString &text);

@@ -9,7 +9,7 @@
 
 namespace ostrel {
 
-/// How an instrument tells its state: by blocks of its own, or by the letters of its UV blocks.
+/// How an instrument reports its state: by separate status blocks, or by the letters of its UV blocks.
 enum class InstrumentKind { Status, Letters };
 
 // clang-format off
@@ -22,7 +22,7 @@ enum class Action {
 };
 // clang-format on
 
-/// One statement of a script; which fields count is told by its action's form.
+/// One statement of a script; the form of its action determines which fields are used.
 struct Step {
     Action action = Action::Wait;
     double seconds = 0;
@@ -32,18 +32,18 @@ struct Step {
     double tail = 1;
     int count = 0;
     char letter = 0;
-    QByteArray bytes;  ///< a method's text, or bytes as they are
-    QString statement; ///< as written, single blanks between its words
+    QByteArray bytes;  ///< a method's text, or raw bytes
+    QString statement; ///< as written, with single blanks between the words
 };
 
-/// What an instrument does, from its first sample to its last.
+/// The script of a play, from the first sample to the last.
 struct RunScript {
     std::optional<InstrumentKind> kind;
     std::vector<Step> steps;
     bool loops = false;
 };
 
-/// A script that cannot be understood: where, from 1, and why.
+/// A mistake in a script: its place, counted from 1, and the reason.
 struct ScriptError {
     int line;
     int column;

@@ -62,7 +62,7 @@ bool readPositive(const QString &word, double &number) { return readNumber(word,
 
 bool readSize(const QString &word, double &number) { return readNumber(word, number) && number >= 0; }
 
-/// What a faulty detector sends is a level too.
+/// A level may also be nan or inf, as a faulty detector sends it.
 bool readLevel(const QString &word, double &level) {
     bool good = false;
     level = word.toDouble(&good);
@@ -132,11 +132,11 @@ const Placeholder *placeholderNamed(const QString &name) {
     return found != std::end(placeholders) ? found : nullptr;
 }
 
-/// What came of laying a line's words on one form.
+/// The result of matching a line's words with one form.
 struct Match {
     Step step;
     size_t wordsTaken = 0;
-    QString expected; ///< next; empty after a whole statement
+    QString expected; ///< next; empty after a complete statement
 };
 
 bool accepts(const QString &part, const QString &word, Step &step) {
@@ -170,7 +170,7 @@ Match matchForm(const StatementForm &row, const std::vector<ScriptWord> &words) 
     return match;
 }
 
-/// What is wrong with the word of this index, or with the line's end behind the last.
+/// The message for the word of this index, or for the end of the line.
 ScriptError mistake(const std::vector<ScriptWord> &words, size_t index, const QStringList &expected, int line) {
     if (index == words.size()) {
         const int end = words.back().column + columnAt(words.back().text, words.back().text.size()) - 1;

@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-/// The column, from 1, of what stands at an index of a line. Each character is one column, a tab too.
+/// The column, from 1, of the character at an index of a line. Each character is one column, a tab too.
 int columnAt(const QString &line, qsizetype index);
 
 /// A word of a statement and the column it begins in.
@@ -16,11 +16,10 @@ struct ScriptWord {
     int column;
 };
 
-/// Every form a statement can have, as help shows it: words in capitals stand for a value, brackets for what may be
-/// left out.
+/// Every form of a statement, as the help shows it: words in capitals are values, brackets enclose optional parts.
 QStringList statementForms();
 
-/// The step that the words of a line say; `line` is for the ScriptError that it throws otherwise.
+/// Reads the words of a line as a step; `line` is the line number for the ScriptError that it throws for a mistake.
 Step readStatement(const std::vector<ScriptWord> &words, int line);
 
 } // namespace ostrel

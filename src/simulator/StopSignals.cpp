@@ -19,11 +19,11 @@ int openSignals() {
     sigset_t asked;
     sigemptyset(&asked);
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        // One that is ignored, as nohup does, would come through a signal file all the same.
+        // An ignored signal, for instance under nohup, would still arrive at a signalfd, so it is left out.
         if (!isIgnored(number))
             sigaddset(&asked, number);
     }
-    // Whoever read the path from our output may be gone when there is a new one to tell.
+    // The reader of standard output may be gone when a new path is printed.
     std::signal(SIGPIPE, SIG_IGN);
     sigprocmask(SIG_BLOCK, &asked, nullptr);
     return ::signalfd(-1, &asked, SFD_CLOEXEC | SFD_NONBLOCK);

@@ -7,9 +7,9 @@
 
 namespace ostrel {
 
-/// Turns the signals that ask the program to end (interrupt, terminate, hang-up) into a call from the event loop.
-/// One that the program was started to ignore stays ignored, and a broken pipe ends nothing. Must be made before any
-/// other thread starts.
+/// Turns the signals that ask the program to end (interrupt, terminate, hang-up) into a call from the event loop. A
+/// signal that was ignored at the program's start stays ignored. SIGPIPE is ignored too. Create it before any other
+/// thread starts.
 class StopSignals {
 public:
     explicit StopSignals(std::function<void()> stop);

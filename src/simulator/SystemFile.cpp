@@ -24,7 +24,7 @@ void awaitReader(int file, const QString &name) {
 void writeAll(int file, QByteArrayView bytes, const QString &name) {
     while (!bytes.isEmpty()) {
         awaitReader(file, name);
-        // A pipe that is ready takes a piece of this length without waiting.
+        // A pipe that is ready for writing takes PIPE_BUF bytes without waiting.
         const ssize_t count = ::write(file, bytes.data(), std::min<size_t>(size_t(bytes.size()), PIPE_BUF));
         if (count < 0 && errno != EINTR)
             throw RunTimeError::fromErrno(errno, name);

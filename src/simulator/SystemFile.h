@@ -10,7 +10,7 @@
 
 namespace ostrel {
 
-/// An open file of the operating system, closed with its owner. -1 stands for none.
+/// An open file of the operating system, closed with its owner. -1 for none.
 class SystemFile {
 public:
     explicit SystemFile(int number = -1) : number_(number) {}
@@ -31,18 +31,18 @@ private:
     int number_;
 };
 
-/// Which file it is, whatever name led to it.
+/// Identifies a file independently of its names.
 struct FileIdentity {
     dev_t device;
     ino_t inode;
     bool operator==(const FileIdentity &) const = default;
 };
 
-/// How long a reader of a pipe may keep us waiting, in ms.
+/// The longest wait for the reader of a pipe, in ms.
 constexpr int readerPatience = 5000;
 
-/// Writes all of it to a file, pipe or terminal, `name` being its name in messages. Raises a run-time error when that
-/// fails or when a reader takes nothing for that long.
+/// Writes all bytes to a file, pipe or terminal; `name` is its name in messages. Raises a run-time error when that
+/// fails or when a reader takes nothing for readerPatience.
 void writeAll(int file, QByteArrayView bytes, const QString &name);
 
 } // namespace ostrel

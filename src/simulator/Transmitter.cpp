@@ -14,12 +14,12 @@ namespace {
 constexpr qint64 tickTime = 1000 / StreamFormat::samplesPerSecond;
 constexpr qint64 mostBehind = 2000;
 constexpr qint64 burstEvery = 1000;
-constexpr qint64 fastPause = 800;  // the recorder decodes when nothing has come for 700
-constexpr qint64 steadyPause = 50; // for late ticks, so that a listener has read what comes before the plug is pulled
+constexpr qint64 fastPause = 800;  // the recorder decodes 700 ms after the last byte
+constexpr qint64 steadyPause = 50; // for late ticks: gives a listener time to read before the plug is pulled
 constexpr qint64 retryAfter = 5;
 constexpr qint64 listenerMayStop = 5000;
 
-// Bytes: what a pseudo-terminal holds, and less than half of what the recorder does.
+// Bytes: the buffer of a pseudo-terminal, and less than half of the recorder's ring.
 constexpr qsizetype recorderTakes = 4000;
 constexpr double bytesPerSpeed = recorderTakes / Transmitter::recorderFollows;
 
@@ -45,7 +45,7 @@ void Transmitter::goOn() {
     }
     send();
     const qint64 wait = waiting_.isEmpty() ? nextBurst() - now() : retryAfter;
-    timer_.start(int(std::max<qint64>(0, wait))); // a timer refuses times that are over
+    timer_.start(int(std::max<qint64>(0, wait))); // a timer does not accept negative times
 }
 
 qint64 Transmitter::dueTime() const {
@@ -63,8 +63,8 @@ qsizetype Transmitter::longestBurst() const {
 
 void Transmitter::forgiveStandstill() { stoodStill_ += std::max<qint64>(0, now() - dueTime() - mostBehind); }
 
-/// Takes what is due from the source, as much as a burst holds; false at its end. The plug is pulled or put in, and the
-/// play ended, only with a pause before it.
+/// Takes the due ticks from the source, up to a full burst; false at the end of the source. A change of the plug and
+/// the end of the play wait for the next burst, so that there is a pause before them.
 bool Transmitter::gather() {
     burstBegan_ = now();
     for (bool first = true; dueTime() <= burstBegan_ && waiting_.size() < longestBurst(); first = false) {

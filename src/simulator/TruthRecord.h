@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-/// What the instrument meant, in order: a tab-separated row for each sample pair and for each piece of news or fault.
+/// The data that the simulator intended to send: a tab-separated row for each sample pair, event and fault, in order.
 class TruthRecord {
 public:
     /// Writes the heading.
@@ -15,7 +15,7 @@ public:
 
     /// `seconds` from the start of the program's play; values also as the bits that were sent.
     void addSample(double seconds, qint64 number, char letter, const Measurement &pair);
-    /// The statement as the script has it, a method with its text behind it.
+    /// The statement as the script has it; for a method, its text too.
     void addNews(double seconds, const Step &step);
 
 private:

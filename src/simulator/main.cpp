@@ -16,7 +16,7 @@ using namespace ostrel;
 
 namespace {
 
-/// What would be opened in the place of a closed standard stream would get its output. A folder takes none.
+/// So that no file is opened under the number of a closed stream and gets its output. A folder cannot be written.
 void holdStandardStreams() {
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
         if (::fcntl(stream, F_GETFD) < 0)
@@ -26,7 +26,7 @@ void holdStandardStreams() {
 
 void print(const QString &text) { writeAll(STDOUT_FILENO, text.toLocal8Bit(), "standard output"); }
 
-/// Names and words of a script may hold what a terminal would obey.
+/// File names and words of a script may contain control characters for the terminal.
 void complain(QString text) {
     for (QChar &character : text) {
         if (character != '\n' && character.category() == QChar::Other_Control)
@@ -37,7 +37,7 @@ void complain(QString text) {
 
 void complainOf(const RunTimeError &error) { complain("velquin-sim: " + error.description() + '\n'); }
 
-/// The first path must reach whoever asked for it; whoever read that may be gone when there is another.
+/// The first path must be printed; for a later one the reader of standard output may be gone.
 std::function<void(const QString &)> announcing() {
     return [first = true](const QString &path) mutable {
         if (std::exchange(first, false))

@@ -24,7 +24,7 @@ struct Panel {
     double lowestFullScale, highestFullScale;
     double lowestMinimum, highestMinimum;
     double gap;
-    double minimumOfPick; // in full scales
+    double minimumOfPick; // as a multiple of the picked full scale
     bool negativeMinimum;
     Axis axis;
     QLatin1String gapMessage;
@@ -138,7 +138,7 @@ void AxisPanels::apply(int Index, float fullScale, float minimum) {
     chart.Redraw();
 }
 
-// The button follows the entry that was changed last: its neighbour back at the state dims it, whatever this one holds.
+// Only the entry changed last decides: back at its state it disables the button, even if the other entry differs.
 void AxisPanels::cmbYAxis_Change(int Index) { controls_.cmdSet[Index]->setEnabled(AxisEntryChanged(Index)); }
 
 void AxisPanels::txtYAxisMin_Change(int Index) {

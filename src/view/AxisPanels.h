@@ -8,20 +8,19 @@
 
 namespace ostrel {
 
-/// The two like panels that scale the value axes of the chart in front: a full scale, a minimum, a Set button. Index 0
-/// is UV in AU, 1 conductivity in mS/cm. What is set goes to the chart and to its ChartViews alike.
+/// The two panels for the value axes of the chart in front, each with a full scale, a minimum and a Set button. Index 0
+/// is UV in AU, 1 conductivity in mS/cm. Values that are set go to the chart and to its ChartViews.
 class AxisPanels {
 public:
     AxisPanels(TabStates &tabs, const Charts &charts, const AxisControls &controls, TextEntry &txtChartTime,
                const NumericKeys &keys, Prompts &prompts);
 
-    /// Hangs the handlers below on the controls.
+    /// Connects the controls to the handlers below.
     void attach();
 
-    /// Fills both lists and so, by picking their first items, gives the chart in front the default axes.
+    /// Fills both lists and picks their first items, which gives the chart in front the default axes.
     void FillAxisLists();
-    /// The text of the entry is another one than its state's. `Which` is 0 and 1 for the full scales, 2 and 3 for the
-    /// minimums.
+    /// The text of the entry differs from its state. `Which` is 0 and 1 for the full scales, 2 and 3 for the minimums.
     bool AxisEntryChanged(int Which) const;
     /// Writes the state of the chart in front into both entries of a panel.
     void showState(int Index);
@@ -35,7 +34,7 @@ public:
     int txtYAxisMin_KeyPress(int Index, int KeyAscii);
 
 private:
-    /// The value held between the two limits; a beep when it was outside.
+    /// The value, limited to the range; beeps when it was outside.
     double limited(double value, double lowest, double highest);
     void apply(int Index, float fullScale, float minimum);
 

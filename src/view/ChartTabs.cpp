@@ -29,7 +29,7 @@ void ChartTabs::select(int tab) {
 void ChartTabs::TabChart_Click() {
     const int tab = TabChart_.currentIndex();
     if (tab >= tabs_.ChartCount) {
-        if (tab != tabs_.CurrentChart) // no tab is in use before the window is set up
+        if (tab != tabs_.CurrentChart) // equal only before the window is set up, when no tab is in use
             select(tabs_.CurrentChart);
         return;
     }
@@ -38,7 +38,7 @@ void ChartTabs::TabChart_Click() {
     bringToFront_(tab);
     charts_[tab]->Redraw();
 
-    // What stands in the window entry now is applied when the time mode changes to a window.
+    // The text of the window entry is applied below, when the time mode changes to a window.
     controls_.txtChartTime->setText(tabs_.Zoomed[tab] ? generalNumber(tabs_.ChartViews[tab].TimeSpan)
                                                       : generalNumber(tabs_.WindowMinutes[tab]));
     controls_.optTimeAxis[tabs_.FullView[tab] ? 0 : 1]->setValue(true);
@@ -47,7 +47,7 @@ void ChartTabs::TabChart_Click() {
     time_.ShowAxisState();
 }
 
-// A tab bar takes "&" for the mark of an access key.
+// In a tab's text "&" marks an access key, so it is doubled here.
 void ChartTabs::setHead(int tab, const QString &caption, const QString &toolTip) {
     TabChart_.setTabText(tab, QString(caption).replace(QStringLiteral("&"), QStringLiteral("&&")));
     TabChart_.setTabToolTip(tab, toolTip);

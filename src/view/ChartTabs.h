@@ -12,7 +12,7 @@
 
 namespace ostrel {
 
-/// Brings the chart of a tab to the front, with all that the tabs share: axis entries, time mode, commands. Tabs
+/// Brings the chart of a tab to the front and updates all that the tabs share: axis entries, time mode, commands. Tabs
 /// without a file cannot be selected.
 class ChartTabs {
 public:
@@ -20,14 +20,14 @@ public:
     ChartTabs(TabStates &tabs, const Charts &charts, QTabBar &TabChart, const TimeControls &controls, TimeAxis &time,
               CommandStates &commands, std::function<void(int chart)> bringToFront);
 
-    /// Follows the operator's selections from now on.
+    /// Connects the tab bar to TabChart_Click.
     void attach();
 
-    /// Selects a tab by program, which counts as much as the operator's hand, also for the tab in front.
+    /// Selects a tab with the same effect as a click of the operator, also when it is in front already.
     void select(int tab);
     void TabChart_Click();
 
-    /// The head of a tab: its caption and its tool tip, as plain text.
+    /// Sets a tab's caption and tool tip, as plain text.
     void setHead(int tab, const QString &caption, const QString &toolTip);
     void takeHead(int tab, int from);
 

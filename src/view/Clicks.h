@@ -8,7 +8,7 @@
 
 namespace ostrel {
 
-/// The operator's clicks on menu items and toolbar buttons, as the commands that they stand for.
+/// Turns the operator's clicks on menu items and toolbar buttons into commands.
 class Clicks {
 public:
     Clicks(const Commands &commands, const TabStates &tabs) : commands_(commands), tabs_(tabs) {}

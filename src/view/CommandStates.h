@@ -22,13 +22,13 @@ public:
     CommandStates(const RunState &run, const TabStates &tabs, const TimeControls &time, const ScrollBars &bars,
                   Actions actions);
 
-    /// The moments at which the link or the recording changes. Those of the recording reach the commands on the chart
+    /// Call this when the link or the recording changes. A change of the recording affects the commands on the chart
     /// only while the recorder is in front.
     void commandsAt(Moment moment);
-    /// Another tab has come to the front; `caption` is that of its head.
+    /// Call this when another tab has come to the front; `caption` is that of the tab.
     void tabInFront(const QString &caption);
 
-    /// Enables the one log command that changes something.
+    /// Enables the one of the two log commands that changes the state.
     void setLogMenus(bool DataLogging);
 
     void enableSaveLog(bool on) override { enable("mnuSaveLog", on); }

@@ -56,7 +56,7 @@ void HelpMenu::mnuIndex_Click() {
     setHelpContext(window_, introduction);
 }
 
-/// As if the operator had pressed the key with the window itself in the focus; back once it has had its effect.
+/// Acts as if the operator had pressed F1 with the focus on the window. Returns when the key has been handled.
 void HelpMenu::sendF1() {
     for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
         QKeyEvent key(type, Qt::Key_F1, Qt::NoModifier);

@@ -15,7 +15,7 @@ public:
 
     HelpMenu(HelpViewer &viewer, QWidget &window, Actions actions);
 
-    /// Gives the window and its menu items the numbers of their topics. The help file lies in `folder`.
+    /// Gives the window and its menu items the numbers of their topics. The help file is in `folder`.
     void SetHelpContexts(const QString &folder);
 
     void mnuIntro_Click();

@@ -15,7 +15,7 @@ void LiveView::UpdateLiveView() {
 void LiveView::moveAxis() {
     const float lastTime = recorder_.GetLastTime();
     const double window = tabs_.WindowMinutes[recorderChart];
-    // The mode of the tab in front decides, not the recorder's own: it steers the recorder's axis even behind a file.
+    // The time mode of the tab in front decides, also while that is a file's tab and not the recorder's.
     if (controls_.optTimeAxis[0]->Value()) {
         recorder_.setTimeAxisMax(static_cast<float>(lastTime * 1.25));
         return;

@@ -13,7 +13,7 @@ public:
     LiveView(TabStates &tabs, Run &recorder, const TimeControls &controls, const ScrollBars &bars)
         : tabs_(tabs), recorder_(recorder), controls_(controls), bars_(bars) {}
 
-    /// Draws the new stretch of trace; the axis jumps ahead by a margin when the newest sample has left it.
+    /// Draws the new part of the trace. The axis jumps ahead by a margin when the newest sample has left it.
     void UpdateLiveView();
     /// Sets the recorder's bar to the end of the data; see ScrollBars::toEnd.
     void recorderToEnd();

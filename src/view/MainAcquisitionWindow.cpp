@@ -12,8 +12,8 @@ MainAcquisitionWindow::MainAcquisitionWindow(CommandStates &states, LiveView &li
     : states_(states), live_(live), commands_(commands), window_(std::move(window)) {}
 
 void MainAcquisitionWindow::showNoData() {
-    // The link can come back and be lost again while the dialog is still up. What the operator opens from it is another
-    // matter: over that the dialog comes anew, as nothing else would tell of the second loss.
+    // The link can come back and be lost again while the dialog is open. When the operator has opened something from
+    // the dialog, it is shown anew over that, since nothing else would report the second loss.
     if (noDataUp_)
         return;
     switch (askNoData()) {

@@ -11,7 +11,7 @@
 
 namespace ostrel {
 
-/// What the window itself does for the acquisition.
+/// The actions of the window itself for the acquisition.
 struct WindowActs {
     std::function<void(bool on)> setReceiveLed;
     std::function<void()> focusChart;

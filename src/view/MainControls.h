@@ -9,7 +9,7 @@
 
 namespace ostrel {
 
-/// The controls of the main window, cut by who works with them. The window owns them all.
+/// The controls of the main window, grouped by the units that use them. The window owns them all.
 
 using Charts = std::array<Run *, chartInstances>;
 

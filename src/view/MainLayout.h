@@ -6,7 +6,7 @@
 
 namespace ostrel {
 
-/// How the main window shares its ground, in twips. The panels of the axes keep their size on the bottom edge; tabs and
+/// Divides the area of the main window, in twips. The panels of the axes keep their size at the bottom edge; tabs and
 /// charts take all the rest.
 namespace MainLayout {
 
@@ -21,15 +21,15 @@ struct Sizes {
 
 struct Places {
     QRectF FrameScaleAxis;
-    QRectF TabChart; ///< heads and page
-    QRectF tabHeads; ///< end where the receive light begins
-    QRectF page;     ///< the frame under the heads
+    QRectF TabChart; ///< tabs and page
+    QRectF tabHeads; ///< they end where the receive light begins
+    QRectF page;     ///< the frame under the tabs
     QRectF Chart;    ///< all five alike
     QRectF ScrollChart;
     QRectF frameLeds;
 };
 
-/// The outer size, frame of the desktop included, below which the window does not go.
+/// The least outer size of the window, including the desktop's frame.
 QSizeF leastOuterSize(const QSizeF &axisPanels);
 Places arrange(const Sizes &sizes);
 

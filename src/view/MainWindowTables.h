@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-/// What stands in the main window, row by row.
+/// The contents of the main window, row by row.
 namespace MainWindowTables {
 
 struct MenuRow {
@@ -38,7 +38,7 @@ struct ButtonRow {
 std::span<const Menu> menus();
 std::span<const ButtonRow> buttons();
 
-/// The panels under the charts, in FrameScaleAxis, and the receive light over the row of tab heads, in frameLeds.
+/// The panels under the charts, in FrameScaleAxis, and the receive light beside the tabs, in frameLeds.
 std::span<const ControlRow> axisControls();
 std::span<const ControlRow> ledControls();
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int backspace = 8;
 
-/// At most one of its kind: a new one only takes the place of one that is selected.
+/// An entry has at most one such sign: a new one may only replace one that is selected.
 bool hasRoomFor(QChar sign, const EntryText &Control) {
     return !Control.Text().contains(sign) || Control.SelText().contains(sign);
 }

@@ -8,16 +8,16 @@
 
 namespace ostrel {
 
-/// What may be typed into the numeric entries of the window.
+/// Checks the keys that are typed into the numeric entries of the window.
 class NumericKeys {
 public:
-    /// `DecimalPoint` is looked at with each key, since the locale's separator is found only when the window is set up.
+    /// `DecimalPoint` is read at each key, since the locale's separator is known only when the window is set up.
     NumericKeys(const QChar &DecimalPoint, Prompts &prompts) : DecimalPoint_(DecimalPoint), prompts_(prompts) {}
 
-    /// The key itself, or keyRefused and a beep.
+    /// Returns the key, or beeps and returns keyRefused.
     int FilterNumericKey(int KeyAscii, const EntryText &Control, bool AllowPoint, bool AllowMinus) const;
 
-    /// All keys of an entry that takes a number with a decimal point: Enter runs `apply` and selects the whole entry.
+    /// Handles all keys of an entry for a number with a decimal point: Enter runs `apply` and selects the whole entry.
     template <typename Apply>
     int entryKey(int KeyAscii, EntryText &Control, bool AllowMinus, Apply &&apply) const {
         if (KeyAscii != enter)

@@ -15,17 +15,17 @@ public:
 
     ScrollEntry &operator[](int tab) const { return *bars_[tab]; }
 
-    /// As at the start of the program, for a run without data.
+    /// Sets a bar to its state at the start of the program, for a run without data.
     void setUp(int tab) const;
-    /// For a run up to `lastTime` and a window of `span` minutes: range, steps and place. A range or a place beyond 16
-    /// bits leaves that as it was.
+    /// Sets range, steps and place for a run up to `lastTime` and a window of `span` minutes. A range or a place beyond
+    /// 16 bits is left as it was.
     void fit(int tab, float lastTime, float span, qint32 Value) const;
-    /// The range without a floor at 0, and the end of the data: after a run shorter than the window the bar's end lies
-    /// below its beginning. Raises overflow (6) for a run beyond 16-bit minutes.
+    /// Sets the range and moves to the end of the data. For a run shorter than the window the range is negative: it
+    /// ends below 0. Raises overflow (6) for a run beyond 16-bit minutes.
     void toEnd(int tab, float lastTime, double span) const;
-    /// Gives a bar the end and the steps of another.
+    /// Gives a bar the range and the steps of another.
     void takeRange(int tab, int from) const;
-    /// At its beginning and out of use.
+    /// Moves a bar to its beginning and disables it.
     void reset(int tab) const;
 
 private:

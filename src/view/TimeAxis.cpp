@@ -13,10 +13,10 @@ namespace ostrel {
 namespace {
 
 constexpr double smallestWindow = 0.1;
-constexpr double largestWindow = std::numeric_limits<float>::max(); // the chart's axis is a single
+constexpr double largestWindow = std::numeric_limits<float>::max(); // the chart's axis is a float
 constexpr float emptyFullView = 10.0F;
 
-/// The whole minute that an axis over a run of this length ends on.
+/// The whole minute at which an axis over a run of this length ends.
 float wholeMinuteEnd(float lastTime) { return static_cast<float>(rounded32(lastTime + 0.5)); }
 
 } // namespace

@@ -21,13 +21,13 @@ public:
              const ScrollBars &bars, AxisPanels &axes, const NumericKeys &keys, Prompts &prompts,
              std::function<void()> focusChart);
 
-    /// Hangs the handlers below on the controls; the charts' own events are connected by who owns them.
+    /// Connects the controls to the handlers below; View::bind connects the charts' signals.
     void attach();
 
     /// The stretch of time that is shown.
     void GetZoomedTime(float &ZoomedTimeFrom, float &ZoomedTimeTo) const;
     void SetFullView();
-    /// The recorder's bar stays off during a recording: then the live view owns its window.
+    /// The recorder's bar stays disabled during a recording: then the live view moves the window.
     void EnableScrollBar();
     /// Fits the bar to the run and the window, and moves it to `Value` minutes; see ScrollBars::fit.
     void SetScrollRange(qint32 Value);
@@ -43,16 +43,16 @@ public:
     void txtChartTime_GotFocus();
     int txtChartTime_KeyPress(int KeyAscii);
 
-    /// The operator has zoomed on the chart in front, which shows the rectangle already.
+    /// Call this when the operator has zoomed on the chart in front, which already shows the rectangle.
     void Chart_Zoomed(float ZoomedTimeFrom, float ZoomedTimeTo, float UvMin, float UvMax, float CondMin, float CondMax);
-    /// The operator has left the zoom; the chart has its former axes back.
+    /// Call this when the operator has left the zoom and the chart has its former axes back.
     void Chart_Unzoomed();
 
 private:
     Run &chart() const { return *charts_[tabs_.CurrentChart]; }
     ScrollEntry &bar() const { return bars_[tabs_.CurrentChart]; }
     bool isWindowChosen() const { return controls_.optTimeAxis[1]->Value(); }
-    /// Places a window of `minutes` on the run, pulled back when it would reach beyond the data; answers its right end.
+    /// Places a window of `minutes` on the run, moved back if it would reach beyond the data. Returns its right end.
     float placeWindow(double minutes);
 
     TabStates &tabs_;

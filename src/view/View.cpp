@@ -65,7 +65,7 @@ void View::setUp() {
     state.ChartSaved[recorderChart] = true;
     window.bringToFront(recorderChart);
     window.time().txtChartTime->setEnabled(false);
-    window.time().cmdSetTime->setEnabled(false); // its entry was written before there was a window to compare it with
+    window.time().cmdSetTime->setEnabled(false); // its entry was set before there was a time span to compare it with
 }
 
 DocumentCharts View::documentCharts() const {

@@ -18,9 +18,9 @@
 
 namespace ostrel {
 
-/// The main window and its rules: one of each unit of the view, in the order of their making.
+/// The main window and its rules: all units of the view, in the order in which they are made.
 struct View {
-    /// What it is made from, and what it reaches.
+    /// What the units are made from and use.
     struct Uses {
         Values &values;
         const Commands &commands;
@@ -29,13 +29,13 @@ struct View {
     };
 
     explicit View(const Uses &uses);
-    View(const View &) = delete; // the units know each other
+    View(const View &) = delete; // the units refer to each other
     View &operator=(const View &) = delete;
 
-    /// Its click routines, and what its controls and charts run. The errors of the charts go to `errors`.
+    /// Binds the click routines and connects controls and charts. The errors of the charts go to `errors`.
     void bind(Commands &commands, const Guard &guard, ErrorRoute &errors);
 
-    /// The window as it is first shown: its size, and the state of every tab. No tab is in use yet.
+    /// Sets the window to its first state: its size, and the state of every tab. No tab is in use yet.
     void setUp();
 
     /// The recorder's chart and those of the files.

@@ -20,8 +20,8 @@
 
 #include <algorithm>
 
-// The pictures lie in a library, which a program takes in only as far as it is called. Not in a namespace: Qt asks for
-// that.
+// The pictures are in a static library, and a program links only the parts of it that it calls. Qt forbids a namespace
+// here.
 static void loadPictures() { Q_INIT_RESOURCE(pictures); }
 
 namespace ostrel {
@@ -41,7 +41,7 @@ const QColor ledOff(Qt::black);
 
 QSizeF inTwips(const QSize &pixels) { return {Twips::fromPixels(pixels.width()), Twips::fromPixels(pixels.height())}; }
 
-/// Turning the wheel over the heads is no choice of a tab, and their tool tips are names of files.
+/// A tab bar without selection by the wheel, and with tool tips as plain text, since they are names of files.
 class TabStrip : public QTabBar {
 public:
     using QTabBar::QTabBar;
@@ -55,7 +55,7 @@ protected:
         return true;
     }
     void wheelEvent(QWheelEvent *event) override { event->ignore(); }
-    // In a narrow window the names of the files give way, never the recorder's.
+    // In a narrow window the names of files are shortened, never the recorder's.
     QSize minimumTabSizeHint(int index) const override {
         return index == recorderChart ? tabSizeHint(index) : QTabBar::minimumTabSizeHint(index);
     }
@@ -117,7 +117,7 @@ void frmMain::buildToolbar() {
     Toolsbar_->layout()->setContentsMargins({});
     QActionGroup *group = nullptr;
     for (const ButtonRow &row : MainWindowTables::buttons()) {
-        // Neighbours of the group style release each other.
+        // Adjacent buttons of the style Group release each other.
         if (row.style != ButtonStyle::Group)
             group = nullptr;
         else if (group == nullptr)
@@ -198,7 +198,7 @@ void frmMain::bringToFront(int chart) {
     const bool hadFocus = quillcharts_[front_]->hasFocus();
     front_ = chart;
     quillcharts_[chart]->show();
-    // A chart that goes out of sight would hand the keyboard to whatever comes next, mostly an axis entry.
+    // First, since hiding the old chart would move the focus to the next control, mostly an axis entry.
     if (hadFocus)
         focusChart();
     for (int i = 0; i < tabCount; ++i) {
@@ -224,7 +224,7 @@ void frmMain::holdLeastSize() {
 
 void frmMain::ArrangeMainWindow() {
     const int toolbarHeight = std::max(Twips::toPixels(designToolbarHeight), Toolsbar_->sizeHint().height());
-    // The head of the tab in front lies over the page's edge.
+    // The tab in front overlaps the page's edge.
     const int tabHeight = TabChart_->sizeHint().height();
     const int overlap = style()->pixelMetric(QStyle::PM_TabBarBaseOverlap, nullptr, TabChart_);
     const MainLayout::Places places = MainLayout::arrange({.inner = inTwips(inner_->size()),
@@ -247,7 +247,7 @@ void frmMain::ArrangeMainWindow() {
 
 bool frmMain::event(QEvent *event) {
     const bool handled = QMainWindow::event(event);
-    // The menus may come to stand in another number of rows, and a desktop may change its fonts.
+    // The menus may wrap into another number of rows, and a desktop may change its fonts.
     if (event->type() == QEvent::LayoutRequest)
         ArrangeMainWindow();
     return handled;
@@ -255,14 +255,14 @@ bool frmMain::event(QEvent *event) {
 
 void frmMain::resizeEvent(QResizeEvent *event) {
     QMainWindow::resizeEvent(event);
-    holdLeastSize(); // the desktop's frame is known only once it stands around the window
+    holdLeastSize(); // the desktop's frame is known only once it is drawn around the window
     ArrangeMainWindow();
 }
 
 void frmMain::comeUp() {
-    constexpr int patience = 500; // milliseconds, for a screen that never shows it
-    constexpr int settling = 100; // for the window manager to place it
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg"))); // of the other windows too
+    constexpr int patience = 500; // milliseconds, in case no screen ever shows it
+    constexpr int settling = 100; // milliseconds, for the window manager to place it
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg"))); // for the other windows, too
     show();
     QDeadlineTimer deadline(patience);
     while (!windowHandle()->isExposed() && !deadline.hasExpired())
@@ -272,7 +272,7 @@ void frmMain::comeUp() {
 
 void frmMain::closeEvent(QCloseEvent *event) { event->setAccepted(!QueryUnload || QueryUnload()); }
 
-// A zoom puts the focus into the window entry: Escape must lead out of it from there too.
+// A zoom moves the focus to the window entry, so Escape must leave the zoom from there, too.
 void frmMain::keyPressEvent(QKeyEvent *event) {
     if (event->key() == Qt::Key_Escape && quillcharts_[front_]->zoomed())
         quillcharts_[front_]->leaveZoom();

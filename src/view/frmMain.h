@@ -16,8 +16,8 @@ class Frame;
 class Led;
 class Quillchart;
 
-/// The one working window of the program. It builds its controls from tables, owns them and lays them out; what they do
-/// is the business of others, who are told of each act of the operator.
+/// The main window of the program. It builds its controls from tables, owns them and lays them out. It has no rules:
+/// for each action of the operator it calls a function that others have set.
 class frmMain : public QMainWindow {
     Q_OBJECT
 public:
@@ -35,18 +35,18 @@ public:
 
     /// A menu item or a button was clicked, with its name; a check button's state is already that after the click.
     std::function<void(const QString &control)> clicked;
-    /// The window is about to close; false keeps it.
+    /// Called when the window is about to close; false keeps it open.
     std::function<bool()> QueryUnload;
 
-    /// Shows the window, and waits until it has its place on the screen, so that dialogs come up over it.
+    /// Shows the window and waits until it has its place on the screen, so that dialogs appear over it.
     void comeUp();
     void setLed(bool on);
-    /// Shows one of the five charts with its bar in place of the others.
+    /// Shows one of the five charts with its bar and hides the others.
     void bringToFront(int chart);
     void focusChart();
     /// In twips, in the window's font.
     float TextWidth(const QString &text) const;
-    /// The outer size in twips, held to the least that the panels need.
+    /// Sets the outer size in twips; it is at least what the panels need.
     void setOuterSize(float Width, float Height);
 
 protected:

@@ -8,7 +8,7 @@ namespace ostrel {
 /// How the operator answered the dialog that reports a lost link; closing it counts as Ok.
 enum class NoDataAnswer { Ok, Setup, Exit };
 
-/// Tells that the instrument sends nothing. Made for each showing.
+/// Reports that the instrument sends nothing. Made for each showing.
 class frmNoData : public QDialog {
     Q_OBJECT
 public:

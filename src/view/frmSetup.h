@@ -12,7 +12,7 @@ namespace ostrel {
 class frmSetup : public QDialog {
     Q_OBJECT
 public:
-    /// Without `mayCancel` only a port that opens ends the form.
+    /// Without `mayCancel` only an OK with a port that opens ends the form.
     frmSetup(PortSetup &setup, bool mayCancel, QWidget *parent);
 
     void reject() override;

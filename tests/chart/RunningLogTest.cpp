@@ -42,7 +42,7 @@ struct RunningLogTest : Test {
     }
     /// How long the file is before what is laid out ahead.
     static qsizetype written(const QByteArray &log) { return log.lastIndexOf("END ") + 24 + 24; }
-    static bool standsAt(const QString &directory) { return glanceAtRunningLog(directory) == LogGlance::Log; }
+    static bool standsAt(const QString &directory) { return findRunningLog(directory) == LogFinding::Log; }
     void expectAll() const {
         const RecoveredLog log = readRunningLog(path);
         EXPECT_TRUE(log.whole());
@@ -136,9 +136,9 @@ TEST_F(RunningLogTest, aLogOfWhichNothingIsWholeIsNotTakenForOneThatNeverHeldAny
     for (const char *kind : {"SAMP", "MARK", "END "})
         bytes = flipped(bytes, bytes.indexOf(kind) + 5);
     lay(file(1), bytes);
-    EXPECT_EQ(glanceAtRunningLog(path), LogGlance::Damage);
+    EXPECT_EQ(findRunningLog(path), LogFinding::Damage);
     lay(file(1), bytes.first(FileHead::size) + QByteArray(5000, '\0')); // the power went in the first writing
-    EXPECT_EQ(glanceAtRunningLog(path), LogGlance::Nothing);
+    EXPECT_EQ(findRunningLog(path), LogFinding::Nothing);
 }
 
 TEST_F(RunningLogTest, aDamagedSpotInALongWritingCostsAnHourAtMost) {
@@ -203,7 +203,7 @@ TEST_F(RunningLogTest, strangeFilesDisturbNobody) {
     EXPECT_EQ(heldSamples(log), run.samples.size());
     EXPECT_THAT(log.badFiles, ElementsAre(FieldsAre(file(8), std::errc::not_supported)));
     for (const QString &none : {path + "/Folder", path + "/none", QString()})
-        EXPECT_EQ(glanceAtRunningLog(none), LogGlance::Nothing);
+        EXPECT_EQ(findRunningLog(none), LogFinding::Nothing);
 }
 
 TEST_F(RunningLogTest, whatCannotBeReadIsNeverTakenForEmpty) {
@@ -212,8 +212,8 @@ TEST_F(RunningLogTest, whatCannotBeReadIsNeverTakenForEmpty) {
     lay(file(2), "xyz" + content(file(2)).mid(3));
     ASSERT_TRUE(QFile::rename(file(3), path + "/old copy"));
     const auto glancing = [this](FaultyDisk &disk) {
-        const LogGlance glance = glanceAtRunningLog(path, disk);
-        EXPECT_EQ(glance, disk.struck() ? LogGlance::Unread : LogGlance::Log);
+        const LogFinding found = findRunningLog(path, disk);
+        EXPECT_EQ(found, disk.struck() ? LogFinding::Unread : LogFinding::Log);
     };
     const auto reading = [this](FaultyDisk &disk) {
         const RecoveredLog log = readRunningLog(path, disk);

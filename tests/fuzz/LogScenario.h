@@ -9,7 +9,7 @@
 
 /// Reads arbitrary bytes as two data files in the directory of a running log. The first byte tells which of them have
 /// right checksums, the next two how long the first is. Whatever they are, what is found is in keeping with their size,
-/// and a glance sees whether anything is or was. Throws std::logic_error otherwise.
+/// and a quick look sees whether anything is or was. Throws std::logic_error otherwise.
 class LogScenario {
 public:
     explicit LogScenario(std::span<const std::uint8_t> bytes) : bytes_(bytes.begin(), bytes.end()) {}
@@ -24,8 +24,8 @@ public:
         lay(2, files.subspan(first));
 
         const RecoveredLog log = readRunningLog(scenarioFolder().path());
-        const LogGlance glance = glanceAtRunningLog(scenarioFolder().path());
-        require(glance == LogGlance::Unread || (glance == LogGlance::Log) == (!log.empty() || !log.gaps.empty()));
+        const LogFinding found = findRunningLog(scenarioFolder().path());
+        require(found == LogFinding::Unread || (found == LogFinding::Log) == (!log.empty() || !log.gaps.empty()));
         // Each sample is one of a file, or one of at most as many that fill gaps.
         require(static_cast<std::size_t>(log.data.samples.size()) * sizeof(SamplePair) <= 2 * files.size());
         require(16 * log.data.marks.size() + 8 * log.data.methodTexts.size() <= files.size());

@@ -11,58 +11,58 @@
 
 namespace ostrel {
 
-/// Data files (.chd) and log files (.chl): one run each, with its axes, as docs/file-format.md lays it down.
+/// Data files (.chd) and log files (.chl) hold one run each, with its axes. docs/file-format.md describes them.
 
 inline constexpr quint32 dataFile = fourLetters("DATA");
 inline constexpr quint32 logFile = fourLetters("LOG ");
-inline constexpr quint32 chartFileVersion = 1; ///< that is written; older ones are read too
+inline constexpr quint32 chartFileVersion = 1; ///< the version that is written; older ones are read too
 
-/// Puts the run into a file of this kind, in place of an old one. No error means that it is on the disk; otherwise the
-/// old file stands as it was.
+/// Writes the run to a file of this kind in place of an old one. No error means that it is on the disk. After an error
+/// the path has the old file, or the whole new one when only the flush of the folder failed.
 std::error_code saveChartFile(const QString &path, quint32 kind, const ChartData &run, const AxisValues &axes,
                               FileOperations &operations = FileOperations::system());
-/// The same, of kind `dataFile`, with what the time axis shows alone: its first sample stands at time 0 and marks and
-/// method texts move with it. All method texts go along, those from before and after the stretch to its ends.
+/// Writes only the part that the time axis shows, as a `dataFile`. Its first sample gets time 0; marks and method texts
+/// move with it. All method texts are kept; those outside the part get the time of its nearer end.
 std::error_code saveChartStretch(const QString &path, const ChartData &run, const AxisValues &axes,
                                  FileOperations &operations = FileOperations::system());
 
 enum class ChartFileFault {
     None,
-    Unreadable,   ///< the operating system says why
-    NotAChart,    ///< no file of a chart, or another kind of one
-    NewerVersion, ///< than this program knows
-    Truncated,    ///< all is well up to where the file ends
-    Damaged       ///< without a head when it is damaged in that
+    Unreadable,   ///< `error` has the reason
+    NotAChart,    ///< not a chart file, or one of another kind
+    NewerVersion, ///< newer than this program knows
+    Truncated,    ///< intact up to the end of the file, which comes too early
+    Damaged       ///< `head` is not set when the header itself is damaged
 };
 
-/// What a reading came upon.
+/// The result of reading a chart file.
 struct ChartFileReport {
     ChartFileFault fault = ChartFileFault::None;
     std::error_code error; ///< of an unreadable file
-    /// In the file, where the first fault begins: the end of a file that is cut off, or the first of the zeros there;
-    /// otherwise the beginning of the damaged head or record, or of what follows the last record.
+    /// Where in the file the first fault begins: for a truncated file its end, or the first of the zeros at its end;
+    /// otherwise the beginning of the damaged header or record, or of the bytes behind the last record.
     quint64 position = 0;
-    std::optional<RecordHead> record;  ///< the damaged one, when its own head is whole
-    bool trailing = false;             ///< nothing is wrong but that the file goes on behind its end
+    std::optional<RecordHead> record;  ///< the damaged one, when its header is intact
+    bool trailing = false;             ///< the only fault is that bytes follow the last record
     bool lost = false;                 ///< a record is damaged or missing
-    std::optional<FileHead> head;      ///< of any file of a chart
-    std::optional<ChartCounts> counts; ///< what the file once held, when its end can be read
+    std::optional<FileHead> head;      ///< set when the file begins with an intact one
+    std::optional<ChartCounts> counts; ///< as written, when the last record is intact
 
     bool good() const { return fault == ChartFileFault::None; }
 };
 
-/// The file begins with the mark of the chart's files, of the running log's too, whatever has become of the rest. False
-/// for what cannot be read.
+/// The file begins with the mark of chart files, which files of the running log have too; the rest may be damaged.
+/// False when the file cannot be read.
 bool bearsChartMark(const QString &path);
 
-/// Replaces run and axes by what a data file or a log file holds. With any fault both stay as they are.
-/// Axes that no chart can show (not finite, reversed, beyond all measure) come back as those of a new chart.
+/// Replaces run and axes by the contents of a data file or log file. With any fault both stay as they are. An axis that
+/// is not finite, not ascending or beyond a million gets the values of a new chart.
 ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes,
                               FileOperations &operations = FileOperations::system());
 
-/// The same for a damaged file: keeps every sample up to the first that is missing, and every mark and text that is
-/// whole, also behind a damaged head. The report tells the first fault; nothing is handed over of files that are no
-/// chart's, or unreadable from the beginning.
+/// The same for a damaged file, also with a damaged header: keeps samples, marks and method texts, each up to the first
+/// that is missing. The report has the first fault. Nothing is read from a file that is not a chart's, is of a newer
+/// version, ends within its header or cannot be read at its beginning.
 ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes,
                                  FileOperations &operations = FileOperations::system());
 

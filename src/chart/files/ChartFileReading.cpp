@@ -15,7 +15,7 @@ namespace ostrel {
 
 namespace {
 
-// Any chart's axes, with much to spare, and no number that overflows when a picture is laid out.
+// Far beyond the axes of any chart, and small enough that no computation of a layout overflows.
 constexpr float greatest = 1e6F;
 
 bool usable(float from, float to) { return from >= -greatest && from < to && to <= greatest; }
@@ -30,18 +30,18 @@ void mendAxes(AxisValues &axes) {
         std::tie(axes.timeMin, axes.timeMax) = std::pair(fresh.timeMin, fresh.timeMax);
 }
 
-/// Reads a file into a run of its own.
+/// Reads a file into the members `run` and `axes`.
 class Reading {
 public:
     Reading(const QString &path, FileOperations &operations) : path_(path), reader_(path, operations) {}
 
-    /// False with a fault that leaves nothing to read.
+    /// Checks the file header. False when it has a fault.
     bool beginsWell();
-    /// Otherwise: the records behind a damaged head can be told by what is left of it.
+    /// After that: true when enough of a damaged header is left to recognise the records behind it.
     bool goesOnBehindHead();
-    /// Up to the first fault.
+    /// Reads up to the first fault.
     void readStrictly();
-    /// Behind a fault too, as long as records come.
+    /// Reads on behind faults, as long as there are records.
     void readLeniently();
 
     ChartFileReport report;
@@ -69,7 +69,7 @@ private:
     QString path_;
     RecordReader reader_;
     quint32 records_ = 0;
-    std::size_t place_ = 0; ///< of the last record in the order of kinds
+    std::size_t place_ = 0; ///< of the last record's kind in the order of kinds
     bool ended_ = false;
 };
 
@@ -96,7 +96,7 @@ bool Reading::goesOnBehindHead() {
     return head.has_value();
 }
 
-/// Of a damaged one: with a byte put right, or as it is, since the damage may lie where it does not matter.
+/// A guess at a damaged header: with one byte corrected, or as it is, since the damage may not matter for reading.
 std::optional<FileHead> Reading::likelyHead() {
     const QByteArray bytes = reader_.beginning(FileHead::size);
     if (bytes.size() < static_cast<qsizetype>(FileHead::size))
@@ -124,7 +124,7 @@ void Reading::readLeniently() {
     }
 }
 
-/// Takes the next record, good or not. False when none begins where it should.
+/// Takes the next record, intact or not. False when no record begins where it should.
 bool Reading::next() {
     const quint64 position = reader_.nextPosition();
     const RecordReader::Found found = reader_.next();
@@ -158,7 +158,7 @@ void Reading::noteHead() {
 
 void Reading::noteRecord() {
     report.lost = true;
-    if (reader_.nextPosition() > reader_.fileSize()) // the zeros that fill it up are cut off
+    if (reader_.nextPosition() > reader_.fileSize()) // the file ends within the padding zeros
         return note(ChartFileFault::Truncated, reader_.fileSize());
     const bool first = report.good();
     note(ChartFileFault::Damaged, reader_.recordPosition());
@@ -171,7 +171,7 @@ void Reading::noteTrailing() {
     note(ChartFileFault::Damaged, reader_.nextPosition());
 }
 
-/// Only the first fault counts. What cannot be read is not damaged, as far as one knows.
+/// Only the first fault counts. A read error is reported as such: it does not mean that the file is damaged.
 void Reading::note(ChartFileFault fault, quint64 position) {
     if (!report.good())
         return;
@@ -183,7 +183,7 @@ void Reading::note(ChartFileFault fault, quint64 position) {
 bool Reading::isInOrder() {
     static constexpr std::array order{titleRecord, axesRecord,    notesRecord, methodRecord,
                                       marksRecord, samplesRecord, endRecord};
-    static constexpr std::size_t once = 3; // these come once each, the others as often as it takes
+    static constexpr std::size_t once = 3; // the first three kinds come once each, the others repeat
     const auto place =
         static_cast<std::size_t>(std::find(order.begin(), order.end(), reader_.record().kind) - order.begin());
     const bool follows = records_ < once ? place == records_ : place >= std::max(place_, once);
@@ -212,18 +212,19 @@ bool Reading::take() {
     }
 }
 
-/// Those that go on where the ones before have ended.
+/// Appends the record's items; false when their numbers do not continue those before.
 template <typename Item>
 bool Reading::takeItems(std::vector<Item> &items, bool (*takeFrom)(RecordReader &, quint64 &, std::vector<Item> &)) {
     quint64 first = 0;
     std::vector<Item> more;
-    if (!takeFrom(reader_, first, more) || more.empty() || first != items.size())
+    if (!takeFrom(reader_, first, more) || more.empty() || first < items.size())
         return false;
+    const bool continues = first == items.size();
     items.insert(items.end(), std::move_iterator(more.begin()), std::move_iterator(more.end()));
-    return true;
+    return continues;
 }
 
-/// Straight to where they stay. Samples that do not stand the check are not counted in.
+/// Reads directly into the store, without a copy. Samples that fail the check are not appended.
 bool Reading::takeSamples() {
     const auto numbers = takeSampleNumbers(reader_);
     const auto size = static_cast<quint64>(run.samples.size());
@@ -271,7 +272,7 @@ ChartFileReport readChartFile(const QString &path, ChartData &run, AxisValues &a
 } // namespace
 
 bool bearsChartMark(const QString &path) {
-    constexpr qsizetype letters = 5; // before the line ends, which are lost in a file that was sent as text
+    constexpr qsizetype letters = 5; // without the line ends, which change in a file that was sent as text
     QFile file(path);
     return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) &&
            file.read(letters) == FileHead().bytes().first(letters);

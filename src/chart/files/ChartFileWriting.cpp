@@ -13,7 +13,7 @@ namespace {
 
 constexpr qint64 itemsInRecord = 4096;
 
-/// What goes into a file: a stretch of a run's samples, and the rest.
+/// The contents of a file: a range of a run's samples, and the rest.
 struct Content {
     const ChartData &run;
     qint64 from;
@@ -25,7 +25,7 @@ struct Content {
     ChartCounts counts() const { return {static_cast<quint64>(to - from), marks.size(), methodTexts.size()}; }
 };
 
-/// Writes records one behind the other, in large pieces.
+/// Writes records one after the other, in large pieces.
 class Writer {
 public:
     Writer(DurableFile &file, const FileHead &head) : file_(file), identity_(head.identity) {
@@ -41,7 +41,7 @@ public:
             gather({bytes.data(), static_cast<qsizetype>(bytes.size())});
         ++number_;
     }
-    /// `count` items in as many records as it takes.
+    /// Writes `count` items in as many records as needed.
     template <typename Put>
     void records(quint32 kind, qint64 count, qint64 inOne, Put put) {
         for (qint64 first = 0; first < count; first += inOne)
@@ -70,7 +70,7 @@ private:
     QByteArray gathered_;
 };
 
-/// What is small and dear comes first: it is there still when the end of the file is not.
+/// The small and valuable records come first: they remain when the end of the file is lost.
 void write(const Content &content, Writer &writer) {
     using Record = RecordPieces;
     writer.record(titleRecord, [&](Record &record) { putText(record, content.run.title); });
@@ -106,7 +106,7 @@ std::error_code save(const QString &path, quint32 kind, const Content &content, 
     return std::make_error_code(std::errc::not_enough_memory);
 }
 
-/// The first of the samples from `from` to before `end` whose time is such, given that those behind it are too.
+/// The first sample from `from` on whose time satisfies `such`, as all behind it must; `end` when there is none.
 template <typename Such>
 qint64 firstSample(qint64 from, qint64 end, Such such) {
     while (from < end) {
@@ -119,7 +119,7 @@ qint64 firstSample(qint64 from, qint64 end, Such such) {
     return from;
 }
 
-/// The samples that the time axis shows, by the same single precision as it.
+/// The samples that the time axis shows, compared in single precision like the axis.
 std::pair<qint64, qint64> shownSamples(const ChartData &run, const AxisValues &axes) {
     const qint64 from = firstSample(0, run.samples.size(), [&](float time) { return time >= axes.timeMin; });
     return {from, firstSample(from, run.samples.size(), [&](float time) { return !(time <= axes.timeMax); })};

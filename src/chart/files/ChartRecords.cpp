@@ -9,8 +9,8 @@ namespace ostrel {
 
 namespace {
 
-// Text stands as the UTF-16 that it is in memory: whatever the operator typed or the instrument sent comes back unit
-// for unit, also what is no valid text.
+// Text is stored as UTF-16, as in memory: every unit that the operator typed or the instrument sent is read back, also
+// units that are not valid text.
 constexpr std::size_t unitSize = sizeof(char16_t);
 
 template <typename... T>
@@ -33,7 +33,7 @@ void append(QByteArray &bytes, const MethodText &text) {
     appendText(bytes, text.text);
 }
 
-/// Hands out a payload from front to back, and nothing beyond its end.
+/// Reads values from a payload, front to back, and never beyond its end.
 class Payload {
 public:
     explicit Payload(const QByteArray &bytes) : left_(bytes.constData(), static_cast<std::size_t>(bytes.size())) {}
@@ -103,7 +103,7 @@ bool takeItems(RecordReader &reader, quint64 &first, std::vector<Item> &items) {
     return true;
 }
 
-/// A payload of just these values.
+/// Reads a payload that consists of exactly these values.
 template <typename... T>
 bool takeValues(RecordReader &reader, T &...values) {
     return reader.left() == (sizeof values + ...) && (reader.take(&values, sizeof values) && ...) && reader.finish();

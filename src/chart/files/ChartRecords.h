@@ -11,8 +11,8 @@
 
 namespace ostrel {
 
-/// What the records of the chart's files hold, in data files, log files and the running log alike. Each function that
-/// puts something into a record has the one that takes it out again beside it. docs/file-format.md has every byte.
+/// The payloads of the records in data files, log files and the running log. Each put function has a take function that
+/// reads the same payload. docs/file-format.md describes every byte.
 
 inline constexpr quint32 titleRecord = fourLetters("TITL");
 inline constexpr quint32 axesRecord = fourLetters("AXES");
@@ -22,10 +22,10 @@ inline constexpr quint32 marksRecord = fourLetters("MARK");
 inline constexpr quint32 samplesRecord = fourLetters("SAMP");
 inline constexpr quint32 endRecord = fourLetters("END ");
 
-/// That are written; an hour: what a damaged spot costs, and what the processor's cache holds on its way.
+/// Written to one record: 55 minutes, 128 KiB. Damage costs one record, and a record fits the processor's cache.
 inline constexpr qint64 samplesInRecord = 16384;
 
-/// How much of each sequence there is.
+/// How many samples, marks and method texts there are.
 struct ChartCounts {
     quint64 samples = 0;
     quint64 marks = 0;
@@ -40,20 +40,20 @@ struct SampleNumbers {
     quint64 count = 0;
 };
 
-/// The samples `from` to before `to`, bit for bit, under the numbers from `first` on. The store must outlive the
+/// Puts the samples `from` to before `to`, bit for bit; the first gets the number `first`. The store must outlive the
 /// record.
 void putSamples(RecordPieces &record, quint64 first, const SampleStore &samples, qint64 from, qint64 to);
-/// Marks and method texts likewise, under the numbers from `first` on.
+/// Put marks and method texts; the first gets the number `first`.
 void putMarks(RecordPieces &record, quint64 first, std::span<const EventMark> marks);
 void putMethodTexts(RecordPieces &record, quint64 first, std::span<const MethodText> texts);
 void putText(RecordPieces &record, const QString &text);
 void putAxes(RecordPieces &record, const AxisValues &axes);
 void putCounts(RecordPieces &record, const ChartCounts &counts);
 
-/// The present record's numbers; the samples themselves follow, for the reader's take(). They are good only when its
-/// finish() says so. Nothing when the record is not of that form.
+/// Reads the numbers in the present record. The caller then reads the samples with take(); they are valid only when
+/// finish() returns true. nullopt when the payload does not have this form.
 std::optional<SampleNumbers> takeSampleNumbers(RecordReader &reader);
-/// All of the present record, which has then stood its checks. Otherwise false; what was handed in is as it was.
+/// Read all of the present record. False when a check fails; the arguments are then unchanged.
 bool takeMarks(RecordReader &reader, quint64 &first, std::vector<EventMark> &marks);
 bool takeMethodTexts(RecordReader &reader, quint64 &first, std::vector<MethodText> &texts);
 bool takeText(RecordReader &reader, QString &text);

@@ -9,17 +9,16 @@
 #define WITH_PRODUCTS __attribute__((target("pclmul,sse4.1")))
 #define WITH_WIDE_PRODUCTS __attribute__((target("vpclmulqdq,pclmul,avx2")))
 
-// The checksum is the remainder of a division of polynomials, and carry-less products move what stands further ahead in
-// the data onto what follows, block by block, until one block is left: V. Gopal et al., "Fast CRC Computation for
-// Generic Polynomials Using PCLMULQDQ Instruction", for the reflected polynomial. Several blocks at a time go ahead
-// side by side, so that no product waits for the one before.
+// The checksum is the remainder of a division of polynomials. Carry-less products with powers of x move a block of
+// sixteen bytes onto a later one without changing that remainder; this is repeated until one block is left, which is
+// reduced to 32 bits. Several blocks are moved side by side, so that no product waits for the one before.
 
 namespace {
 
 using Block = __m128i;
 using Pair = __m256i; // of blocks
 
-// Powers of x, reduced, that move a block ahead: low half, high half.
+// Reduced powers of x that move a block ahead: for its low half and its high half.
 struct Distance {
     long long low;
     long long high;
@@ -35,14 +34,14 @@ WITH_PRODUCTS inline Block at(const unsigned char *data) {
 
 WITH_PRODUCTS inline Block powers(Distance distance) { return _mm_set_epi64x(distance.high, distance.low); }
 
-/// Moves what `block` stands for ahead, onto `next`.
+/// Moves the remainder in `block` ahead and adds it to `next`.
 WITH_PRODUCTS inline Block ahead(Block block, Block powers, Block next) {
     const Block low = _mm_clmulepi64_si128(block, powers, 0x00);
     const Block high = _mm_clmulepi64_si128(block, powers, 0x11);
     return _mm_xor_si128(_mm_xor_si128(low, high), next);
 }
 
-/// The checksum that four blocks and `size` bytes behind them leave.
+/// The checksum of four blocks and of the `size` bytes behind them.
 WITH_PRODUCTS quint32 reduced(const Block (&lanes)[4], const unsigned char *data, std::size_t size) {
     Block sum = lanes[0];
     for (int i = 1; i < 4; ++i)
@@ -94,7 +93,7 @@ WITH_WIDE_PRODUCTS quint32 eightBlocks(quint32 crc, const unsigned char *data, s
     const Pair back = ahead(lanes[1], by512, lanes[3]);
     const Block blocks[4] = {_mm256_castsi256_si128(front), _mm256_extracti128_si256(front, 1),
                              _mm256_castsi256_si128(back), _mm256_extracti128_si256(back, 1)};
-    _mm256_zeroupper(); // or some processors are several times slower at all that follows
+    _mm256_zeroupper(); // otherwise all later code is several times slower on some processors
     return reduced(blocks, data, size);
 }
 

@@ -7,7 +7,7 @@
 
 namespace ostrel {
 
-/// Goes on with a CRC-32 (that of zlib, PNG and Ethernet; 0 to begin with) over `size` bytes more.
+/// Continues a CRC-32 (reflected polynomial EDB88320) over `size` more bytes; `crc` is 0 for the first call.
 quint32 crc32Of(quint32 crc, const void *data, std::size_t size);
 
 } // namespace ostrel

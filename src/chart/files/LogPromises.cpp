@@ -9,7 +9,7 @@ namespace ostrel {
 
 namespace {
 
-// What has nothing new is left out of a writing, but for its promise.
+// The order within a flush. A kind without anything new is left out; the promise is always written.
 constexpr std::array order{samplesRecord, marksRecord, methodRecord, titleRecord, notesRecord, endRecord};
 constexpr int titlePlace = 3;
 constexpr int notesPlace = 4;
@@ -25,8 +25,6 @@ void LogPromises::beginFile() {
 }
 
 void LogPromises::see(const RecordHead &record, bool isWhole) {
-    if (open_)
-        keep(*std::exchange(open_, {}));
     count(record);
     if (record.kind == titleRecord)
         (isWhole ? latest_ : writing_).title = !isWhole;
@@ -44,9 +42,11 @@ void LogPromises::promise(const RecordHead &record, const ChartCounts &counts) {
         keep(promise);
 }
 
-/// What has left no trace is known by its neighbours: with one record missing in front of an earlier place in the order
-/// it was a promise, which is no loss.
+/// Infers the kind of a missing record from the records before and behind it. One record missing where a new flush
+/// begins was the promise of the flush before, which is no loss.
 void LogPromises::count(const RecordHead &record) {
+    if (open_)
+        keep(*std::exchange(open_, {}));
     const quint32 missing = record.number - std::min(counted_, record.number);
     const int place = placeOf(record.kind);
     const bool isNextWriting = place <= place_;

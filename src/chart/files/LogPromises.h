@@ -7,31 +7,31 @@
 
 namespace ostrel {
 
-/// What the writings of a running log have promised. Each ends with a record of how much the log then held, so that a
-/// damaged record is missed though nothing of its kind comes behind it.
+/// Finds what is missing in a running log. Each flush ends with a promise: a record of how much the log then held. So a
+/// missing record is noticed even when nothing of its kind comes behind it.
 ///
-/// A power cut may tear the last writing before anybody was told that it is safe. So a promise with a place in front of
-/// it that was never written counts only once a later writing has begun.
+/// A power cut may leave the last flush half-written, before anybody was told that it is safe. So a promise counts only
+/// when another record follows it, if there were zeros in front of it where a record should begin.
 class LogPromises {
 public:
     void beginFile();
-    /// Where a record should begin nothing was ever written.
+    /// There are zeros where a record should begin: nothing was ever written there.
     void passBlank() { torn_ = true; }
-    /// A record other than a promise, whose payload is whole or not.
+    /// Takes a record other than a promise; `isWhole`: its payload is intact.
     void see(const RecordHead &record, bool isWhole);
     void promise(const RecordHead &record, const ChartCounts &counts);
 
-    /// How much the run must hold.
+    /// How much the run must hold at least.
     const ChartCounts &counts() const { return counts_; }
-    /// The latest notes or title are missing; `otherLoss`: a record that left no trace may have held something else.
+    /// The latest notes or title are missing. With `otherLoss` a missing record of unknown kind counts as that loss.
     bool lostTexts(bool otherLoss) const { return latest_.title || latest_.notes || (latest_.other && !otherLoss); }
 
 private:
-    /// Kinds of which a record is missing.
+    /// The kinds of which a record is missing.
     struct Missing {
         bool title = false;
         bool notes = false;
-        bool other = false; ///< or one of any kind
+        bool other = false; ///< a record of unknown kind, perhaps one of these
     };
     struct Promise {
         ChartCounts counts;
@@ -42,11 +42,11 @@ private:
     void keep(const Promise &promise);
 
     quint32 counted_ = 0; ///< records of the file so far
-    int place_ = 0;       ///< of the last one in the order of a writing
-    bool torn_ = false;   ///< zeros stood where a record should begin, since the last promise
-    Missing writing_;     ///< in the present writing
+    int place_ = 0;       ///< of the last record's kind in the order of a flush
+    bool torn_ = false;   ///< since the last promise there were zeros where a record should begin
+    Missing writing_;     ///< in the present flush
     Missing latest_;
-    std::optional<Promise> open_; ///< that does not count yet
+    std::optional<Promise> open_; ///< does not count yet
     ChartCounts counts_;
 };
 

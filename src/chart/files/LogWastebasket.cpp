@@ -16,19 +16,19 @@ namespace ostrel {
 
 namespace {
 
-constexpr quint64 blockSize = 512; // in which the operating system counts what a file takes
+constexpr quint64 blockSize = 512; // bytes; the unit of st_blocks
 
 std::error_code lastError() { return {errno, std::generic_category()}; }
 
 QByteArray native(const QString &path) { return QFile::encodeName(path); }
 
-/// Of a log's directory, with the day and, for a second one of that name on one day, a number.
+/// The day in a name `<log>-<day>`, or `<log>-<day>_2` and so on for further logs of that day; invalid for other names.
 QDate dayOf(const QString &name) {
     static const QRegularExpression form(QStringLiteral("^.+-([0-9]{4}-[0-9]{2}-[0-9]{2})(_[0-9]+)?$"));
     return QDate::fromString(form.match(name).captured(1), Qt::ISODate);
 }
 
-/// On the disk, or not at all. False with errno.
+/// Makes a folder and flushes its entry. False, with errno and without a folder, when that fails.
 bool makeFolder(const QString &path, FileOperations &operations) {
     if (makePrivateFolder(operations, native(path).constData()) != 0)
         return false;
@@ -40,7 +40,7 @@ bool makeFolder(const QString &path, FileOperations &operations) {
     return false;
 }
 
-/// Makes a directory for a log, under a name that is not taken yet; empty, with errno, when that fails.
+/// Makes a directory for a log under a name that is not taken yet. Returns an empty path, with errno, when that fails.
 QString makePlace(const QString &directory, const QString &wastebasket, const QDate &today,
                   FileOperations &operations) {
     if (!makeFolder(wastebasket, operations) && errno != EEXIST)
@@ -55,7 +55,7 @@ QString makePlace(const QString &directory, const QString &wastebasket, const QD
     return place;
 }
 
-/// Moves each of the names. Answers how many, with errno for the next one.
+/// Moves the files until one fails. Returns how many were moved; errno then has the reason.
 qsizetype moveAll(const QStringList &names, const QString &from, const QString &to, FileOperations &operations) {
     qsizetype moved = 0;
     while (moved < names.size() && operations.rename(native(from + u'/' + names[moved]).constData(),
@@ -64,7 +64,7 @@ qsizetype moveAll(const QStringList &names, const QString &from, const QString &
     return moved;
 }
 
-/// Those of the log.
+/// The paths of the log's files.
 QStringList filesIn(const QString &folder, FileOperations &operations) {
     QStringList files;
     QStringList names;
@@ -99,7 +99,7 @@ std::error_code moveToWastebasket(const QString &directory, const QString &waste
     names.removeIf([&](const QString &name) { return !belongsToLog(from + u'/' + name, operations, &unread); });
     if (unread)
         return unread;
-    // The latest first: what a power cut leaves in the directory is still the whole beginning of the log.
+    // The latest goes first: after a power cut the files left in the directory are a complete beginning of the log.
     std::reverse(names.begin(), names.end());
     const QString place = makePlace(from, wastebasket, today, operations);
     if (place.isEmpty())

@@ -11,15 +11,15 @@
 
 namespace ostrel {
 
-/// Where the files of running logs go that the program throws away: a folder with one directory for each, named after
-/// the log's own and the day. There they stay for a month, unless all of them together take too much room. Only
-/// directories of such a name are touched, and only files of logs in them; no link is followed.
+/// The folder that discarded running logs go to. Each gets a directory there, named after the log's own directory and
+/// the day. It stays for 30 days, unless all of them together take too much room. Only directories with such a name are
+/// touched, and only files of logs in them; no symbolic link is followed.
 
 inline constexpr int wastebasketDays = 30;
 inline constexpr quint64 wastebasketBytes = 2'000'000'000;
 
-/// Moves all plain files of a log's directory to the wastebasket, which is made when it is missing, but for documents
-/// that the user saved there; what has been moved is on the disk. On an error (errno) all files are where they were.
+/// Moves all regular files of a log's directory, except documents that the user saved there, to the wastebasket, which
+/// is made when missing. No error means that this is on the disk. On an error (errno) the files are moved back.
 std::error_code moveToWastebasket(const QString &directory, const QString &wastebasket, const QDate &today,
                                   FileOperations &operations = FileOperations::system());
 
@@ -28,11 +28,11 @@ struct DiscardedLog {
     QDate day;
     quint64 bytes = 0; ///< that its files take on the disk
 };
-/// What is there, the oldest first.
+/// The logs in the wastebasket, the oldest first.
 std::vector<DiscardedLog> discardedLogs(const QString &wastebasket,
                                         FileOperations &operations = FileOperations::system());
 
-/// Deletes what is older than a month, and the oldest of what takes more than so many bytes together. What cannot be
+/// Deletes logs older than 30 days, then the oldest ones while all together take more than `mostBytes`. What cannot be
 /// deleted stays.
 void keepWastebasketLimits(const QString &wastebasket, const QDate &today, quint64 mostBytes = wastebasketBytes,
                            FileOperations &operations = FileOperations::system());

@@ -21,17 +21,17 @@ static_assert(std::endian::native == std::endian::little, "files hold numbers as
 
 namespace {
 
-// The first byte and the line ends show at once a file that was sent as text.
+// A transfer as text changes the first byte or the line ends, and so is detected at once.
 constexpr char magic[8] = {'\x89', 'O', 'S', 'T', 'R', '\r', '\n', '\x1a'};
-constexpr std::size_t checkedHead = 44; // of the file's head; the checksum follows
+constexpr std::size_t checkedHead = 44; // bytes of the file header; their checksum follows
 constexpr std::size_t bufferSize = 1 << 15;
 constexpr std::size_t large = 1 << 14;
-constexpr std::size_t ahead = 1 << 12; // the head of the next record is fetched along with a large stretch
-constexpr quint64 mostZeros = 1 << 24; // more are laid out ahead by nobody, and a hole in a file can be endless
+constexpr std::size_t ahead = 1 << 12; // bytes fetched behind a large piece: they hold the next record's header
+constexpr quint64 mostZeros = 1 << 24; // bytes; no writer preallocates more, and a hole in the file can be very long
 constexpr char zeros[8] = {};
-constexpr quint64 blockSize = 512; // in which the operating system counts what a file takes
+constexpr quint64 blockSize = 512; // bytes; the unit of st_blocks
 
-/// Puts values one behind the other, and takes them back.
+/// Write values one after the other, and read them back.
 template <typename... T>
 void putAll(char *to, const T &...values) {
     ((std::memcpy(to, &values, sizeof values), to += sizeof values), ...);
@@ -41,7 +41,7 @@ void get(const char *from, T &...values) {
     ((std::memcpy(&values, from, sizeof values), from += sizeof values), ...);
 }
 
-/// Four capital letters or blanks: so a search need not work out the checksum of every place.
+/// Four capital letters or blanks. A search tests this first, so that it computes few checksums.
 bool isKind(quint32 kind) {
     for (int i = 0; i < 4; ++i, kind >>= 8) {
         const auto letter = static_cast<unsigned char>(kind);
@@ -52,7 +52,7 @@ bool isKind(quint32 kind) {
 }
 
 quint32 headSum(const char *bytes, quint64 identity) {
-    char checked[sizeof identity + RecordHead::size - sizeof(quint32)]; // at one go: there are very many small records
+    char checked[sizeof identity + RecordHead::size - sizeof(quint32)]; // one call: there are many small records
     std::memcpy(checked, &identity, sizeof identity);
     std::memcpy(checked + sizeof identity, bytes, sizeof checked - sizeof identity);
     return crc32Of(0, checked, sizeof checked);
@@ -147,7 +147,7 @@ RecordReader::RecordReader(const QString &path, FileOperations &operations) : op
 }
 
 std::error_code RecordReader::open(const QString &path) {
-    // Not to wait at a pipe for somebody to write.
+    // O_NONBLOCK: opening a named pipe must not wait for a writer.
     fd_ = operations_.open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK, 0);
     struct stat file {};
     if (fd_ < 0 || ::fstat(fd_, &file) != 0)
@@ -189,7 +189,7 @@ RecordReader::Found RecordReader::next() {
 bool RecordReader::searchNext() {
     if (!head_)
         return false;
-    // Any boundary may be the beginning of a record.
+    // A record may begin at any multiple of eight bytes.
     for (quint64 position = filledUp(recordEnd_); !gaveUp(); position += 8) {
         if (position % bufferSize == 0)
             position = filledUp(behindHole(position));
@@ -203,7 +203,7 @@ bool RecordReader::searchNext() {
     return false;
 }
 
-/// Where the next data begin, from here on. Holes are endless and cost nothing.
+/// The position of the next data at or behind `position`. Holes are skipped without being read.
 quint64 RecordReader::behindHole(quint64 position) {
     const off_t data = operations_.dataFrom(fd_, static_cast<off_t>(position));
     if (data >= 0)
@@ -211,7 +211,7 @@ quint64 RecordReader::behindHole(quint64 position) {
     return errno == ENXIO ? size_ : position;
 }
 
-/// The record that begins here becomes the present one. False when none does that the file has room for.
+/// Makes the record at `position` the present one. False when its header is not intact or the file ends within it.
 bool RecordReader::enter(quint64 position) {
     char bytes[RecordHead::size];
     cutOff_ = position > size_ || size_ - position < sizeof bytes;
@@ -253,7 +253,7 @@ bool RecordReader::finish() {
            std::memcmp(rest, zeros, gap) == 0;
 }
 
-/// Large stretches go straight to where they are wanted, small ones through the buffer.
+/// Reads large pieces directly into the caller's memory, small ones through the buffer.
 bool RecordReader::read(void *to, std::size_t size, quint64 position) {
     auto *next = static_cast<char *>(to);
     while (size > 0) {
@@ -278,7 +278,7 @@ bool RecordReader::read(void *to, std::size_t size, quint64 position) {
     return true;
 }
 
-/// All of the `size` bytes from here on, and into the buffer up to `further` of what comes behind them.
+/// Reads `size` bytes at `position` into `to`, and up to `further` of the bytes behind them into the buffer.
 bool RecordReader::fetch(char *to, std::size_t size, quint64 position, std::size_t further) {
     bufferPosition_ = position + size;
     buffered_ = 0;
@@ -287,7 +287,7 @@ bool RecordReader::fetch(char *to, std::size_t size, quint64 position, std::size
         const ssize_t got = operations_.readAt(fd_, pieces, 2, static_cast<off_t>(position));
         if (got < 0 && errno == EINTR)
             continue;
-        if (got <= 0) { // a file that is shorter than it was cannot be read either
+        if (got <= 0) { // 0: the file has become shorter, which counts as EIO
             error_ = {got < 0 ? errno : EIO, std::generic_category()};
             return false;
         }

@@ -16,10 +16,10 @@
 
 namespace ostrel {
 
-/// What all files of the chart are made of: a head that says what the file is, and checked records, all little-endian
-/// and on boundaries of eight bytes. docs/file-format.md describes them byte by byte.
+/// All files of the chart consist of a file header, which says what the file is, and of records with checksums. Numbers
+/// are little-endian; header and records begin at multiples of eight bytes. docs/file-format.md describes every byte.
 
-/// Four letters as they stand in the file.
+/// Four letters as they are in the file.
 constexpr quint32 fourLetters(const char (&text)[5]) {
     quint32 value = 0;
     for (int i = 3; i >= 0; --i)
@@ -30,27 +30,27 @@ constexpr quint32 fourLetters(const char (&text)[5]) {
 struct FileHead {
     quint32 kind = 0;
     quint32 version = 0;
-    quint64 identity = 0; ///< random; every record's checksum takes it in, so that none passes for another file's
+    quint64 identity = 0; ///< random; in the checksum of every record header, so that foreign records are rejected
     qint64 written = 0;   ///< milliseconds since 1970, UTC
     quint32 sequence = 0; ///< which file of a series, from 0
-    qint32 instance = 0;  ///< of the program
+    qint32 instance = 0;  ///< number of the program's instance
 
     static constexpr std::size_t size = 48;
     QByteArray bytes() const;
-    /// Nothing when the bytes are no such head, or a damaged one.
+    /// nullopt when the bytes are not a file header, or a damaged one.
     static std::optional<FileHead> from(std::span<const char, size> bytes);
-    /// The one that these bytes are but for one of them.
+    /// The same with up to one wrong byte corrected, so that the checksum agrees; nullopt when that is not possible.
     static std::optional<FileHead> mended(std::span<const char, size> bytes);
-    /// What the bytes say, damaged or not.
+    /// The fields as they are in the bytes, without a check.
     static FileHead unchecked(std::span<const char, size> bytes);
-    /// Made now, with a new identity.
+    /// A new header with a random identity and the present time.
     static FileHead of(quint32 kind, quint32 version);
 };
 
 struct RecordHead {
     quint32 kind = 0;
     quint32 number = 0; ///< of the record in its file, from 0
-    quint64 length = 0; ///< of the payload, without the zeros that fill it up to eight bytes
+    quint64 length = 0; ///< of the payload in bytes, without the zeros that pad it to a multiple of eight
     quint32 payloadSum = 0;
 
     static constexpr std::size_t size = 24;
@@ -60,7 +60,7 @@ struct RecordHead {
 
 constexpr quint64 filledUp(quint64 length) { return (length + 7) & ~quint64{7}; }
 
-/// A record about to be written: its payload in pieces that stay where they are, or in bytes that it keeps.
+/// A record to be written. Its payload is made of pieces: memory that the caller keeps valid, or QByteArrays kept here.
 class RecordPieces {
 public:
     explicit RecordPieces(quint32 kind) : kind_(kind) {}
@@ -70,7 +70,7 @@ public:
     RecordPieces &add(const void *data, std::size_t size);
     RecordPieces &add(const QByteArray &bytes);
 
-    /// The whole record, piece after piece: head, payload, zeros. Good as long as this object and the payload are.
+    /// The whole record in pieces: header, payload, padding zeros. Valid as long as this object and the payload exist.
     const std::vector<std::span<const char>> &seal(quint64 identity, quint32 number);
 
 private:
@@ -82,13 +82,13 @@ private:
     std::vector<QByteArray> kept_;
 };
 
-/// Reads a file record by record, from front to back. Nothing in the file makes it hang, or allocate.
+/// Reads a file record by record. Damage cannot make it hang, or make take() allocate more than the file's size.
 class RecordReader {
 public:
     enum class Found {
         Record,
-        End,   ///< of the file, or zeros from here to it
-        Damage ///< something else than a whole head of a record, or a record that the file is too short for
+        End,   ///< end of the file, or only zeros (at most 16 MiB) up to it
+        Damage ///< not an intact record header, or a record for which the file is too short
     };
 
     explicit RecordReader(const QString &path, FileOperations &operations = FileOperations::system());
@@ -96,43 +96,43 @@ public:
     RecordReader(const RecordReader &) = delete;
     RecordReader &operator=(const RecordReader &) = delete;
 
-    /// That the file cannot be opened or read; the operating system's (errno).
+    /// Set when the file cannot be opened or read; an errno.
     std::error_code error() const { return error_; }
-    /// None when the file does not begin with a whole one.
+    /// nullopt when the file does not begin with an intact header.
     const std::optional<FileHead> &head() const { return head_; }
-    /// Goes on as if the file began with this head: its records may be whole though its own is not.
+    /// Reads on as if the file began with this header: records may be intact behind a damaged file header.
     void presume(const FileHead &head) { head_ = head; }
     quint64 fileSize() const { return size_; }
-    /// So much of it can hold anything at all: holes cannot.
+    /// Bytes that the file takes on the disk, at most its size: the holes of a sparse file hold no data.
     quint64 filledSize() const { return filled_; }
-    /// What the file begins with, up to `size` bytes.
+    /// The first `size` bytes, or all of a shorter file; empty when it cannot be read.
     QByteArray beginning(std::size_t size);
-    /// The file holds zeros where the head of a record could begin: nothing was ever written there.
+    /// There are zeros at `position`, as many as a record header has bytes: nothing was ever written there.
     bool isBlankAt(quint64 position);
 
-    /// Goes to the next record; what is left of the present one is skipped.
+    /// Goes to the next record and skips the rest of the present one.
     Found next();
-    /// After a damage: goes to the next whole head of a record of this file, wherever it stands. False when none comes,
-    /// or not within the bytes that may be searched.
+    /// After damage: searches all multiples of eight bytes for the next intact record header of this file. False when
+    /// there is none, or none within the bytes that may be searched.
     bool searchNext();
-    /// From now on only so many bytes are searched.
+    /// Limits all searches from now on, taken together, to this number of bytes.
     void searchAtMost(quint64 bytes) { searchable_ = bytes; }
-    /// A search has ended before the file did.
+    /// A search has used up these bytes before the end of the file.
     bool gaveUp() const { return searchable_ == 0; }
-    /// The damage is that the file ends too early for what begins here.
+    /// The damage is that the file ends within the record, or the record header, that begins here.
     bool cutOff() const { return cutOff_; }
     const RecordHead &record() const { return record_; }
     quint64 recordPosition() const { return recordPosition_; }
-    /// Where the record behind this one should begin.
+    /// The position at which the next record should begin.
     quint64 nextPosition() const { return filledUp(recordEnd_); }
 
-    /// What take() has not handed out yet of the present record.
+    /// Bytes of the present payload that take() has not read yet.
     quint64 left() const { return recordEnd_ - taken_; }
-    /// The next `size` bytes of the payload. False when it has not as many or the file cannot be read.
+    /// Reads the next `size` bytes of the payload. False when fewer are left or the file cannot be read.
     bool take(void *to, std::size_t size);
-    /// All of the payload that is left.
+    /// Reads the rest of the payload.
     bool take(QByteArray &to);
-    /// To the end of the record. True when all of it stands as it was written.
+    /// Reads to the end of the record. True when the payload's checksum and the padding zeros are right.
     bool finish();
 
 private:

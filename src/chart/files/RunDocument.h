@@ -7,29 +7,29 @@
 
 namespace ostrel {
 
-/// A run that is read from files and kept in them. File names are any that the file system takes.
+/// A run that is read from files and saved to them. Any name that the file system accepts is allowed.
 class RunDocument : public Run {
 public:
-    /// Replaces all that the run holds, and its axes, by what a data file or a log file holds. False when the file
-    /// cannot be read, is damaged, or comes of a newer version: ChartError has told so, and the run is empty.
+    /// Replaces all that the run holds, and its axes, by the contents of a data file or log file. False when the file
+    /// cannot be read, is damaged, or is of a newer version: then ChartError was called and the run is empty.
     bool LoadDataFile(const QString &FileName);
-    /// Writes all that the run holds. True when the new file is on the disk; otherwise the old file stands untouched.
+    /// Writes all that the run holds. True when the new file is on the disk; see saveChartFile for a failure.
     bool SaveDataFile(const QString &FileName);
-    /// The same with the stretch from TimeAxisMin to TimeAxisMax alone; in the new file it begins at time 0.
+    /// The same with only the part from TimeAxisMin to TimeAxisMax; in the new file it begins at time 0.
     bool SaveSelectedData(const QString &FileName);
 
-    /// The two steps of emptying a chart: samples, marks, method texts and notes go; then the plot is drawn empty.
+    /// The two steps that empty a chart: the first removes samples, marks, method texts and notes, the second redraws.
     void ClearData();
     void ClearDisplay() { Redraw(); }
 
-    /// Where the run was last read from or written to; empty for one that has never been in a file.
+    /// The file that the run was last read from or saved to; empty for a run that was never in a file.
     const QString &fileName() const { return fileName_; }
 
-    std::function<void(qint16 ErrorCode)> ChartError; ///< tells a failure; may be empty
+    std::function<void(qint16 ErrorCode)> ChartError; ///< called when a load fails; may be empty
 
 private:
     QString fileName_;
-    bool holdsNothing_ = false; // since a load failed: saving would empty a file that is only out of reach
+    bool holdsNothing_ = false; // a load failed: saving would replace a file that may only be unreachable now
 };
 
 } // namespace ostrel

@@ -15,15 +15,15 @@ namespace ostrel {
 
 qint16 RunLog::WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32, double DataFileSizeHours) {
     if (std::exchange(written_, run_.number()) != run_.number())
-        writer_.close(); // what it wrote was another run's
+        writer_.close(); // its files are another run's
     const std::error_code error = writer_.write(run_.data(), LogDirectory, InstanceNumber, DataFileSizeHours);
-    return error ? static_cast<qint16>(RunTimeError::numberOf(error)) : qint16{0}; // as the system numbers it
+    return error ? static_cast<qint16>(RunTimeError::numberOf(error)) : qint16{0};
 }
 
 bool RunLog::CheckLogFile(const QString &LogDirectory) const {
     return succeeds([&] {
-        const LogGlance glance = glanceAtRunningLog(LogDirectory);
-        return glance == LogGlance::Log || glance == LogGlance::Unread;
+        const LogFinding found = findRunningLog(LogDirectory);
+        return found == LogFinding::Log || found == LogFinding::Unread;
     });
 }
 
@@ -35,7 +35,7 @@ qint16 RunLog::SaveLogAs(const QString &LogDirectory, qint16, const QString &New
         whole = log.whole();
         return !log.empty() && !saveChartFile(NewFileName, logFile, log.data, log.axes());
     });
-    // What there is has been saved; the user hears that something is missing.
+    // The rest has been saved; the user is told that something is missing.
     if (saved && !whole && ChartError)
         ChartError(ErrorNumber::LogDamaged);
     return saved ? 0 : failed;
@@ -53,10 +53,10 @@ QStringList RunLog::UnreadLogFiles(const QString &LogDirectory) const {
 }
 
 bool RunLog::DiscardLog(const QString &LogDirectory) const {
-    const LogGlance glance = glanceAtRunningLog(LogDirectory);
-    if (glance == LogGlance::Unread)
+    const LogFinding found = findRunningLog(LogDirectory);
+    if (found == LogFinding::Unread)
         return false;
-    const bool worthKeeping = glance != LogGlance::Nothing && !wastebasket_.isEmpty();
+    const bool worthKeeping = found != LogFinding::Nothing && !wastebasket_.isEmpty();
     if (worthKeeping && moveToWastebasket(LogDirectory, wastebasket_, today_()))
         return false;
     emptyLogDirectory(LogDirectory);

@@ -11,39 +11,39 @@
 
 namespace ostrel {
 
-/// The running log of one copy of the program: a directory that is filled from here alone. Its path comes with or
-/// without a separator at its end, and InstanceNumber may be any. A status of 0 is good.
+/// The running log of one copy of the program, in a directory that only this class fills. Paths may end in a separator,
+/// InstanceNumber may be any number. A status of 0 is success.
 class RunLog {
 public:
-    /// Of this run, which is only read.
+    /// `run` is only read.
     explicit RunLog(const Run &run) : run_(run) {}
 
-    /// Brings what the run took since the last success to the disk. Interval is the time between calls in
-    /// milliseconds; after DataFileSizeHours of data the log goes on in a new file. 0 is good: all that the run holds
-    /// survives the end of the computer. Any other status is an error code of the system.
+    /// Writes what the run got since the last successful call to the disk. Interval, the time between calls in
+    /// milliseconds, is not used; after DataFileSizeHours of data a new file begins. 0: all that the run holds survives
+    /// a power cut. Any other status is the number of a run-time error.
     qint16 WriteLog(const QString &LogDirectory, qint16 InstanceNumber, qint32 Interval, double DataFileSizeHours);
-    /// The log holds at least one sample or mark, or held some that are damaged; or a data file stands there that
-    /// cannot be read at this moment.
+    /// The log holds at least one sample or mark, or held some that are damaged; or a data file there cannot be read at
+    /// this moment or by this program.
     bool CheckLogFile(const QString &LogDirectory) const;
-    /// Puts the log that stands in the directory, of whichever run, together in one log file. 0 is good. Where
-    /// something of it is missing ChartError tells so, and the rest is saved.
+    /// Puts the log in the directory, of any run, together in one log file. 0 is success. When parts are missing the
+    /// rest is saved, and ChartError is called.
     qint16 SaveLogAs(const QString &LogDirectory, qint16 InstanceNumber, const QString &NewFileName) const;
-    /// Lets go of the log and empties the directory as DiscardLog does.
+    /// Closes the log's files and discards them as DiscardLog does.
     void CloseLog(const QString &LogDirectory, qint16 InstanceNumber);
 
-    /// The data files in the directory that cannot be read to their ends at this moment, or not by this program, each
-    /// with the reason.
+    /// The data files in the directory that cannot be read to the end at this moment or by this program, each with
+    /// the reason.
     QStringList UnreadLogFiles(const QString &LogDirectory) const;
     /// Moves the log's files to the wastebasket; deletes those of a log without a sample or mark and without damage.
-    /// Documents that the user saved there stay. False when files of the log stay: one cannot be read at this moment,
-    /// or be moved.
+    /// Documents that the user saved there stay. False when a file cannot be read at this moment or cannot be moved:
+    /// then all files stay.
     bool DiscardLog(const QString &LogDirectory) const;
-    /// Deletes of the wastebasket what is too old or too much.
+    /// Deletes logs from the wastebasket that exceed its limits of age and size.
     void KeepWastebasketLimits() const;
-    /// The folder that discarded logs go to, under the date that `today` answers. Without a folder they are deleted.
+    /// Sets the folder for discarded logs; `today` gives the date in their names. Without a folder they are deleted.
     void setWastebasket(const QString &folder, std::function<QDate()> today);
 
-    std::function<void(qint16 ErrorCode)> ChartError; ///< tells a failure; may be empty
+    std::function<void(qint16 ErrorCode)> ChartError; ///< called on a failure; may be empty
 
 private:
     const Run &run_;

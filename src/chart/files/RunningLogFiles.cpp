@@ -37,7 +37,7 @@ void emptyLogDirectory(const QString &directory, FileOperations &operations) {
     const QString folder = logDirectory(directory);
     if (folder.isEmpty())
         return;
-    // The latest file first: what a power cut leaves of the log is still its whole beginning.
+    // The latest file goes first: after a power cut the files that are left are a complete beginning of the log.
     const auto entries = QDir(folder).entryInfoList(
         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name | QDir::Reversed);
     for (const QFileInfo &entry : entries) {

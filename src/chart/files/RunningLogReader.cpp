@@ -17,16 +17,18 @@
 
 namespace ostrel {
 
-// How a log is put together: the data files of a directory are sorted by the run of the program that wrote them, and
-// within a run by the sample that they set in with. Samples are then taken in the order of their numbers; marks and
-// method texts are gathered with their numbers and sorted at the end of the run, since a failed call leaves some of
-// them twice. What each writing has promised to hold (LogPromises) tells what is missing.
+// How a log is put together: the data files are grouped by the identity in their headers, one for each run, and sorted
+// within a run by their first sample's number. Samples are taken file after file, without those already there; marks
+// and method texts are collected and sorted by number at the end of the run, since a failed call leaves some of them
+// twice. Damaged records are skipped. For a damaged header, the header with one byte corrected (else as it is) and then
+// that of the first run are tried. Promises (LogPromises) show what is missing. A quick look ends with the first sample
+// or mark.
 
 namespace {
 
 constexpr quint64 lastNumber = quint64{1} << 48; // beyond any log
 constexpr quint64 nowhere = std::numeric_limits<quint64>::max();
-constexpr quint64 searchedAtAGlance = 4 << 20; // bytes
+constexpr quint64 searchedInAQuickLook = 4 << 20; // bytes
 
 struct DataFile {
     QString path;
@@ -42,7 +44,7 @@ struct Numbered {
     Item item;
 };
 
-/// A text of which the latest counts: that of the file begun last.
+/// A text of which only the latest counts: that in the file with the highest number in its name.
 struct LatestText {
     int file = -1;
     QString text;
@@ -53,7 +55,7 @@ struct LatestText {
     }
 };
 
-/// Where the file sets in; `nowhere` when no record says so.
+/// The number of the file's first sample; `nowhere` when no intact record has it.
 quint64 firstSampleOf(RecordReader &reader) {
     for (auto found = reader.next();
          found == RecordReader::Found::Record || (found == RecordReader::Found::Damage && reader.searchNext());
@@ -69,8 +71,8 @@ quint64 firstSampleOf(RecordReader &reader) {
 
 bool isBlank(const QByteArray &bytes) { return bytes.count('\0') == bytes.size(); }
 
-/// Puts the items of a run in their order, each once, behind those of the runs before. Answers how many are missing of
-/// the `promised` ones, or of those before the last.
+/// Appends the items of a run in the order of their numbers, each once. Returns how many are missing up to the last
+/// item, or of the `promised` ones if these are more.
 template <typename Item>
 quint64 join(std::vector<Numbered<Item>> &from, std::vector<Item> &to, quint64 promised) {
     std::stable_sort(from.begin(), from.end(), [](const auto &a, const auto &b) { return a.number < b.number; });
@@ -87,21 +89,21 @@ quint64 join(std::vector<Numbered<Item>> &from, std::vector<Item> &to, quint64 p
     return lost + (std::max(promised, next) - next);
 }
 
-class Joiner {
+class LogJoiner {
 public:
-    Joiner(const QString &directory, bool glance, FileOperations &operations)
-        : operations_(operations), glance_(glance) {
+    LogJoiner(const QString &directory, bool quickLook, FileOperations &operations)
+        : operations_(operations), quickLook_(quickLook) {
         findFiles(directory);
         for (const QString &path : std::as_const(headless_))
             lookBehindHead(path);
-        if (!glance)
+        if (!quickLook)
             log_.data.samples.expect(static_cast<qint64>(fillable_));
         for (std::vector<DataFile> &run : runs_)
             joinRun(run);
     }
     RecoveredLog &log() { return log_; }
     bool gaveUp() const { return gaveUp_; }
-    /// Also samples and marks that are not there any more.
+    /// There is a sample or mark, or one was promised or is missing.
     bool heldAnything() const { return !log_.empty() || !log_.gaps.empty() || !marks_.empty() || promised_; }
     bool isDamaged() const { return damaged_; }
 
@@ -121,18 +123,18 @@ private:
     bool takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take);
     void endRun(std::size_t gaps);
     void addNotes();
-    bool seenEnough() const { return glance_ && (log_.data.samples.size() > 0 || !marks_.empty()); }
+    bool seenEnough() const { return quickLook_ && (log_.data.samples.size() > 0 || !marks_.empty()); }
     void addBadFile(const QString &path, std::error_code error);
 
     FileOperations &operations_;
-    bool glance_;
+    bool quickLook_;
     bool gaveUp_ = false;
     bool promised_ = false; ///< a run has promised samples
-    bool damaged_ = false;  ///< what stands in a file is not what was written; zeros and a file's early end are no sign
+    bool damaged_ = false;  ///< a file holds something else than was written; zeros and an early end do not count
     RecoveredLog log_;
     std::vector<std::vector<DataFile>> runs_;
-    QStringList headless_;   ///< data files whose head is damaged
-    quint64 fillable_ = 0;   ///< so many samples may be missing before we stop believing it
+    QStringList headless_;   ///< data files whose header is damaged
+    quint64 fillable_ = 0;   ///< a longer gap is not filled: the files have no room for so many samples
     quint64 nextSample_ = 0; ///< of the run
     std::vector<Numbered<EventMark>> marks_;
     std::vector<Numbered<MethodText>> methodTexts_;
@@ -142,7 +144,7 @@ private:
     std::vector<SamplePair> samples_; ///< of the present record
 };
 
-void Joiner::findFiles(const QString &directory) {
+void LogJoiner::findFiles(const QString &directory) {
     const QString folder = logDirectory(directory);
     if (folder.isEmpty())
         return;
@@ -154,8 +156,8 @@ void Joiner::findFiles(const QString &directory) {
         look(folder, name);
 }
 
-/// Links are never followed.
-void Joiner::look(const QString &folder, const QString &name) {
+/// Symbolic links are never followed.
+void LogJoiner::look(const QString &folder, const QString &name) {
     const QString path = folder + u'/' + name;
     struct stat entry {};
     if (::lstat(QFile::encodeName(path).constData(), &entry) != 0) {
@@ -166,12 +168,12 @@ void Joiner::look(const QString &folder, const QString &name) {
     }
 }
 
-/// Files of ours are known by what they hold, however they are named: one that cannot be read may be ours, unless its
-/// name tells otherwise. Of others it is none of our business what they are.
-void Joiner::open(const QString &path, const QString &name) {
+/// A file belongs to the log by its header, whatever its name. One that cannot be read may belong to it, unless it is
+/// named as a document; one without an intact header does if it is named as a data file. Others are ignored.
+void LogJoiner::open(const QString &path, const QString &name) {
     RecordReader reader(path, operations_);
-    if (glance_)
-        reader.searchAtMost(searchedAtAGlance);
+    if (quickLook_)
+        reader.searchAtMost(searchedInAQuickLook);
     const std::optional<FileHead> head = reader.head();
     if (!head) {
         if (reader.error() && !isNamedAsDocument(name))
@@ -187,23 +189,23 @@ void Joiner::open(const QString &path, const QString &name) {
     }
 }
 
-/// Records are known by the file's identity. If that is damaged itself, it is most likely that of the run beside it.
-void Joiner::lookBehindHead(const QString &path) {
+/// Records are recognised by the identity in the file header. When that is damaged too, the first run's is tried.
+void LogJoiner::lookBehindHead(const QString &path) {
     constexpr auto headSize = static_cast<qsizetype>(FileHead::size);
     RecordReader file(path, operations_);
     const QByteArray beginning = file.beginning(AppendFile::layout);
     if (file.error())
         return addBadFile(path, file.error());
     if (isBlank(beginning.mid(headSize)))
-        return; // the power went while the file was begun
+        return; // a power cut came while the file was begun
     const std::span<const char, FileHead::size> damaged(beginning.constData(), FileHead::size);
     std::vector heads{FileHead::mended(damaged).value_or(FileHead::unchecked(damaged))};
     if (!runs_.empty())
         heads.push_back(runs_.front().front().head);
     for (const FileHead &head : heads) {
         RecordReader reader(path, operations_);
-        if (glance_)
-            reader.searchAtMost(searchedAtAGlance);
+        if (quickLook_)
+            reader.searchAtMost(searchedInAQuickLook);
         reader.presume(head);
         if (const quint64 first = firstSampleOf(reader); first != nowhere)
             return addToRun({path, head, reader.filledSize(), first});
@@ -211,12 +213,12 @@ void Joiner::lookBehindHead(const QString &path) {
             return addBadFile(path, reader.error());
         gaveUp_ |= reader.gaveUp();
     }
-    // Also when it took what stood further behind but not the head: nobody was ever told that any of it is safe.
+    // A blank header is no fault, whatever follows it: its first flush never ended, so nothing was reported as safe.
     if (!isBlank(beginning.first(headSize)))
         addBadFile(path, std::make_error_code(std::errc::bad_message));
 }
 
-void Joiner::addToRun(DataFile file) {
+void LogJoiner::addToRun(DataFile file) {
     fillable_ += file.size / sizeof(SamplePair);
     log_.begun = log_.begun == 0 ? file.head.written : std::min(log_.begun, file.head.written);
     const auto run = std::find_if(runs_.begin(), runs_.end(), [&](const std::vector<DataFile> &files) {
@@ -228,14 +230,14 @@ void Joiner::addToRun(DataFile file) {
         runs_.push_back({std::move(file)});
 }
 
-/// Each once, however often it has failed.
-void Joiner::addBadFile(const QString &path, std::error_code error) {
+/// Adds each file only once, with its first error.
+void LogJoiner::addBadFile(const QString &path, std::error_code error) {
     const auto isSame = [&](const BadLogFile &file) { return file.path == path; };
     if (std::none_of(log_.badFiles.begin(), log_.badFiles.end(), isSame))
         log_.badFiles.push_back({path, error});
 }
 
-void Joiner::joinRun(std::vector<DataFile> &run) {
+void LogJoiner::joinRun(std::vector<DataFile> &run) {
     std::stable_sort(run.begin(), run.end(), [](const DataFile &a, const DataFile &b) {
         return std::pair(a.firstSample, a.head.sequence) < std::pair(b.firstSample, b.head.sequence);
     });
@@ -246,12 +248,12 @@ void Joiner::joinRun(std::vector<DataFile> &run) {
     for (const DataFile &file : run)
         takeFile(file);
     promised_ |= promises_.counts().samples > 0;
-    if (!glance_)
+    if (!quickLook_)
         endRun(gaps);
 }
 
-/// `gaps` stood in the runs before.
-void Joiner::endRun(std::size_t gaps) {
+/// `gaps` is the number of gaps in the runs before.
+void LogJoiner::endRun(std::size_t gaps) {
     const ChartCounts &promised = promises_.counts();
     if (promised.samples > nextSample_ && promised.samples <= lastNumber)
         bridge(promised.samples - nextSample_);
@@ -265,8 +267,8 @@ void Joiner::endRun(std::size_t gaps) {
     addNotes();
 }
 
-/// The recorder's and the log's notes may be the same text.
-void Joiner::addNotes() {
+/// Joins the notes of the runs. A text that is already contained is not repeated.
+void LogJoiner::addNotes() {
     QString &notes = log_.data.notes;
     if (notes_.text.isEmpty() || notes.contains(notes_.text))
         return;
@@ -275,10 +277,10 @@ void Joiner::addNotes() {
     notes += notes_.text;
 }
 
-void Joiner::takeFile(const DataFile &file) {
+void LogJoiner::takeFile(const DataFile &file) {
     RecordReader reader(file.path, operations_);
-    if (glance_)
-        reader.searchAtMost(searchedAtAGlance);
+    if (quickLook_)
+        reader.searchAtMost(searchedInAQuickLook);
     reader.presume(file.head);
     promises_.beginFile();
     const int number = logFileNumber(file.path.section(u'/', -1));
@@ -297,7 +299,7 @@ void Joiner::takeFile(const DataFile &file) {
         addBadFile(file.path, reader.error());
 }
 
-bool Joiner::toNextRecord(RecordReader &reader) {
+bool LogJoiner::toNextRecord(RecordReader &reader) {
     switch (reader.next()) {
     case RecordReader::Found::Record:
         return true;
@@ -313,8 +315,8 @@ bool Joiner::toNextRecord(RecordReader &reader) {
     return false;
 }
 
-/// False when the record's payload is damaged. One of a kind that is not known here counts as whole.
-bool Joiner::takeRecord(RecordReader &reader, int file) {
+/// False when the record's payload is damaged. A record of unknown kind counts as intact.
+bool LogJoiner::takeRecord(RecordReader &reader, int file) {
     QString text;
     switch (reader.record().kind) {
     case samplesRecord:
@@ -334,8 +336,8 @@ bool Joiner::takeRecord(RecordReader &reader, int file) {
     }
 }
 
-/// What earlier files hold already is passed over: a failed call may have reached the disk all the same.
-bool Joiner::takeSamples(RecordReader &reader) {
+/// Skips samples that earlier files hold: a failed call may still have brought them to the disk.
+bool LogJoiner::takeSamples(RecordReader &reader) {
     const std::optional<SampleNumbers> numbers = takeSampleNumbers(reader);
     if (!numbers || numbers->first > lastNumber)
         return false;
@@ -352,7 +354,7 @@ bool Joiner::takeSamples(RecordReader &reader) {
     return true;
 }
 
-void Joiner::bridge(quint64 missing) {
+void LogJoiner::bridge(quint64 missing) {
     const bool filled = missing <= fillable_;
     SampleStore &samples = log_.data.samples;
     log_.gaps.push_back({ChartData::timeOf(samples.size()), static_cast<double>(missing) / samplesPerMinute, filled});
@@ -364,12 +366,12 @@ void Joiner::bridge(quint64 missing) {
 }
 
 template <typename Item, typename Take>
-bool Joiner::takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take) {
+bool LogJoiner::takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take) {
     quint64 number = 0;
     std::vector<Item> items;
     if (!take(reader, number, items) || number > lastNumber)
         return false;
-    // Times count from the start of the item's own run, and with all of its samples.
+    // Item times count from the start of their own run, and include gaps that are not filled here.
     const auto shift = static_cast<double>(log_.data.samples.size()) - static_cast<double>(nextSample_);
     for (Item &item : items) {
         if (shift != 0)
@@ -389,17 +391,17 @@ AxisValues RecoveredLog::axes() const {
 }
 
 RecoveredLog readRunningLog(const QString &directory, FileOperations &operations) {
-    return std::move(Joiner(directory, false, operations).log());
+    return std::move(LogJoiner(directory, false, operations).log());
 }
 
-LogGlance glanceAtRunningLog(const QString &directory, FileOperations &operations) {
-    Joiner joiner(directory, true, operations);
+LogFinding findRunningLog(const QString &directory, FileOperations &operations) {
+    LogJoiner joiner(directory, true, operations);
     const std::vector<BadLogFile> &files = joiner.log().badFiles;
     if (std::any_of(files.begin(), files.end(), [](const BadLogFile &file) { return file.isUnread(); }))
-        return LogGlance::Unread;
+        return LogFinding::Unread;
     if (joiner.gaveUp() || joiner.heldAnything())
-        return LogGlance::Log;
-    return joiner.isDamaged() || !files.empty() ? LogGlance::Damage : LogGlance::Nothing;
+        return LogFinding::Log;
+    return joiner.isDamaged() || !files.empty() ? LogFinding::Damage : LogFinding::Nothing;
 }
 
 QStringList inWords(const std::vector<BadLogFile> &files) {

@@ -17,7 +17,7 @@ namespace {
 
 constexpr double day = 24;
 constexpr double shortestFile = 1.0 / 60;
-constexpr double longestFile = 7 * day; // what a failure makes us write at once has to find room in memory
+constexpr double longestFile = 7 * day; // the samples of a whole file may have to be written at once, from memory
 
 quint64 samplesIn(double hours) {
     const double sensible = hours > 0 ? std::clamp(hours, shortestFile, longestFile) : day;
@@ -28,7 +28,7 @@ ChartCounts countsOf(const ChartData &data) {
     return {static_cast<quint64>(data.samples.size()), data.marks.size(), data.methodTexts.size()};
 }
 
-/// From number `first` on, up to `last`.
+/// The items from number `first` to before `last`.
 template <typename Item>
 std::span<const Item> part(const std::vector<Item> &items, quint64 first, quint64 last) {
     return std::span(items).subspan(first, last - first);
@@ -70,8 +70,8 @@ void RunningLogWriter::startOver() {
     safe_ = {};
 }
 
-/// One round for each data file that is needed: more than one only when much has to be made up for. Marks and texts go
-/// with the last.
+/// One round for each data file that is needed: several only when much is not safe yet. Marks and method texts go into
+/// the last one.
 std::error_code RunningLogWriter::bringUp(const ChartData &data, qint16 instance, quint64 samplesPerFile) {
     const ChartCounts all = countsOf(data);
     while (true) {
@@ -101,7 +101,7 @@ std::error_code RunningLogWriter::bringUp(const ChartData &data, qint16 instance
 }
 
 std::error_code RunningLogWriter::beginFile(qint16 instance) {
-    // A file that failed at once is gone again.
+    // A file whose first flush failed has been removed.
     std::erase_if(files_, [](const DataFile &file) { return file.size == 0; });
     if (!filesStand())
         startOver();
@@ -117,7 +117,7 @@ std::error_code RunningLogWriter::beginFile(qint16 instance) {
     file_.add(bytes.constData(), static_cast<std::size_t>(bytes.size()));
     recordNumber_ = 0;
     firstInFile_ = safe_.samples;
-    safeTitle_.reset(); // each file has them
+    safeTitle_.reset(); // each file gets title and notes
     safeNotes_.reset();
     return {};
 }

@@ -13,25 +13,25 @@
 
 namespace ostrel {
 
-/// Keeps the log of a run on the disk: each call brings there what came since the last one that succeeded, title and
-/// notes as they are, in one write and one flush, and so costs the same at every length of the run.
+/// Keeps the log of a run on the disk. Each call writes what came since the last successful call, and title and notes
+/// when they have changed, in one write and one flush: its cost does not grow with the run.
 ///
-/// After a failure the log goes on in a new data file at the next call, with all that is not safe yet. What vanishes
-/// behind our back, the directory included, is written again from the start of the run.
+/// After a failure the next call begins a new data file with all that is not safe yet. When the present file or the
+/// directory has been removed, the whole run is written again; a missing older file is noticed when a new file begins.
 class RunningLogWriter {
 public:
     explicit RunningLogWriter(FileOperations &operations = FileOperations::system())
         : operations_(operations), file_(operations) {}
 
-    /// No error means: all of `data` survives the end of the computer. The data may only grow from call to call; before
-    /// those of another run call close(). A new data file begins after so many hours of samples; a number that makes no
-    /// sense counts as a day. The path may end in a separator. Another directory than before gets the whole log.
+    /// No error means: all of `data` survives a power cut. The data may only grow between calls; call close() before
+    /// those of another run. A new data file begins after so many hours of samples (a minute to a week; a day unless
+    /// above 0). The path may end in a separator. A directory other than before gets the whole log.
     std::error_code write(const ChartData &data, const QString &directory, qint16 instance, double dataFileSizeHours);
-    /// Lets go of the files; they stay. What is written next is another run's.
+    /// Closes the files, which stay on the disk. The next write() begins the log of another run.
     void close();
 
 private:
-    /// A data file that holds some of the log for certain.
+    /// A data file and how many of its bytes are flushed.
     struct DataFile {
         QString path;
         qint64 size;
@@ -50,16 +50,16 @@ private:
     FileOperations &operations_;
     AppendFile file_;
     QString directory_;
-    bool established_ = false;         ///< the directory took some of the log, so it is made again when it vanishes
-    quint64 identity_ = 0;             ///< of the run; 0 before it has one
+    bool established_ = false;         ///< a flush has succeeded in the directory, so it is made again when missing
+    quint64 identity_ = 0;             ///< of the run; 0 before its first file
     int number_ = 0;                   ///< of the latest data file; 0 before the first in this directory
     quint32 sequence_ = 0;             ///< of the next data file
     quint32 recordNumber_ = 0;         ///< of the next record in its file
-    quint64 firstInFile_ = 0;          ///< the sample that the file sets in with
+    quint64 firstInFile_ = 0;          ///< number of the file's first sample
     ChartCounts safe_;                 ///< how much of the run is on the disk
-    std::optional<QString> safeTitle_; ///< in the present file; likewise the notes
+    std::optional<QString> safeTitle_; ///< as flushed to the present file; likewise the notes
     std::optional<QString> safeNotes_;
-    std::vector<DataFile> files_; ///< that hold it
+    std::vector<DataFile> files_; ///< of this run
 };
 
 } // namespace ostrel

@@ -9,7 +9,7 @@ namespace {
 
 constexpr float penRadius = 0.75F; // logical pixels
 
-/// The views differ in nothing but their time axis.
+/// The views differ at most in their time axis.
 bool onlyTimeMoved(const ChartView &from, const ChartView &to) {
     ChartView moved = from;
     moved.axes.timeMin = to.axes.timeMin;
@@ -57,7 +57,7 @@ void ChartImage::drawNew(const ChartData &data) {
 
 QRect ChartImage::regionOfNews(const ChartData &data) const {
     if (drawnMarks_ != data.marks.size())
-        return QRect(QPoint(), view_.size); // labels may have given way to the new one
+        return QRect(QPoint(), view_.size); // labels may move to make room for the new one
     if (drawnSamples_ == data.samples.size())
         return {};
     const auto [first, end] = columns_.columnsOfNews(drawnSamples_, data.samples.size());
@@ -81,7 +81,7 @@ void ChartImage::paintAll() {
     raster_.setPlot(layout_.devicePlot(), view_.theme.uv.rgb(), view_.theme.cond.rgb());
     setGround();
     raster_.paintGround(image_);
-    // Once more: the ground is painted whole, so no column has anything left to be wiped off.
+    // Again: setGround marked columns to be rewritten, but the whole ground has just been painted.
     raster_.setPlot(layout_.devicePlot(), view_.theme.uv.rgb(), view_.theme.cond.rgb());
 }
 

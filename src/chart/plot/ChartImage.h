@@ -14,7 +14,7 @@
 
 namespace ostrel {
 
-/// How a chart is to look on the screen.
+/// How a chart should look on the screen.
 struct ChartView {
     QSize size; ///< logical pixels
     qreal pixelRatio = 1;
@@ -26,17 +26,17 @@ struct ChartView {
     bool operator==(const ChartView &) const = default;
 };
 
-/// The picture of a shown chart: frame, grid and traces. Marks are placed here too, but lie above the picture and are
-/// not in it. What stays the same from one drawing to the next is not painted again.
+/// The picture of a visible chart: frame, grid and traces. Marks are placed here, but not painted here: they lie above
+/// the picture. Parts that stay the same from one drawing to the next are not painted again.
 class ChartImage {
 public:
     bool isNull() const { return image_.isNull(); }
-    /// Gives the memory back, for a chart that is out of sight.
+    /// Frees the memory, for a chart that is hidden.
     void drop() { *this = ChartImage(); }
 
     /// Draws the whole chart as `view` says.
     void draw(const ChartData &data, const ChartView &view);
-    /// Draws what has been added since the last drawing, over what is drawn. A picture must be there.
+    /// Draws what was added since the last drawing on top of it. A picture must be there.
     void drawNew(const ChartData &data);
     /// The part of the chart, in logical pixels, that drawNew would change; empty for none.
     QRect regionOfNews(const ChartData &data) const;

@@ -13,8 +13,8 @@ namespace ostrel {
 namespace {
 
 constexpr int mostLinesUp = 4;
-constexpr double shareForMoving = 0.18; // of the plot's height; higher up no label moves
-constexpr double fullHeightFrom = 240;  // pixels of plot; in a lower one the marks shrink with it
+constexpr double shareForMoving = 0.18; // of the plot's height; a label moves up by no more
+constexpr double fullHeightFrom = 240;  // pixels; in a lower plot the marks shrink with it
 
 /// The numbers of the marks to draw, from left to right.
 std::vector<std::size_t> tallestOfEachPixel(const std::vector<EventMark> &marks, const PlotLayout &layout) {
@@ -57,7 +57,7 @@ PlacedMark stroke(const EventMark &mark, const PlotLayout &layout, const PlotThe
     return placed;
 }
 
-/// Gives each label a free place, in the order in which they are asked for.
+/// Gives each label a free place, in the order of the calls.
 class LabelPlaces {
 public:
     explicit LabelPlaces(const PlotLayout &layout)

@@ -23,13 +23,13 @@ QString labelOf(const TickSteps &steps, std::int64_t number) {
     return locale.toString(value, 'f', steps.decimals);
 }
 
-/// The parts between two labelled ticks: 2 and 10 come in steps of a half, 1 and 5 in fifths.
+/// The number of parts between two labelled ticks: four for steps of 2, 20, 0.2 and so on, five for those of 1 and 5.
 int partsOf(const TickSteps &steps) {
     const double digit = steps.step / std::pow(10.0, std::floor(std::log10(steps.step * 1.0000001)));
     return std::lround(digit) == 2 ? 4 : 5;
 }
 
-/// The longest label has the most digits, and so stands at an end of the axis.
+/// The longest label has the most digits, and so is at an end of the axis.
 double widest(const TickSteps &steps, const QFontMetricsF &metrics) {
     if (steps.last < steps.first)
         return 0;
@@ -37,7 +37,7 @@ double widest(const TickSteps &steps, const QFontMetricsF &metrics) {
                     metrics.horizontalAdvance(labelOf(steps, steps.last)));
 }
 
-/// Builds a layout in the order in which one thing takes its room from the next.
+/// Builds a layout part by part: each takes its room from those after it.
 class Builder {
 public:
     explicit Builder(PlotLayout &layout)
@@ -82,7 +82,7 @@ private:
         const double under = labels ? labelDistance() + line_ + axisTitle + edge : edge;
         const double bottom = std::max(height - under, top + 1);
 
-        // The value axes' height decides on their steps, and these on the labels' width.
+        // The height of the value axes decides their steps, and the steps decide the width of the labels.
         valueSteps_[0] = valueSteps(layout_.axes.uvMin, layout_.axes.uvMax, bottom - top);
         valueSteps_[1] = valueSteps(layout_.axes.condMin, layout_.axes.condMax, bottom - top);
         const auto side = [&](const TickSteps &steps) {
@@ -139,7 +139,7 @@ private:
         const auto stepsFor = [&](double room) {
             return TickSteps::between(layout_.axes.timeMin, layout_.axes.timeMax, room * perPixel);
         };
-        // Finer steps need longer labels, so the room is found by trying.
+        // Finer steps need longer labels, so the room is found by trial.
         double room = line_ * 4.5;
         TickSteps steps = stepsFor(room);
         while (steps.last >= steps.first && widest(steps, metrics_) + line_ > steps.step / perPixel) {

@@ -18,8 +18,8 @@ struct Tick {
     QRectF box; ///< of the label
 };
 
-/// Where everything of a chart stands, in logical pixels, for screen and paper alike. Labels never touch one another
-/// and never leave the chart; when it gets small, first the axis titles go, then the labels.
+/// The places of all parts of a chart, in logical pixels, for screen and paper. Labels never touch one another and
+/// never leave the chart. In a small chart first the axis titles are left out, then the labels.
 struct PlotLayout {
     QSizeF size;
     double pixelRatio = 1; ///< device pixels to a logical one
@@ -35,7 +35,7 @@ struct PlotLayout {
     std::vector<Tick> condTicks;
     std::vector<Tick> timeTicks;
     bool labelled = true;    ///< there was room for the ticks' labels
-    double timeLabelTop = 0; ///< from here down only the time axis has anything
+    double timeLabelTop = 0; ///< below this there is only the time axis
 
     QString title;   ///< shortened to its box
     QRectF titleBox; ///< empty without room or title; likewise the axis titles
@@ -43,11 +43,11 @@ struct PlotLayout {
     QRectF condTitleBox;
     QRectF timeTitleBox;
 
-    /// The font counts with its size in pixels, so that a layout is the same on every device.
+    /// Only the font's size in pixels counts, so that a layout is the same on every device.
     static PlotLayout of(const QSizeF &size, double pixelRatio, const AxisValues &axes, const QFont &font,
                          const QString &title);
 
-    /// Only another stretch of time; all else stays where it is.
+    /// Changes the time axis alone; everything else stays where it is.
     void setTimeAxis(float from, float to);
 
     /// The plot in device pixels.

@@ -90,7 +90,7 @@ void PlotPainter::grid() {
 
 void PlotPainter::marks(std::span<const PlacedMark> marks) {
     for (const PlacedMark &mark : marks) {
-        if (!mark.leader.isEmpty()) // on paper even nothing would leave a dot
+        if (!mark.leader.isEmpty()) // on paper an empty rectangle would leave a dot
             bar(mark.leader, mark.stroke);
         bar(mark.bar, mark.stroke);
     }

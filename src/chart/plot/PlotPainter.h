@@ -13,8 +13,8 @@
 
 namespace ostrel {
 
-/// Paints a chart's parts with any painter, in the layout's logical pixels: on screen all but the traces, which are
-/// drawn straight into the picture, on paper everything, as lines and texts.
+/// Paints a chart's parts with any painter, in the layout's logical pixels. On screen these are frame and marks, while
+/// TraceRaster draws grid and traces into the picture; on paper everything, as lines and texts.
 class PlotPainter {
 public:
     PlotPainter(QPainter &painter, const PlotLayout &layout, const PlotTheme &theme)
@@ -22,12 +22,12 @@ public:
 
     /// Title, axes and their texts, around the plot; the plot itself is left alone.
     void frame();
-    /// What stands below the plot.
+    /// Everything below the plot.
     void timeAxis();
     void grid();
     void marks(std::span<const PlacedMark> marks);
-    /// As polylines, at `perPixel` columns to a logical pixel; UV solid, conductivity dashed. A piece of the same line
-    /// stands beside the title of its axis.
+    /// Draws polylines, at `perPixel` columns to a logical pixel; UV solid, conductivity dashed. A piece of the same
+    /// line is beside the title of its axis.
     void trace(Trace trace, const SampleStore &samples, double perPixel);
 
 private:

@@ -15,9 +15,9 @@ struct PlotTheme {
     QColor zeroLine; ///< the grid line at 0 AU
     QColor uv;
     QColor cond;
-    QColor highlight; ///< the rectangle of a zoom in the making
+    QColor highlight; ///< the rectangle that is drawn to zoom in
 
-    /// Light or dark as the palette is.
+    /// Light or dark like the palette.
     static PlotTheme of(const QPalette &palette);
     /// Dark ink on white, whatever the screen looks like.
     static PlotTheme paper();
@@ -25,10 +25,10 @@ struct PlotTheme {
     bool operator==(const PlotTheme &) const = default;
 };
 
-/// How far two colours stand apart, from 1 (not at all) to 21 (black and white).
+/// The contrast of two colours, from 1 (equal) to 21 (black and white).
 double contrast(const QColor &a, const QColor &b);
 
-/// The colour, as much darker or lighter as it takes to stand out from the ground by that contrast. The hue stays.
+/// The colour, made darker or lighter until its contrast against the ground is at least `least`. The hue stays.
 QColor legible(const QColor &colour, const QColor &ground, double least);
 
 /// A colour given as 0xBBGGRR.

@@ -12,7 +12,7 @@
 
 namespace ostrel {
 
-/// What the run is at the pointer: a hair line, a dot on each trace, and time, UV and conductivity in a corner of the
+/// Shows the run at the pointer: a thin line, a dot on each trace, and time, UV and conductivity in a corner of the
 /// plot, "-" where there is no finite sample.
 class Readout {
 public:

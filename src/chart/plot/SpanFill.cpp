@@ -49,8 +49,8 @@ struct Octet {
 
 } // namespace
 
-#if defined(__x86_64__) && !defined(__clang__)                          // whose clones are not found from outside
-#define OSTREL_WIDEST __attribute__((target_clones("avx2", "default"))) // taken by what the processor has
+#if defined(__x86_64__) && !defined(__clang__)                          // its clones do not link from other files
+#define OSTREL_WIDEST __attribute__((target_clones("avx2", "default"))) // chosen by the processor at hand
 #else
 #define OSTREL_WIDEST
 #endif

@@ -15,7 +15,7 @@ struct PlotGround {
     QRgb at(int column, int row) const { return rows[row] != 0 ? rows[row] : columns[column]; }
 };
 
-/// The rows, from `tops` to before `bottoms`, that a trace covers wholly in each of sixteen neighbouring columns.
+/// The rows, from `tops` to before `bottoms`, that a trace covers fully in each of sixteen adjacent columns.
 struct BlockSpans {
     std::array<int, 16> tops;
     std::array<int, 16> bottoms;
@@ -33,8 +33,8 @@ struct PixelBlock {
 /// above both. Row by row, so that a line of the cache is fetched once for sixteen columns.
 void fillRows(const PixelBlock &block, const BlockSpans &lower, const BlockSpans &upper, int top, int bottom);
 
-/// To be called before a stretch of our own arithmetic when Qt has painted before: it leaves the upper halves of the
-/// processor's wide registers in use, and that slows all narrower instructions down several times.
+/// Call this before our own vector arithmetic. Qt's painting leaves the upper halves of the processor's wide registers
+/// in use, and that makes all narrower instructions several times slower.
 void releaseWideRegisters();
 
 } // namespace ostrel

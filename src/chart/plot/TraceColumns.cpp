@@ -6,12 +6,18 @@
 
 namespace ostrel {
 
+// How a trace becomes strips: the line without width is reduced to the highest and lowest place that it reaches in each
+// strip (`thin_`). With more than two samples in a strip these come from the store's extents (sumUp); otherwise the
+// line between two samples is followed across the edges of the strips (followLine). Then the line gets its width: a
+// strip is covered as far as a round pen reaches that is set on the line in it or in a strip within the pen's radius
+// (thicken). Top and bottom of both traces are the four lanes of one vector, so one operation handles all four.
+
 namespace {
 
-constexpr double smoothUpTo = 128;   // samples in a column; with more of them finer strips would not show
-constexpr double followUpTo = 2;     // samples in a strip; with fewer the line between them is followed
-constexpr double grainsInStrip = 32; // a strip may begin so much beside its place if that saves reading single samples
-constexpr float farOff = 1e8F;       // pixels; keeps sums finite and changes nothing that is seen
+constexpr double smoothUpTo = 128;   // samples in a column; with more, finer strips are not visible
+constexpr double followUpTo = 2;     // samples in a strip; up to this the line between them is followed
+constexpr double grainsInStrip = 32; // a strip may begin 1/32 of it off its place, to use the store's boxes
+constexpr float farOff = 1e8F;       // pixels; keeps sums finite and changes nothing visible
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
 Lanes all(float value) { return Lanes{value, value, value, value}; }
@@ -97,10 +103,10 @@ void TraceColumns::sumUp(const SampleStore &samples, int first, int end) {
 }
 
 void TraceColumns::followLine(const SampleStore &samples, int first, int end) {
-    // One sample more on either side, since the line crosses the edges of the stretch.
+    // One sample more on each side, since the line crosses the edges of the range.
     qint64 number = std::max<qint64>(firstSampleFrom(first) - 1, 0);
     const qint64 stop = std::min(firstSampleFrom(end) + 1, samples.size());
-    Lanes before = all(notANumber); // as a gap it makes every place up to the next sample a gap
+    Lanes before = all(notANumber); // no line leads to the first sample
     double x0 = 0;
     int strip0 = 0;
     while (number < stop) {
@@ -108,7 +114,7 @@ void TraceColumns::followLine(const SampleStore &samples, int first, int end) {
         const qint64 count = std::min(static_cast<qint64>(stretch.size()), stop - number);
         for (qint64 i = 0; i < count; ++i, ++number) {
             const Lanes value{stretch[i].uv, stretch[i].cond, stretch[i].uv, stretch[i].cond};
-            const Lanes place = (value - reference_) * factor_ + value * 0; // not finite becomes not-a-number
+            const Lanes place = (value - reference_) * factor_ + value * 0; // infinities become not-a-number
             const Lanes near = place > all(farOff) ? all(farOff) : place;
             const Lanes now = near < all(-farOff) ? all(-farOff) : near;
             const double x1 = placeOf(number);

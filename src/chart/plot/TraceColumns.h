@@ -13,9 +13,9 @@ namespace ostrel {
 
 enum Trace { UvTrace, CondTrace, traceCount };
 
-/// What both traces cover of a narrow upright strip, in pixels below the plot's upper edge: the tops of uv and cond,
-/// then their bottoms negated, so that two pieces of line in one strip are joined by one minimum. Not-a-number joins
-/// nothing.
+/// The part of a narrow vertical strip that each trace covers, in pixels below the plot's upper edge. Lanes: the tops
+/// of uv and cond, then their negated bottoms, so that one minimum joins two pieces of line in a strip. Joining
+/// not-a-number changes nothing.
 struct Strip {
     Lanes lanes = {Extent::infinity, Extent::infinity, Extent::infinity, Extent::infinity};
 
@@ -28,26 +28,25 @@ struct Strip {
     }
 };
 
-/// The run under the present axes, drawn with a round pen, strip by strip. While few samples fall on a column of pixels
-/// it is cut into four strips, so that the line comes out smooth at every slope; else a column is one strip.
+/// A run's traces under the present axes, drawn with a round pen, strip by strip. A column of pixels with few samples
+/// is divided into four strips, so that the line is smooth at every slope; otherwise a column is one strip.
 ///
-/// A strip takes in the last sample of its neighbour, without which steep slopes would show gaps. A sample that is not
-/// finite breaks the trace. A strip that a trace does not touch has its top below its bottom.
+/// A strip includes the last sample of the strip to its left; otherwise steep slopes would have gaps. A sample that is
+/// not finite breaks the trace. A strip that a trace does not touch has its top below its bottom.
 class TraceColumns {
 public:
     static constexpr int finest = 4; ///< most strips in a column
 
-    /// Takes new axes for a plot of whole pixels and a pen of that radius. Allocates only when the width grows.
+    /// Sets the axes, the plot's size in pixels and the pen's radius. Allocates only when the width grows.
     void setPlot(const AxisValues &axes, int width, int height, float penRadius);
-    /// Works out the columns from `first` to before `end` anew. Answers, as first and end, those that came out other
-    /// than they were.
+    /// Computes the columns from `first` to before `end`. Returns the range of changed columns as first and end.
     std::pair<int, int> reduce(const SampleStore &samples, int first, int end);
 
     int columns() const { return columns_; }
     int strips() const { return strips_; } ///< in each column: 1 or `finest`
     const Strip *column(int number) const { return &covered_[number * strips_]; }
 
-    /// The columns, first and end, that change when samples come to lie behind the `known` first ones.
+    /// The columns, as first and end, that change when the run grows from `known` to `size` samples.
     std::pair<int, int> columnsOfNews(qint64 known, qint64 size) const;
 
 private:
@@ -58,18 +57,18 @@ private:
     std::pair<int, int> thicken(int first, int end);
     Strip &thin(int strip) { return thin_[strip + margin]; }
 
-    static constexpr int margin = 16; // strips left and right of the plot, from where the pen may reach in
+    static constexpr int margin = 16; // strips on each side of the plot, from which the pen reaches into it
 
     int columns_ = 0;
     int strips_ = 1;
     double stripsPerSample_ = 1;
     double startInStrips_ = 0;
-    qint64 grain_ = 1;  // strips begin at multiples of it, where the store has boxes
+    qint64 grain_ = 1;  // samples; strips begin at multiples of it, where the store has boxes
     Lanes reference_{}; // place = (value - reference) * factor, in the lanes of a Strip
     Lanes factor_{};
     int reach_ = 0;                   // strips that the pen covers to either side
-    std::array<float, margin> pen_{}; // half its height, by the distance in strips
-    std::vector<Strip> thin_;         // the bare line, `margin` strips earlier
+    std::array<float, margin> pen_{}; // half the pen's height, by the distance in strips
+    std::vector<Strip> thin_;         // the line without width; starts `margin` strips left of the plot
     std::vector<Strip> covered_;
 };
 

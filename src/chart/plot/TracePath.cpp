@@ -10,8 +10,8 @@ namespace ostrel {
 
 namespace {
 
-/// Points far outside the plot are moved nearer: a line is dashed along its whole length, and an axis may be so short
-/// that the next sample lies out of all bounds.
+/// Collects polylines. Points far outside the plot are moved nearer: dashing takes time along the whole line, and on a
+/// very short axis the next sample may be extremely far away.
 class Path {
 public:
     explicit Path(const PlotLayout &layout) : room_(roomAround(layout.plot)) {}
@@ -25,7 +25,7 @@ public:
     }
     void breakHere() { broken_ = true; }
 
-    /// A lone point becomes a line of no length, which a round pen shows as a dot.
+    /// A single point becomes a very short line, which a round pen shows as a dot.
     std::vector<QPolygonF> taken() {
         for (QPolygonF &line : lines_) {
             if (line.size() == 1)
@@ -76,7 +76,7 @@ std::vector<QPolygonF> tracePath(Trace trace, const SampleStore &samples, const 
         if (!std::isfinite(low)) {
             path.breakHere();
         } else if (std::abs(path.lastPlace() - low) < std::abs(path.lastPlace() - high)) {
-            path.add(x, low); // the nearer end first, so that the line goes no detours
+            path.add(x, low); // the nearer end first, so that the line makes no detour
             path.add(x, high);
         } else {
             path.add(x, high);
@@ -89,7 +89,7 @@ std::vector<QPolygonF> tracePath(Trace trace, const SampleStore &samples, const 
 
 namespace {
 
-/// Where the way from `from`, which lies within `reach` of the centre, to `to`, which does not, leaves that circle.
+/// The point where the line from `from`, within `reach` of the centre, to `to`, outside it, leaves that circle.
 QPointF leaving(const QPointF &centre, double reach, const QPointF &from, const QPointF &to) {
     const QPointF way = to - from;
     const QPointF start = from - centre;

@@ -10,12 +10,12 @@
 
 namespace ostrel {
 
-/// A trace as polylines, one for each stretch without a gap: every sample while they are few, at most two points for
-/// each of `perPixel` columns to a pixel when they are many.
+/// A trace as polylines, one for each part without a gap. There are `perPixel` columns in a pixel. Up to four samples
+/// in a column are drawn one by one; with more, a column gets at most two points.
 std::vector<QPolygonF> tracePath(Trace trace, const SampleStore &samples, const PlotLayout &layout, double perPixel);
 
-/// The lines in dashes with gaps between them, each as long as it reaches, whatever way the line takes in between: what
-/// is noise beside a dash's length fills no gap.
+/// Cuts the lines into dashes and gaps. Their lengths are straight distances from end to end, not lengths along the
+/// line: noise that is small beside a dash does not fill the gaps.
 std::vector<QPolygonF> dashed(const std::vector<QPolygonF> &lines, double dash, double gap);
 
 } // namespace ostrel

@@ -6,17 +6,23 @@
 
 namespace ostrel {
 
+// How a column is drawn: a trace covers some rows of it fully, which get its colour, and some rows above and below
+// these in part, which are blended by their share. Full rows and the ground are written sixteen columns at a time, each
+// pixel once, row by row as they are in memory; then the edges are blended over them, conductivity first. Fewer than
+// sixteen columns are drawn one by one. Only rows with old or new ink are written, without those that UV covers fully
+// both times: a noisy trace that fills the plot costs hardly any writing.
+
 namespace {
 
 constexpr int blockWidth = 16;
 
-// A block of rows at the ends of a trace is blended four pixels at a time; shorter full stretches join their ends.
+// Rows that a trace covers in part are blended four at a time; a full stretch of fewer rows is blended, too.
 constexpr int atOnce = 4;
 
 using Pixels = quint32 __attribute__((vector_size(16)));
 using Halves = quint16 __attribute__((vector_size(16)));
 
-/// Two colour parts, each in sixteen bits; a share counts from 0 to 256.
+/// Mixes two colour parts of sixteen bits each; `share` is that of `above`, from 0 to 256.
 Halves mixed(Pixels below, Pixels above, Halves share) {
     return (Halves(below) * (256 - share) + Halves(above) * share) >> 8;
 }
@@ -35,7 +41,7 @@ Lanes least(Lanes a, Lanes b) { return a < b ? a : b; }
 Lanes greatest(Lanes a, Lanes b) { return a > b ? a : b; }
 Lanes all(float value) { return Lanes{value, value, value, value}; }
 
-/// One trace's part of a column, and how much of a row it covers.
+/// One trace's part of a column; tells how much of a row it covers.
 struct ColumnEdges {
     ColumnEdges(const Strip *strips, int stripCount, Trace trace) : count(stripCount) {
         for (int i = 0; i < count; ++i) {
@@ -43,7 +49,7 @@ struct ColumnEdges {
             bottoms[i] = strips[i].bottom(trace);
         }
     }
-    /// From 0 to 1, for four rows from `row` on.
+    /// The covered shares, from 0 to 1, of four rows from `row` on.
     Lanes coverage(int row) const {
         const auto start = static_cast<float>(row);
         const Lanes above{start, start + 1, start + 2, start + 3};
@@ -101,13 +107,13 @@ void TraceRaster::draw(QImage &image, const TraceColumns &traces, int first, int
             drawColumn(plot, traces, column);
         return;
     }
-    // The last block ends with the plot and draws some columns twice, which changes nothing.
+    // The last block ends at `end` and may draw some columns twice, which changes nothing.
     for (int column = first; column < end; column += blockWidth)
         drawBlock(plot, traces, std::min(column, end - blockWidth));
 }
 
 void TraceRaster::measure(const TraceColumns &traces, int column) {
-    // Tops, then negated bottoms, as in a Strip: the outermost of all strips bound the ink, the innermost what is full.
+    // Lanes as in a Strip: the outermost of all strips are the ends of the ink, the innermost those of the full rows.
     const Strip *strips = traces.column(column);
     const auto height = static_cast<float>(plot_.height());
     const Lanes low{0, 0, -height, -height};
@@ -153,9 +159,9 @@ void TraceRaster::drawBlock(QRgb *plot, const TraceColumns &traces, int first) {
             bottom = std::max(bottom, rows.bottom);
         }
     };
-    std::array<Stretch, 2 * traceCount> stretches; // old ink and new, each trace by itself: much may lie between them
+    std::array<Stretch, 2 * traceCount> stretches; // old ink and new full rows of each trace: much may lie between them
     std::array<BlockSpans, traceCount> spans;
-    Rows kept{0, plot_.height()}; // where all is the upper trace's, before and now
+    Rows kept{0, plot_.height()}; // rows that UV covers fully in all columns, before and now
     for (int i = 0; i < blockWidth; ++i) {
         const int column = first + i;
         for (const auto trace : {UvTrace, CondTrace})

@@ -13,18 +13,18 @@
 
 namespace ostrel {
 
-/// Draws the two traces straight into the pixels of an image, antialiased, UV over conductivity. It remembers for each
-/// column where its ink lies and erases nothing else.
+/// Draws the two traces antialiased into the pixels of an image, UV over conductivity. It stores for each column the
+/// rows with ink and erases nothing else.
 class TraceRaster {
 public:
-    /// The plot's place in the image, pixels. The plot must show its bare ground; `setGround` comes first.
+    /// Sets the plot's place in pixels and forgets all ink: the plot must show its bare ground (paintGround).
     void setPlot(const QRect &plot, QRgb uvColour, QRgb condColour);
-    /// The colours of the plot's columns and rows as in PlotGround. A column whose colour changes is written anew as a
-    /// whole with the next drawing.
+    /// Sets the colours of the plot's columns and rows as in PlotGround. The next drawing rewrites columns with a new
+    /// colour as a whole; new colours of rows need paintGround.
     void setGround(std::vector<QRgb> columns, std::vector<QRgb> rows);
     void paintGround(QImage &image) const;
 
-    /// Erases the columns from `first` to before `end` and draws what `traces` says.
+    /// Erases the columns from `first` to before `end` and draws `traces` in them.
     void draw(QImage &image, const TraceColumns &traces, int first, int end);
 
 private:
@@ -34,14 +34,14 @@ private:
         bool empty() const { return top >= bottom; }
         bool holds(int row) const { return row >= top && row < bottom; }
         Rows common(Rows other) const { return {std::max(top, other.top), std::min(bottom, other.bottom)}; }
-        /// What lies above the others, and what below.
+        /// The rows above the others and the rows below them.
         std::array<Rows, 2> without(Rows others) const {
             if (others.empty())
                 return {*this, Rows{}};
             return {Rows{top, std::min(bottom, others.top)}, Rows{std::max(top, others.bottom), bottom}};
         }
     };
-    /// What a trace covers in a column: somehow, and wholly.
+    /// The rows of a column that a trace covers in part or wholly (ink), and wholly (full).
     struct Column {
         Rows ink;
         Rows full;
@@ -52,7 +52,7 @@ private:
     void drawBlock(QRgb *plot, const TraceColumns &traces, int first);
     void measure(const TraceColumns &traces, int column);
     void blendEdges(QRgb *plot, const TraceColumns &traces, Trace trace, int column) const;
-    // What is `kept` is the upper trace's before and after, and stays.
+    // Rows `kept` are wholly covered by UV before and after, and are not written.
     void fill(QRgb *plot, int column, Rows rows, Rows kept, QRgb colour) const;
     void restore(QRgb *plot, int column, Rows rows, Rows kept) const;
     PlotGround ground() const { return {columnColours_.data(), rowColours_.data()}; }

@@ -19,17 +19,17 @@ namespace ostrel {
 namespace {
 
 // Lengths are points, 72 to an inch, unless a name tells otherwise.
-constexpr double leastMargin = 34; // 12 mm to the paper's edge
+constexpr double leastMargin = 34; // 12 mm from the paper's edge
 constexpr double widestText = 510; // 18 cm: longer lines are hard to follow
 constexpr double lineGap = 4;
 constexpr double ruleWidth = 0.5;
 constexpr double highestTitle = 60;  // three lines
-constexpr double chartPixel = 0.75;  // what the chart's layout calls a pixel
+constexpr double chartPixel = 0.75;  // a logical pixel of the chart's layout
 constexpr double columnsToPixel = 4; // of a trace, 400 to an inch: finer than its pen
 
 enum TraceFlag { EventsFlag = 1, CondFlag = 2, UvFlag = 4 };
 
-/// Without the roundings that are made for a screen's pixels.
+/// A font without the rounding for a screen's pixels.
 QFont paperFont(QFont font, double points, QFont::Weight weight = QFont::Normal) {
     font.setPixelSize(qRound(points));
     font.setWeight(weight);
@@ -45,8 +45,8 @@ QFont methodFont() { return paperFont(QFontDatabase::systemFont(QFontDatabase::F
 
 double heightOf(const QFont &font) { return QFontMetricsF(font).height(); }
 
-/// The area that the device can print on, in points from where its painter starts; not nearer to the paper's edge than
-/// the least margin.
+/// The area to paint on, in points from the painter's origin: what the device can print on, at least the least margin
+/// away from the paper's edge.
 QRectF pageOf(const QPagedPaintDevice &device) {
     const QPageLayout layout = device.pageLayout();
     const QRectF printable = layout.paintRect(QPageLayout::Point);
@@ -127,7 +127,7 @@ private:
         return area;
     }
 
-    /// What all pages have: title and file above, date and page number below.
+    /// Paints the frame of each page: title and file above, date and page number below.
     void paintFrame(int page, int pages) {
         painter_.setPen(theme_.text);
         title_.paint(painter_, page_.topLeft(), 0);

@@ -12,21 +12,20 @@
 
 namespace ostrel {
 
-/// The report as a PDF document: text that can be searched, its fonts with it. Empty when nothing is chosen, none when
-/// it cannot be painted.
+/// The report as a PDF document with its fonts and with text that can be searched. Empty when nothing is chosen;
+/// nullopt when it cannot be painted.
 std::optional<QByteArray> reportAsPdf(const QPageLayout &paper, const ReportContents &contents,
                                       const ReportOptions &options);
 
-/// Where reports go.
+/// How reports are printed.
 struct ReportPrinter {
     /// The paper that the next report is made for.
     std::function<QPageLayout()> paper;
-    /// Takes one copy, a PDF document, under the name of its job. False when it is not taken.
+    /// Prints one copy, a PDF document, as a job of this name. False when that fails.
     std::function<bool(const QByteArray &document, const QString &name)> print;
 };
 
-/// Prints one copy. False when it cannot be painted or is not taken; with nothing chosen nothing is printed, which is
-/// good.
+/// Prints one copy. False when painting or printing fails. With nothing chosen nothing is printed, which is success.
 bool printReport(const ReportPrinter &printer, const ReportContents &contents, const ReportOptions &options);
 
 } // namespace ostrel

@@ -9,7 +9,7 @@ namespace ostrel {
 namespace {
 
 constexpr double lineSpacing = 1.15;
-constexpr int linesWithHeading = 3; // as many follow it on its page
+constexpr int linesWithHeading = 3; // at least so many follow the heading on its page
 constexpr int columnsToTab = 8;
 
 } // namespace

@@ -11,16 +11,16 @@
 
 namespace ostrel {
 
-/// Texts under headings, broken into lines and pages of one size. Long lines wrap, between words where they can; a
-/// heading is never left alone at the foot of a page. Lengths are those of the painter, as are the fonts' pixels.
+/// Texts under headings, broken into lines and pages of one size. Long lines wrap, between words if possible; a heading
+/// is never alone at the foot of a page. Lengths and the fonts' pixels are units of the painter.
 class TextFlow {
 public:
     TextFlow(const QSizeF &page, const QFont &headingFont) : page_(page), headingFont_(headingFont) {}
 
-    /// A section, behind the last one. Tabs stop at every eighth column.
+    /// Adds a section behind the last one. There is a tab stop at every eighth column.
     void add(const QString &heading, const QStringList &paragraphs, const QFont &font);
 
-    /// How far the texts reach down their first page.
+    /// The height of the texts on their first page.
     double firstHeight() const;
     int pages() const { return lines_.empty() ? 0 : lines_.back().page + 1; }
     void paint(QPainter &painter, const QPointF &corner, int page) const;

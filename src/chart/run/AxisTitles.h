@@ -5,7 +5,7 @@
 
 namespace ostrel {
 
-/// What the axes are called, with their units: in plots, in reports and at the head of tables.
+/// The names of the axes with their units, for plots, reports and the headings of tables.
 inline QString uvAxisTitle() { return QStringLiteral("UV (AU)"); }
 inline QString condAxisTitle() { return QStringLiteral("Conductivity (mS/cm)"); }
 inline QString timeAxisTitle() { return QStringLiteral("Time (min)"); }

@@ -22,7 +22,7 @@ struct MethodText {
     float time = 0;
 };
 
-/// All that a chart holds of one run, apart from how it is shown.
+/// All data of one run, without how it is shown.
 struct ChartData {
     SampleStore samples;
     std::vector<EventMark> marks;
@@ -30,7 +30,7 @@ struct ChartData {
     QString notes;
     QString title;
 
-    /// Minutes of a sample by its number; the first stands at 0.
+    /// Minutes of a sample by its number; the first is at 0.
     static double timeOf(qint64 sample) { return static_cast<double>(sample) / samplesPerMinute; }
     /// Minutes of the last sample, 0 without any.
     float lastTime() const { return samples.size() == 0 ? 0.0F : static_cast<float>(timeOf(samples.size() - 1)); }

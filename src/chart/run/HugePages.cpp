@@ -9,7 +9,7 @@ namespace ostrel {
 
 std::shared_ptr<std::byte> hugePages(std::size_t size) {
     constexpr std::uintptr_t page = 1 << 21;
-    const std::size_t mapped = size + page; // so that a boundary of such a page lies in it with enough behind
+    const std::size_t mapped = size + page; // so that `size` bytes fit behind a page boundary
     void *const memory =
         ::mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     if (memory == MAP_FAILED)

@@ -6,7 +6,7 @@
 
 namespace ostrel {
 
-/// As files, reports and tables bear a moment: 2026-11-21T07:31:49+01:00, in every locale. The offset is that of
+/// A moment as files, reports and tables write it: 2026-11-21T07:31:49+01:00, in every locale. The offset is that of
 /// `when`'s own time zone.
 inline QString isoDate(const QDateTime &when) {
     const QString text = when.toOffsetFromUtc(when.offsetFromUtc()).toString(Qt::ISODate);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr qint16 outOfMemory = 1;
 
-/// The status of a step that fails only where there is no memory for more.
+/// Runs a step that fails only when there is no memory left, and returns its status.
 template <typename Step>
 qint16 statusOf(Step step) {
     try {
@@ -26,7 +26,7 @@ qint16 statusOf(Step step) {
 
 } // namespace
 
-// Without statusOf, whose detour is felt where every sample comes through.
+// Does not use statusOf, whose cost is noticeable here: every sample comes through this function.
 qint16 Run::AddSample(float UV, float Conductivity) {
     try {
         data_.samples.append({UV, Conductivity});

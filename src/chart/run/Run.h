@@ -8,35 +8,35 @@
 
 namespace ostrel {
 
-/// What shows a run. It is told what has changed, and draws when it likes.
+/// Shows a run. The run reports each change to it, and it decides itself when to draw.
 class RunPicture {
 public:
     virtual ~RunPicture() = default;
 
     /// Samples or marks were added to what is drawn.
     virtual void drawNewData() = 0;
-    /// All is to be drawn again, with the axes and the title as they are now.
+    /// Draw everything again, with the present axes and title.
     virtual void redraw() = 0;
-    /// The data are gone: nothing may be added to what is drawn.
+    /// The data were removed: the next drawing must draw everything.
     virtual void runCleared() = 0;
-    /// Another run has taken the place of the old one, with axes of its own; redraw() follows.
+    /// Another run with its own axes has replaced the old one; redraw() follows.
     virtual void runReplaced() = 0;
 };
 
-/// One run and the axes that it is shown with. A status of 0 is good; any other value is final for that call. All calls
-/// come on one thread.
+/// One run and the axes that it is shown with. A status of 0 is success; a call with any other has changed nothing. All
+/// calls come on one thread.
 class Run {
 public:
     Run() = default;
     Run(const Run &) = delete;
     Run &operator=(const Run &) = delete;
 
-    /// Puts a sample pair (AU, mS/cm) behind the last one, 1/300 minute on; the first stands at 0. Draws nothing. The
-    /// values are kept bit for bit, not-a-number and infinities too. Non-zero exactly when there is no memory for more.
+    /// Appends a sample pair (AU, mS/cm), 1/300 minute after the last one; the first is at 0. Draws nothing. The values
+    /// are kept bit for bit, also not-a-number and infinities. Non-zero only when there is no memory left.
     qint16 AddSample(float UV, float Conductivity);
-    /// A mark on the time axis at `Time` minutes. Color is 0xBBGGRR; a negative Height points the other way.
+    /// Adds a mark on the time axis at `Time` minutes. Color is 0xBBGGRR; a mark with a negative Height points down.
     qint16 AddEventMark(const QString &Label, qint32 Color, qint16 Height, float Time);
-    /// A method text as the instrument sent it, CR LF line ends, with its time in minutes.
+    /// Adds a method text as the instrument sent it, with CR LF line ends, and its time in minutes.
     qint16 AddMethodText(const QString &Text, float Time);
 
     /// Time of the last sample in minutes; 0 on an empty chart. Costs the same at every size.
@@ -44,7 +44,7 @@ public:
     /// The time of the last sample lies within TimeAxisMin to TimeAxisMax. Costs the same at every size.
     bool IsLastPointVisible() const;
 
-    /// Draws what was added since the last drawing, over what is drawn.
+    /// Draws what was added since the last drawing on top of it.
     void DrawNewData();
     /// Draws the whole chart again with the present axes.
     void Redraw();
@@ -72,10 +72,10 @@ public:
 
     const ChartData &data() const { return data_; }
     const AxisValues &axes() const { return axes_; }
-    /// Which run it is, counted from 0: another one whenever the data are cleared or replaced.
+    /// The number of the run, from 0. It changes whenever the data are cleared or replaced.
     int number() const { return number_; }
 
-    /// None: nothing is shown. The picture is not owned and must live as long as the run is used.
+    /// With null nothing is shown. The run does not own the picture, which must live as long as the run is used.
     void setPicture(RunPicture *picture) { picture_ = picture; }
 
 protected:

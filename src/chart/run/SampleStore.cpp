@@ -11,7 +11,7 @@ namespace ostrel {
 
 namespace {
 
-/// Two pairs at a time and without a look at each sample, unless one of them is not finite.
+/// Handles two pairs at a time; looks at each sample only when a value is not finite.
 Extent extentOf(const SamplePair *samples, int count) {
     const auto pairs = [samples](int i) {
         Lanes both;
@@ -21,14 +21,14 @@ Extent extentOf(const SamplePair *samples, int count) {
     // NOLINTBEGIN(misc-redundant-expression): what is no number is unlike itself
     Lanes least = pairs(0);
     Lanes greatest = least;
-    auto gaps = least != least; // all bits set where any sample is no number
+    auto gaps = least != least; // all bits set where any sample is not a number
     for (int i = 2; i < count; i += 2) {
         const Lanes both = pairs(i);
         least = both < least ? both : least;
         greatest = both > greatest ? both : greatest;
         gaps |= both != both;
     }
-    gaps |= (least - least != 0) | (greatest - greatest != 0); // nor is an infinity finite
+    gaps |= (least - least != 0) | (greatest - greatest != 0); // infinities count too
     // NOLINTEND(misc-redundant-expression)
     Extent extent;
     if ((gaps[0] | gaps[1] | gaps[2] | gaps[3]) == 0) {
@@ -68,7 +68,7 @@ void SampleStore::appendFromRoom(std::size_t count) {
 }
 
 void SampleStore::expect(qint64 count) {
-    constexpr qint64 fewest = 4; // below, large pages would be half empty
+    constexpr qint64 fewest = 4; // chunks; fewer would not fill large pages
     const qint64 beyond = size_ + count - static_cast<qint64>(chunks_.size()) * chunkSize;
     expectedChunks_ = (beyond + chunkSize - 1) / chunkSize;
     if (expectedChunks_ < fewest)
@@ -79,7 +79,7 @@ void SampleStore::expect(qint64 count) {
 
 void SampleStore::clear() { *this = SampleStore(); }
 
-/// For the sample to come. The room for it may be there already.
+/// Makes sure that there is a chunk for the next sample; room() may have made it already.
 void SampleStore::ensureChunk() {
     if (static_cast<qint64>(chunks_.size()) * chunkSize == size_)
         chunks_.push_back(newChunk());

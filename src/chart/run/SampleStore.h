@@ -22,9 +22,9 @@ inline constexpr double samplesPerMinute = 300;
 /// Four floats that the processor handles at once.
 using Lanes = float __attribute__((vector_size(16)));
 
-/// The least and the greatest values of a stretch: uv, cond, then the greatest of both negated, so that two stretches
-/// are joined by one minimum. What is not finite does not count; without any finite value all lanes of a trace are
-/// infinite.
+/// The least and greatest values of a range of samples. Lanes: least uv and cond, then the negated greatest uv and
+/// cond, so that one minimum joins two ranges. Values that are not finite do not count; a trace without finite values
+/// has infinity in both lanes.
 struct Extent {
     Lanes lanes = {infinity, infinity, infinity, infinity};
 
@@ -42,9 +42,9 @@ struct Extent {
     static constexpr float infinity = std::numeric_limits<float>::infinity();
 };
 
-/// The samples of a run, numbered from 0, bit for bit as they came. They lie in chunks that never move, so that adding
-/// costs the same at every size. Each chunk carries a pyramid of extents, sixteen to one, anchored to the sample
-/// numbers: any stretch of any length is summed up in some hundred steps.
+/// The samples of a run, numbered from 0 and kept bit for bit, in chunks that never move: adding one costs the same at
+/// every size. Each chunk has a pyramid of extents, sixteen of one level in one of the next, aligned to the sample
+/// numbers. So the extent of any range takes a few hundred steps at most.
 class SampleStore {
 public:
     static constexpr int chunkSize = 1 << 16;
@@ -53,7 +53,7 @@ public:
     SampleStore(SampleStore &&) = default;
     SampleStore &operator=(SampleStore &&) = default;
 
-    /// Out of memory leaves the store as it was and raises std::bad_alloc.
+    /// Raises std::bad_alloc without memory; the store is then unchanged.
     void append(SamplePair sample) {
         const int place = static_cast<int>(size_ & (chunkSize - 1));
         if (place == 0)
@@ -64,29 +64,29 @@ public:
             closeBoxes(place);
     }
     void append(std::span<const SamplePair> samples);
-    /// Many samples at one go, without a copy: they are laid into the room behind the last one, which ends with the
-    /// chunk, and then count from append() on. Room alone changes nothing.
+    /// Adds many samples without a copy: write them to room(), which is the free part of the last chunk, then call
+    /// appendFromRoom(). room() alone adds no sample.
     std::span<SamplePair> room();
     void appendFromRoom(std::size_t count);
-    /// At most so many more samples are about to come at one go. Their memory is had cheaply if there is enough.
+    /// Announces that up to `count` more samples follow at once, so that large pages can be allocated for them.
     void expect(qint64 count);
     void clear();
 
     qint64 size() const { return size_; }
     SamplePair at(qint64 index) const { return chunks_[index / chunkSize]->samples[index % chunkSize]; }
-    /// The samples from `index` on that lie side by side: to the end of the chunk or of the run.
+    /// The samples from `index` to the end of its chunk or of the run, which are contiguous.
     std::span<const SamplePair> stretchFrom(qint64 index) const;
-    /// Of the samples from `from` to before `to`, both within the run.
+    /// The extent of the samples from `from` to before `to`, both within the run.
     Extent extent(qint64 from, qint64 to) const;
 
 private:
     static constexpr int fanOut = 16;
-    static constexpr int levels = 4; // the topmost box of a chunk holds all of it
+    static constexpr int levels = 4; // the top box covers the whole chunk
 
     struct Chunk {
         std::array<SamplePair, chunkSize> samples;
-        std::array<Extent, 4096 + 256 + 16 + 1> boxes; // those of sixteen samples first; set when they are full
-        Chunk() {}                                     // no clearing: half a megabyte at once would be felt
+        std::array<Extent, 4096 + 256 + 16 + 1> boxes; // lowest level first; a box is set when it is full
+        Chunk() {}                                     // not cleared: clearing half a megabyte takes too long
         static constexpr int levelStart[levels] = {0, 4096, 4096 + 256, 4096 + 256 + 16};
     };
 
@@ -96,7 +96,7 @@ private:
     static void joinRange(const Chunk &chunk, int from, int to, Extent &extent);
 
     std::vector<std::shared_ptr<Chunk>> chunks_;
-    std::shared_ptr<std::byte> expected_; // memory for the chunks to come, and for how many of them
+    std::shared_ptr<std::byte> expected_; // memory for further chunks, and their number
     qint64 expectedChunks_ = 0;
     Chunk *last_ = nullptr;
     qint64 size_ = 0;

@@ -19,8 +19,8 @@ struct AxisValues {
     bool operator==(const AxisValues &) const = default;
 };
 
-/// A straight way from values to places: `from` stands at `start`, `to` at `end`. An empty or reversed axis counts as a
-/// short one, so that nothing is divided by zero.
+/// A linear mapping from values to places: `from` is at `start`, `to` at `end`. An empty or reversed axis counts as a
+/// very short one, so that nothing is divided by zero.
 class Scale {
 public:
     Scale() = default;
@@ -41,17 +41,17 @@ private:
     double factor_ = 1;
 };
 
-/// Ticks at every multiple of a step of 1, 2 or 5 times a power of ten. Each tick is made from its number, so that
-/// no error adds up along the axis.
+/// Ticks at every multiple of a step of 1, 2 or 5 times a power of ten. Each value is computed from the tick's number,
+/// so that no error adds up along the axis.
 struct TickSteps {
     double step = 1;
-    int decimals = 0; ///< that tell neighbouring ticks apart
+    int decimals = 0; ///< that the labels need to differ
     std::int64_t first = 0;
     std::int64_t last = -1;
 
     double value(std::int64_t number) const { return static_cast<double>(number) * step; }
 
-    /// The finest steps that are not below `least` and lie within from and to.
+    /// The ticks between `from` and `to` with the smallest step not below `least`; none for invalid arguments.
     static TickSteps between(double from, double to, double least) {
         if (!(least > 0) || !std::isfinite(from) || !std::isfinite(to) || !std::isfinite(least))
             return {};
@@ -69,7 +69,7 @@ struct TickSteps {
         }
         TickSteps steps;
         steps.decimals = exponent < 0 ? -exponent : 0;
-        // A negative power is divided by: 3 / 10 is the number that prints as 0.3, 3 * 0.1 is not.
+        // Negative powers are divided by: 3 / 10 is the number that prints as 0.3, 3 * 0.1 is not.
         steps.step = exponent < 0 ? digit / std::pow(10.0, -exponent) : digit * std::pow(10.0, exponent);
         const double slack = (to - from) * 1e-6;
         steps.first = static_cast<std::int64_t>(std::ceil((from - slack) / steps.step));

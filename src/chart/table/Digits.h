@@ -9,15 +9,15 @@
 
 namespace ostrel {
 
-/// Writing numbers with a fixed number of decimals, many times faster than the library does and with the same digits.
-/// All functions answer the place behind the last character; `longestNumber` characters must be free.
+/// Write numbers with a fixed number of decimals, many times faster than the standard library and with the same digits.
+/// All return the place behind the last character; `longestNumber` characters must be free.
 inline constexpr int longestNumber = 48;
 
-/// "0000" to "9999", one behind the other. Four characters may be read from each digit on.
+/// "0000" to "9999", one after the other. Four characters may be read from any digit on.
 extern const char *const fourDigits;
 
-/// Without leading zeros, below 10^8. Neighbouring values mostly have as many digits, so that these branches cost
-/// little.
+/// A number below 10^8 without leading zeros. Successive numbers mostly have as many digits, so that the processor
+/// predicts these branches well.
 inline char *writeWhole(char *at, quint32 whole) {
     if (whole < 10) {
         *at = static_cast<char>('0' + whole);
@@ -41,20 +41,20 @@ inline char *writeTenThousandths(char *at, quint64 number) {
     return at + 4;
 }
 
-/// The same of millionths below 10^14.
+/// The same for a number of millionths below 10^14.
 inline char *writeMillionths(char *at, quint64 number) {
     at = writeTenThousandths(at, number / 100);
     std::memcpy(at, fourDigits + 4 * (number % 100) + 2, 2);
     return at + 2;
 }
 
-/// Rounded to the nearest whole number, a half to the even neighbour as printf does; from 0 to below 2^51.
+/// Rounds to the nearest whole number, a half to the even one as printf does. For values from 0 to below 2^51.
 inline quint64 roundedWhole(double value) {
     constexpr double wholeNumbersFrom = 0x1p52;
     return std::bit_cast<quint64>(value + wholeNumbersFrom) - std::bit_cast<quint64>(wholeNumbersFrom);
 }
 
-/// For values that the fast way cannot hold.
+/// For values that are too large for the functions above.
 char *writeSlowly(char *at, double value, int decimals);
 
 /// A finite value with 4 or 6 decimals, as printf's "%.4f" and "%.6f".
@@ -67,7 +67,7 @@ inline char *writeFixed(char *at, float value) {
         return writeSlowly(at, value, decimals);
     *at = '-';
     at += std::signbit(value) ? 1 : 0;
-    const quint64 number = roundedWhole(size * parts); // a float so many times is exact in a double
+    const quint64 number = roundedWhole(size * parts); // exact: a float times a million fits a double
     return decimals == 4 ? writeTenThousandths(at, number) : writeMillionths(at, number);
 }
 

@@ -11,10 +11,9 @@ namespace ostrel {
 
 namespace {
 
-constexpr double farthest = 2147483648.0; // in samples, 13 years: no run goes there
+constexpr double farthest = 2147483648.0; // in samples, 13 years: no run is so long
 
-/// Where a sample stands, in the 32-bit floats in which times are told: after some days these can no longer tell each
-/// sample from its neighbours.
+/// The time of a sample as a 32-bit float, like all given times: after three weeks some samples have the same one.
 float toldTime(qint64 sample) { return static_cast<float>(ChartData::timeOf(sample)); }
 
 /// The first sample at that time or later, whether the run has it or not.
@@ -27,7 +26,7 @@ qint64 firstFrom(float time) {
     return sample;
 }
 
-/// The mean of what is finite.
+/// The mean of the finite values.
 class Mean {
 public:
     void add(float value) {
@@ -55,7 +54,7 @@ ExportRows::ExportRows(const SampleStore &samples, float from, float to, float r
     count_ = shown;
     first_ = firstFrom(from);
     end_ = std::min(firstFrom(std::nextafter(to, std::numeric_limits<float>::infinity())), samples.size());
-    // Without a sample for the last row at the run's end, there is one in front of the stretch.
+    // When the run ends before the last row's sample, the stretch begins one sample earlier.
     if (first_ > 0 && startOf(count_ - 1) == samples.size())
         --first_;
 }
@@ -92,7 +91,7 @@ qint64 ExportRows::rowOf(float time) const {
     const qint64 row = std::llround(static_cast<double>(std::max<qint64>(sample - first_, 0)) / perRow_);
     if (row < count_)
         return row;
-    // The promised number may leave out the last of the stretch, whose marks stay with the row before.
+    // The promised number may leave out the last sample of the stretch, whose marks then belong to the last row.
     const bool leftOut = row <= count_ + 1 && first_ < end_ && time <= toldTime(end_ - 1);
     return leftOut ? count_ - 1 : count_;
 }

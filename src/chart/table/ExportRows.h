@@ -5,22 +5,21 @@
 
 namespace ostrel {
 
-/// The samples of a stretch of time as the rows of a table at an even rate: exactly as many rows as were promised.
+/// The samples of a stretch of time as the rows of a table at an even rate, with exactly the promised number of rows.
 ///
-/// The first row stands on the first sample of the stretch, the others follow at the rate's distance. A row's values
-/// are the means of the samples that lie nearer to its time than to another row's, so that a peak keeps its place; the
-/// last row takes what is left of the stretch up to one row's distance. Not-a-number and infinities do not count; a row
-/// without any finite value has not-a-number. At the full rate, 5 points a second, the rows are the samples, bit for
-/// bit.
+/// The first row is at the first sample of the stretch, the others follow at the rate's distance. A row's values are
+/// the means of the samples that are nearer to its time than to another row's, so that a peak keeps its place; the last
+/// row takes the rest of the stretch up to one row's distance. Not-a-number and infinities do not count; a row without
+/// any finite value has not-a-number. At the full rate, 5 points a second, the rows are the samples, bit for bit.
 ///
-/// The promise is rounded, so a stretch may hold one sample more, which is left out, or one less: then a row has the
-/// values of the sample next to the stretch, or not-a-number where the run ends there.
+/// The promised number is rounded, so a stretch may hold one sample more, which is left out, or one less: then a row
+/// has the values of the sample next to the stretch, or not-a-number where the run ends there.
 class ExportRows {
 public:
     static constexpr double fullRate = samplesPerMinute / 60;
 
-    /// From and to in minutes, both included; the rate in points a second, any but 0 to 5 counting as the full rate.
-    /// `shown` is the number of rows that was promised; there are none when it is not above 0, or from is behind to.
+    /// `from` and `to` in minutes, both included; `rate` in points a second, the full rate unless above 0 and below 5.
+    /// There are `shown` rows, as promised; none when that is not above 0 or `from` is behind `to`.
     ExportRows(const SampleStore &samples, float from, float to, float rate, qint32 shown);
 
     qint64 count() const { return count_; }
@@ -31,7 +30,7 @@ public:
         return (static_cast<double>(first_) + static_cast<double>(row) * perRow_) * (1e4 / samplesPerMinute);
     }
     SamplePair values(qint64 row) const { return thinned() ? mean(row) : sample(first_ + row); }
-    /// The row to which a time within the stretch belongs; count() behind the last one.
+    /// The row to which a time within the stretch belongs; count() for a time behind the last one.
     qint64 rowOf(float time) const;
 
 private:

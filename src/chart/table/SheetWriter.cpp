@@ -12,7 +12,7 @@ namespace ostrel {
 
 namespace {
 
-/// In one line; a formula's first character behind an apostrophe; in quotes where a reader would break the cell.
+/// The text in one line, an apostrophe in front of a formula, and in quotes if a reader would split the cell.
 QByteArray cellOf(const QString &text) {
     QString cell = linesOf(text).join(QLatin1Char(' '));
     if (!cell.isEmpty() && QStringLiteral("=+-@").contains(cell.front()))

@@ -8,22 +8,22 @@
 
 namespace ostrel {
 
-/// Writes a table as a text file that spreadsheets open: UTF-8 with its mark, cells parted by tabs, rows ended by
-/// CR LF. Whatever a text holds, it stays within its cell and is not taken for a formula: docs/text-export.md.
+/// Writes a table as a text file that spreadsheets open: UTF-8 with a byte order mark, cells separated by tabs, rows
+/// ended by CR LF. No text can leave its cell or be taken for a formula: docs/text-export.md.
 class SheetWriter {
 public:
-    /// The characters that a caller may write at `room` at one go.
+    /// The number of characters that a caller may write to room() at once.
     static constexpr int mostAtOnce = 1 << 14;
 
     SheetWriter(const QString &path, FileOperations &operations);
 
-    /// A whole row of texts.
+    /// Writes a whole row of texts.
     void row(const QStringList &cells);
-    /// A text where the row stands; the caller puts the tabs and the row's end.
+    /// Writes a text; the caller writes the tabs and the end of the row.
     void text(const QString &text);
 
-    /// For numbers: a place for `mostAtOnce` characters, of which those before `end` are taken. What is written there
-    /// is made of plain characters, tabs and row ends.
+    /// For numbers: room for `mostAtOnce` characters; taken() keeps those before `end`. Only plain characters, tabs and
+    /// row ends may be written there.
     char *room() {
         if (used_ > pieceSize)
             flush();

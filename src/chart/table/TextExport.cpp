@@ -31,8 +31,8 @@ std::vector<const EventMark *> marksWithin(const std::vector<EventMark> &marks, 
     return within;
 }
 
-/// The table: a row for each point, then one for each mark behind the last point, then what is left of the method's
-/// column. Without values the marks alone make the rows.
+/// The table: a row for each point, then one for each mark behind the last point, then the rest of the method's column.
+/// Without values only the marks make rows.
 class Table {
 public:
     Table(SheetWriter &sheet, const ChartData &data, const ExportOptions &options)
@@ -47,7 +47,7 @@ public:
 
     const ExportRows &rows() const { return rows_; }
     bool exists() const { return options_.uv || options_.cond || options_.events; }
-    /// The method's text has a column here.
+    /// The method's text has a column in the table.
     bool hasMethod() const {
         return exists() && options_.method && options_.position == MethodPosition::SeparateColumn;
     }
@@ -92,7 +92,7 @@ private:
         return line_ < method_.size() ? row : markedRow_ >= 0 ? markedRow_ : rows_.count();
     }
 
-    /// A long run's rows: nearly all are of this kind.
+    /// Writes rows without texts. In a long run nearly all rows are such.
     qint64 numbersAlone(qint64 row, qint64 end) {
         const int textCells = options_.events + hasMethod();
         const char *emptyTexts = &"\t\t\r\n\0"[2 - textCells];
@@ -129,7 +129,7 @@ private:
         return at;
     }
 
-    /// With a tab in front; an empty cell for what is not finite.
+    /// Writes a tab and the value; an empty cell when the value is not finite.
     template <int decimals>
     static char *value(char *at, float value) {
         *at++ = '\t';
@@ -169,7 +169,7 @@ private:
     ExportRows rows_;
     std::vector<const EventMark *> marks_;
     std::size_t mark_ = 0;  // the next one to write; likewise the method's line
-    qint64 markedRow_ = -1; // where the next mark stands, -1 for none
+    qint64 markedRow_ = -1; // of the next mark, -1 for none
     QStringList method_;
     qsizetype line_ = 0;
 };

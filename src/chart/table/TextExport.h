@@ -12,7 +12,7 @@ namespace ostrel {
 
 enum class MethodPosition { BeforeData, AfterData, SeparateColumn };
 
-/// What goes into a text file for a spreadsheet.
+/// The contents of a text file for a spreadsheet.
 struct ExportOptions {
     bool uv = true;
     bool cond = true;
@@ -23,12 +23,12 @@ struct ExportOptions {
     float from = 0; ///< minutes; both ends are included
     float to = 0;
     float sampleRate = 5;    ///< points a second
-    qint32 pointCount = 0;   ///< the rows that the operator was shown; none when it is not above 0
-    QString sourceFile = {}; ///< where the run comes from; may be empty
-    QDateTime exported = {}; ///< as told in the file
+    qint32 pointCount = 0;   ///< the number of rows shown to the operator; no rows unless above 0
+    QString sourceFile = {}; ///< the run's file; may be empty
+    QDateTime exported = {}; ///< the time that is written to the file
 };
 
-/// Writes a run as a table: docs/text-export.md. On an error (errno) the old file stands untouched.
+/// Writes a run as a table: docs/text-export.md. On an error (errno) the path has the old file or the whole new one.
 std::error_code exportText(const QString &path, const ChartData &data, const ExportOptions &options,
                            FileOperations &operations = FileOperations::system());
 
