@@ -4,6 +4,7 @@
 #include "chart/plot/PlotLayout.h"
 #include "chart/plot/PlotPainter.h"
 #include "chart/plot/PlotTheme.h"
+#include "chart/plot/Readout.h"
 
 #include <QPainter>
 #include <gtest/gtest.h>
@@ -131,6 +132,23 @@ TEST_F(Picture, newDataTouchOnlyTheirOwnStrip) {
     EXPECT_NE(before, after);
     QPainter(&after).drawImage(strip, before, strip);
     EXPECT_EQ(before, after);
+}
+
+TEST_F(Picture, theReadOutTellsTheNearestSampleAndLeavesNothingOutsideItsRegion) {
+    data.samples.append({0.01254F, NAN});
+    draw();
+    const PlotLayout &layout = picture.layout();
+    for (const auto &[minute, told] : {std::pair{0.0, "0.00 min 0.0125 AU - mS/cm"}, {5.0, "5.00 min - AU - mS/cm"}}) {
+        const Readout readout(data.samples, layout, layout.time.place(minute));
+        EXPECT_EQ(readout.timeText() + ' ' + readout.uvText() + ' ' + readout.condText(), told);
+        QImage painted = picture.image().copy();
+        QPainter painter(&painted);
+        readout.paint(painter, view.theme);
+        EXPECT_NE(painted, picture.image());
+        painter.setClipRegion(readout.region());
+        painter.drawImage(0, 0, picture.image());
+        EXPECT_EQ(painted, picture.image());
+    }
 }
 
 void expectApart(const std::vector<QRectF> &boxes, const QRectF &within) {
