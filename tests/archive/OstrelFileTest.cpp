@@ -177,7 +177,7 @@ TEST_F(OstrelFileTest, logsListsTheRunningLogsAndThoseThatWereThrownAway) {
     EXPECT_EQ(call("logs ."), Good) << complaint.toStdString();
     qsizetype place = 0;
     for (const char *next : {"/Discarded/1-2026-11-22\n", "yes", "first", "2.00 minutes", "601", "nothing\n\n",
-                             "/Log/2\n", "minutes of samples from minute 0.00", "/Log\n", "third"}) {
+                             "/Log/2\n", "no\n", "minutes of samples from minute 0.00", "/Log\n", "third"}) {
         place = said.indexOf(next, place);
         ASSERT_GE(place, 0) << next << " in\n" << said.toStdString();
     }
