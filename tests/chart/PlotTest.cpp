@@ -182,6 +182,8 @@ TEST(PlotLayout, labelsNeverTouchAtAnySizeScaleOrFont) {
                     for (const Tick &tick : *ticks)
                         boxes.push_back(tick.label.isEmpty() ? QRectF() : tick.box);
                 expectApart(boxes, QRectF(QPointF(), size));
+                for (const QRectF &box : boxes)
+                    ASSERT_FALSE(box.intersects(layout.plot));
                 EXPECT_EQ(layout.plot.left() * ratio, std::round(layout.plot.left() * ratio));
             }
 }
