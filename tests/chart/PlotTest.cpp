@@ -177,6 +177,7 @@ TEST(PlotLayout, labelsNeverTouchAtAnySizeScaleOrFont) {
                 QFont font;
                 font.setPixelSize(fontSize);
                 const auto layout = PlotLayout::of(size, ratio, axes, font, "A run with a title");
+                EXPECT_EQ(layout.font, font);
                 std::vector boxes{layout.titleBox, layout.uvTitleBox, layout.condTitleBox, layout.timeTitleBox};
                 for (const auto *ticks : {&layout.uvTicks, &layout.condTicks, &layout.timeTicks})
                     for (const Tick &tick : *ticks)

@@ -63,7 +63,9 @@ struct QtCommonDialogTest : testing::Test {
             auto *name = dialog.findChild<QLineEdit *>("filename");
             offered = QFileInfo(name->text()).fileName();
             name->setText(file.isEmpty() ? file : folder.at(file));
-            dialog.findChild<QSpinBox *>("copies")->setValue(copies);
+            auto *number = dialog.findChild<QSpinBox *>("copies");
+            EXPECT_EQ(number->value(), ComDlg.Copies);
+            number->setValue(copies);
             answerBox(answer);
             QTest::keyClick(name, Qt::Key_Return);
         });

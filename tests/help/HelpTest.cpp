@@ -49,6 +49,9 @@ TEST_F(HelpTest, showsTheTopicOfAContextAlsoOverAModalDialogAndOutlivesThat) {
     QApplication::setActiveWindow(&help);
     QTest::keyClick(&page, Qt::Key_Left, Qt::AltModifier);
     EXPECT_EQ(topics.currentItem()->text(), "Choosing the COM port");
+    const int size = page.font().pointSize();
+    QTest::keyClick(&page, Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_LT(page.font().pointSize(), size);
     QTest::keyClick(&page, Qt::Key_Escape);
     EXPECT_FALSE(help.isVisible());
 }
