@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # What the commands share: packages, a quiet build, a profile apart from the operator's own.
-# A command sets nothing before `source`; afterwards it stands in strict mode and knows $root and $logs.
+# A command sets nothing before `source`; afterwards strict mode is on, and it knows $root and $logs.
 
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)

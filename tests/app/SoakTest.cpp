@@ -71,7 +71,7 @@ protected:
         points(1);
         if (recorder.takes)
             recorder.mark(label, std::ssize(recorder.samples) - 1);
-        log.mark(label, std::max(std::ssize(log.samples) - 2, {})); // the log's stands with the point before
+        log.mark(label, std::max(std::ssize(log.samples) - 2, {})); // the log's mark is at the point before
         recorder.takes &= label != "P" && label != "E";
         log.takes = label != "P";
     }

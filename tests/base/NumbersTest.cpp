@@ -83,7 +83,7 @@ TEST(Numbers, datesAndTimesKeepWhatTheirLocaleWritesInThem) {
     constexpr const char *texts[][2] = {
         {"C", "14 Mar 2026 09:06:53"},
         {"en_US", "3/14/26 9:06:53 AM"},
-        {"ca_ES", "14/3/26 9:06:53"},             // the zone stands in brackets
+        {"ca_ES", "14/3/26 9:06:53"},             // the zone is in brackets
         {"sq_AL", "14.3.26 9:06:53 E PARADITES"}, // behind a comma
         {"zh_CN", "2026/3/14 09:06:53"},          // in front
         {"fr_CA", "2026-03-14 09 h 06 min 53 s"}, // behind quoted letters

@@ -100,7 +100,7 @@ TEST_F(ChartFileTest, aFileThatIsCutOrDamagedAnywhereIsRefusedAndSalvageKeepsWha
         EXPECT_EQ(cut.position, at < 5 ? 0 : static_cast<quint64>(at));
         ChartData rest;
         salvageChartFile(path, rest, axes);
-        EXPECT_TRUE(rest.samples.size() == 0 || rest.marks.size() == 2); // marks stand before the samples
+        EXPECT_TRUE(rest.samples.size() == 0 || rest.marks.size() == 2); // marks come before the samples
         EXPECT_EQ(rest.title.isEmpty(), at < 88);
     }
     EXPECT_EQ(loaded(whole + QByteArray(8, '\0')).fault, Damaged);

@@ -51,7 +51,7 @@ inline QByteArray flipped(QByteArray bytes, qsizetype place) {
     return bytes;
 }
 
-/// What stands in a folder, with blanks between.
+/// The names in a folder, with blanks between.
 inline QString names(const QString &folder) {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).join(u' ');
 }

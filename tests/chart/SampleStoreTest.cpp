@@ -41,7 +41,7 @@ TEST(SampleStore, sumsUpAnyStretchLikeALookAtEachSample) {
 }
 
 TEST(OutOfMemory, isAnsweredAndLeavesTheRunAsItWas) {
-    ::Run run; // whose name the test bears too
+    ::Run run; // the test has the same name
     for (int i = 0; i < SampleStore::chunkSize; ++i)
         run.AddSample(1, 2);
     {

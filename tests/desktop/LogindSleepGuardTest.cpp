@@ -17,7 +17,7 @@ using namespace ostrel;
 
 namespace {
 
-/// logind as far as locks go: a lock stands until the other end of its pipe is closed.
+/// logind as far as locks go: a lock lasts until the other end of its pipe is closed.
 class Logind : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Manager")

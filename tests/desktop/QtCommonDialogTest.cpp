@@ -59,7 +59,7 @@ struct QtCommonDialogTest : testing::Test {
         QString offered;
         whenUp<QPrintDialog>([&](const QPrintDialog &dialog) {
             auto *printers = dialog.findChild<QComboBox *>("printers");
-            printers->setCurrentIndex(printers->count() - 1); // the file stands behind the computer's printers
+            printers->setCurrentIndex(printers->count() - 1); // the file comes after the computer's printers
             auto *name = dialog.findChild<QLineEdit *>("filename");
             offered = QFileInfo(name->text()).fileName();
             name->setText(file.isEmpty() ? file : folder.at(file));

@@ -32,7 +32,7 @@ TEST_F(ErrorReporterTest, aDecodingErrorIsLoggedWithItsDumpAndEndsTheSync) {
     EXPECT_EQ(prompts.beeps, 1);
     EXPECT_EQ(log(), entry("ERROR - Lost Sync.Sub PeekDataBlock; 7\r\n 1 2 3"));
 
-    // The text of an earlier failure stands behind every later entry.
+    // The text of an earlier failure follows every later entry.
     link.DebugText = "älter";
     reporter.HandelError(1001);
     EXPECT_TRUE(log().endsWith(entry("ERROR - Break signal received.älter")));

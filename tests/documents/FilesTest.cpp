@@ -87,7 +87,7 @@ TEST_F(FilesTest, theRecorderAsksOnceForItsFileAndKeepsItsCaption) {
     EXPECT_EQ(ComDlg.shown.size(), 1U);
     EXPECT_EQ(prompts.pointerChanges, 1 + 2); // an hourglass for the second save alone
     open("a.b.chd");
-    EXPECT_EQ(chart(1).ChartTitle(), "a"); // the file bears its own name
+    EXPECT_EQ(chart(1).ChartTitle(), "a"); // the file has its own name
 }
 
 TEST_F(FilesTest, aLogIsNeverWrittenOver) {

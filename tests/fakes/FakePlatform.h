@@ -19,7 +19,7 @@
 
 using namespace ostrel;
 
-/// A desktop of the test's own: time stands still until it is advanced, boxes answer what was laid ready.
+/// A desktop of the test's own: time passes only by advance(), boxes give the prepared answers.
 
 using Milliseconds = std::chrono::milliseconds;
 

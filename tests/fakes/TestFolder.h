@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-/// A folder that goes with the test, and what stands in it. A name may be a whole path, too.
+/// A folder that is removed with the test, and its files. A name may be a whole path, too.
 class TestFolder {
 public:
     QString path() const { return folder_.path(); }
@@ -23,7 +23,7 @@ public:
         QFile file(at(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("missing");
     }
-    /// Of all that stands there, hidden or not.
+    /// Of all files and folders, hidden or not.
     QStringList names() const {
         return QDir(path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     }

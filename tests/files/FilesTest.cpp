@@ -18,7 +18,7 @@ struct OneFile : testing::Test {
         return file.flush();
     }
     QByteArray content() const { return folder.content(path); }
-    /// What reading and appending say to what stands there.
+    /// The errors of reading and of appending.
     std::string refusal(const QString &name) const {
         QByteArray content("as it was");
         const std::error_code error = readPlainFile(folder.at(name), content);

@@ -6,12 +6,12 @@
 
 namespace {
 
-/// Starts that find logs of earlier runs, which bear the name of their directory as notes.
+/// Starts that find logs of earlier runs, with the name of their directory as notes.
 class RecoveryTest : public testing::Test, protected ProgramFixture {
 protected:
     RecoveryTest() { stored("0") = "1"; }
 
-    /// A run of that name crashes: its log stands in a directory, its entry in the store.
+    /// A run of that name crashes: it leaves its log in a directory and its entry in the store.
     void leave(const QString &tag, const char *SystemName) {
         layLog("Log/" + tag);
         addEntry(tag, SystemName);

@@ -63,7 +63,7 @@ public:
     int held(int chart) {
         return ask(chart, [](auto &shown) { return shown.SampleCount(); });
     }
-    /// As they stand in what was meant.
+    /// In the form of meant().
     static QStringList texts(const SampleStore &samples);
     QStringList samples(int chart) {
         return ask(chart, [](auto &shown) { return texts(shown.run().data().samples); });
