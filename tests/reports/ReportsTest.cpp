@@ -164,6 +164,7 @@ TEST_F(frmExportTest, ComesUpWithTheWholeRun) {
     give(12.345F);
     zoom(3, 20);
     inForm("mnuExport", [this](QDialog &form) {
+        EXPECT_TRUE(find<QAbstractButton>("optDataRegion(1)")->isChecked());
         EXPECT_EQ(find<QAbstractButton>("optDataRegion(1)")->text(),
                   "All Data               (Time:  0.00  to  12.35  minutes) "); // 12.3467
         EXPECT_EQ(find<QAbstractButton>("optDataRegion(0)")->text(),
