@@ -57,8 +57,10 @@ TEST(Recovery, EverythingUpToTheLastTickSurvivesAKillAtAnyMoment) {
         for (std::size_t i = 0; i < recorders.size(); ++i) {
             Child &process = recorders[i].live.recorder();
             anyRuns |= process.runs();
-            if (process.runs() && recorders[i].isLoggedFor(moments[i]))
+            if (process.runs() && recorders[i].isLoggedFor(moments[i])) {
                 process.signal(SIGKILL);
+                EXPECT_TRUE(process.endsWithin(10s)); // not at once, and no longer answers
+            }
         }
         return !anyRuns;
     };
