@@ -90,7 +90,7 @@ void declareText(QCommandLineParser &line) {
         {"to", "Last minute (that of the last sample).", "minutes"},
         {"rate", "Rows a second, 0.01 to 5 (1); each is the mean of its time.", "number", "1"},
         {"without", "Leave out: uv, conductivity, events, notes, method, with commas between.", "what"},
-        {"method", "Where the method stands: before or after the data, or in a column (before).", "place", "before"},
+        {"method", "Where the method is placed: before or after the data, or in a column (before).", "place", "before"},
     });
     declareOverwrite(line);
 }

@@ -62,7 +62,7 @@ std::error_code AppendFile::create(const QString &path) {
     return {};
 }
 
-bool AppendFile::stands() const {
+bool AppendFile::isInPlace() const {
     const std::optional<Entry> open = entryOf(fd_, "");
     const std::optional<Entry> named = entryOf(AT_FDCWD, path_.constData());
     return isOpen() && open && named && open->identity() == named->identity() && named->stx_size >= laidOut_;

@@ -35,7 +35,7 @@ public:
     /// Bytes flushed, without the zeros.
     std::size_t length() const { return length_; }
     /// The file is open, its path still leads to it, and it has not become shorter.
-    bool stands() const;
+    bool isInPlace() const;
     void close();
 
     /// Adds data that the next flush() writes.

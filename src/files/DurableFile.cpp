@@ -35,7 +35,7 @@ DurableFile::DurableFile(const QString &path, FileOperations &operations, Links 
     if (folder_.isEmpty())
         folder_ = "./";
     if (replaceable())
-        openNeighbour();
+        openTemporary();
 }
 
 DurableFile::~DurableFile() {
@@ -58,12 +58,12 @@ bool DurableFile::replaceable() {
     return !error_;
 }
 
-void DurableFile::openNeighbour() {
+void DurableFile::openTemporary() {
     const mode_t mode = mode_ >= 0 ? S_IRUSR | S_IWUSR : S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
     TemporaryFiles::clearDead(folder_, operations_);
-    neighbour_ = folder_ + TemporaryFiles::newName();
-    TemporaryFiles::setUnfinished(neighbour_.constData());
-    fd_ = operations_.open(neighbour_.constData(), O_WRONLY | O_CREAT | O_EXCL, mode);
+    temporary_ = folder_ + TemporaryFiles::newName();
+    TemporaryFiles::setUnfinished(temporary_.constData());
+    fd_ = operations_.open(temporary_.constData(), O_WRONLY | O_CREAT | O_EXCL, mode);
     if (fd_ < 0 || (mode_ >= 0 && operations_.chmod(fd_, static_cast<mode_t>(mode_)) != 0))
         failWith(errno);
 }
@@ -78,8 +78,8 @@ std::error_code DurableFile::commit() {
     if (!error_ && operations_.sync(fd_) != 0)
         failWith(errno);
     if (!error_)
-        closeNeighbour();
-    if (!error_ && operations_.rename(neighbour_.constData(), path_.constData()) != 0)
+        closeTemporary();
+    if (!error_ && operations_.rename(temporary_.constData(), path_.constData()) != 0)
         failWith(errno);
     if (!error_)
         syncFolder();
@@ -91,12 +91,12 @@ void DurableFile::failWith(std::error_code error) {
     error_ = error;
     if (const int fd = std::exchange(fd_, -1); fd >= 0)
         operations_.close(fd);
-    if (!neighbour_.isEmpty())
-        operations_.remove(neighbour_.constData());
+    if (!temporary_.isEmpty())
+        operations_.remove(temporary_.constData());
     TemporaryFiles::setUnfinished(nullptr);
 }
 
-void DurableFile::closeNeighbour() {
+void DurableFile::closeTemporary() {
     if (operations_.close(std::exchange(fd_, -1)) != 0)
         failWith(errno);
 }
@@ -104,7 +104,7 @@ void DurableFile::closeNeighbour() {
 /// The new file already has its name; a failure here only means that a power cut may bring the old file back.
 void DurableFile::syncFolder() {
     TemporaryFiles::setUnfinished(nullptr);
-    neighbour_.clear();
+    temporary_.clear();
     if (!ostrel::syncFolder(operations_, folder_.constData()))
         failWith(errno);
 }

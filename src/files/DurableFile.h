@@ -34,17 +34,17 @@ public:
     std::error_code commit();
 
 private:
-    void openNeighbour();
+    void openTemporary();
     bool replaceable();
     void failWith(int error) { failWith({error, std::generic_category()}); }
     void failWith(std::error_code error);
-    void closeNeighbour();
+    void closeTemporary();
     void syncFolder();
 
     FileOperations &operations_;
     QByteArray path_;   ///< the file itself, not a link to it
     QByteArray folder_; ///< with a trailing separator
-    QByteArray neighbour_;
+    QByteArray temporary_;
     int fd_ = -1;
     int mode_ = -1; ///< permissions of the old file, -1 for none
     std::error_code error_;

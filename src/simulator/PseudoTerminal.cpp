@@ -91,13 +91,13 @@ void PseudoTerminal::open() {
 void PseudoTerminal::makeLink() const {
     if (link_.isEmpty())
         return;
-    const QFileInfo standing{QFile::decodeName(link_)};
-    const QString failure = QString{"the link %1 cannot be made"}.arg(standing.filePath());
-    if (standing.exists() && !standing.isSymLink())
+    const QFileInfo place{QFile::decodeName(link_)};
+    const QString failure = QString{"the link %1 cannot be made"}.arg(place.filePath());
+    if (place.exists() && !place.isSymLink())
         throw RunTimeError(ErrorNumber::FileAlreadyExists,
-                           failure + (standing.isDir() ? ": a folder stands there" : ": a file stands there"));
-    if (!standing.dir().exists())
-        throw RunTimeError(ErrorNumber::PathNotFound, failure + ": there is no folder " + standing.path());
+                           failure + (place.isDir() ? ": a folder is there" : ": a file is there"));
+    if (!place.dir().exists())
+        throw RunTimeError(ErrorNumber::PathNotFound, failure + ": there is no folder " + place.path());
     const QByteArray fresh = link_ + '.' + QByteArray::number(::getpid());
     // The link of a program that was killed before it could rename it.
     if (QFileInfo{QFile::decodeName(fresh)}.isSymLink())

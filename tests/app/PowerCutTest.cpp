@@ -163,7 +163,7 @@ protected:
             on.feed(brought);
         }
     }
-    static bool stands(ProgramFixture &on, const QString &name, const Held &held) {
+    static bool holds(ProgramFixture &on, const QString &name, const Held &held) {
         Quillchart &chart = on.chart(6);
         return chart.LoadDataFile(on.path(name)) && chart.samples(0, held.samples.size()) == held.samples &&
                chart.marks().mid(0, held.marks.size()) == held.marks;
@@ -183,7 +183,7 @@ protected:
         EXPECT_EQ(find<QWidget>("frmMain")->windowTitle(), "Ostrel MS - System: Default");
         EXPECT_EQ(store.GetSetting("LogInfo", "0", ""), "1");
         EXPECT_EQ(on.logDirectories().size(), 1);
-        EXPECT_TRUE(held.samples.empty() || stands(on, "recovered.chl", held) || stands(on, "saved.chl", held));
+        EXPECT_TRUE(held.samples.empty() || holds(on, "recovered.chl", held) || holds(on, "saved.chl", held));
     }
 
     float sent = 1;

@@ -117,6 +117,13 @@ TEST_F(ChartFileTest, salvageGoesOnBehindADamagedHeadAndMovesNoSamplesUp) {
     EXPECT_EQ(report.counts, (ChartCounts{50041, 2, 1}));
     EXPECT_TRUE(report.position == 0 && !report.record && report.lost);
     EXPECT_EQ(back.samples.size(), 2 * 16384);
+
+    run.marks.resize(6000, {"1", 0, 10, 1}); // in two records, the first of which gets lost
+    const QByteArray marked = saved();
+    lay(path, flipped(marked, marked.indexOf("MARK")));
+    ChartData rest;
+    salvageChartFile(path, rest, backAxes);
+    EXPECT_EQ(rest.marks.size(), 6000U - 4096U);
     const ChartFileReport blank = loaded(whole.left(third) + QByteArray(5000, '\0'));
     EXPECT_TRUE(blank.fault == Truncated && blank.position == static_cast<quint64>(third));
 }

@@ -176,6 +176,7 @@ TEST(PlotLayout, labelsNeverTouchAtAnySizeScaleOrFont) {
                 SCOPED_TRACE(testing::Message() << size.width() << " wide, font " << fontSize);
                 QFont font;
                 font.setPixelSize(fontSize);
+                font.setItalic(true);
                 const auto layout = PlotLayout::of(size, ratio, axes, font, "A run with a title");
                 EXPECT_EQ(layout.font, font);
                 std::vector boxes{layout.titleBox, layout.uvTitleBox, layout.condTitleBox, layout.timeTitleBox};

@@ -54,9 +54,10 @@ TEST_F(AppendFileTest, whateverFailsIsToldAndOnlyWhatWasFlushedStands) {
         AppendFile file(disk);
         const bool hasFirst = !file.create(path) && !append(file, "first");
         EXPECT_EQ(hasFirst, failing == 4 || failing > 6) << failing; // the fourth closes the folder
-        EXPECT_EQ(QFile::exists(path), hasFirst) << failing;
         EXPECT_EQ(hasFirst && !append(file, "second"), failing == 4) << failing;
         EXPECT_EQ(file.isOpen(), failing == 4) << failing;
+        EXPECT_EQ(!append(file, "third"), failing == 4) << failing; // a closed file takes nothing
+        EXPECT_EQ(QFile::exists(path), hasFirst) << failing;
         QFile::remove(path);
     }
 }
@@ -68,19 +69,19 @@ TEST_F(AppendFileTest, aNearlyFullDiskTakesThePieceIfNotTheZeros) {
     EXPECT_FALSE(append(file, QByteArray(240, 'a')));
     EXPECT_EQ(content().size(), 350);
     EXPECT_TRUE(content().startsWith(QByteArray(240, 'a')));
-    EXPECT_TRUE(file.stands());
+    EXPECT_TRUE(file.isInPlace());
 }
 
 TEST_F(AppendFileTest, aFileGoneFromItsPlaceIsNoticed) {
     AppendFile file;
     ASSERT_FALSE(file.create(path));
     ASSERT_FALSE(append(file, "piece"));
-    EXPECT_TRUE(file.stands());
+    EXPECT_TRUE(file.isInPlace());
     ASSERT_TRUE(QFile::resize(path, 5));
-    EXPECT_FALSE(file.stands());
+    EXPECT_FALSE(file.isInPlace());
     ASSERT_TRUE(QFile::remove(path));
     folder.lay(path, QByteArray(AppendFile::layout, 'x'));
-    EXPECT_FALSE(file.stands());
+    EXPECT_FALSE(file.isInPlace());
 }
 
 TEST_F(DurableFileTest, whereverTheDiskFailsTheOldFileOrTheNewOneStandsAlone) {

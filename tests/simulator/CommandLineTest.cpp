@@ -48,7 +48,7 @@ TEST_F(CommandLine, touchesNoFileUnlessAllStandsReady) {
         {"--link soft soft",                        "2: --link and the script are the same file: soft"},
         {"--link new --truth new",                  "2: --link and --truth are the same file: new"},
         {"--truth old --link sub/no/x run.velquin", "1: the link sub/no/x cannot be made: there is no folder sub/no"},
-        {"--truth old --link raw run.velquin",      "1: the link raw cannot be made: a file stands there"},
+        {"--truth old --link raw run.velquin",      "1: the link raw cannot be made: a file is there"},
         {"--truth old bell",                        "2: bell:2:1: no statement begins with \"wait?\""},
         {"--truth old nothing",                     "1: nothing: No such file or directory"},
         {"--truth old sub",                         "1: sub: is a folder"},

@@ -60,9 +60,9 @@ bool bearsChartMark(const QString &path);
 ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes,
                               FileOperations &operations = FileOperations::system());
 
-/// The same for a damaged file, also with a damaged header: keeps samples, marks and method texts, each up to the first
-/// that is missing. The report has the first fault. Nothing is read from a file that is not a chart's, is of a newer
-/// version, ends within its header or cannot be read at its beginning.
+/// The same for a damaged file, also with a damaged header: keeps the samples up to the first that is missing, and all
+/// intact marks and method texts. The report has the first fault. Nothing is read from a file that is not a chart's, is
+/// of a newer version, ends within its header or cannot be read at its beginning.
 ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes,
                                  FileOperations &operations = FileOperations::system());
 

@@ -212,7 +212,7 @@ bool Reading::take() {
     }
 }
 
-/// Appends the record's items; false when their numbers do not continue those before.
+/// Appends the record's items unless they are there already; false when their numbers do not continue those before.
 template <typename Item>
 bool Reading::takeItems(std::vector<Item> &items, bool (*takeFrom)(RecordReader &, quint64 &, std::vector<Item> &)) {
     quint64 first = 0;

@@ -42,8 +42,8 @@ void LogPromises::promise(const RecordHead &record, const ChartCounts &counts) {
         keep(promise);
 }
 
-/// Infers the kind of a missing record from the records before and behind it. One record missing where a new flush
-/// begins was the promise of the flush before, which is no loss.
+/// A record follows, so an open promise counts. Infers the kind of a missing record from those before and behind it.
+/// One record missing where a new flush begins was the promise of the flush before, which is no loss.
 void LogPromises::count(const RecordHead &record) {
     if (open_)
         keep(*std::exchange(open_, {}));

@@ -47,7 +47,7 @@ std::error_code RunningLogWriter::write(const ChartData &data, const QString &di
             directory_ = wanted;
             established_ = false;
             number_ = 0;
-        } else if (file_.isOpen() && !file_.stands()) {
+        } else if (file_.isOpen() && !file_.isInPlace()) {
             startOver();
         }
         return bringUp(data, instance, samplesIn(dataFileSizeHours));

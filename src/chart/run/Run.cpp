@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/run/Run.h"
 
+#include "chart/run/Succeeds.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -16,12 +18,11 @@ constexpr qint16 outOfMemory = 1;
 /// Runs a step that fails only when there is no memory left, and returns its status.
 template <typename Step>
 qint16 statusOf(Step step) {
-    try {
+    const bool good = succeeds([&] {
         step();
-    } catch (const std::bad_alloc &) {
-        return outOfMemory;
-    }
-    return 0;
+        return true;
+    });
+    return good ? qint16{0} : outOfMemory;
 }
 
 } // namespace
