@@ -22,14 +22,15 @@ void LastNet::meet(const RunTimeError &error, const QString &place) {
     const auto now = uses_.clock.uptime();
     const auto [found, isNew] = seen_.try_emplace({error.number(), place});
     Seen &seen = found->second;
-    const bool keepsComing = !isNew && (seen.told || now - seen.last <= quiet);
+    const MessageBox box = errorBox(error);
+    const bool keepsComing = told_.contains(box.text) || (!isNew && now - seen.last <= quiet);
     seen.last = now;
     if (keepsComing)
         return count(seen, error, place);
     seen.entered = now;
     seen.count = 0;
-    const QScopedValueRollback told(seen.told, true);
-    uses_.prompts.show(errorBox(error));
+    const QScopedValueRollback told(told_, told_ + QStringList(box.text));
+    uses_.prompts.show(box);
 }
 
 void LastNet::count(Seen &seen, const RunTimeError &error, const QString &place) {

@@ -5,7 +5,7 @@
 #include "platform/Clock.h"
 #include "platform/Prompts.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <chrono>
 #include <functional>
@@ -17,9 +17,9 @@ namespace ostrel {
 /// Handles the run-time errors that no routine handles. Such an error ends only the routine that raised it: the
 /// acquisition continues, the log is written, the operator is told.
 ///
-/// The same error from the same place is shown once. While its box is open, and while it repeats within a minute, it is
-/// only counted, with one entry of the error log a minute; after a minute without it, it is shown again. A cancelled
-/// dialog (32755) is not an error and is ignored.
+/// The same error from the same place is shown once. While it repeats within a minute, and while a box with the same
+/// text is open, from whatever place, it is only counted, with one entry of the error log a minute; after a minute
+/// without it, it is shown again. A cancelled dialog (32755) is not an error and is ignored.
 class LastNet {
 public:
     struct Uses {
@@ -47,13 +47,13 @@ private:
         std::chrono::milliseconds last{0};
         std::chrono::milliseconds entered{0}; ///< time of its box or its last entry in the error log
         int count = 0;                        ///< since then
-        bool told = false;                    ///< its box is still open
     };
 
     void count(Seen &seen, const RunTimeError &error, const QString &place);
 
     Uses uses_;
     std::map<std::pair<int, QString>, Seen> seen_;
+    QStringList told_; ///< the texts of the boxes that are open
 };
 
 /// The message box for an unhandled error.

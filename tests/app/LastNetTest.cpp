@@ -41,6 +41,7 @@ TEST_F(LastNetTest, anErrorThatKeepsComingIsToldOnceAndCountedAMinute) {
 
     clock.advance(2min);                           // of quiet
     prompts.whileShown = [&](const MessageBox &) { // which nobody answers
+        fail("a third place");                     // with the same words
         for (int i = 0; i < 2; ++i, clock.advance(2min))
             fail("elsewhere");
     };
