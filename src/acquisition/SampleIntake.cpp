@@ -68,6 +68,8 @@ void SampleIntake::AddChartSample() {
     run_.BesideLog |= !options_.DataLogging || run_.LogPaused;
     if (recorder_.AddSample(run_.UvValue, run_.CondValue) > 0)
         errors_.HandelError(ErrorNumber::ChartFull);
+    // Not only at Record: a label that came in the place of the start label leaves that command out.
+    tabs_.ChartSaved[recorderChart] = false;
     applyChartLabel();
     AddLabel(run_.ChartLabelType, false);
     if (run_.ChartEndPending) {
@@ -93,6 +95,7 @@ void SampleIntake::applyChartLabel() {
         run_.ChartPausePending = false;
         run_.ChartEndPending = false;
         run_.WaitForMethod = true;
+        TimerStopWaitForMethod_.setEnabled(false); // the wait for the method of the run before may be on
         TimerStopWaitForMethod_.setEnabled(true);
         commands_.run(QStringLiteral("mnuStop"));
         run_.ChartRunActive = false;

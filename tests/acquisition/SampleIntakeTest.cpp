@@ -63,6 +63,13 @@ TEST_F(SampleIntakeTest, TheMethodIsTakenUpTo15SecondsBehindTheEnd) {
     play("MLate");
     EXPECT_EQ(chart.data().methodTexts.size(), 1);
     EXPECT_EQ(log.data().methodTexts.size(), 2);
+
+    for (const char *end : {"R1 . R0 .", "R1 . R0 ."}) { // the second one within the wait of the first
+        play(end);
+        clock.advance(9s);
+    }
+    play("MSecond");
+    EXPECT_EQ(chart.data().methodTexts.size(), 2);
 }
 
 TEST_F(SampleIntakeTest, AFullChartStopsBothAndTheBlockIsFinished) {
