@@ -31,8 +31,12 @@ void RecordingSession::mnuStop_Click() {
 void RecordingSession::TimerCheckComData_Timer() {
     EveryStep look;
     if (!link_.ComDataSeen) {
-        look.run([this] { TimerSaveLog_.finish(); }); // saves the log: the last data may be the end of the run
+        const bool logs = TimerSaveLog_.Enabled();
+        TimerSaveLog_.setEnabled(false);
         look.run([this] { ComDataLost(); });
+        // Saves the log: the last data may be the end of the run. Only now, since the link may come back under a box.
+        if (logs && TimerSaveLog_.Tick)
+            look.run([this] { TimerSaveLog_.Tick(); });
         look.run([this] { window_.showNoData(); });
     }
     link_.ComDataSeen = false;

@@ -16,15 +16,6 @@ public:
     /// Milliseconds.
     virtual int Interval() const = 0;
 
-    /// Switches the timer off. If it was on, it ticks once more, at once.
-    void finish() {
-        if (!Enabled())
-            return;
-        setEnabled(false);
-        if (Tick)
-            Tick();
-    }
-
     std::function<void()> Tick;
 };
 
