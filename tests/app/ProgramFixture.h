@@ -25,6 +25,11 @@ using namespace std::chrono_literals;
 class ProgramFixture {
 public:
     void start() {
+        make();
+        program->start();
+        advanceUnderDialogs(1s);
+    }
+    void make() {
         program = std::make_unique<Program>(
             Platform{clock, ComPort, CommTmp, *settings, prompts, ComDlg, exportDialog,
                      [this]() -> QPrinter & { return printer ? *printer : printer.emplace(); }, process, sleep, help,
@@ -34,8 +39,6 @@ public:
                          return timer;
                      },
                      folder.path(), "/share/ostrel", path("ChartErr.log"), commandLine, prevInstance});
-        program->start();
-        advanceUnderDialogs(1s);
     }
     /// Time passes while dialogs come up, which `dialogAnswers` are given to.
     void advanceUnderDialogs(std::chrono::milliseconds time) {

@@ -28,12 +28,13 @@ class FakeTimer;
 /// The clock, and what drives the timers made on it.
 class FakeClock : public Clock {
 public:
-    QDateTime now() const override { return QDateTime({2026, 3, 14}, {9, 26, 53}).addMSecs(elapsed.count()); }
+    QDateTime now() const override { return QDateTime({2026, 3, 14}, {9, 26, 53}).addMSecs((elapsed + shift).count()); }
     Milliseconds uptime() const override { return elapsed; }
     /// Fires what falls due, in the order of time.
     void advance(Milliseconds time);
 
     Milliseconds elapsed{0};
+    Milliseconds shift{0}; ///< of the wall clock, which the operator has set
     std::vector<FakeTimer *> timers;
 };
 
@@ -47,8 +48,10 @@ public:
 
     bool Enabled() const override { return due != never; }
     void setEnabled(bool on) override {
-        if (on != Enabled())
-            due = on ? clock_.elapsed + interval_ : never;
+        if (on == Enabled())
+            return;
+        due = on ? clock_.elapsed + interval_ : never;
+        inTick_ = false;
     }
     int Interval() const override { return int(interval_.count()); }
     /// Runs the tick now, as code that calls the handler directly would.
@@ -56,6 +59,13 @@ public:
         if (Tick)
             Tick();
     }
+    /// As a timer of the desktop's it does not fire within its own tick, unless it was switched off and on there.
+    void fire() {
+        inTick_ = true;
+        tick();
+        inTick_ = false;
+    }
+    Milliseconds next() const { return inTick_ ? never : due; }
 
     static constexpr Milliseconds never = Milliseconds::max();
     Milliseconds due = never;
@@ -63,17 +73,18 @@ public:
 private:
     FakeClock &clock_;
     Milliseconds interval_;
+    bool inTick_ = false;
 };
 
 inline void FakeClock::advance(Milliseconds time) {
     const Milliseconds end = elapsed + time;
-    const auto first = [this] { return std::ranges::min_element(timers, {}, &FakeTimer::due); };
-    for (auto next = first(); next != timers.end() && (*next)->due <= end; next = first()) {
-        elapsed = (*next)->due;
-        (*next)->due += Milliseconds((*next)->Interval());
-        (*next)->tick();
+    const auto first = [this] { return std::ranges::min_element(timers, {}, &FakeTimer::next); };
+    for (auto next = first(); next != timers.end() && (*next)->next() <= end; next = first()) {
+        elapsed = std::max(elapsed, (*next)->due); // a slow disk may have held the program up
+        (*next)->due = elapsed + Milliseconds((*next)->Interval());
+        (*next)->fire();
     }
-    elapsed = end;
+    elapsed = std::max(elapsed, end);
 }
 
 /// A port whose other end is the test. Ports in `failing` raise their number when opened.
@@ -104,6 +115,8 @@ public:
         if (OnComm)
             OnComm();
     }
+
+    const QByteArray &waiting() const { return buffer_; }
 
     std::map<int, int> failing; ///< port number to error number
     int inBufferSize = 0;

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "simulation/Hands.h"
+
+#include "chart/Quillchart.h"
+#include "forms/Controls.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QListWidget>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QTabBar>
+#include <QTest>
+
+#include <algorithm>
+#include <vector>
+
+namespace ostrel {
+
+namespace {
+
+bool isControl(const QWidget *widget) {
+    return qobject_cast<const QAbstractButton *>(widget) || dynamic_cast<const EntryText *>(widget) ||
+           qobject_cast<const QTabBar *>(widget) || qobject_cast<const QScrollBar *>(widget) ||
+           qobject_cast<const Quillchart *>(widget) || qobject_cast<const QListWidget *>(widget) ||
+           qobject_cast<const QPlainTextEdit *>(widget);
+}
+
+} // namespace
+
+QObject *Hands::reachFor(QWidget &window) {
+    std::vector<std::pair<QString, QObject *>> reach;
+    for (QWidget *widget : window.findChildren<QWidget *>()) {
+        const QString name = widget->objectName();
+        if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_")) && isControl(widget) && widget->isVisible() &&
+            widget->isEnabled())
+            reach.emplace_back(name, widget);
+    }
+    static const QRegularExpression commands(QStringLiteral("^(mnu|cmd)"));
+    for (QAction *action : window.findChildren<QAction *>(commands)) {
+        const bool ends = action->objectName() == QLatin1String("mnuExit") || action->text() == QLatin1String("E&xit");
+        if (action->isEnabled() && action->menu() == nullptr && !action->isSeparator() && (!ends || chance_.oneIn(8)))
+            reach.emplace_back(action->objectName(), action);
+    }
+    if (reach.empty())
+        return nullptr;
+    std::sort(reach.begin(), reach.end());
+    return reach[std::size_t(chance_(int(reach.size())))].second;
+}
+
+void Hands::use(QWidget &window, QObject &object) {
+    if (chance_.oneIn(6) && reflex(window))
+        return;
+    if (auto *action = qobject_cast<QAction *>(&object))
+        action->trigger();
+    else if (auto *widget = qobject_cast<QWidget *>(&object))
+        useWidget(*widget);
+}
+
+bool Hands::reflex(QWidget &window) {
+    constexpr Qt::Key keys[] = {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Tab, Qt::Key_Space, Qt::Key_Down, Qt::Key_Up};
+    if (window.isModal() && chance_.oneIn(3))
+        return window.close();
+    QWidget *focus = QApplication::focusWidget();
+    if (focus == nullptr || focus->window() != &window)
+        return false;
+    const Qt::Key key = keys[chance_(std::size(keys))];
+    for (int times = chance_.oneIn(4) ? 5 : 1; times > 0 && QApplication::focusWidget() == focus; --times)
+        QTest::keyClick(focus, key); // held down
+    return true;
+}
+
+void Hands::useWidget(QWidget &widget) {
+    if (auto *entry = dynamic_cast<EntryText *>(&widget)) {
+        constexpr const char *texts[] = {"0", "0.5", "12", "2.000", "-0.2", "9999", "", "Sys A"};
+        entry->selectWhole();
+        QTest::keyClicks(&widget, QString::fromLatin1(texts[chance_(std::size(texts))]));
+        if (!chance_.oneIn(4))
+            QTest::keyClick(&widget, Qt::Key_Return);
+    } else if (auto *text = qobject_cast<QPlainTextEdit *>(&widget)) {
+        text->insertPlainText(QStringLiteral("note %1\n").arg(chance_(1000)));
+    } else if (auto *bar = qobject_cast<QTabBar *>(&widget)) {
+        bar->setCurrentIndex(chance_(bar->count()));
+    } else if (auto *list = qobject_cast<QListWidget *>(&widget)) {
+        if (list->count() > 0)
+            list->item(chance_(list->count()))->setCheckState(Qt::Checked);
+    } else if (qobject_cast<Quillchart *>(&widget)) {
+        const QPoint from(chance_(widget.width()), chance_(widget.height()));
+        const QPoint to = from + QPoint(chance_(200), chance_(100));
+        QTest::mousePress(&widget, Qt::LeftButton, {}, from);
+        QTest::mouseMove(&widget, to);
+        QTest::mouseRelease(&widget, Qt::LeftButton, {}, to);
+        if (chance_.oneIn(3))
+            QTest::mouseDClick(&widget, Qt::LeftButton, {}, from);
+    } else {
+        const QPoint spot(8, widget.height() / 2);
+        QTest::mouseClick(&widget, Qt::LeftButton, {}, spot);
+    }
+}
+
+} // namespace ostrel

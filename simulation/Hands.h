@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "simulation/Chance.h"
+
+class QObject;
+class QWidget;
+
+namespace ostrel {
+
+/// The operator's hands.
+class Hands {
+public:
+    explicit Hands(Chance &chance) : chance_(chance) {}
+
+    /// One of the commands and controls that are within reach in a window; null for none.
+    QObject *reachFor(QWidget &window);
+    /// Does with it what operators do, and sometimes what their reflexes do.
+    void use(QWidget &window, QObject &object);
+
+private:
+    bool reflex(QWidget &window);
+    void useWidget(QWidget &widget);
+
+    Chance &chance_;
+};
+
+} // namespace ostrel

@@ -1,0 +1,484 @@
+// SPDX-License-Identifier: MIT
+#include "simulation/Judge.h"
+
+#include "simulation/Instrument.h"
+
+#include <malloc.h>
+
+#include <bit>
+
+namespace ostrel {
+
+namespace {
+
+constexpr qint64 longestWait = 2000; // ms until good bytes are decoded
+constexpr qint64 longestLogInterval = 60000;
+constexpr int reportedAt = 50;     // bytes in the port
+constexpr char files[] = "files/"; // the operator's
+
+// What stands in a box behind which the program may end.
+constexpr const char *ends_[] = {"before exiting", "Exit without save", "The recorder cannot start",
+                                 "All available COM"};
+
+// What begins a box that only a failing disk brings up.
+constexpr const char *failures[] = {"Run-time error",     "Error in ",           "An error occurred while saving",
+                                    "Serious Data Error", "Disk reading error",  "These logs could not",
+                                    "A part of this log", "Log file is corapted"};
+
+// clang-format off
+constexpr Judge::CommandRow commandRows[] = {
+    {"mnuOpenData mnuOpenLog mnuExit mnuLogName mnuMethod mnuNotes mnuIntro mnuIndex mnuAbout "
+     "cmdOpen cmdMethod cmdNotes cmdLogOn cmdLogOff",            [](const StreamModel &) { return true; }},
+    {"mnuSaveData mnuSaveDataAs mnuSaveSlectedData mnuExport mnuPrintSetup mnuPrint "
+     "cmdSave cmdPrint cmdClear",                                [](const StreamModel &m) { return m.tabIsFree; }},
+    {"mnuClose",                                                 [](const StreamModel &m) { return m.front != 0; }},
+    {"mnuClear",                                                 [](const StreamModel &m) { return m.front == 0 && m.tabIsFree; }},
+    {"mnuStart",                                                 [](const StreamModel &m) { return m.canStart; }},
+    {"mnuStop",                                                  [](const StreamModel &m) { return m.canStop; }},
+    {"mnuComPort",                                               [](const StreamModel &m) { return m.canChoosePort; }},
+    {"cmdRecord cmdStop",                                        [](const StreamModel &m) { return m.buttonsLive; }},
+    {"mnuLogOn",                                                 [](const StreamModel &m) { return !m.logging; }},
+    {"mnuLogOff",                                                [](const StreamModel &m) { return m.logging; }},
+};
+// clang-format on
+
+QByteArray bytesOf(const SampleStore &samples) {
+    QByteArray bytes;
+    bytes.reserve(samples.size() * 8);
+    for (qint64 i = 0; i < samples.size(); ++i) {
+        const SamplePair pair = samples.at(i);
+        bytes.append(reinterpret_cast<const char *>(&pair), sizeof pair);
+    }
+    return bytes;
+}
+
+QByteArray utf16(const QString &text) { return {reinterpret_cast<const char *>(text.utf16()), 2 * text.size()}; }
+
+/// The number of a pair that the instrument has sent; -1 for what noise has made.
+qint64 numberOf(SamplePair pair) {
+    const bool known = pair.uv >= 0 && pair.uv < float(mostPairs) && pair.cond == condOf(qint64(pair.uv));
+    return known ? static_cast<qint64>(pair.uv) : -1;
+}
+
+} // namespace
+
+Judge::Judge(ProgramFixture &on, SimulatedDisk &disk, std::function<bool()> gone, std::function<void(QString)> tell)
+    : on_(on), disk_(disk), gone_(std::move(gone)), tell_(std::move(tell)) {
+    disk_.changed = [this](const QString &name) { fileChanged(name); };
+}
+
+void Judge::starts() {
+    ++starts_;
+    started_ = begun_ = offered_ = decided_ = mayClear_ = mayEnd_ = false;
+    asked_ = {};
+    leftOver_.clear();
+    model_ = StreamModel();
+    looks_.clear();
+    commands_.clear();
+    written_.clear();
+    toldFor_.clear();
+    boxes_ = saving_ = 0;
+    newsSaved_ = 0;
+    acknowledgedInLog_ = 0;
+    lastLogTick_ = lastTaken_ = lastPass_ = on_.clock.elapsed.count();
+    failuresAtStart_ = disk_.failures;
+    for (const QString &name : disk_.files(QStringLiteral("Log/"))) {
+        std::vector<bool> pairs(acknowledged_.size());
+        findPairs(disk_.content(name), pairs);
+        if (std::find(pairs.begin(), pairs.end(), true) != pairs.end())
+            leftOver_ << name;
+    }
+    watchPort();
+    watchTimers();
+    watchCommands();
+    lamp_ = find<Led>("ShapeReciveLed");
+    tabs_ = find<QTabBar>("TabChart");
+    recorder_ = &on_.chart(recorderChart);
+    log_ = &on_.chart(logChart);
+}
+
+void Judge::hasStarted() {
+    started_ = true;
+    const bool calm = !on_.prevInstance && failuresAtStart_ == disk_.failures;
+    require(!calm || leftOver_.isEmpty() || offered_, QStringLiteral("a left-over log has not been offered"));
+}
+
+void Judge::ends() {
+    require(!on_.process.ended || mayEnd_ || disk_.dead, QStringLiteral("the program has ended unasked"));
+    // What was on the screen when it ended in order.
+    if (on_.process.ended && !disk_.dead && !diskFailed()) {
+        acknowledgeAll(*log_);
+        if (model_.news > newsSaved_)
+            acknowledgeAll(*recorder_);
+    }
+    require(QApplication::activeModalWidget() == nullptr, QStringLiteral("a dialog stays behind the program's end"));
+    checkMemory();
+}
+
+void Judge::hasEnded() {
+    const QStringList changed = papers_.changed();
+    require(changed.isEmpty(), QStringLiteral("%1 has changed without a command").arg(changed.join(u' ')));
+    for (const QString &name : std::as_const(leftOver_))
+        require(!offered_ || decided_ || diskFailed() || disk_.has(name),
+                QStringLiteral("%1 is gone, and nobody has decided on it").arg(name));
+    std::vector<bool> found(acknowledged_.size());
+    for (const QString &name : disk_.files())
+        findPairs(disk_.content(name), found);
+    for (std::size_t pair = 0; pair < found.size(); ++pair)
+        require(found[pair] || !acknowledged_[pair],
+                QStringLiteral("pair %1, which a log had acknowledged, is gone").arg(pair));
+}
+
+void Judge::watchPort() {
+    on_.ComPort.OnComm = [this, inner = on_.ComPort.OnComm] {
+        model_.eventSeen = true;
+        if (!std::exchange(begun_, true))
+            model_.logging = on_.enabled("mnuLogOff");
+        const bool receives = on_.ComPort.CommEvent() == ErrorNumber::ReceiveEvent;
+        const QByteArray waiting = on_.ComPort.waiting();
+        inner();
+        if (on_.ComPort.InBufferCount() == 0) {
+            lastTaken_ = on_.clock.elapsed.count();
+            if (receives)
+                model_.arrive(waiting);
+        }
+    };
+}
+
+void Judge::watchTimers() {
+    const auto wrap = [this](const char *timer, auto around) {
+        FakeTimer &watched = *on_.timers[timer];
+        watched.Tick = [around, tick = watched.Tick] { around(tick); };
+    };
+    wrap("TimerProcess", [this](const auto &tick) {
+        catchUp();
+        model_.pass(on_.clock.elapsed.count());
+        lastPass_ = on_.clock.elapsed.count();
+        tick();
+    });
+    wrap("TimerCheckComData", [this](const auto &tick) {
+        const bool lost = !model_.eventSeen;
+        const qint64 logged = model_.writesLog && lost ? log_->SampleCount() : 0;
+        looks_.push_back({boxes_ + saving_, QApplication::activeModalWidget()});
+        const std::size_t mine = looks_.size();
+        if (lost)
+            model_.loseLink();
+        tick();
+        if (!gone_() && looks_.size() == mine)
+            endWatchdogLook();
+        require(gone_() || acknowledgedInLog_ >= logged || diskFailed() || !actions_.at("mnuSaveLog")->isEnabled(),
+                QStringLiteral("the log was not written when the link was lost"));
+    });
+    wrap("TimerStopWaitForMethod", [this](const auto &tick) {
+        require(on_.clock.elapsed.count() >= model_.waitsForMethod,
+                QStringLiteral("the wait for the method has ended early"));
+        model_.waitsForMethod = -1;
+        tick();
+    });
+    wrap("TimerSaveLog", [this](const auto &tick) {
+        const int failures = disk_.failures;
+        ++saving_;
+        tick();
+        --saving_;
+        if (!gone_() && failures == disk_.failures && disk_.refuses == 0)
+            logWritten();
+        if (!gone_())
+            lastLogTick_ = on_.clock.elapsed.count();
+    });
+}
+
+void Judge::watchCommands() {
+    actions_.clear();
+    for (QAction *action : find<QWidget>("frmMain")->findChildren<QAction *>(QRegularExpression("^(mnu|cmd)")))
+        actions_[action->objectName()] = action;
+    actionsOf_.clear();
+    for (const Judge::CommandRow &row : commandRows) {
+        for (const QString &name : QString::fromLatin1(row.names).split(u' '))
+            actionsOf_[&row].push_back(actions_.at(name));
+    }
+    onCommand("mnuStart cmdRecord", [this] { model_.record(); });
+    onCommand("mnuStop cmdStop", [this] { model_.stop(); });
+    onCommand("mnuLogOn cmdLogOn", [this] { model_.switchLogging(true); });
+    onCommand("mnuLogOff cmdLogOff", [this] { model_.switchLogging(false); });
+}
+
+void Judge::onCommand(const char *actions, const std::function<void()> &act) {
+    for (const QString &name : QString::fromLatin1(actions).split(u' '))
+        QObject::connect(actions_.at(name), &QAction::triggered, actions_.at(name), act);
+}
+
+void Judge::comesUp(const QWidget &window) {
+    offered_ |= window.objectName() == QLatin1String("frmDataRecovery");
+    if (window.objectName() == QLatin1String("frmSetup")) {
+        const auto *cmdOk = window.findChild<QAbstractButton *>("cmdOk");
+        QObject::connect(cmdOk, &QAbstractButton::pressed, cmdOk, [this] { model_.choosePort(); });
+    }
+}
+
+void Judge::boxComesUp(const MessageBox &box) {
+    if (box.buttons == BoxButtons::Ok) {
+        // An error that nothing handles may come from two places at a time.
+        const int most = box.text.startsWith(QLatin1String("Run-time error")) ? 2 : 1;
+        require(++toldFor_[{box.text, causes_}] <= most, QStringLiteral("told twice: %1").arg(box.text));
+    }
+    const bool endsLook = !looks_.empty() && looks_.back().within == boxes_ + saving_ &&
+                          looks_.back().modal == QApplication::activeModalWidget();
+    if (endsLook && box.text.startsWith(QLatin1String("Run-time error")))
+        endWatchdogLook();
+    for (const char *failure : failures)
+        require(!box.text.startsWith(QLatin1String(failure)) || diskFailed() || log_->SampleCount() == 0,
+                QStringLiteral("told of a failure that is none: %1").arg(box.text));
+    decided_ |= box.text.startsWith(QLatin1String("Not all Log files"));
+    for (const char *end : ends_)
+        mayEnd_ |= box.text.contains(QLatin1String(end));
+    asked_.toClear |= box.text.startsWith(QLatin1String("The Chart Recorder Data is NOT"));
+    asked_.toLeave |= box.text.startsWith(QLatin1String("Chart Recorder Data or opened"));
+    ++boxes_;
+}
+
+void Judge::boxIsAnswered() {
+    --boxes_;
+    causes_ += !commands_.isEmpty(); // Enter held down brings it up again
+}
+
+void Judge::timePasses(const std::function<void()> &act, bool diskIsSlow) {
+    const qint64 before = on_.clock.elapsed.count();
+    act();
+    const qint64 now = on_.clock.elapsed.count();
+    if (on_.ComPort.InBufferCount() < reportedAt)
+        lastTaken_ = now;
+    if (!model_.writesLog)
+        lastLogTick_ = now;
+    if (gone_() || diskIsSlow || now == before)
+        return;
+    require(
+        now - lastTaken_ <= longestWait,
+        QStringLiteral("%1 bytes wait in the port for %2 ms").arg(on_.ComPort.InBufferCount()).arg(now - lastTaken_));
+    require(model_.waiting() <= 2 || now - lastPass_ <= longestWait,
+            QStringLiteral("nobody has looked at %1 bytes for %2 ms").arg(model_.waiting()).arg(now - lastPass_));
+}
+
+/// The model is not told when another tab comes to the front.
+void Judge::catchUp() {
+    if (tabs_->currentIndex() != model_.front)
+        model_.bringToFront(tabs_->currentIndex());
+}
+
+/// The watchdog's look is over, but for a box about an error.
+void Judge::endWatchdogLook() {
+    catchUp();
+    model_.eventSeen = false;
+    looks_.pop_back();
+}
+
+void Judge::command(const QString &name, const std::function<void()> &act) {
+    const std::size_t told = on_.prompts.shown.size();
+    const QStringList outer = std::exchange(written_, {});
+    const QString notes = recorder_->GetNotes();
+    const bool wasRecording = model_.recording;
+    decided_ |= name == QLatin1String("cmdDoneButton") || name == QLatin1String("cmdRecoverButton");
+    const Asked outerAsked = std::exchange(asked_, {});
+    const bool recorderWasUnsaved = model_.news > newsSaved_ && recorder_->SampleCount() > 0;
+    ++causes_;
+    commands_ << name;
+    mayEnd_ |= QStringLiteral("close end mnuExit cmdExit").split(u' ').contains(name);
+    act();
+    if (!gone_() && name.endsWith(QLatin1String("Clear")) && recorderIsEmpty()) {
+        require(!model_.recording || wasRecording, QStringLiteral("a recording that has just begun was cleared"));
+        require(!recorderWasUnsaved || asked_.toClear, QStringLiteral("the recorder was cleared without a question"));
+        mayClear_ = true;
+        newsSaved_ = model_.news;
+    }
+    if (!commands_.isEmpty())
+        commands_.removeLast();
+    const bool saved = !gone_() && on_.prompts.shown.size() == told;
+    for (const QString &file : std::as_const(written_))
+        papers_.wrote(file, saved);
+    if (!gone_() && !name.endsWith(QLatin1String("Clear")) && recorder_->GetNotes() != notes)
+        require(recorder_->GetNotes() == log_->GetNotes(), QStringLiteral("the log has not got the notes"));
+    written_ = outer;
+    if (on_.process.ended && (name == QLatin1String("close") || name == QLatin1String("mnuExit")))
+        require(!recorderWasUnsaved || asked_.toLeave || !written_.isEmpty(),
+                QStringLiteral("the program has ended without a question, and the recorder is not saved"));
+    asked_.toLeave |= outerAsked.toLeave; // within a command another one may have asked, from a dialog
+    asked_.toClear |= outerAsked.toClear;
+}
+
+bool Judge::recorderIsEmpty() const {
+    const ChartData &run = recorder_->run().data();
+    return run.samples.size() == 0 && run.marks.empty() && run.methodTexts.empty();
+}
+
+void Judge::look() {
+    catchUp();
+    if (!begun_ || log_ == nullptr)
+        return;
+    if (std::exchange(mayClear_, false))
+        model_.clearRecorder();
+    const qint64 now = on_.clock.elapsed.count();
+    require(now - lastLogTick_ <= longestLogInterval,
+            QStringLiteral("the log was not written for %1 ms").arg(now - lastLogTick_));
+    compare(model_.recorder, *recorder_);
+    compare(model_.log, *log_);
+    if (started_) {
+        compareCommands();
+        compareView();
+    }
+    if (!broken_.isEmpty())
+        broken_ += QStringLiteral(" (at %1 ms)").arg(on_.clock.elapsed.count());
+}
+
+void Judge::compare(StreamModel::Side &side, const Quillchart &chart) {
+    const ChartData &data = chart.run().data();
+    const QString name = chart.objectName();
+    require(data.samples.size() == side.samples && qint64(data.marks.size()) == side.marks &&
+                qint64(data.methodTexts.size()) == side.texts,
+            QStringLiteral("%1 has %2 pairs, %3 marks and %4 texts where there should be %5, %6 and %7")
+                .arg(name)
+                .arg(data.samples.size())
+                .arg(data.marks.size())
+                .arg(data.methodTexts.size())
+                .arg(side.samples)
+                .arg(side.marks)
+                .arg(side.texts));
+    if (!broken_.isEmpty())
+        return;
+    qint64 at = side.samples - std::ssize(side.newSamples);
+    for (const quint64 pair : side.newSamples) {
+        require(std::bit_cast<quint64>(data.samples.at(at)) == pair,
+                QStringLiteral("%1 has another pair %2").arg(name).arg(at));
+        ++at;
+    }
+    std::size_t place = data.marks.size() - side.newMarks.size();
+    for (const StreamModel::Mark &mark : side.newMarks) {
+        const EventMark &there = data.marks[place++];
+        require(there.label == QLatin1String(mark.label) && qRound64(double(there.time) * 300) == mark.sample,
+                QStringLiteral("%1 has mark %2 at pair %3 instead of %4 at %5")
+                    .arg(name, there.label)
+                    .arg(qRound64(double(there.time) * 300))
+                    .arg(QLatin1String(mark.label))
+                    .arg(mark.sample));
+    }
+    side.newSamples.clear();
+    side.newMarks.clear();
+}
+
+void Judge::compareCommands() {
+    for (const Judge::CommandRow &row : commandRows) {
+        const bool enabled = row.enabled(model_);
+        for (const QAction *action : actionsOf_[&row])
+            require(action->isEnabled() == enabled,
+                    QStringLiteral("%1 should be %2").arg(action->objectName()).arg(enabled ? "enabled" : "disabled"));
+    }
+}
+
+void Judge::compareView() {
+    require((lamp_->FillColor() == QColor(0, 255, 0)) == model_.lamp, QStringLiteral("the lamp of the link is wrong"));
+    require(on_.timers["TimerSaveLog"]->Enabled() == model_.writesLog, QStringLiteral("the log's timer is wrong"));
+    require(actions_.at("cmdClear")->text() == (model_.front != 0 ? "Close" : "Clear"),
+            QStringLiteral("Clear and Close are mixed up"));
+    require(lamp_->window()->windowTitle().startsWith(QLatin1String("Ostrel MS - System: ")),
+            QStringLiteral("the window has lost its title"));
+    const Quillchart &chart = on_.chart(model_.front);
+    require(chart.UvAxisMin() < chart.UvAxisMax() && chart.CondAxisMin() < chart.CondAxisMax() &&
+                chart.TimeAxisMin() < chart.TimeAxisMax(),
+            QStringLiteral("an axis has no length"));
+}
+
+/// A file has got its name: when the operator saves one, it holds what the chart holds at this moment.
+void Judge::fileChanged(const QString &name) {
+    if (!name.startsWith(QLatin1String(files)) || name.contains(QLatin1String("/.")) || !disk_.has(name))
+        return;
+    tell_(QStringLiteral("file %1 written").arg(name));
+    require(!commands_.isEmpty() || on_.ComDlg.FileName == on_.path(name),
+            QStringLiteral("%1 is written without a command").arg(name));
+    if (commands_.isEmpty())
+        papers_.wrote(name, false); // at the end of the program, which the operator has begun in a box
+    else
+        written_ << name;
+    if (name.endsWith(QLatin1String(".txt")))
+        return;
+    const Paper paper = readPaper(disk_.content(name));
+    require(paper.whole, QStringLiteral("%1 is no whole file").arg(name));
+    paper.isLog ? checkSavedLog(name) : checkSavedRun(name, paper);
+}
+
+void Judge::checkSavedLog(const QString &name) {
+    decided_ |= !started_;
+    if (!started_)
+        return; // a left-over one
+    std::vector<bool> found(acknowledged_.size());
+    findPairs(disk_.content(name), found);
+    const SampleStore &samples = log_->run().data().samples;
+    for (qint64 i = 0; i < acknowledgedInLog_; ++i) {
+        const qint64 pair = numberOf(samples.at(i));
+        require(pair < 0 || found.at(std::size_t(pair)),
+                QStringLiteral("%1 is without pair %2 of the log").arg(name).arg(pair));
+    }
+}
+
+void Judge::checkSavedRun(const QString &name, const Paper &paper) {
+    const QString command = commands_.isEmpty() ? QString() : commands_.last();
+    const bool stretch = command == QLatin1String("mnuSaveSlectedData");
+    const RunDocument &run = on_.chart(model_.front).run();
+    const QByteArray samples = bytesOf(run.data().samples);
+    const QString title =
+        command == QLatin1String("mnuSaveDataAs") ? name.section(u'/', -1).section(u'.', 0, 0) : run.ChartTitle();
+    require(stretch ? samples.contains(paper.samples)
+                    : paper.title == utf16(title) && samples == paper.samples &&
+                          paper.marks == int(run.data().marks.size()) && paper.notes == utf16(run.data().notes),
+            QStringLiteral("%1 does not hold what the chart holds").arg(name));
+    if (!stretch && model_.front == 0 && !model_.recording)
+        newsSaved_ = model_.news;
+}
+
+void Judge::acknowledge(const QByteArray &records) {
+    if (records.isEmpty())
+        return;
+    std::vector<bool> found(mostPairs);
+    findPairs(records, found);
+    for (qint64 pair = 0; pair < mostPairs; ++pair) {
+        if (found[std::size_t(pair)])
+            acknowledgePair(pair);
+    }
+}
+
+void Judge::acknowledgePair(qint64 pair) {
+    if (pair < 0)
+        return;
+    if (std::size_t(pair) >= acknowledged_.size())
+        acknowledged_.resize(std::size_t(pair) + 1);
+    acknowledged_[std::size_t(pair)] = true;
+}
+
+void Judge::acknowledgeAll(const Quillchart &chart) {
+    const SampleStore &samples = chart.run().data().samples;
+    for (qint64 i = 0; i < samples.size(); ++i)
+        acknowledgePair(numberOf(samples.at(i)));
+}
+
+void Judge::logWritten() {
+    const bool canSave = actions_.at("mnuSaveLog")->isEnabled();
+    require(canSave || !started_ || !on_.timers["TimerSaveLog"]->Enabled(),
+            QStringLiteral("the log was written, and cannot be saved"));
+    if (!canSave)
+        return;
+    const SampleStore &samples = log_->run().data().samples;
+    for (; acknowledgedInLog_ < samples.size(); ++acknowledgedInLog_)
+        acknowledgePair(numberOf(samples.at(acknowledgedInLog_)));
+}
+
+/// What the program has in use grows with its samples alone, from start to start and before its end.
+void Judge::checkMemory() {
+    qint64 samples = 0;
+    for (int i = recorderChart; i < chartInstances; ++i)
+        samples += on_.chart(i).SampleCount();
+    const auto info = mallinfo2();
+    const qint64 inUse = qint64(info.uordblks + info.hblkhd) - disk_.bytes() - papers_.bytes() - 12 * samples;
+    if (starts_ == 3)
+        atFirst_ = inUse;
+    require(starts_ <= 3 || inUse < atFirst_ + 16'000'000 + 100'000 * starts_,
+            QStringLiteral("%1 bytes are in use that were not at first").arg(inUse - atFirst_));
+}
+
+} // namespace ostrel

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/ProgramFixture.h"
+#include "simulation/Papers.h"
+#include "simulation/SimulatedDisk.h"
+#include "simulation/StreamModel.h"
+
+#include <QTabBar>
+
+namespace ostrel {
+
+/// Holds what is seen of the program against the rules: its charts, lamps and commands against the model of the stream,
+/// the disk against what it has acknowledged, its boxes against what has happened.
+class Judge {
+public:
+    /// `gone` tells whether the program has ended or died.
+    Judge(ProgramFixture &on, SimulatedDisk &disk, std::function<bool()> gone, std::function<void(QString)> tell);
+
+    /// The first rule that was broken; empty for none.
+    const QString &broken() const { return broken_; }
+    void require(bool holds, const QString &rule) {
+        if (!holds && broken_.isEmpty())
+            broken_ = rule;
+    }
+
+    // The program's life.
+    void starts(); ///< it has been made
+    void hasStarted();
+    void ends(); ///< it is about to be unmade
+    void hasEnded();
+
+    // What happens to it.
+    void somethingHappens() { ++causes_; }
+    void command(const QString &name, const std::function<void()> &act);
+    void comesUp(const QWidget &window);
+    void boxComesUp(const MessageBox &box);
+    void boxIsAnswered();
+    void timePasses(const std::function<void()> &act, bool diskIsSlow);
+    /// These records, of a running log, are safe.
+    void acknowledge(const QByteArray &records);
+
+    /// Compares, at any moment between two events.
+    void look();
+
+    /// Commands, and when they are to be had.
+    struct CommandRow {
+        const char *names;
+        bool (*enabled)(const StreamModel &);
+    };
+
+private:
+    /// A look of the watchdog, which may bring up the dialog about the lost link.
+    struct WatchdogLook {
+        int within; ///< boxes and log ticks that were going on when it began
+        const QWidget *modal;
+    };
+
+    /// The questions about a recorder that is not saved.
+    struct Asked {
+        bool toLeave = false;
+        bool toClear = false;
+    };
+
+    void watchPort();
+    void watchTimers();
+    void watchCommands();
+    void onCommand(const char *actions, const std::function<void()> &act);
+    void catchUp();
+    void endWatchdogLook();
+    void compare(StreamModel::Side &side, const Quillchart &chart);
+    void compareCommands();
+    void compareView();
+    bool recorderIsEmpty() const;
+    void fileChanged(const QString &name);
+    void checkSavedLog(const QString &name);
+    void checkSavedRun(const QString &name, const Paper &paper);
+    void acknowledgePair(qint64 pair);
+    void acknowledgeAll(const Quillchart &chart);
+    void logWritten();
+    bool diskFailed() const { return disk_.failures != failuresAtStart_ || disk_.refuses != 0; } ///< in this life
+    void checkMemory();
+
+    ProgramFixture &on_;
+    SimulatedDisk &disk_;
+    const std::function<bool()> gone_;
+    const std::function<void(QString)> tell_;
+    QString broken_;
+    int starts_ = 0;
+    bool started_ = false;
+
+    // The stream.
+    StreamModel model_;
+    std::map<QString, QAction *> actions_;
+    std::map<const CommandRow *, std::vector<const QAction *>> actionsOf_;
+    const Led *lamp_ = nullptr;
+    const QTabBar *tabs_ = nullptr;
+    const Quillchart *recorder_ = nullptr;
+    const Quillchart *log_ = nullptr;
+    bool begun_ = false; ///< the port has brought something
+    std::vector<WatchdogLook> looks_;
+    qint64 lastTaken_ = 0; ///< from the port, ms
+    qint64 lastPass_ = 0;
+    qint64 lastLogTick_ = 0;
+
+    // Commands and boxes.
+    QStringList commands_; ///< that are being carried out, the innermost last
+    QStringList written_;  ///< files, by the innermost
+    bool mayClear_ = false;
+    qint64 newsSaved_ = 0;                           ///< of the model's, by the last save of the recorder
+    Asked asked_;                                    ///< during a command
+    bool mayEnd_ = false;                            ///< somebody has asked for it, or it cannot go on
+    int boxes_ = 0;                                  ///< that are up
+    int saving_ = 0;                                 ///< ticks of the log that are going on
+    int causes_ = 0;                                 ///< for which a box may come up
+    std::map<std::pair<QString, int>, int> toldFor_; ///< how often, by text and cause
+
+    // The disk.
+    Papers papers_{disk_};
+    std::vector<bool> acknowledged_; ///< pairs
+    qint64 acknowledgedInLog_ = 0;   ///< pairs of the log chart that are
+    int failuresAtStart_ = 0;
+    QStringList leftOver_; ///< files of logs that there were at the start
+    bool offered_ = false;
+    bool decided_ = false; ///< the operator has done something about them
+    qint64 atFirst_ = 0;   ///< bytes in use
+};
+
+} // namespace ostrel

@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: MIT
+#include "app/Application.h"
+#include "simulation/Simulation.h"
+
+#include <QCommandLineParser>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstring>
+#include <map>
+#include <thread>
+
+using namespace ostrel;
+
+namespace {
+
+struct World {
+    OutsideEvents events;
+    qint64 end = 0; ///< ms
+    int otherCopies = 0;
+};
+
+struct Outcome {
+    QByteArray broken; ///< the rule, empty when all was well
+    qint64 at = 0;     ///< ms
+    QByteArray report{};
+};
+
+/// In a process of its own, since a fault may end or stop it.
+class Trial {
+public:
+    explicit Trial(World world) : world_(std::move(world)) {
+        int ends[2] = {};
+        if (::pipe(ends) != 0)
+            std::abort();
+        process_ = ::fork();
+        if (process_ == 0) {
+            ::close(ends[0]);
+            play(ends[1]);
+        }
+        ::close(ends[1]);
+        from_ = ends[0];
+    }
+
+    pid_t process() const { return process_; }
+    /// It has ended so.
+    Outcome outcome(int status) const {
+        QByteArray all;
+        char buffer[4096];
+        for (ssize_t got = 0; (got = ::read(from_, buffer, sizeof buffer)) > 0;)
+            all.append(buffer, got);
+        ::close(from_);
+        const QByteArrayList lines = all.split('\n');
+        if (lines.size() > 2)
+            return {lines[0], lines[1].toLongLong(), all.mid(lines[0].size() + lines[1].size() + 2)};
+        return {QByteArray("ended by a signal: ") + ::strsignal(WTERMSIG(status)), world_.end, "\n"};
+    }
+    const World &world() const { return world_; }
+
+private:
+    [[noreturn]] void play(int to) const {
+        int argc = 1;
+        char name[] = "simulate";
+        char *argv[] = {name, nullptr};
+        const Application application(argc, argv);
+        QElapsedTimer watch;
+        watch.start();
+        QByteArray report;
+        QByteArray broken;
+        {
+            Simulation simulation(world_.events, world_.end, world_.otherCopies);
+            broken = simulation.play().replace(u'\n', u' ').toUtf8();
+            report = broken + '\n' + QByteArray::number(simulation.now()) + '\n' +
+                     QStringLiteral("%1 h, %2 starts, %3 times real time\n")
+                         .arg(double(simulation.now()) / 3.6e6, 0, 'f', 2)
+                         .arg(simulation.starts())
+                         .arg(simulation.now() / (watch.elapsed() + 1))
+                         .toUtf8();
+            if (!broken.isEmpty())
+                report += "    " + simulation.lastEvents().join(QLatin1String("\n    ")).toUtf8() + '\n';
+        }
+        if (::write(to, report.constData(), std::size_t(report.size())) < 0)
+            std::abort();
+        ::_exit(0);
+    }
+
+    World world_;
+    pid_t process_ = 0;
+    int from_ = -1;
+};
+
+Outcome tried(World world) {
+    const Trial trial(std::move(world));
+    int status = 0;
+    ::waitpid(trial.process(), &status, 0);
+    return trial.outcome(status);
+}
+
+/// The rule without its numbers, by which two failures are the same.
+QByteArray kindOf(QByteArray broken) {
+    broken = broken.split('/').first(); // a path is another one each time
+    for (char &letter : broken)
+        letter = letter >= '0' && letter <= '9' ? '0' : letter;
+    while (broken.contains("00"))
+        broken.replace("00", "0");
+    return broken;
+}
+
+/// Leaves away what the failure does not need: halves, quarters and so on of the events.
+World shrunk(World world, const Outcome &outcome) {
+    const auto stillFails = [&](const World &candidate) {
+        return kindOf(tried(candidate).broken) == kindOf(outcome.broken);
+    };
+    world.end = std::min(world.end, outcome.at + 60000);
+    std::erase_if(world.events, [&](const OutsideEvent &event) { return event.at > world.end; });
+    for (std::size_t piece = world.events.size() / 2; piece > 0;) {
+        bool left = false;
+        for (std::size_t at = 0; at < world.events.size();) {
+            World shorter = world;
+            const auto from = shorter.events.begin() + std::ptrdiff_t(at);
+            shorter.events.erase(from, from + std::ptrdiff_t(std::min(piece, shorter.events.size() - at)));
+            if (stillFails(shorter)) {
+                world = std::move(shorter);
+                left = true;
+            } else {
+                at += piece;
+            }
+        }
+        if (!left || piece > world.events.size())
+            piece /= 2;
+    }
+    return world;
+}
+
+World kept(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const auto head = file.readLine().simplified().split(' ');
+    return {readEvents(file.readAll()), head.value(1).toLongLong(), head.value(2).toInt()};
+}
+
+void keep(const QString &path, const World &world, const QByteArray &broken) {
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write("world " + QByteArray::number(world.end) + ' ' + QByteArray::number(world.otherCopies) + " # " +
+                   broken + '\n' + written(world.events));
+}
+
+/// As many at a time as there are processors. Answers how many have failed.
+int playAll(const std::vector<std::pair<QString, World>> &worlds, const QString &folder) {
+    std::map<pid_t, std::pair<QString, Trial>> running;
+    std::size_t next = 0;
+    int failed = 0;
+    while (next < worlds.size() || !running.empty()) {
+        if (next < worlds.size() && running.size() < std::thread::hardware_concurrency()) {
+            Trial trial(worlds[next].second);
+            running.emplace(trial.process(), std::pair(worlds[next].first, std::move(trial)));
+            ++next;
+            continue;
+        }
+        int status = 0;
+        const auto ended = running.extract(::wait(&status));
+        const auto &[name, trial] = ended.mapped();
+        const Outcome outcome = trial.outcome(status);
+        std::printf("%s: %s; %s", qPrintable(name), outcome.broken.isEmpty() ? "good" : outcome.broken.constData(),
+                    outcome.report.constData());
+        if (!outcome.broken.isEmpty()) {
+            ++failed;
+            if (!folder.isEmpty()) {
+                const World small = shrunk(trial.world(), outcome);
+                keep(folder + u'/' + name, small, outcome.broken);
+                std::printf("%s/%s has it in %zu events\n", qPrintable(folder), qPrintable(name), small.events.size());
+            }
+        }
+        std::fflush(stdout);
+    }
+    return failed;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("TZ", "UTC");
+    qputenv("LC_ALL", "C.UTF-8");
+    qputenv("TMPDIR", "/dev/shm");
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    QCommandLineParser options;
+    options.addOptions({{"seed", "The first seed.", "N", "1"},
+                        {"seeds", "How many seeds.", "N", "1"},
+                        {"hours", "Simulated hours of each.", "H", "1"},
+                        {"copies", "Copies of the program at most, the watched one included.", "K", "3"},
+                        {"quiet", "Nothing but the instrument."},
+                        {"keep", "A failure is shrunk into a file of this folder.", "FOLDER"}});
+    if (!options.parse(arguments)) {
+        std::fprintf(stderr, "%s\n", qPrintable(options.errorText()));
+        return 2;
+    }
+    std::vector<std::pair<QString, World>> worlds;
+    for (const QString &file : options.positionalArguments())
+        worlds.emplace_back(QFileInfo(file).fileName(), kept(file));
+    const quint64 first = options.value("seed").toULongLong();
+    const double hours = options.value("hours").toDouble();
+    const quint64 seeds = worlds.empty() || options.isSet("seed") ? options.value("seeds").toULongLong() : 0;
+    for (quint64 seed = first; seed < first + seeds; ++seed)
+        worlds.emplace_back(QStringLiteral("seed-%1").arg(seed),
+                            World{eventsOf(seed, hours, options.isSet("quiet")), qint64(hours * 3600000),
+                                  options.value("copies").toInt() - 1});
+    return playAll(worlds, options.value("keep"));
+}
