@@ -69,7 +69,7 @@ Judge::Judge(ProgramFixture &on, SimulatedDisk &disk, std::function<bool()> gone
 
 void Judge::starts() {
     ++starts_;
-    started_ = begun_ = offered_ = decided_ = mayClear_ = mayEnd_ = false;
+    started_ = begun_ = offered_ = decided_ = mayEnd_ = false;
     asked_ = {};
     leftOver_.clear();
     model_ = StreamModel();
@@ -286,7 +286,7 @@ void Judge::command(const QString &name, const std::function<void()> &act) {
     if (!gone_() && name.endsWith(QLatin1String("Clear")) && recorderIsEmpty()) {
         require(!model_.recording || wasRecording, QStringLiteral("a recording that has just begun was cleared"));
         require(!recorderWasUnsaved || asked_.toClear, QStringLiteral("the recorder was cleared without a question"));
-        mayClear_ = true;
+        model_.clearRecorder();
         newsSaved_ = model_.news;
     }
     if (!commands_.isEmpty())
@@ -313,8 +313,6 @@ void Judge::look() {
     catchUp();
     if (!begun_ || log_ == nullptr)
         return;
-    if (std::exchange(mayClear_, false))
-        model_.clearRecorder();
     const qint64 now = on_.clock.elapsed.count();
     require(now - lastLogTick_ <= longestLogInterval,
             QStringLiteral("the log was not written for %1 ms").arg(now - lastLogTick_));

@@ -104,9 +104,8 @@ private:
     qint64 lastLogTick_ = 0;
 
     // Commands and boxes.
-    QStringList commands_; ///< that are being carried out, the innermost last
-    QStringList written_;  ///< files, by the innermost
-    bool mayClear_ = false;
+    QStringList commands_;                           ///< that are being carried out, the innermost last
+    QStringList written_;                            ///< files, by the innermost
     qint64 newsSaved_ = 0;                           ///< of the model's, by the last save of the recorder
     Asked asked_;                                    ///< during a command
     bool mayEnd_ = false;                            ///< somebody has asked for it, or it cannot go on
