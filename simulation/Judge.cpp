@@ -17,8 +17,8 @@ constexpr int reportedAt = 50;     // bytes in the port
 constexpr char files[] = "files/"; // the operator's
 
 // What stands in a box behind which the program may end.
-constexpr const char *ends_[] = {"before exiting", "Exit without save", "The recorder cannot start",
-                                 "All available COM"};
+constexpr const char *endings[] = {"before exiting", "Exit without save", "The recorder cannot start",
+                                   "All available COM"};
 
 // What begins a box that only a failing disk brings up.
 constexpr const char *failures[] = {"Run-time error",     "Error in ",           "An error occurred while saving",
@@ -229,7 +229,7 @@ void Judge::boxComesUp(const MessageBox &box) {
         require(!box.text.startsWith(QLatin1String(failure)) || diskFailed() || log_->SampleCount() == 0,
                 QStringLiteral("told of a failure that is none: %1").arg(box.text));
     decided_ |= box.text.startsWith(QLatin1String("Not all Log files"));
-    for (const char *end : ends_)
+    for (const char *end : endings)
         mayEnd_ |= box.text.contains(QLatin1String(end));
     asked_.toClear |= box.text.startsWith(QLatin1String("The Chart Recorder Data is NOT"));
     asked_.toLeave |= box.text.startsWith(QLatin1String("Chart Recorder Data or opened"));
@@ -298,7 +298,7 @@ void Judge::command(const QString &name, const std::function<void()> &act) {
         require(recorder_->GetNotes() == log_->GetNotes(), QStringLiteral("the log has not got the notes"));
     written_ = outer;
     if (on_.process.ended && (name == QLatin1String("close") || name == QLatin1String("mnuExit")))
-        require(!recorderWasUnsaved || asked_.toLeave || !written_.isEmpty(),
+        require(!recorderWasUnsaved || asked_.toLeave,
                 QStringLiteral("the program has ended without a question, and the recorder is not saved"));
     asked_.toLeave |= outerAsked.toLeave; // within a command another one may have asked, from a dialog
     asked_.toClear |= outerAsked.toClear;

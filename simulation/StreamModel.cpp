@@ -16,7 +16,6 @@ constexpr qint64 methodWait = 15000; // ms behind the end of a run
 } // namespace
 
 void StreamModel::arrive(const QByteArray &bytes) {
-    taken += bytes.size();
     for (const char byte : bytes) {
         ring_[std::size_t(put_)] = static_cast<unsigned char>(byte);
         put_ = (put_ + 1) % size;
@@ -279,7 +278,6 @@ void StreamModel::takePending(Side &side) {
 
 void StreamModel::addToRecorder() {
     Side &side = recorder;
-    const auto last = [&] { return std::max<qint64>(side.samples - 1, 0); };
     if (!recording || side.paused) {
         if (side.label == 'S')
             side.runActive = true;
@@ -288,23 +286,43 @@ void StreamModel::addToRecorder() {
         if (side.paused && (side.label == 'E' || side.label == '#')) {
             side.eventNumber += side.label == '#';
             side.paused = side.label == '#';
-            draw(side, last());
+            draw(side, std::max<qint64>(side.samples - 1, 0));
         }
         return;
     }
     ++news;
+    if (side.label == 'S') {
+        record();
+    } else if (side.label == 'E') {
+        waitsForMethod = now_ + methodWait;
+        stop();
+    }
+    takePair(side, side.samples);
+}
+
+void StreamModel::addToLog() {
+    Side &side = log;
+    if (!logging) {
+        if (side.label == 'S' || side.label == 'E')
+            side.runActive = side.label == 'S';
+        return;
+    }
+    if (side.paused)
+        return;
+    takePair(side, std::max<qint64>(side.samples - 1, 0)); // a log's mark stands on the sample before
+}
+
+/// The pair stands on the chart, and the waiting label on the sample of this number.
+void StreamModel::takePair(Side &side, qint64 marked) {
     ++side.samples;
     side.newSamples.push_back(quint64(cond_) << 32 | uv_);
     switch (side.label) {
     case 'S':
-        record();
         side.runActive = true;
         side.paused = false;
         break;
     case 'E':
         side.pausePending = side.endPending = side.runActive = side.paused = false;
-        waitsForMethod = now_ + methodWait;
-        stop();
         side.eventNumber = 0;
         break;
     case '#':
@@ -318,44 +336,7 @@ void StreamModel::addToRecorder() {
     default:
         break;
     }
-    draw(side, last());
-    takePending(side);
-}
-
-void StreamModel::addToLog() {
-    Side &side = log;
-    if (!logging) {
-        if (side.label == 'S' || side.label == 'E')
-            side.runActive = side.label == 'S';
-        return;
-    }
-    if (side.paused)
-        return;
-    const qint64 before = std::max<qint64>(side.samples - 1, 0);
-    ++side.samples;
-    side.newSamples.push_back(quint64(cond_) << 32 | uv_);
-    switch (side.label) {
-    case 'S':
-    case 'E':
-        side.runActive = side.label == 'S';
-        side.paused = false;
-        if (side.label == 'E') {
-            side.pausePending = side.endPending = false;
-            side.eventNumber = 0;
-        }
-        break;
-    case '#':
-        ++side.eventNumber;
-        break;
-    case 'P':
-        side.pausePending = false;
-        side.paused = side.runActive;
-        side.label = side.runActive ? 'P' : 0;
-        break;
-    default:
-        break;
-    }
-    draw(side, before); // a log's mark stands on the sample before
+    draw(side, marked);
     takePending(side);
 }
 

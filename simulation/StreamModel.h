@@ -51,7 +51,6 @@ public:
     bool lamp = false;
     bool writesLog = false;     ///< every 20 s
     qint64 waitsForMethod = -1; ///< until then, ms; below 0 not at all
-    qint64 taken = 0;           ///< bytes
     qint64 news = 0;            ///< recordings, pairs and method texts: what makes the recorder unsaved
     int waiting() const { return count_; }
     /// What can be had of the commands and is not the same all the time.
@@ -77,6 +76,7 @@ private:
     void pair();
     void addToRecorder();
     void addToLog();
+    void takePair(Side &side, qint64 marked);
     static void draw(Side &side, qint64 sample);
     static void takePending(Side &side);
 
