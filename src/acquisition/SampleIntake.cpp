@@ -95,8 +95,7 @@ void SampleIntake::applyChartLabel() {
         run_.ChartPausePending = false;
         run_.ChartEndPending = false;
         run_.WaitForMethod = true;
-        TimerStopWaitForMethod_.setEnabled(false); // the wait for the method of the run before may be on
-        TimerStopWaitForMethod_.setEnabled(true);
+        TimerStopWaitForMethod_.startAnew(); // the wait for the method of the run before may be on
         commands_.run(QStringLiteral("mnuStop"));
         run_.ChartRunActive = false;
         run_.ChartPaused = false;

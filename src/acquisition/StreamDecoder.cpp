@@ -118,9 +118,7 @@ void StreamDecoder::backToWork() {
         ring_.empty();
         link_.FirstSyncFound = false;
     }
-    // Off first: otherwise a timer would not tick while a box is open if the error came from its own tick.
-    timers_.TimerProcess.setEnabled(false);
-    timers_.TimerProcess.setEnabled(true);
+    timers_.TimerProcess.startAnew(); // the error may come from its own tick
 }
 
 const StreamDecoder::BlockRule *StreamDecoder::PeekDataBlock(EveryStep &pass) {

@@ -102,11 +102,8 @@ std::function<void()> Program::underNet(const char *place, std::function<void()>
 /// After an unhandled error.
 void Program::backToWork() {
     acquisition_.decoder.backToWork();
-    // A timer does not tick within its own tick: off first, in case the error comes from there and its box stays open.
-    if (timers_.SaveLog->Enabled()) {
-        timers_.SaveLog->setEnabled(false);
-        timers_.SaveLog->setEnabled(true);
-    }
+    if (timers_.SaveLog->Enabled())
+        timers_.SaveLog->startAnew(); // the error may come from its own tick
     writeLog();
 }
 

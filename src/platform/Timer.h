@@ -16,6 +16,13 @@ public:
     /// Milliseconds.
     virtual int Interval() const = 0;
 
+    /// Enables it with a whole interval ahead. From within its own tick too: otherwise it would not tick again before
+    /// that has ended, which a box may hold up.
+    void startAnew() {
+        setEnabled(false);
+        setEnabled(true);
+    }
+
     std::function<void()> Tick;
 };
 
