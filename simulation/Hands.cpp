@@ -46,7 +46,7 @@ QObject *Hands::reachFor(QWidget &window) {
     }
     if (reach.empty())
         return nullptr;
-    std::sort(reach.begin(), reach.end());
+    std::stable_sort(reach.begin(), reach.end(), [](const auto &a, const auto &b) { return a.first < b.first; });
     return reach[std::size_t(chance_(int(reach.size())))].second;
 }
 

@@ -65,6 +65,10 @@ qint64 numberOf(SamplePair pair) {
 Judge::Judge(ProgramFixture &on, SimulatedDisk &disk, std::function<bool()> gone, std::function<void(QString)> tell)
     : on_(on), disk_(disk), gone_(std::move(gone)), tell_(std::move(tell)) {
     disk_.changed = [this](const QString &name) { fileChanged(name); };
+    disk_.asked = [this](const QString &name) {
+        if (name.startsWith(QLatin1String("Log/"))) // behind an error the log is written at once
+            lastLogTick_ = on_.clock.elapsed.count();
+    };
 }
 
 void Judge::starts() {
@@ -74,6 +78,8 @@ void Judge::starts() {
     leftOver_.clear();
     model_ = StreamModel();
     looks_.clear();
+    undecided_ = nullptr;
+    unsure_ = false;
     commands_.clear();
     written_.clear();
     toldFor_.clear();
@@ -93,6 +99,8 @@ void Judge::starts() {
     watchCommands();
     lamp_ = find<Led>("ShapeReciveLed");
     tabs_ = find<QTabBar>("TabChart");
+    // A tab that is none brings that in front to the front once more.
+    QObject::connect(tabs_, &QTabBar::currentChanged, tabs_, [this] { model_.bringToFront(tabs_->currentIndex()); });
     recorder_ = &on_.chart(recorderChart);
     log_ = &on_.chart(logChart);
 }
@@ -131,7 +139,9 @@ void Judge::hasEnded() {
 
 void Judge::watchPort() {
     on_.ComPort.OnComm = [this, inner = on_.ComPort.OnComm] {
+        catchUp();
         model_.eventSeen = true;
+        unsure_ = false;
         if (!std::exchange(begun_, true))
             model_.logging = on_.enabled("mnuLogOff");
         const bool receives = on_.ComPort.CommEvent() == ErrorNumber::ReceiveEvent;
@@ -157,16 +167,24 @@ void Judge::watchTimers() {
         tick();
     });
     wrap("TimerCheckComData", [this](const auto &tick) {
-        const bool lost = !model_.eventSeen;
-        const qint64 logged = model_.writesLog && lost ? log_->SampleCount() : 0;
-        looks_.push_back({boxes_ + saving_, QApplication::activeModalWidget()});
-        const std::size_t mine = looks_.size();
-        if (lost)
+        catchUp();
+        const qint64 logged = model_.writesLog ? log_->SampleCount() : 0;
+        bool lost = !model_.eventSeen;
+        if (unsure_)
+            undecided_ = &lost;
+        else if (lost)
             model_.loseLink();
+        looks_.push_back({boxes_ + saving_, QApplication::activeModalWidget()});
         tick();
-        if (!gone_() && looks_.size() == mine)
-            endWatchdogLook();
-        require(gone_() || acknowledgedInLog_ >= logged || diskFailed() || !actions_.at("mnuSaveLog")->isEnabled(),
+        if (!gone_()) {
+            catchUp();
+            unsure_ = looks_.back().mayBeOver && model_.eventSeen;
+            model_.eventSeen = unsure_;
+            looks_.pop_back();
+        }
+        undecided_ = nullptr;
+        require(gone_() || !lost || acknowledgedInLog_ >= logged || diskFailed() ||
+                    !actions_.at("mnuSaveLog")->isEnabled(),
                 QStringLiteral("the log was not written when the link was lost"));
     });
     wrap("TimerStopWaitForMethod", [this](const auto &tick) {
@@ -198,7 +216,11 @@ void Judge::watchCommands() {
     }
     onCommand("mnuStart cmdRecord", [this] { model_.record(); });
     onCommand("mnuStop cmdStop", [this] { model_.stop(); });
-    onCommand("mnuLogOn cmdLogOn", [this] { model_.switchLogging(true); });
+    onCommand("mnuLogOn cmdLogOn", [this] {
+        if (unsure_)
+            model_.eventSeen = on_.timers["TimerSaveLog"]->Enabled();
+        model_.switchLogging(true);
+    });
     onCommand("mnuLogOff cmdLogOff", [this] { model_.switchLogging(false); });
 }
 
@@ -221,10 +243,13 @@ void Judge::boxComesUp(const MessageBox &box) {
         const int most = box.text.startsWith(QLatin1String("Run-time error")) ? 2 : 1;
         require(++toldFor_[{box.text, causes_}] <= most, QStringLiteral("told twice: %1").arg(box.text));
     }
+    // It may come from the watchdog's look, which is over then, or from a command within it.
     const bool endsLook = !looks_.empty() && looks_.back().within == boxes_ + saving_ &&
                           looks_.back().modal == QApplication::activeModalWidget();
-    if (endsLook && box.text.startsWith(QLatin1String("Run-time error")))
-        endWatchdogLook();
+    if (endsLook && box.text.startsWith(QLatin1String("Run-time error"))) {
+        looks_.back().mayBeOver = true;
+        unsure_ = model_.eventSeen;
+    }
     for (const char *failure : failures)
         require(!box.text.startsWith(QLatin1String(failure)) || diskFailed() || log_->SampleCount() == 0,
                 QStringLiteral("told of a failure that is none: %1").arg(box.text));
@@ -258,21 +283,35 @@ void Judge::timePasses(const std::function<void()> &act, bool diskIsSlow) {
             QStringLiteral("nobody has looked at %1 bytes for %2 ms").arg(model_.waiting()).arg(now - lastPass_));
 }
 
-/// The model is not told when another tab comes to the front.
+/// The model is not told when another tab comes to the front, and it may not know what the watchdog has found.
 void Judge::catchUp() {
+    if (undecided_ != nullptr) {
+        const bool lost = *std::exchange(undecided_, nullptr) = !on_.timers["TimerCheckComData"]->Enabled();
+        if (lost)
+            model_.loseLink();
+    }
     if (tabs_->currentIndex() != model_.front)
         model_.bringToFront(tabs_->currentIndex());
 }
 
-/// The watchdog's look is over, but for a box about an error.
-void Judge::endWatchdogLook() {
-    catchUp();
-    model_.eventSeen = false;
-    looks_.pop_back();
+void Judge::chose(const QString &name, bool toSave) { chosen_ = {name, toSave, on_.prompts.shown.size()}; }
+
+/// Who has chosen a file has it saved or opened, or is told that it is not.
+void Judge::checkChosen(const Chosen &chosen) {
+    if (chosen.name.isEmpty() || on_.prompts.shown.size() > chosen.told)
+        return;
+    if (chosen.toSave)
+        return require(written_.contains(chosen.name), QStringLiteral("%1 was neither saved nor not").arg(chosen.name));
+    const Paper paper = readPaper(disk_.content(chosen.name));
+    const ChartData &opened = on_.chart(tabs_->currentIndex()).run().data();
+    require(paper.whole && tabs_->currentIndex() != 0 && bytesOf(opened.samples) == paper.samples &&
+                int(opened.marks.size()) == paper.marks && utf16(opened.notes) == paper.notes,
+            QStringLiteral("%1 was opened as something else").arg(chosen.name));
 }
 
 void Judge::command(const QString &name, const std::function<void()> &act) {
     const std::size_t told = on_.prompts.shown.size();
+    const Chosen outerChosen = std::exchange(chosen_, {});
     const QStringList outer = std::exchange(written_, {});
     const QString notes = recorder_->GetNotes();
     const bool wasRecording = model_.recording;
@@ -291,6 +330,9 @@ void Judge::command(const QString &name, const std::function<void()> &act) {
     }
     if (!commands_.isEmpty())
         commands_.removeLast();
+    if (!gone_() && started_)
+        checkChosen(chosen_);
+    chosen_ = outerChosen;
     const bool saved = !gone_() && on_.prompts.shown.size() == told;
     for (const QString &file : std::as_const(written_))
         papers_.wrote(file, saved);
@@ -316,6 +358,9 @@ void Judge::look() {
     const qint64 now = on_.clock.elapsed.count();
     require(now - lastLogTick_ <= longestLogInterval,
             QStringLiteral("the log was not written for %1 ms").arg(now - lastLogTick_));
+    fprintf(stderr, "%lld rec %d front %d lamp %d | start %d stop %d save %d\n", (long long)now, model_.recording,
+            model_.front, model_.lamp, actions_.at("mnuStart")->isEnabled(), actions_.at("mnuStop")->isEnabled(),
+            actions_.at("mnuSaveData")->isEnabled());
     compare(model_.recorder, *recorder_);
     compare(model_.log, *log_);
     if (started_) {

@@ -36,6 +36,9 @@ public:
     void comesUp(const QWidget &window);
     void boxComesUp(const MessageBox &box);
     void boxIsAnswered();
+    /// The operator has chosen this file.
+    void chose(const QString &name, bool toSave);
+    void diskWasWaitedFor(qint64 ms) { lastLogTick_ += ms; }
     void timePasses(const std::function<void()> &act, bool diskIsSlow);
     /// These records, of a running log, are safe.
     void acknowledge(const QByteArray &records);
@@ -54,6 +57,13 @@ private:
     struct WatchdogLook {
         int within; ///< boxes and log ticks that were going on when it began
         const QWidget *modal;
+        bool mayBeOver = false;
+    };
+
+    struct Chosen {
+        QString name;
+        bool toSave = false;
+        std::size_t told = 0; ///< boxes before
     };
 
     /// The questions about a recorder that is not saved.
@@ -67,7 +77,7 @@ private:
     void watchCommands();
     void onCommand(const char *actions, const std::function<void()> &act);
     void catchUp();
-    void endWatchdogLook();
+    void checkChosen(const Chosen &chosen);
     void compare(StreamModel::Side &side, const Quillchart &chart);
     void compareCommands();
     void compareView();
@@ -99,13 +109,16 @@ private:
     const Quillchart *log_ = nullptr;
     bool begun_ = false; ///< the port has brought something
     std::vector<WatchdogLook> looks_;
-    qint64 lastTaken_ = 0; ///< from the port, ms
+    bool *undecided_ = nullptr; ///< whether the look that has just begun finds the link lost
+    bool unsure_ = false;       ///< whether the port has told of something: the look may be over
+    qint64 lastTaken_ = 0;      ///< from the port, ms
     qint64 lastPass_ = 0;
     qint64 lastLogTick_ = 0;
 
     // Commands and boxes.
     QStringList commands_;                           ///< that are being carried out, the innermost last
     QStringList written_;                            ///< files, by the innermost
+    Chosen chosen_;                                  ///< during a command
     qint64 newsSaved_ = 0;                           ///< of the model's, by the last save of the recorder
     Asked asked_;                                    ///< during a command
     bool mayEnd_ = false;                            ///< somebody has asked for it, or it cannot go on

@@ -61,6 +61,8 @@ QStringList SimulatedDisk::files(const QString &beginning) const {
 
 int SimulatedDisk::open(const char *path, int flags, mode_t mode) {
     const bool makes = (flags & O_CREAT) != 0 && !entries_.contains(nameOf(path));
+    if (makes)
+        isAsked(nameOf(path));
     if (makes ? refusesToWrite() : fails())
         return -1;
     const int fd = FileOperations::open(path, flags, mode);
@@ -78,6 +80,7 @@ ssize_t SimulatedDisk::write(int fd, const void *data, std::size_t size) {
 }
 
 ssize_t SimulatedDisk::writeAt(int fd, const void *data, std::size_t size, off_t position) {
+    isAsked(open_[fd].first);
     if (refusesToWrite())
         return -1;
     const ssize_t written = FileOperations::writeAt(fd, data, size, position);

@@ -46,6 +46,7 @@ public:
     int failures = 0;              ///< so far
     std::function<void()> flushes; ///< time passes
     std::function<void()> dies;
+    std::function<void(const QString &name)> asked; ///< to write this file, whether it can or not
     /// A file has its name and its content now, or neither any more. Names are those below the folder.
     std::function<void(const QString &name)> changed;
 
@@ -67,6 +68,10 @@ private:
     };
     using Entries = std::map<QString, std::shared_ptr<File>>; // a folder has no file
 
+    void isAsked(const QString &name) const {
+        if (asked && !dead)
+            asked(name);
+    }
     QString nameOf(const char *path) const { return QDir::cleanPath(QFile::decodeName(path)).mid(root_.size() + 1); }
     static QString folderOf(const QString &name) { return name.section(u'/', 0, -2); }
     bool fails();

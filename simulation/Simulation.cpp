@@ -32,14 +32,18 @@ Simulation::Simulation(OutsideEvents events, qint64 end, int otherCopies)
     };
     disk_.makeFolder(on_.folder.native("files").constData(), 0700);
     disk_.dies = [this] { dead_ = true; };
-    disk_.flushes = [this] { on_.clock.elapsed += Milliseconds(slow_); };
+    disk_.flushes = [this] {
+        on_.clock.elapsed += Milliseconds(slow_);
+        judge_.diskWasWaitedFor(slow_);
+    };
 }
 
 Simulation::~Simulation() { on_.program.reset(); }
 
 void Simulation::tell(const QString &what) {
     static const bool aloud = qEnvironmentVariableIsSet("SIMULATION_TRACE");
-    const QString line = QStringLiteral("%1 ms: %2").arg(now()).arg(what);
+    const QString text = QString(what).replace(on_.folder.path(), QLatin1String("~")).simplified().left(90);
+    const QString line = QStringLiteral("%1 ms: %2").arg(now()).arg(text);
     if (aloud)
         std::fprintf(stderr, "%s\n", qPrintable(line));
     told_ << line;
@@ -119,6 +123,11 @@ void Simulation::turn() {
         return leaveModal();
     if (comesUp)
         return;
+    // Windows are shown, active and drawn as far as they will be, whatever that takes.
+    QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers);
+    if (stopped())
+        return;
+    modal = QApplication::activeModalWidget();
     if (now() >= end_) {
         dead_ = disk_.dead = true;
         return;
@@ -282,7 +291,7 @@ void Simulation::waitUnderBox() {
 void Simulation::answerBox(const MessageBox &box) {
     if (stopped())
         return;
-    tell(QStringLiteral("box: %1").arg(box.text.left(70)));
+    tell(QStringLiteral("box: %1").arg(box.text));
     judge_.boxComesUp(box);
     waitUnderBox();
     judge_.boxIsAnswered();
@@ -300,9 +309,12 @@ void Simulation::answerFileDialog(FakeCommonDialog &dialog) {
     dialog.answers.clear();
     if (stopped() || chance_.oneIn(4))
         return;
+    const QString title = dialog.DialogTitle; // another one may come up over this one
+    const QString name = QStringLiteral("files/%1.%2").arg(QChar('a' + chance_(4))).arg(dialog.DefaultExt);
     waitUnderBox();
-    dialog.answers << on_.path(QStringLiteral("files/%1.%2").arg(QChar('a' + chance_(4))).arg(dialog.DefaultExt));
-    tell(QStringLiteral("file dialog: %1").arg(dialog.answers.first().section(u'/', -1)));
+    dialog.answers = {on_.path(name)};
+    tell(QStringLiteral("%1 %2").arg(title, name));
+    judge_.chose(name, !title.startsWith(QLatin1String("Open")));
 }
 
 /// The process is gone: nobody answers what it asks.
