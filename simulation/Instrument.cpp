@@ -29,7 +29,12 @@ QByteArray Instrument::send(qint64 now) {
     return std::exchange(unsent_, {});
 }
 
-const char *Instrument::haveNews(Chance &chance, qint64 now) {
+QString Instrument::haveNews(Chance &chance, qint64 now) {
+    const QString news = QLatin1String(haveOne(chance, now));
+    return chance.oneIn(6) ? news + QLatin1String(", ") + haveNews(chance, now) : news;
+}
+
+const char *Instrument::haveOne(Chance &chance, qint64 now) {
     switch (chance(10)) {
     case 0:
     case 1:

@@ -17,11 +17,12 @@ class Instrument {
 public:
     /// What it has sent until now, in ms, but no more than the last 20 s.
     QByteArray send(qint64 now);
-    /// Something happens to it; answers what, in words.
-    const char *haveNews(Chance &chance, qint64 now);
+    /// Something happens to it, or several things at once; answers what, in words.
+    QString haveNews(Chance &chance, qint64 now);
     qint64 &pairs() { return pairs_; } ///< so far, those of other instruments included
 
 private:
+    const char *haveOne(Chance &chance, qint64 now);
     const char *startOrEnd(Chance &chance);
     const char *pauseOrResume();
     const char *disturb(Chance &chance);

@@ -3,7 +3,10 @@
 
 #include "simulation/Instrument.h"
 
+#include <fcntl.h>
 #include <malloc.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <bit>
 
@@ -13,6 +16,7 @@ namespace {
 
 constexpr qint64 longestWait = 2000; // ms until good bytes are decoded
 constexpr qint64 longestLogInterval = 60000;
+constexpr int pairsPerMinute = 300;
 constexpr int reportedAt = 50;     // bytes in the port
 constexpr char files[] = "files/"; // the operator's
 
@@ -20,10 +24,16 @@ constexpr char files[] = "files/"; // the operator's
 constexpr const char *endings[] = {"before exiting", "Exit without save", "The recorder cannot start",
                                    "All available COM"};
 
-// What begins a box that only a failing disk brings up.
-constexpr const char *failures[] = {"Run-time error",     "Error in ",           "An error occurred while saving",
-                                    "Serious Data Error", "Disk reading error",  "These logs could not",
-                                    "A part of this log", "Log file is corapted"};
+// What begins a box that only a failing disk brings up; that one is also told of a log that is empty.
+constexpr const char *lost = "Serious Data Error";
+constexpr const char *failures[] = {"Run-time error",
+                                    "Error in ",
+                                    "An error occurred while saving",
+                                    lost,
+                                    "Disk reading error",
+                                    "These logs could not",
+                                    "A part of this log",
+                                    "Log file is corapted"};
 
 // clang-format off
 constexpr Judge::CommandRow commandRows[] = {
@@ -52,6 +62,18 @@ QByteArray bytesOf(const SampleStore &samples) {
     return bytes;
 }
 
+/// The samples that the time axis shows.
+QByteArray stretchOf(const Quillchart &chart) {
+    const QByteArray all = bytesOf(chart.run().data().samples);
+    QByteArray stretch;
+    for (qsizetype i = 0; i * 8 < all.size(); ++i) {
+        const auto time = float(double(i) / pairsPerMinute);
+        if (time >= chart.TimeAxisMin() && time <= chart.TimeAxisMax())
+            stretch += all.mid(i * 8, 8);
+    }
+    return stretch;
+}
+
 QByteArray utf16(const QString &text) { return {reinterpret_cast<const char *>(text.utf16()), 2 * text.size()}; }
 
 /// The number of a pair that the instrument has sent; -1 for what noise has made.
@@ -66,8 +88,11 @@ Judge::Judge(ProgramFixture &on, SimulatedDisk &disk, std::function<bool()> gone
     : on_(on), disk_(disk), gone_(std::move(gone)), tell_(std::move(tell)) {
     disk_.changed = [this](const QString &name) { fileChanged(name); };
     disk_.asked = [this](const QString &name) {
-        if (name.startsWith(QLatin1String("Log/"))) // behind an error the log is written at once
-            lastLogTick_ = on_.clock.elapsed.count();
+        if (!name.startsWith(QLatin1String("Log/")))
+            return;
+        lastLogTick_ = on_.clock.elapsed.count(); // behind an error the log is written at once
+        if (saving_ > 0)
+            logFolder_ = name.section(u'/', 0, -2);
     };
 }
 
@@ -82,12 +107,16 @@ void Judge::starts() {
     unsure_ = false;
     commands_.clear();
     written_.clear();
+    missing_.clear();
+    logFolder_.clear();
+    entriesInLog_ = 0;
     toldFor_.clear();
     boxes_ = saving_ = 0;
     newsSaved_ = 0;
     acknowledgedInLog_ = 0;
     lastLogTick_ = lastTaken_ = lastPass_ = on_.clock.elapsed.count();
     failuresAtStart_ = disk_.failures;
+    unreadAtStart_ = disk_.unread;
     for (const QString &name : disk_.files(QStringLiteral("Log/"))) {
         std::vector<bool> pairs(acknowledged_.size());
         findPairs(disk_.content(name), pairs);
@@ -250,10 +279,13 @@ void Judge::boxComesUp(const MessageBox &box) {
         looks_.back().mayBeOver = true;
         unsure_ = model_.eventSeen;
     }
+    const bool nothingLogged = log_->SampleCount() == 0;
     for (const char *failure : failures)
-        require(!box.text.startsWith(QLatin1String(failure)) || diskFailed() || log_->SampleCount() == 0,
+        require(!box.text.startsWith(QLatin1String(failure)) || diskFailed() || (nothingLogged && failure == lost),
                 QStringLiteral("told of a failure that is none: %1").arg(box.text));
     decided_ |= box.text.startsWith(QLatin1String("Not all Log files"));
+    if (box.text == QLatin1String("Log file is corapted"))
+        missing_.clear();
     for (const char *end : endings)
         mayEnd_ |= box.text.contains(QLatin1String(end));
     asked_.toClear |= box.text.startsWith(QLatin1String("The Chart Recorder Data is NOT"));
@@ -305,8 +337,16 @@ void Judge::checkChosen(const Chosen &chosen) {
     const Paper paper = readPaper(disk_.content(chosen.name));
     const ChartData &opened = on_.chart(tabs_->currentIndex()).run().data();
     require(paper.whole && tabs_->currentIndex() != 0 && bytesOf(opened.samples) == paper.samples &&
-                int(opened.marks.size()) == paper.marks && utf16(opened.notes) == paper.notes,
+                int(opened.marks.size()) == paper.marks && int(opened.methodTexts.size()) == paper.texts &&
+                utf16(opened.notes) == paper.notes,
             QStringLiteral("%1 was opened as something else").arg(chosen.name));
+}
+
+QStringList Judge::openFiles() const {
+    QStringList files;
+    for (int tab = 1; tab < tabs_->count(); ++tab)
+        files << tabs_->tabText(tab);
+    return files;
 }
 
 void Judge::command(const QString &name, const std::function<void()> &act) {
@@ -320,6 +360,8 @@ void Judge::command(const QString &name, const std::function<void()> &act) {
     const bool recorderWasUnsaved = model_.news > newsSaved_ && recorder_->SampleCount() > 0;
     ++causes_;
     commands_ << name;
+    const int closes = name == QLatin1String("mnuClose") ? tabs_->currentIndex() : 0;
+    QStringList openBefore = openFiles();
     mayEnd_ |= QStringLiteral("close end mnuExit cmdExit").split(u' ').contains(name);
     act();
     if (!gone_() && name.endsWith(QLatin1String("Clear")) && recorderIsEmpty()) {
@@ -330,6 +372,10 @@ void Judge::command(const QString &name, const std::function<void()> &act) {
     }
     if (!commands_.isEmpty())
         commands_.removeLast();
+    if (!gone_() && closes != 0 && on_.prompts.shown.size() == told && openFiles() != openBefore) {
+        openBefore.removeAt(closes - 1);
+        require(openFiles().mid(0, openBefore.size()) == openBefore, QStringLiteral("another file was closed"));
+    }
     if (!gone_() && started_)
         checkChosen(chosen_);
     chosen_ = outerChosen;
@@ -361,6 +407,7 @@ void Judge::look() {
     fprintf(stderr, "%lld rec %d front %d lamp %d | start %d stop %d save %d\n", (long long)now, model_.recording,
             model_.front, model_.lamp, actions_.at("mnuStart")->isEnabled(), actions_.at("mnuStop")->isEnabled(),
             actions_.at("mnuSaveData")->isEnabled());
+    require(missing_.isEmpty(), missing_);
     compare(model_.recorder, *recorder_);
     compare(model_.log, *log_);
     if (started_) {
@@ -395,10 +442,11 @@ void Judge::compare(StreamModel::Side &side, const Quillchart &chart) {
     std::size_t place = data.marks.size() - side.newMarks.size();
     for (const StreamModel::Mark &mark : side.newMarks) {
         const EventMark &there = data.marks[place++];
-        require(there.label == QLatin1String(mark.label) && qRound64(double(there.time) * 300) == mark.sample,
+        require(there.label == QLatin1String(mark.label) &&
+                    qRound64(double(there.time) * pairsPerMinute) == mark.sample,
                 QStringLiteral("%1 has mark %2 at pair %3 instead of %4 at %5")
                     .arg(name, there.label)
-                    .arg(qRound64(double(there.time) * 300))
+                    .arg(qRound64(double(there.time) * pairsPerMinute))
                     .arg(QLatin1String(mark.label))
                     .arg(mark.sample));
     }
@@ -453,11 +501,12 @@ void Judge::checkSavedLog(const QString &name) {
     std::vector<bool> found(acknowledged_.size());
     findPairs(disk_.content(name), found);
     const SampleStore &samples = log_->run().data().samples;
-    for (qint64 i = 0; i < acknowledgedInLog_; ++i) {
+    for (qint64 i = 0; i < acknowledgedInLog_ && missing_.isEmpty(); ++i) {
         const qint64 pair = numberOf(samples.at(i));
-        require(pair < 0 || found.at(std::size_t(pair)),
-                QStringLiteral("%1 is without pair %2 of the log").arg(name).arg(pair));
+        if (pair >= 0 && !found.at(std::size_t(pair)))
+            missing_ = QStringLiteral("%1 is without pair %2 of the log").arg(name).arg(pair);
     }
+    require(missing_.isEmpty() || disk_.unread != unreadAtStart_, missing_);
 }
 
 void Judge::checkSavedRun(const QString &name, const Paper &paper) {
@@ -467,9 +516,10 @@ void Judge::checkSavedRun(const QString &name, const Paper &paper) {
     const QByteArray samples = bytesOf(run.data().samples);
     const QString title =
         command == QLatin1String("mnuSaveDataAs") ? name.section(u'/', -1).section(u'.', 0, 0) : run.ChartTitle();
-    require(stretch ? samples.contains(paper.samples)
+    require(stretch ? stretchOf(on_.chart(model_.front)) == paper.samples
                     : paper.title == utf16(title) && samples == paper.samples &&
-                          paper.marks == int(run.data().marks.size()) && paper.notes == utf16(run.data().notes),
+                          paper.marks == int(run.data().marks.size()) &&
+                          paper.texts == int(run.data().methodTexts.size()) && paper.notes == utf16(run.data().notes),
             QStringLiteral("%1 does not hold what the chart holds").arg(name));
     if (!stretch && model_.front == 0 && !model_.recording)
         newsSaved_ = model_.news;
@@ -504,11 +554,29 @@ void Judge::logWritten() {
     const bool canSave = actions_.at("mnuSaveLog")->isEnabled();
     require(canSave || !started_ || !on_.timers["TimerSaveLog"]->Enabled(),
             QStringLiteral("the log was written, and cannot be saved"));
+    checkRunningLog();
     if (!canSave)
         return;
     const SampleStore &samples = log_->run().data().samples;
     for (; acknowledgedInLog_ < samples.size(); ++acknowledgedInLog_)
         acknowledgePair(numberOf(samples.at(acknowledgedInLog_)));
+}
+
+/// The log's files have all marks and method texts, and no other copy can take their folder.
+void Judge::checkRunningLog() {
+    if (logFolder_.isEmpty() || diskFailed())
+        return;
+    const int folder = ::open(on_.folder.native(logFolder_).constData(), O_RDONLY | O_DIRECTORY);
+    require(folder < 0 || ::flock(folder, LOCK_EX | LOCK_NB) != 0, QStringLiteral("%1 is not held").arg(logFolder_));
+    ::close(folder);
+    const ChartData &log = log_->run().data();
+    const std::size_t entries = log.marks.size() + log.methodTexts.size();
+    if (std::exchange(entriesInLog_, entries) == entries)
+        return;
+    std::size_t found = 0;
+    for (const QString &name : disk_.files(logFolder_))
+        found += std::size_t(entriesIn(disk_.content(name)));
+    require(found >= entries, QStringLiteral("%1 of %2 marks and texts are in the log").arg(found).arg(entries));
 }
 
 /// What the program has in use grows with its samples alone, from start to start and before its end.

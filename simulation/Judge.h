@@ -82,13 +82,18 @@ private:
     void compareCommands();
     void compareView();
     bool recorderIsEmpty() const;
+    QStringList openFiles() const;
     void fileChanged(const QString &name);
     void checkSavedLog(const QString &name);
     void checkSavedRun(const QString &name, const Paper &paper);
     void acknowledgePair(qint64 pair);
     void acknowledgeAll(const Quillchart &chart);
     void logWritten();
-    bool diskFailed() const { return disk_.failures != failuresAtStart_ || disk_.refuses != 0; } ///< in this life
+    void checkRunningLog();
+    /// In this life.
+    bool diskFailed() const {
+        return disk_.failures != failuresAtStart_ || disk_.unread != unreadAtStart_ || disk_.refuses != 0;
+    }
     void checkMemory();
 
     ProgramFixture &on_;
@@ -121,6 +126,7 @@ private:
     Chosen chosen_;                                  ///< during a command
     qint64 newsSaved_ = 0;                           ///< of the model's, by the last save of the recorder
     Asked asked_;                                    ///< during a command
+    QString missing_;                                ///< in a log that was saved, and nobody has told of it
     bool mayEnd_ = false;                            ///< somebody has asked for it, or it cannot go on
     int boxes_ = 0;                                  ///< that are up
     int saving_ = 0;                                 ///< ticks of the log that are going on
@@ -131,7 +137,10 @@ private:
     Papers papers_{disk_};
     std::vector<bool> acknowledged_; ///< pairs
     qint64 acknowledgedInLog_ = 0;   ///< pairs of the log chart that are
+    QString logFolder_;              ///< in which the running log is
+    std::size_t entriesInLog_ = 0;   ///< marks and method texts, when it was written
     int failuresAtStart_ = 0;
+    int unreadAtStart_ = 0;
     QStringList leftOver_; ///< files of logs that there were at the start
     bool offered_ = false;
     bool decided_ = false; ///< the operator has done something about them

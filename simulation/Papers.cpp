@@ -6,6 +6,7 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <functional>
 
 namespace ostrel {
 
@@ -24,43 +25,65 @@ quint32 checksum(const QByteArray &bytes) {
         ::crc32(0, reinterpret_cast<const Bytef *>(bytes.constData()), static_cast<uInt>(bytes.size())));
 }
 
-int marksIn(const QByteArray &payload) {
-    int marks = 0;
-    for (qsizetype at = 8; at + 16 <= payload.size(); at += 16 + 2 * qsizetype(numberAt<quint32>(payload, at + 12)))
-        ++marks;
-    return marks;
+/// How many items there are: each has so many bytes, then a length, then a text of that length.
+int itemsIn(const QByteArray &payload, qsizetype bytes) {
+    int items = 0;
+    for (qsizetype at = 8; at + bytes + 4 <= payload.size(); ++items)
+        at += bytes + 4 + 2 * qsizetype(numberAt<quint32>(payload, at + bytes));
+    return items;
+}
+
+int marksIn(const QByteArray &payload) { return itemsIn(payload, 12); }
+int textsIn(const QByteArray &payload) { return itemsIn(payload, 4); }
+
+/// Hands over each record until one is not whole or `take` answers false.
+void eachRecord(const QByteArray &file, const std::function<bool(const QByteArray &kind, const QByteArray &)> &take) {
+    if (file.size() < fileHeader || file.mid(1, 4) != "OSTR" || checksum(file.first(44)) != numberAt<quint32>(file, 44))
+        return;
+    qsizetype at = fileHeader;
+    for (quint32 number = 0; at + recordHeader <= file.size(); ++number) {
+        const auto length = numberAt<quint64>(file, at + 8);
+        if (checksum(file.mid(16, 8) + file.mid(at, 20)) != numberAt<quint32>(file, at + 20) ||
+            numberAt<quint32>(file, at + 4) != number || length > quint64(file.size() - at - recordHeader))
+            return;
+        const QByteArray payload = file.mid(at + recordHeader, qsizetype(length));
+        if (checksum(payload) != numberAt<quint32>(file, at + 16) || !take(file.mid(at, 4), payload))
+            return;
+        at += recordHeader + (payload.size() + 7) / 8 * 8;
+    }
 }
 
 } // namespace
 
 Paper readPaper(const QByteArray &file) {
     Paper paper;
-    if (file.size() < fileHeader || file.mid(1, 4) != "OSTR" || checksum(file.first(44)) != numberAt<quint32>(file, 44))
-        return paper;
     paper.isLog = file.mid(8, 4) == "LOG ";
-    qsizetype at = fileHeader;
-    for (quint32 number = 0; at + recordHeader <= file.size() && !paper.whole; ++number) {
-        const QByteArray kind = file.mid(at, 4);
-        const auto length = numberAt<quint64>(file, at + 8);
-        if (checksum(file.mid(16, 8) + file.mid(at, 20)) != numberAt<quint32>(file, at + 20) ||
-            numberAt<quint32>(file, at + 4) != number || length > quint64(file.size() - at - recordHeader))
-            return paper;
-        const QByteArray payload = file.mid(at + recordHeader, qsizetype(length));
-        if (checksum(payload) != numberAt<quint32>(file, at + 16))
-            return paper;
+    eachRecord(file, [&](const QByteArray &kind, const QByteArray &payload) {
         if (kind == "SAMP")
             paper.samples += payload.mid(8);
         else if (kind == "MARK")
             paper.marks += marksIn(payload);
+        else if (kind == "METH")
+            paper.texts += textsIn(payload);
         else if (kind == "TITL")
             paper.title = payload;
         else if (kind == "NOTE")
             paper.notes = payload;
         paper.whole = kind == "END " && numberAt<quint64>(payload, 0) == quint64(paper.samples.size() / 8) &&
-                      numberAt<quint64>(payload, 8) == quint64(paper.marks);
-        at += recordHeader + (payload.size() + 7) / 8 * 8;
-    }
+                      numberAt<quint64>(payload, 8) == quint64(paper.marks) &&
+                      numberAt<quint64>(payload, 16) == quint64(paper.texts);
+        return !paper.whole;
+    });
     return paper;
+}
+
+int entriesIn(const QByteArray &log) {
+    int entries = 0;
+    eachRecord(log, [&](const QByteArray &kind, const QByteArray &payload) {
+        entries += kind == "MARK" ? marksIn(payload) : kind == "METH" ? textsIn(payload) : 0;
+        return true;
+    });
+    return entries;
 }
 
 void findPairs(const QByteArray &bytes, std::vector<bool> &found) {

@@ -11,10 +11,14 @@ struct Paper {
     bool isLog = false;
     QByteArray samples; ///< as they are in the file, 8 bytes each
     int marks = 0;
+    int texts = 0;           ///< of methods
     QByteArray title, notes; ///< UTF-16
 };
 
 Paper readPaper(const QByteArray &file);
+
+/// The marks and method texts of a running log, as far as it is whole.
+int entriesIn(const QByteArray &log);
 
 /// Puts `found` true at the number of every pair whose UV value is a number from 0 to its size, wherever in the bytes a
 /// record of samples stands.

@@ -75,6 +75,17 @@ int SimulatedDisk::open(const char *path, int flags, mode_t mode) {
     return fd;
 }
 
+ssize_t SimulatedDisk::readAt(int fd, const iovec *pieces, int count, off_t position) {
+    if (fails())
+        return -1;
+    if (!unreadable.isEmpty() && open_[fd].first == unreadable) {
+        ++unread;
+        errno = EIO;
+        return -1;
+    }
+    return FileOperations::readAt(fd, pieces, count, position);
+}
+
 ssize_t SimulatedDisk::write(int fd, const void *data, std::size_t size) {
     return writeAt(fd, data, size, open_[fd].second ? open_[fd].second->content.size() : 0);
 }

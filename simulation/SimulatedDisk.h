@@ -23,9 +23,7 @@ public:
     ~SimulatedDisk() override { standIn(nullptr); }
 
     int open(const char *path, int flags, mode_t mode) override;
-    ssize_t readAt(int fd, const iovec *pieces, int count, off_t position) override {
-        return fails() ? -1 : FileOperations::readAt(fd, pieces, count, position);
-    }
+    ssize_t readAt(int fd, const iovec *pieces, int count, off_t position) override;
     const dirent *nextEntry(DIR *folder) override { return fails() ? nullptr : FileOperations::nextEntry(folder); }
     ssize_t write(int fd, const void *data, std::size_t size) override;
     ssize_t writeAt(int fd, const void *data, std::size_t size, off_t position) override;
@@ -42,6 +40,8 @@ public:
         error_ = error;
     }
     int refuses = 0;               ///< the error of all that would write, 0 while it can
+    QString unreadable;            ///< the file that cannot be read, while there is one
+    int unread = 0;                ///< how often it was asked for
     bool dead = false;             ///< the program has been killed: nothing that it still asks for is done
     int failures = 0;              ///< so far
     std::function<void()> flushes; ///< time passes

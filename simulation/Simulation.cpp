@@ -85,6 +85,8 @@ void Simulation::startProgram() {
     tell(QStringLiteral("the program starts"));
     if (chance_.oneIn(6))
         disk_.failAt(chance_(60), EIO);
+    else
+        makeUnreadable();
     on_.make();
     judge_.starts();
     QTimer::singleShot(0, &here_, [this] {
@@ -94,6 +96,7 @@ void Simulation::startProgram() {
             on_.clock.advance(1s);
         });
         started_ = !stopped();
+        judge_.require(others_.areIntact(), QStringLiteral("the log of another copy has been touched"));
         if (started_)
             judge_.hasStarted();
     });
@@ -133,8 +136,12 @@ void Simulation::turn() {
         return;
     }
     judge_.require(depth_ > 0 || modal == nullptr, QStringLiteral("a dialog stays when nothing goes on"));
+    if (const QString dialog = modal != nullptr ? modal->objectName() : QString(); dialog != dialog_) {
+        dialog_ = dialog;
+        operatorIsBack_ = now() + (chance_.oneIn(12) ? chance_(120000) : 0); // mostly somebody is there
+    }
     const QScopedValueRollback deeper(depth_, depth_ + 1);
-    if (modal != nullptr && chance_.oneIn(3)) {
+    if (modal != nullptr && now() >= operatorIsBack_ && chance_.oneIn(3)) {
         operate();
     } else if (next_ < events_.size() && events_[next_].at <= nextDelivery_) {
         const OutsideEvent event = events_[next_++];
@@ -218,7 +225,7 @@ void Simulation::line() {
 
 void Simulation::disk() {
     constexpr int errors[] = {EIO, ENOSPC, EACCES, EROFS};
-    switch (chance_(6)) {
+    switch (chance_(7)) {
     case 0:
     case 1:
         disk_.refuses = disk_.refuses != 0 ? 0 : chance_.oneIn(3) ? EROFS : ENOSPC;
@@ -226,11 +233,20 @@ void Simulation::disk() {
     case 2:
         slow_ = slow_ != 0 ? 0 : chance_(1500);
         break;
+    case 3:
+        return makeUnreadable();
     default:
         disk_.failAt(chance_(12), errors[chance_(4)]);
         return tell(QStringLiteral("disk: an error ahead"));
     }
     tell(QStringLiteral("disk: refuses %1, flushes take %2 ms").arg(disk_.refuses).arg(slow_));
+}
+
+/// One of the logs cannot be read, or all can again.
+void Simulation::makeUnreadable() {
+    const QStringList logs = disk_.files(QStringLiteral("Log/"));
+    disk_.unreadable = logs.isEmpty() || chance_.oneIn(2) ? QString() : logs.at(chance_(int(logs.size())));
+    tell(QStringLiteral("disk: cannot read \"%1\"").arg(disk_.unreadable));
 }
 
 void Simulation::setClock() {

@@ -37,6 +37,7 @@ private:
     void happen(const OutsideEvent &event);
     void line();
     void disk();
+    void makeUnreadable();
     void setClock();
     void operate();
     void endProgram();
@@ -67,6 +68,8 @@ private:
     Instrument instrument_;
     OtherCopies others_;
     Judge judge_{on_, disk_, [this] { return stopped(); }, [this](const QString &what) { tell(what); }};
+    QString dialog_;            ///< in front
+    qint64 operatorIsBack_ = 0; ///< when
     bool plugged_ = true;
     qint64 chattersUntil_ = 0; ///< with short pieces, one right behind the other
     QByteArray onTheLine_;

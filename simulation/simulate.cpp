@@ -9,14 +9,18 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <map>
+#include <optional>
 #include <thread>
 
 using namespace ostrel;
 
 namespace {
+
+const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1U);
 
 struct World {
     OutsideEvents events;
@@ -93,13 +97,6 @@ private:
     int from_ = -1;
 };
 
-Outcome tried(World world) {
-    const Trial trial(std::move(world));
-    int status = 0;
-    ::waitpid(trial.process(), &status, 0);
-    return trial.outcome(status);
-}
-
 /// The rule without its numbers, by which two failures are the same.
 QByteArray kindOf(QByteArray broken) {
     broken = broken.split('/').first(); // a path is another one each time
@@ -110,24 +107,47 @@ QByteArray kindOf(QByteArray broken) {
     return broken;
 }
 
+/// The first of these worlds that breaks this kind of rule; they are played at the same time. Their number for none.
+std::size_t firstBroken(const std::vector<World> &worlds, const QByteArray &kind) {
+    std::vector<Trial> trials;
+    for (const World &world : worlds)
+        trials.emplace_back(world);
+    std::size_t first = worlds.size();
+    for (std::size_t i = 0; i < trials.size(); ++i) {
+        int status = 0;
+        ::waitpid(trials[i].process(), &status, 0);
+        const bool broken = kindOf(trials[i].outcome(status).broken) == kind;
+        first = std::min(first, broken ? i : worlds.size());
+    }
+    return first;
+}
+
+World without(World world, std::size_t first, std::size_t count) {
+    const auto from = world.events.begin() + std::ptrdiff_t(first);
+    world.events.erase(from, from + std::ptrdiff_t(std::min(count, world.events.size() - first)));
+    return world;
+}
+
 /// Leaves away what the failure does not need: halves, quarters and so on of the events.
 World shrunk(World world, const Outcome &outcome) {
-    const auto stillFails = [&](const World &candidate) {
-        return kindOf(tried(candidate).broken) == kindOf(outcome.broken);
-    };
+    const QByteArray kind = kindOf(outcome.broken);
     world.end = std::min(world.end, outcome.at + 60000);
     std::erase_if(world.events, [&](const OutsideEvent &event) { return event.at > world.end; });
+    if (firstBroken({world}, kind) != 0) {
+        std::printf("it does not come again\n");
+        return world;
+    }
     for (std::size_t piece = world.events.size() / 2; piece > 0;) {
         bool left = false;
         for (std::size_t at = 0; at < world.events.size();) {
-            World shorter = world;
-            const auto from = shorter.events.begin() + std::ptrdiff_t(at);
-            shorter.events.erase(from, from + std::ptrdiff_t(std::min(piece, shorter.events.size() - at)));
-            if (stillFails(shorter)) {
-                world = std::move(shorter);
+            std::vector<World> shorter;
+            for (std::size_t from = at; from < world.events.size() && shorter.size() < processors; from += piece)
+                shorter.push_back(without(world, from, piece));
+            const std::size_t broken = firstBroken(shorter, kind);
+            at += broken * piece;
+            if (broken < shorter.size()) {
+                world = std::move(shorter[broken]);
                 left = true;
-            } else {
-                at += piece;
             }
         }
         if (!left || piece > world.events.size())
@@ -136,12 +156,14 @@ World shrunk(World world, const Outcome &outcome) {
     return world;
 }
 
-World kept(const QString &path) {
+std::optional<World> kept(const QString &path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
     const auto head = file.readLine().simplified().split(' ');
-    return {readEvents(file.readAll()), head.value(1).toLongLong(), head.value(2).toInt()};
+    if (head.first() != "world")
+        return {};
+    return World{readEvents(file.readAll()), head.value(1).toLongLong(), head.value(2).toInt()};
 }
 
 void keep(const QString &path, const World &world, const QByteArray &broken) {
@@ -157,7 +179,7 @@ int playAll(const std::vector<std::pair<QString, World>> &worlds, const QString 
     std::size_t next = 0;
     int failed = 0;
     while (next < worlds.size() || !running.empty()) {
-        if (next < worlds.size() && running.size() < std::thread::hardware_concurrency()) {
+        if (next < worlds.size() && running.size() < processors) {
             Trial trial(worlds[next].second);
             running.emplace(trial.process(), std::pair(worlds[next].first, std::move(trial)));
             ++next;
@@ -205,8 +227,14 @@ int main(int argc, char **argv) {
         return 2;
     }
     std::vector<std::pair<QString, World>> worlds;
-    for (const QString &file : options.positionalArguments())
-        worlds.emplace_back(QFileInfo(file).fileName(), kept(file));
+    for (const QString &file : options.positionalArguments()) {
+        const std::optional<World> world = kept(file);
+        if (!world) {
+            std::fprintf(stderr, "%s is no world\n", qPrintable(file));
+            return 2;
+        }
+        worlds.emplace_back(QFileInfo(file).fileName(), *world);
+    }
     const quint64 first = options.value("seed").toULongLong();
     const double hours = options.value("hours").toDouble();
     const quint64 seeds = worlds.empty() || options.isSet("seed") ? options.value("seeds").toULongLong() : 0;
@@ -214,5 +242,5 @@ int main(int argc, char **argv) {
         worlds.emplace_back(QStringLiteral("seed-%1").arg(seed),
                             World{eventsOf(seed, hours, options.isSet("quiet")), qint64(hours * 3600000),
                                   options.value("copies").toInt() - 1});
-    return playAll(worlds, options.value("keep"));
+    return playAll(worlds, options.value("keep")) == 0 ? 0 : 1;
 }
