@@ -3,10 +3,7 @@
 
 #include "simulation/Instrument.h"
 
-#include <fcntl.h>
 #include <malloc.h>
-#include <sys/file.h>
-#include <unistd.h>
 
 #include <bit>
 
@@ -40,9 +37,9 @@ constexpr Judge::CommandRow commandRows[] = {
     {"mnuOpenData mnuOpenLog mnuExit mnuLogName mnuMethod mnuNotes mnuIntro mnuIndex mnuAbout "
      "cmdOpen cmdMethod cmdNotes cmdLogOn cmdLogOff",            [](const StreamModel &) { return true; }},
     {"mnuSaveData mnuSaveDataAs mnuSaveSlectedData mnuExport mnuPrintSetup mnuPrint "
-     "cmdSave cmdPrint cmdClear",                                [](const StreamModel &m) { return m.tabIsFree; }},
+     "cmdSave cmdPrint cmdClear",                                [](const StreamModel &m) { return m.fileCommandsEnabled; }},
     {"mnuClose",                                                 [](const StreamModel &m) { return m.front != 0; }},
-    {"mnuClear",                                                 [](const StreamModel &m) { return m.front == 0 && m.tabIsFree; }},
+    {"mnuClear",                                                 [](const StreamModel &m) { return m.front == 0 && m.fileCommandsEnabled; }},
     {"mnuStart",                                                 [](const StreamModel &m) { return m.canStart; }},
     {"mnuStop",                                                  [](const StreamModel &m) { return m.canStop; }},
     {"mnuComPort",                                               [](const StreamModel &m) { return m.canChoosePort; }},
@@ -76,10 +73,9 @@ QByteArray stretchOf(const Quillchart &chart) {
 
 QByteArray utf16(const QString &text) { return {reinterpret_cast<const char *>(text.utf16()), 2 * text.size()}; }
 
-/// The number of a pair that the instrument has sent; -1 for what noise has made.
-qint64 numberOf(SamplePair pair) {
-    const bool known = pair.uv >= 0 && pair.uv < float(mostPairs) && pair.cond == condOf(qint64(pair.uv));
-    return known ? static_cast<qint64>(pair.uv) : -1;
+bool equal(const SavedFile &file, const ChartData &run) {
+    return file.samples == bytesOf(run.samples) && file.marks == int(run.marks.size()) &&
+           file.texts == int(run.methodTexts.size()) && file.notes == utf16(run.notes);
 }
 
 } // namespace
@@ -92,37 +88,25 @@ Judge::Judge(ProgramFixture &on, SimulatedDisk &disk, std::function<bool()> gone
             return;
         lastLogTick_ = on_.clock.elapsed.count(); // behind an error the log is written at once
         if (saving_ > 0)
-            logFolder_ = name.section(u'/', 0, -2);
+            ledger_.writesInto(name.section(u'/', 0, -2));
     };
 }
 
 void Judge::starts() {
     ++starts_;
-    started_ = begun_ = offered_ = decided_ = mayEnd_ = false;
+    started_ = begun_ = mayEnd_ = false;
     asked_ = {};
-    leftOver_.clear();
     model_ = StreamModel();
     looks_.clear();
     undecided_ = nullptr;
     unsure_ = false;
     commands_.clear();
     written_.clear();
-    missing_.clear();
-    logFolder_.clear();
-    entriesInLog_ = 0;
     toldFor_.clear();
     boxes_ = saving_ = 0;
-    newsSaved_ = 0;
-    acknowledgedInLog_ = 0;
+    changesSaved_ = 0;
     lastLogTick_ = lastTaken_ = lastPass_ = on_.clock.elapsed.count();
-    failuresAtStart_ = disk_.failures;
-    unreadAtStart_ = disk_.unread;
-    for (const QString &name : disk_.files(QStringLiteral("Log/"))) {
-        std::vector<bool> pairs(acknowledged_.size());
-        findPairs(disk_.content(name), pairs);
-        if (std::find(pairs.begin(), pairs.end(), true) != pairs.end())
-            leftOver_ << name;
-    }
+    ledger_.starts();
     watchPort();
     watchTimers();
     watchCommands();
@@ -136,34 +120,25 @@ void Judge::starts() {
 
 void Judge::hasStarted() {
     started_ = true;
-    const bool calm = !on_.prevInstance && failuresAtStart_ == disk_.failures;
-    require(!calm || leftOver_.isEmpty() || offered_, QStringLiteral("a left-over log has not been offered"));
+    ledger_.hasStarted();
 }
 
 void Judge::ends() {
     require(!on_.process.ended || mayEnd_ || disk_.dead, QStringLiteral("the program has ended unasked"));
     // What was on the screen when it ended in order.
-    if (on_.process.ended && !disk_.dead && !diskFailed()) {
-        acknowledgeAll(*log_);
-        if (model_.news > newsSaved_)
-            acknowledgeAll(*recorder_);
+    if (on_.process.ended && !disk_.dead && !ledger_.diskFailed()) {
+        ledger_.acknowledge(*log_);
+        if (model_.recorderChanges > changesSaved_)
+            ledger_.acknowledge(*recorder_);
     }
     require(QApplication::activeModalWidget() == nullptr, QStringLiteral("a dialog stays behind the program's end"));
     checkMemory();
 }
 
 void Judge::hasEnded() {
-    const QStringList changed = papers_.changed();
+    const QStringList changed = saved_.changed();
     require(changed.isEmpty(), QStringLiteral("%1 has changed without a command").arg(changed.join(u' ')));
-    for (const QString &name : std::as_const(leftOver_))
-        require(!offered_ || decided_ || diskFailed() || disk_.has(name),
-                QStringLiteral("%1 is gone, and nobody has decided on it").arg(name));
-    std::vector<bool> found(acknowledged_.size());
-    for (const QString &name : disk_.files())
-        findPairs(disk_.content(name), found);
-    for (std::size_t pair = 0; pair < found.size(); ++pair)
-        require(found[pair] || !acknowledged_[pair],
-                QStringLiteral("pair %1, which a log had acknowledged, is gone").arg(pair));
+    ledger_.hasEnded();
 }
 
 void Judge::watchPort() {
@@ -212,7 +187,7 @@ void Judge::watchTimers() {
             looks_.pop_back();
         }
         undecided_ = nullptr;
-        require(gone_() || !lost || acknowledgedInLog_ >= logged || diskFailed() ||
+        require(gone_() || !lost || ledger_.safeInLog() >= logged || ledger_.diskFailed() ||
                     !actions_.at("mnuSaveLog")->isEnabled(),
                 QStringLiteral("the log was not written when the link was lost"));
     });
@@ -259,7 +234,8 @@ void Judge::onCommand(const char *actions, const std::function<void()> &act) {
 }
 
 void Judge::comesUp(const QWidget &window) {
-    offered_ |= window.objectName() == QLatin1String("frmDataRecovery");
+    if (window.objectName() == QLatin1String("frmDataRecovery"))
+        ledger_.offered();
     if (window.objectName() == QLatin1String("frmSetup")) {
         const auto *cmdOk = window.findChild<QAbstractButton *>("cmdOk");
         QObject::connect(cmdOk, &QAbstractButton::pressed, cmdOk, [this] { model_.choosePort(); });
@@ -281,11 +257,13 @@ void Judge::boxComesUp(const MessageBox &box) {
     }
     const bool nothingLogged = log_->SampleCount() == 0;
     for (const char *failure : failures)
-        require(!box.text.startsWith(QLatin1String(failure)) || diskFailed() || (nothingLogged && failure == lost),
+        require(!box.text.startsWith(QLatin1String(failure)) || ledger_.diskFailed() ||
+                    (nothingLogged && failure == lost),
                 QStringLiteral("told of a failure that is none: %1").arg(box.text));
-    decided_ |= box.text.startsWith(QLatin1String("Not all Log files"));
+    if (box.text.startsWith(QLatin1String("Not all Log files")))
+        ledger_.decided();
     if (box.text == QLatin1String("Log file is corapted"))
-        missing_.clear();
+        ledger_.toldOfDamage();
     for (const char *end : endings)
         mayEnd_ |= box.text.contains(QLatin1String(end));
     asked_.toClear |= box.text.startsWith(QLatin1String("The Chart Recorder Data is NOT"));
@@ -334,11 +312,8 @@ void Judge::checkChosen(const Chosen &chosen) {
         return;
     if (chosen.toSave)
         return require(written_.contains(chosen.name), QStringLiteral("%1 was neither saved nor not").arg(chosen.name));
-    const Paper paper = readPaper(disk_.content(chosen.name));
-    const ChartData &opened = on_.chart(tabs_->currentIndex()).run().data();
-    require(paper.whole && tabs_->currentIndex() != 0 && bytesOf(opened.samples) == paper.samples &&
-                int(opened.marks.size()) == paper.marks && int(opened.methodTexts.size()) == paper.texts &&
-                utf16(opened.notes) == paper.notes,
+    const SavedFile file = readSavedFile(disk_.content(chosen.name));
+    require(file.whole && tabs_->currentIndex() != 0 && equal(file, on_.chart(tabs_->currentIndex()).run().data()),
             QStringLiteral("%1 was opened as something else").arg(chosen.name));
 }
 
@@ -355,9 +330,10 @@ void Judge::command(const QString &name, const std::function<void()> &act) {
     const QStringList outer = std::exchange(written_, {});
     const QString notes = recorder_->GetNotes();
     const bool wasRecording = model_.recording;
-    decided_ |= name == QLatin1String("cmdDoneButton") || name == QLatin1String("cmdRecoverButton");
+    if (name == QLatin1String("cmdDoneButton") || name == QLatin1String("cmdRecoverButton"))
+        ledger_.decided();
     const Asked outerAsked = std::exchange(asked_, {});
-    const bool recorderWasUnsaved = model_.news > newsSaved_ && recorder_->SampleCount() > 0;
+    const bool recorderWasUnsaved = model_.recorderChanges > changesSaved_ && recorder_->SampleCount() > 0;
     ++causes_;
     commands_ << name;
     const int closes = name == QLatin1String("mnuClose") ? tabs_->currentIndex() : 0;
@@ -368,7 +344,7 @@ void Judge::command(const QString &name, const std::function<void()> &act) {
         require(!model_.recording || wasRecording, QStringLiteral("a recording that has just begun was cleared"));
         require(!recorderWasUnsaved || asked_.toClear, QStringLiteral("the recorder was cleared without a question"));
         model_.clearRecorder();
-        newsSaved_ = model_.news;
+        changesSaved_ = model_.recorderChanges;
     }
     if (!commands_.isEmpty())
         commands_.removeLast();
@@ -381,7 +357,7 @@ void Judge::command(const QString &name, const std::function<void()> &act) {
     chosen_ = outerChosen;
     const bool saved = !gone_() && on_.prompts.shown.size() == told;
     for (const QString &file : std::as_const(written_))
-        papers_.wrote(file, saved);
+        saved_.wrote(file, saved);
     if (!gone_() && !name.endsWith(QLatin1String("Clear")) && recorder_->GetNotes() != notes)
         require(recorder_->GetNotes() == log_->GetNotes(), QStringLiteral("the log has not got the notes"));
     written_ = outer;
@@ -404,10 +380,7 @@ void Judge::look() {
     const qint64 now = on_.clock.elapsed.count();
     require(now - lastLogTick_ <= longestLogInterval,
             QStringLiteral("the log was not written for %1 ms").arg(now - lastLogTick_));
-    fprintf(stderr, "%lld rec %d front %d lamp %d | start %d stop %d save %d\n", (long long)now, model_.recording,
-            model_.front, model_.lamp, actions_.at("mnuStart")->isEnabled(), actions_.at("mnuStop")->isEnabled(),
-            actions_.at("mnuSaveData")->isEnabled());
-    require(missing_.isEmpty(), missing_);
+    require(ledger_.untold().isEmpty(), ledger_.untold());
     compare(model_.recorder, *recorder_);
     compare(model_.log, *log_);
     if (started_) {
@@ -484,99 +457,38 @@ void Judge::fileChanged(const QString &name) {
     require(!commands_.isEmpty() || on_.ComDlg.FileName == on_.path(name),
             QStringLiteral("%1 is written without a command").arg(name));
     if (commands_.isEmpty())
-        papers_.wrote(name, false); // at the end of the program, which the operator has begun in a box
+        saved_.wrote(name, false); // at the end of the program, which the operator has begun in a box
     else
         written_ << name;
     if (name.endsWith(QLatin1String(".txt")))
         return;
-    const Paper paper = readPaper(disk_.content(name));
-    require(paper.whole, QStringLiteral("%1 is no whole file").arg(name));
-    paper.isLog ? checkSavedLog(name) : checkSavedRun(name, paper);
+    const SavedFile file = readSavedFile(disk_.content(name));
+    require(file.whole, QStringLiteral("%1 is no whole file").arg(name));
+    if (!file.isLog)
+        checkSavedRun(name, file);
+    else if (started_)
+        ledger_.logSaved(name);
+    else
+        ledger_.decided(); // a left-over one
 }
 
-void Judge::checkSavedLog(const QString &name) {
-    decided_ |= !started_;
-    if (!started_)
-        return; // a left-over one
-    std::vector<bool> found(acknowledged_.size());
-    findPairs(disk_.content(name), found);
-    const SampleStore &samples = log_->run().data().samples;
-    for (qint64 i = 0; i < acknowledgedInLog_ && missing_.isEmpty(); ++i) {
-        const qint64 pair = numberOf(samples.at(i));
-        if (pair >= 0 && !found.at(std::size_t(pair)))
-            missing_ = QStringLiteral("%1 is without pair %2 of the log").arg(name).arg(pair);
-    }
-    require(missing_.isEmpty() || disk_.unread != unreadAtStart_, missing_);
-}
-
-void Judge::checkSavedRun(const QString &name, const Paper &paper) {
+void Judge::checkSavedRun(const QString &name, const SavedFile &file) {
     const QString command = commands_.isEmpty() ? QString() : commands_.last();
     const bool stretch = command == QLatin1String("mnuSaveSlectedData");
-    const RunDocument &run = on_.chart(model_.front).run();
-    const QByteArray samples = bytesOf(run.data().samples);
+    const Quillchart &chart = on_.chart(model_.front);
     const QString title =
-        command == QLatin1String("mnuSaveDataAs") ? name.section(u'/', -1).section(u'.', 0, 0) : run.ChartTitle();
-    require(stretch ? stretchOf(on_.chart(model_.front)) == paper.samples
-                    : paper.title == utf16(title) && samples == paper.samples &&
-                          paper.marks == int(run.data().marks.size()) &&
-                          paper.texts == int(run.data().methodTexts.size()) && paper.notes == utf16(run.data().notes),
+        command == QLatin1String("mnuSaveDataAs") ? name.section(u'/', -1).section(u'.', 0, 0) : chart.ChartTitle();
+    require(stretch ? file.samples == stretchOf(chart) : file.title == utf16(title) && equal(file, chart.run().data()),
             QStringLiteral("%1 does not hold what the chart holds").arg(name));
     if (!stretch && model_.front == 0 && !model_.recording)
-        newsSaved_ = model_.news;
-}
-
-void Judge::acknowledge(const QByteArray &records) {
-    if (records.isEmpty())
-        return;
-    std::vector<bool> found(mostPairs);
-    findPairs(records, found);
-    for (qint64 pair = 0; pair < mostPairs; ++pair) {
-        if (found[std::size_t(pair)])
-            acknowledgePair(pair);
-    }
-}
-
-void Judge::acknowledgePair(qint64 pair) {
-    if (pair < 0)
-        return;
-    if (std::size_t(pair) >= acknowledged_.size())
-        acknowledged_.resize(std::size_t(pair) + 1);
-    acknowledged_[std::size_t(pair)] = true;
-}
-
-void Judge::acknowledgeAll(const Quillchart &chart) {
-    const SampleStore &samples = chart.run().data().samples;
-    for (qint64 i = 0; i < samples.size(); ++i)
-        acknowledgePair(numberOf(samples.at(i)));
+        changesSaved_ = model_.recorderChanges;
 }
 
 void Judge::logWritten() {
     const bool canSave = actions_.at("mnuSaveLog")->isEnabled();
     require(canSave || !started_ || !on_.timers["TimerSaveLog"]->Enabled(),
             QStringLiteral("the log was written, and cannot be saved"));
-    checkRunningLog();
-    if (!canSave)
-        return;
-    const SampleStore &samples = log_->run().data().samples;
-    for (; acknowledgedInLog_ < samples.size(); ++acknowledgedInLog_)
-        acknowledgePair(numberOf(samples.at(acknowledgedInLog_)));
-}
-
-/// The log's files have all marks and method texts, and no other copy can take their folder.
-void Judge::checkRunningLog() {
-    if (logFolder_.isEmpty() || diskFailed())
-        return;
-    const int folder = ::open(on_.folder.native(logFolder_).constData(), O_RDONLY | O_DIRECTORY);
-    require(folder < 0 || ::flock(folder, LOCK_EX | LOCK_NB) != 0, QStringLiteral("%1 is not held").arg(logFolder_));
-    ::close(folder);
-    const ChartData &log = log_->run().data();
-    const std::size_t entries = log.marks.size() + log.methodTexts.size();
-    if (std::exchange(entriesInLog_, entries) == entries)
-        return;
-    std::size_t found = 0;
-    for (const QString &name : disk_.files(logFolder_))
-        found += std::size_t(entriesIn(disk_.content(name)));
-    require(found >= entries, QStringLiteral("%1 of %2 marks and texts are in the log").arg(found).arg(entries));
+    ledger_.logWritten(canSave);
 }
 
 /// What the program has in use grows with its samples alone, from start to start and before its end.
@@ -585,7 +497,7 @@ void Judge::checkMemory() {
     for (int i = recorderChart; i < chartInstances; ++i)
         samples += on_.chart(i).SampleCount();
     const auto info = mallinfo2();
-    const qint64 inUse = qint64(info.uordblks + info.hblkhd) - disk_.bytes() - papers_.bytes() - 12 * samples;
+    const qint64 inUse = qint64(info.uordblks + info.hblkhd) - disk_.bytes() - saved_.bytes() - 12 * samples;
     if (starts_ == 3)
         atFirst_ = inUse;
     require(starts_ <= 3 || inUse < atFirst_ + 16'000'000 + 100'000 * starts_,

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "app/ProgramFixture.h"
-#include "simulation/Papers.h"
+#include "simulation/Ledger.h"
+#include "simulation/SavedFiles.h"
 #include "simulation/SimulatedDisk.h"
 #include "simulation/StreamModel.h"
 
@@ -41,7 +42,7 @@ public:
     void diskWasWaitedFor(qint64 ms) { lastLogTick_ += ms; }
     void timePasses(const std::function<void()> &act, bool diskIsSlow);
     /// These records, of a running log, are safe.
-    void acknowledge(const QByteArray &records);
+    void acknowledge(const QByteArray &records) { ledger_.acknowledge(records); }
 
     /// Compares, at any moment between two events.
     void look();
@@ -84,16 +85,8 @@ private:
     bool recorderIsEmpty() const;
     QStringList openFiles() const;
     void fileChanged(const QString &name);
-    void checkSavedLog(const QString &name);
-    void checkSavedRun(const QString &name, const Paper &paper);
-    void acknowledgePair(qint64 pair);
-    void acknowledgeAll(const Quillchart &chart);
+    void checkSavedRun(const QString &name, const SavedFile &saved);
     void logWritten();
-    void checkRunningLog();
-    /// In this life.
-    bool diskFailed() const {
-        return disk_.failures != failuresAtStart_ || disk_.unread != unreadAtStart_ || disk_.refuses != 0;
-    }
     void checkMemory();
 
     ProgramFixture &on_;
@@ -124,9 +117,8 @@ private:
     QStringList commands_;                           ///< that are being carried out, the innermost last
     QStringList written_;                            ///< files, by the innermost
     Chosen chosen_;                                  ///< during a command
-    qint64 newsSaved_ = 0;                           ///< of the model's, by the last save of the recorder
+    qint64 changesSaved_ = 0;                        ///< of the model's, by the last save of the recorder
     Asked asked_;                                    ///< during a command
-    QString missing_;                                ///< in a log that was saved, and nobody has told of it
     bool mayEnd_ = false;                            ///< somebody has asked for it, or it cannot go on
     int boxes_ = 0;                                  ///< that are up
     int saving_ = 0;                                 ///< ticks of the log that are going on
@@ -134,17 +126,9 @@ private:
     std::map<std::pair<QString, int>, int> toldFor_; ///< how often, by text and cause
 
     // The disk.
-    Papers papers_{disk_};
-    std::vector<bool> acknowledged_; ///< pairs
-    qint64 acknowledgedInLog_ = 0;   ///< pairs of the log chart that are
-    QString logFolder_;              ///< in which the running log is
-    std::size_t entriesInLog_ = 0;   ///< marks and method texts, when it was written
-    int failuresAtStart_ = 0;
-    int unreadAtStart_ = 0;
-    QStringList leftOver_; ///< files of logs that there were at the start
-    bool offered_ = false;
-    bool decided_ = false; ///< the operator has done something about them
-    qint64 atFirst_ = 0;   ///< bytes in use
+    SavedFiles saved_{disk_};
+    Ledger ledger_{on_, disk_, [this](bool holds, const QString &rule) { require(holds, rule); }};
+    qint64 atFirst_ = 0; ///< bytes in use
 };
 
 } // namespace ostrel

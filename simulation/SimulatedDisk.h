@@ -34,11 +34,13 @@ public:
     int makeFolder(const char *path, mode_t mode) override;
     int removeFolder(const char *path) override;
 
-    /// The next operation but so many fails with this number; with 0 the program dies there.
+    /// The next operation but so many fails with this error.
     void failAt(int operations, int error) {
         countdown_ = operations;
         error_ = error;
     }
+    /// The program dies there.
+    void dieAt(int operations) { failAt(operations, 0); }
     int refuses = 0;               ///< the error of all that would write, 0 while it can
     QString unreadable;            ///< the file that cannot be read, while there is one
     int unread = 0;                ///< how often it was asked for

@@ -288,7 +288,7 @@ void Simulation::endProgram() {
         return judge_.command(QStringLiteral("end"), [this] { on_.program->endUnasked(); });
     case 5: // in the middle of what it does with the disk
         cut_ = chance_.oneIn(2);
-        return disk_.failAt(chance_(60), 0);
+        return disk_.dieAt(chance_(60));
     default:
         if (QApplication::activeModalWidget() == nullptr && started_)
             judge_.command(QStringLiteral("close"), [this] { on_.closeWindow(); });

@@ -161,7 +161,7 @@ void StreamModel::decode(char type) {
         }
         if (recording || waitsForMethod >= 0 || recorder.paused) {
             ++recorder.texts;
-            ++news;
+            ++recorderChanges;
             waitsForMethod = -1;
         }
         log.texts += logging;
@@ -290,7 +290,7 @@ void StreamModel::addToRecorder() {
         }
         return;
     }
-    ++news;
+    ++recorderChanges;
     if (side.label == 'S') {
         record();
     } else if (side.label == 'E') {
@@ -341,14 +341,14 @@ void StreamModel::takePair(Side &side, qint64 marked) {
 }
 
 void StreamModel::record() {
-    ++news;
+    ++recorderChanges;
     recording = true;
     recorder.eventNumber = 0;
     recorder.pausePending = false;
     canStop = true;
     canStart = canChoosePort = false;
     if (front == 0)
-        tabIsFree = false;
+        fileCommandsEnabled = false;
 }
 
 void StreamModel::stop() {
@@ -356,7 +356,7 @@ void StreamModel::stop() {
     canStop = false;
     canStart = canChoosePort = true;
     if (front == 0)
-        tabIsFree = true;
+        fileCommandsEnabled = true;
 }
 
 void StreamModel::loseLink() {
@@ -386,7 +386,7 @@ void StreamModel::clearRecorder() {
 
 void StreamModel::bringToFront(int tab) {
     front = tab;
-    tabIsFree = tab != 0 || !recording;
+    fileCommandsEnabled = tab != 0 || !recording;
 }
 
 } // namespace ostrel

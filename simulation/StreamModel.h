@@ -51,10 +51,10 @@ public:
     bool lamp = false;
     bool writesLog = false;     ///< every 20 s
     qint64 waitsForMethod = -1; ///< until then, ms; below 0 not at all
-    qint64 news = 0;            ///< recordings, pairs and method texts: what makes the recorder unsaved
+    qint64 recorderChanges = 0; ///< recordings, pairs and method texts: what makes the recorder unsaved
     int waiting() const { return count_; }
     /// What can be had of the commands and is not the same all the time.
-    bool canStart = false, canStop = false, buttonsLive = false, canChoosePort = true, tabIsFree = true;
+    bool canStart = false, canStop = false, buttonsLive = false, canChoosePort = true, fileCommandsEnabled = true;
     int front = 0; ///< tab
 
 private:

@@ -6,7 +6,7 @@
 namespace ostrel {
 
 /// What a file of the chart's holds, read by what is laid down of its format alone.
-struct Paper {
+struct SavedFile {
     bool whole = false;
     bool isLog = false;
     QByteArray samples; ///< as they are in the file, 8 bytes each
@@ -15,7 +15,7 @@ struct Paper {
     QByteArray title, notes; ///< UTF-16
 };
 
-Paper readPaper(const QByteArray &file);
+SavedFile readSavedFile(const QByteArray &file);
 
 /// The marks and method texts of a running log, as far as it is whole.
 int entriesIn(const QByteArray &log);
@@ -25,9 +25,9 @@ int entriesIn(const QByteArray &log);
 void findPairs(const QByteArray &bytes, std::vector<bool> &found);
 
 /// The files that the operator has saved, and what each may hold.
-class Papers {
+class SavedFiles {
 public:
-    explicit Papers(const SimulatedDisk &disk) : disk_(disk) {}
+    explicit SavedFiles(const SimulatedDisk &disk) : disk_(disk) {}
 
     /// One has been written. Until the program has told that it was saved, a power cut may bring the old one back.
     void wrote(const QString &name, bool saved);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "simulation/Papers.h"
+#include "simulation/SavedFiles.h"
 
 #include <QStringList>
 #include <QtEndian>
@@ -55,26 +55,26 @@ void eachRecord(const QByteArray &file, const std::function<bool(const QByteArra
 
 } // namespace
 
-Paper readPaper(const QByteArray &file) {
-    Paper paper;
-    paper.isLog = file.mid(8, 4) == "LOG ";
+SavedFile readSavedFile(const QByteArray &file) {
+    SavedFile saved;
+    saved.isLog = file.mid(8, 4) == "LOG ";
     eachRecord(file, [&](const QByteArray &kind, const QByteArray &payload) {
         if (kind == "SAMP")
-            paper.samples += payload.mid(8);
+            saved.samples += payload.mid(8);
         else if (kind == "MARK")
-            paper.marks += marksIn(payload);
+            saved.marks += marksIn(payload);
         else if (kind == "METH")
-            paper.texts += textsIn(payload);
+            saved.texts += textsIn(payload);
         else if (kind == "TITL")
-            paper.title = payload;
+            saved.title = payload;
         else if (kind == "NOTE")
-            paper.notes = payload;
-        paper.whole = kind == "END " && numberAt<quint64>(payload, 0) == quint64(paper.samples.size() / 8) &&
-                      numberAt<quint64>(payload, 8) == quint64(paper.marks) &&
-                      numberAt<quint64>(payload, 16) == quint64(paper.texts);
-        return !paper.whole;
+            saved.notes = payload;
+        saved.whole = kind == "END " && numberAt<quint64>(payload, 0) == quint64(saved.samples.size() / 8) &&
+                      numberAt<quint64>(payload, 8) == quint64(saved.marks) &&
+                      numberAt<quint64>(payload, 16) == quint64(saved.texts);
+        return !saved.whole;
     });
-    return paper;
+    return saved;
 }
 
 int entriesIn(const QByteArray &log) {
@@ -103,7 +103,7 @@ void findPairs(const QByteArray &bytes, std::vector<bool> &found) {
     }
 }
 
-void Papers::wrote(const QString &name, bool saved) {
+void SavedFiles::wrote(const QString &name, bool saved) {
     auto &possible = possible_[name];
     if (saved)
         possible.clear();
@@ -112,7 +112,7 @@ void Papers::wrote(const QString &name, bool saved) {
     possible.push_back(disk_.content(name));
 }
 
-QStringList Papers::changed() {
+QStringList SavedFiles::changed() {
     QStringList names;
     for (auto &[name, possible] : possible_) {
         const QByteArray now = disk_.content(name);
@@ -123,7 +123,7 @@ QStringList Papers::changed() {
     return names;
 }
 
-qint64 Papers::bytes() const {
+qint64 SavedFiles::bytes() const {
     qint64 sum = 0;
     for (const auto &[name, possible] : possible_) {
         for (const QByteArray &content : possible)
