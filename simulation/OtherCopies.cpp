@@ -67,4 +67,9 @@ bool OtherCopies::areIntact() const {
     });
 }
 
+bool OtherCopies::isNamedIn(const QString &text) const {
+    return std::any_of(copies_.begin(), copies_.end(),
+                       [&](const auto &copy) { return text.contains(copy->directory.section(u'/', -1)); });
+}
+
 } // namespace ostrel

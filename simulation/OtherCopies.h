@@ -23,6 +23,8 @@ public:
     QByteArrayList lose();
     /// Each still has its log as it wrote it.
     bool areIntact() const;
+    /// This text names the log of one of them.
+    bool isNamedIn(const QString &text) const;
 
 private:
     struct Copy {

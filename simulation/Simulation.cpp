@@ -4,6 +4,7 @@
 #include "app/Application.h"
 
 #include <QDialog>
+#include <QListWidget>
 #include <QScopedValueRollback>
 #include <unistd.h>
 
@@ -267,6 +268,11 @@ void Simulation::operate() {
     if (window == nullptr || !window->isVisible() || !(modal != nullptr || started_))
         return;
     judge_.comesUp(*window);
+    if (const auto *logs = window->findChild<QListWidget *>("lstLogFiles")) {
+        for (int row = 0; row < logs->count(); ++row)
+            judge_.require(!others_.isNamedIn(logs->item(row)->text()),
+                           QStringLiteral("the log of another copy is offered"));
+    }
     if (QObject *object = hands_.reachFor(*window)) {
         tell(QStringLiteral("operator: %1 in %2").arg(object->objectName(), window->objectName()));
         judge_.command(object->objectName(), [&] { hands_.use(*window, *object); });
