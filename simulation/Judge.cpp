@@ -95,13 +95,11 @@ Judge::Judge(ProgramFixture &on, SimulatedDisk &disk, std::function<bool()> gone
 void Judge::starts() {
     ++starts_;
     started_ = begun_ = mayEnd_ = false;
-    asked_ = {};
     model_ = StreamModel();
     looks_.clear();
     undecided_ = nullptr;
     unsure_ = false;
     commands_.clear();
-    written_.clear();
     toldFor_.clear();
     boxes_ = saving_ = 0;
     changesSaved_ = 0;
@@ -266,14 +264,16 @@ void Judge::boxComesUp(const MessageBox &box) {
         ledger_.toldOfDamage();
     for (const char *end : endings)
         mayEnd_ |= box.text.contains(QLatin1String(end));
-    asked_.toClear |= box.text.startsWith(QLatin1String("The Chart Recorder Data is NOT"));
-    asked_.toLeave |= box.text.startsWith(QLatin1String("Chart Recorder Data or opened"));
+    if (!commands_.empty()) {
+        commands_.back().askedToClear |= box.text.startsWith(QLatin1String("The Chart Recorder Data is NOT"));
+        commands_.back().askedToLeave |= box.text.startsWith(QLatin1String("Chart Recorder Data or opened"));
+    }
     ++boxes_;
 }
 
 void Judge::boxIsAnswered() {
     --boxes_;
-    causes_ += !commands_.isEmpty(); // Enter held down brings it up again
+    causes_ += !commands_.empty(); // Enter held down brings it up again
 }
 
 void Judge::timePasses(const std::function<void()> &act, bool diskIsSlow) {
@@ -304,17 +304,60 @@ void Judge::catchUp() {
         model_.bringToFront(tabs_->currentIndex());
 }
 
-void Judge::chose(const QString &name, bool toSave) { chosen_ = {name, toSave, on_.prompts.shown.size()}; }
-
-/// Who has chosen a file has it saved or opened, or is told that it is not.
-void Judge::checkChosen(const Chosen &chosen) {
-    if (chosen.name.isEmpty() || on_.prompts.shown.size() > chosen.told)
+void Judge::command(const QString &name, const std::function<void()> &act) {
+    const bool unsaved = model_.recorderChanges > changesSaved_ && recorder_->SampleCount() > 0;
+    commands_.push_back({.name = name,
+                         .told = on_.prompts.shown.size(),
+                         .notes = recorder_->GetNotes(),
+                         .recording = model_.recording,
+                         .unsaved = unsaved,
+                         .front = tabs_->currentIndex(),
+                         .openFiles = openFiles()});
+    ++causes_;
+    mayEnd_ |= QStringLiteral("close end mnuExit cmdExit").split(u' ').contains(name);
+    if (name == QLatin1String("cmdDoneButton") || name == QLatin1String("cmdRecoverButton"))
+        ledger_.decided();
+    act();
+    const Command done = commands_.back();
+    commands_.pop_back();
+    if (!commands_.empty()) { // one that was given from a dialog of another one
+        commands_.back().askedToLeave |= done.askedToLeave;
+        commands_.back().askedToClear |= done.askedToClear;
+    }
+    const bool told = on_.prompts.shown.size() != done.told;
+    for (const QString &file : done.written)
+        saved_.wrote(file, !gone_() && !told);
+    if (on_.process.ended && (name == QLatin1String("close") || name == QLatin1String("mnuExit")))
+        require(!done.unsaved || done.askedToLeave,
+                QStringLiteral("the program has ended without a question, and the recorder is not saved"));
+    if (gone_())
         return;
-    if (chosen.toSave)
-        return require(written_.contains(chosen.name), QStringLiteral("%1 was neither saved nor not").arg(chosen.name));
-    const SavedFile file = readSavedFile(disk_.content(chosen.name));
-    require(file.whole && tabs_->currentIndex() != 0 && equal(file, on_.chart(tabs_->currentIndex()).run().data()),
-            QStringLiteral("%1 was opened as something else").arg(chosen.name));
+    if (name.endsWith(QLatin1String("Clear")))
+        checkCleared(done);
+    else if (recorder_->GetNotes() != done.notes)
+        require(recorder_->GetNotes() == log_->GetNotes(), QStringLiteral("the log has not got the notes"));
+    if (name == QLatin1String("mnuClose") && !told)
+        checkClosed(done);
+    if (started_)
+        checkChosen(done);
+}
+
+void Judge::checkCleared(const Command &done) {
+    const ChartData &run = recorder_->run().data();
+    if (run.samples.size() != 0 || !run.marks.empty() || !run.methodTexts.empty())
+        return;
+    require(!model_.recording || done.recording, QStringLiteral("a recording that has just begun was cleared"));
+    require(!done.unsaved || done.askedToClear, QStringLiteral("the recorder was cleared without a question"));
+    model_.clearRecorder();
+    changesSaved_ = model_.recorderChanges;
+}
+
+void Judge::checkClosed(const Command &done) {
+    QStringList files = done.openFiles;
+    if (openFiles() == files || done.front == 0)
+        return;
+    files.removeAt(done.front - 1);
+    require(openFiles().first(files.size()) == files, QStringLiteral("another file was closed"));
 }
 
 QStringList Judge::openFiles() const {
@@ -324,53 +367,22 @@ QStringList Judge::openFiles() const {
     return files;
 }
 
-void Judge::command(const QString &name, const std::function<void()> &act) {
-    const std::size_t told = on_.prompts.shown.size();
-    const Chosen outerChosen = std::exchange(chosen_, {});
-    const QStringList outer = std::exchange(written_, {});
-    const QString notes = recorder_->GetNotes();
-    const bool wasRecording = model_.recording;
-    if (name == QLatin1String("cmdDoneButton") || name == QLatin1String("cmdRecoverButton"))
-        ledger_.decided();
-    const Asked outerAsked = std::exchange(asked_, {});
-    const bool recorderWasUnsaved = model_.recorderChanges > changesSaved_ && recorder_->SampleCount() > 0;
-    ++causes_;
-    commands_ << name;
-    const int closes = name == QLatin1String("mnuClose") ? tabs_->currentIndex() : 0;
-    QStringList openBefore = openFiles();
-    mayEnd_ |= QStringLiteral("close end mnuExit cmdExit").split(u' ').contains(name);
-    act();
-    if (!gone_() && name.endsWith(QLatin1String("Clear")) && recorderIsEmpty()) {
-        require(!model_.recording || wasRecording, QStringLiteral("a recording that has just begun was cleared"));
-        require(!recorderWasUnsaved || asked_.toClear, QStringLiteral("the recorder was cleared without a question"));
-        model_.clearRecorder();
-        changesSaved_ = model_.recorderChanges;
-    }
-    if (!commands_.isEmpty())
-        commands_.removeLast();
-    if (!gone_() && closes != 0 && on_.prompts.shown.size() == told && openFiles() != openBefore) {
-        openBefore.removeAt(closes - 1);
-        require(openFiles().mid(0, openBefore.size()) == openBefore, QStringLiteral("another file was closed"));
-    }
-    if (!gone_() && started_)
-        checkChosen(chosen_);
-    chosen_ = outerChosen;
-    const bool saved = !gone_() && on_.prompts.shown.size() == told;
-    for (const QString &file : std::as_const(written_))
-        saved_.wrote(file, saved);
-    if (!gone_() && !name.endsWith(QLatin1String("Clear")) && recorder_->GetNotes() != notes)
-        require(recorder_->GetNotes() == log_->GetNotes(), QStringLiteral("the log has not got the notes"));
-    written_ = outer;
-    if (on_.process.ended && (name == QLatin1String("close") || name == QLatin1String("mnuExit")))
-        require(!recorderWasUnsaved || asked_.toLeave,
-                QStringLiteral("the program has ended without a question, and the recorder is not saved"));
-    asked_.toLeave |= outerAsked.toLeave; // within a command another one may have asked, from a dialog
-    asked_.toClear |= outerAsked.toClear;
+void Judge::chose(const QString &name, bool toSave) {
+    if (!commands_.empty())
+        commands_.back().chosen = {name, toSave, on_.prompts.shown.size()};
 }
 
-bool Judge::recorderIsEmpty() const {
-    const ChartData &run = recorder_->run().data();
-    return run.samples.size() == 0 && run.marks.empty() && run.methodTexts.empty();
+/// Who has chosen a file has it saved or opened, or is told that it is not.
+void Judge::checkChosen(const Command &done) {
+    const Chosen &chosen = done.chosen;
+    if (chosen.name.isEmpty() || on_.prompts.shown.size() > chosen.told)
+        return;
+    if (chosen.toSave)
+        return require(done.written.contains(chosen.name),
+                       QStringLiteral("%1 was neither saved nor not").arg(chosen.name));
+    const SavedFile file = readSavedFile(disk_.content(chosen.name));
+    require(file.whole && tabs_->currentIndex() != 0 && equal(file, on_.chart(tabs_->currentIndex()).run().data()),
+            QStringLiteral("%1 was opened as something else").arg(chosen.name));
 }
 
 void Judge::look() {
@@ -454,12 +466,12 @@ void Judge::fileChanged(const QString &name) {
     if (!name.startsWith(QLatin1String(files)) || name.contains(QLatin1String("/.")) || !disk_.has(name))
         return;
     tell_(QStringLiteral("file %1 written").arg(name));
-    require(!commands_.isEmpty() || on_.ComDlg.FileName == on_.path(name),
+    require(!commands_.empty() || on_.ComDlg.FileName == on_.path(name),
             QStringLiteral("%1 is written without a command").arg(name));
-    if (commands_.isEmpty())
+    if (commands_.empty())
         saved_.wrote(name, false); // at the end of the program, which the operator has begun in a box
     else
-        written_ << name;
+        commands_.back().written << name;
     if (name.endsWith(QLatin1String(".txt")))
         return;
     const SavedFile file = readSavedFile(disk_.content(name));
@@ -473,7 +485,7 @@ void Judge::fileChanged(const QString &name) {
 }
 
 void Judge::checkSavedRun(const QString &name, const SavedFile &file) {
-    const QString command = commands_.isEmpty() ? QString() : commands_.last();
+    const QString command = commands_.empty() ? QString() : commands_.back().name;
     const bool stretch = command == QLatin1String("mnuSaveSlectedData");
     const Quillchart &chart = on_.chart(model_.front);
     const QString title =

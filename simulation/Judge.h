@@ -67,10 +67,21 @@ private:
         std::size_t told = 0; ///< boxes before
     };
 
-    /// The questions about a recorder that is not saved.
-    struct Asked {
-        bool toLeave = false;
-        bool toClear = false;
+    /// A command of the operator's that is being carried out.
+    struct Command {
+        QString name;
+        // Before.
+        std::size_t told = 0; ///< boxes
+        QString notes{};
+        bool recording = false;
+        bool unsaved = false; ///< the recorder
+        int front = 0;        ///< tab
+        QStringList openFiles{};
+        // Meanwhile.
+        QStringList written{};
+        Chosen chosen{};
+        bool askedToLeave = false; ///< although the recorder is not saved
+        bool askedToClear = false;
     };
 
     void watchPort();
@@ -78,11 +89,12 @@ private:
     void watchCommands();
     void onCommand(const char *actions, const std::function<void()> &act);
     void catchUp();
-    void checkChosen(const Chosen &chosen);
     void compare(StreamModel::Side &side, const Quillchart &chart);
     void compareCommands();
     void compareView();
-    bool recorderIsEmpty() const;
+    void checkCleared(const Command &done);
+    void checkClosed(const Command &done);
+    void checkChosen(const Command &done);
     QStringList openFiles() const;
     void fileChanged(const QString &name);
     void checkSavedRun(const QString &name, const SavedFile &saved);
@@ -114,11 +126,8 @@ private:
     qint64 lastLogTick_ = 0;
 
     // Commands and boxes.
-    QStringList commands_;                           ///< that are being carried out, the innermost last
-    QStringList written_;                            ///< files, by the innermost
-    Chosen chosen_;                                  ///< during a command
+    std::vector<Command> commands_;                  ///< the innermost last
     qint64 changesSaved_ = 0;                        ///< of the model's, by the last save of the recorder
-    Asked asked_;                                    ///< during a command
     bool mayEnd_ = false;                            ///< somebody has asked for it, or it cannot go on
     int boxes_ = 0;                                  ///< that are up
     int saving_ = 0;                                 ///< ticks of the log that are going on
