@@ -234,6 +234,8 @@ void Judge::onCommand(const char *actions, const std::function<void()> &act) {
 void Judge::comesUp(const QWidget &window) {
     if (window.objectName() == QLatin1String("frmDataRecovery"))
         ledger_.offered();
+    if (const auto *cmdExit = window.findChild<QAbstractButton *>("cmdExit")) // by a key too
+        QObject::connect(cmdExit, &QAbstractButton::pressed, cmdExit, [this] { mayEnd_ = true; });
     if (window.objectName() == QLatin1String("frmSetup")) {
         const auto *cmdOk = window.findChild<QAbstractButton *>("cmdOk");
         QObject::connect(cmdOk, &QAbstractButton::pressed, cmdOk, [this] { model_.choosePort(); });
