@@ -110,6 +110,7 @@ void Judge::starts() {
     watchCommands();
     lamp_ = find<Led>("ShapeReciveLed");
     tabs_ = find<QTabBar>("TabChart");
+    fullView_ = find<OptionButton>("optTimeAxis(0)");
     // A tab that is none brings that in front to the front once more.
     QObject::connect(tabs_, &QTabBar::currentChanged, tabs_, [this] { model_.bringToFront(tabs_->currentIndex()); });
     recorder_ = &on_.chart(recorderChart);
@@ -461,6 +462,12 @@ void Judge::compareView() {
     require(chart.UvAxisMin() < chart.UvAxisMax() && chart.CondAxisMin() < chart.CondAxisMax() &&
                 chart.TimeAxisMin() < chart.TimeAxisMax(),
             QStringLiteral("an axis has no length"));
+    require(!fullView_->Value() || (chart.TimeAxisMin() == 0 && chart.TimeAxisMax() >= chart.GetLastTime()),
+            QStringLiteral("the full view of chart %1 goes from %2 to %3 of %4")
+                .arg(model_.front)
+                .arg(double(chart.TimeAxisMin()))
+                .arg(double(chart.TimeAxisMax()))
+                .arg(double(chart.GetLastTime())));
 }
 
 /// A file has got its name: when the operator saves one, it holds what the chart holds at this moment.

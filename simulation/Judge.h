@@ -115,6 +115,7 @@ private:
     std::map<const CommandRow *, std::vector<const QAction *>> actionsOf_;
     const Led *lamp_ = nullptr;
     const QTabBar *tabs_ = nullptr;
+    const OptionButton *fullView_ = nullptr;
     const Quillchart *recorder_ = nullptr;
     const Quillchart *log_ = nullptr;
     bool begun_ = false; ///< the port has brought something

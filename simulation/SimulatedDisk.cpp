@@ -158,6 +158,7 @@ int SimulatedDisk::remove(const char *path) {
 }
 
 int SimulatedDisk::makeFolder(const char *path, mode_t mode) {
+    isAsked(nameOf(path) + u'/');
     if (refusesToWrite() || FileOperations::makeFolder(path, mode) != 0)
         return -1;
     entries_.try_emplace(nameOf(path));

@@ -48,7 +48,7 @@ public:
     int failures = 0;              ///< so far
     std::function<void()> flushes; ///< time passes
     std::function<void()> dies;
-    std::function<void(const QString &name)> asked; ///< to write this file, whether it can or not
+    std::function<void(const QString &name)> asked; ///< to write this file or folder, whether it can or not
     /// A file has its name and its content now, or neither any more. Names are those below the folder.
     std::function<void(const QString &name)> changed;
 

@@ -160,9 +160,11 @@ void Quillchart::mouseMoveEvent(QMouseEvent *event) {
     if (image_.isNull())
         return;
     const QRectF plot = image_.layout().plot;
+    if (gesture_.active() && !event->buttons().testFlag(Qt::LeftButton))
+        endGesture(); // the button went up where this chart was not told of it: over a box, say
     if (gesture_.active()) {
         const QRectF before = gesture_.rectangle();
-        gesture_.move(event->position());
+        gesture_.move(event->position(), plot);
         update(before.united(gesture_.rectangle()).toAlignedRect().adjusted(-1, -1, 1, 1));
     }
     point(plot.contains(event->position()) ? std::optional(event->position().x()) : std::nullopt);
@@ -171,7 +173,7 @@ void Quillchart::mouseMoveEvent(QMouseEvent *event) {
 void Quillchart::mouseReleaseEvent(QMouseEvent *event) {
     if (event->button() != Qt::LeftButton || !gesture_.active())
         return QWidget::mouseReleaseEvent(event);
-    gesture_.move(event->position());
+    gesture_.move(event->position(), image_.layout().plot);
     const std::optional<QRectF> rectangle = gesture_.release();
     update();
     if (rectangle)

@@ -3,11 +3,20 @@
 
 #include "base/Int16.h"
 
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 namespace ostrel {
 
@@ -40,11 +49,9 @@ bool letterWithControl(const QKeyEvent &key) {
 }
 
 /// The Ctrl keys that an entry handles itself and the menus do not get.
-bool editingKey(const QKeyEvent &key, bool somethingSelected) {
-    if (key.matches(QKeySequence::Copy))
-        return somethingSelected;
-    return key.matches(QKeySequence::Cut) || key.matches(QKeySequence::Paste) || key.matches(QKeySequence::Undo) ||
-           key.matches(QKeySequence::Redo) || key.matches(QKeySequence::SelectAll);
+bool editingKey(const QKeyEvent &key) {
+    return key.matches(QKeySequence::Copy) || key.matches(QKeySequence::Cut) || key.matches(QKeySequence::Paste) ||
+           key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo) || key.matches(QKeySequence::SelectAll);
 }
 
 /// The operator moved to the control. A box or menu that closes does not count.
@@ -62,7 +69,7 @@ bool EntryLine::refuses(const QString &typed) const {
 bool EntryLine::event(QEvent *event) {
     if (event->type() == QEvent::ShortcutOverride) {
         const auto &key = static_cast<const QKeyEvent &>(*event);
-        if (letterWithControl(key) && !editingKey(key, hasSelectedText())) {
+        if (letterWithControl(key) && !editingKey(key)) {
             event->ignore();
             return true;
         }
@@ -74,6 +81,12 @@ bool EntryLine::event(QEvent *event) {
             return true;
         }
     }
+    if (numeric && event->type() == QEvent::KeyPress &&
+        static_cast<const QKeyEvent &>(*event).matches(QKeySequence::Paste)) {
+        type(QGuiApplication::clipboard()->text());
+        event->accept();
+        return true;
+    }
     // An input method delivers characters instead of keys.
     if (KeyPress && event->type() == QEvent::InputMethod &&
         refuses(static_cast<const QInputMethodEvent &>(*event).commitString())) {
@@ -81,6 +94,66 @@ bool EntryLine::event(QEvent *event) {
         return true;
     }
     return QLineEdit::event(event);
+}
+
+/// Puts the text in place of what is selected, as if it were typed: all of it or nothing, since a number that lost a
+/// character is another one.
+void EntryLine::type(const QString &text) {
+    const QString before = this->text();
+    const int start = SelStart();
+    const int selected = int(selectedText().size());
+    for (const QChar c : text.trimmed()) {
+        const bool fits = c >= u' ' && (hasSelectedText() || this->text().size() < maxLength());
+        if (fits && (!KeyPress || KeyPress(c.unicode()) != keyRefused)) {
+            insert(c);
+            continue;
+        }
+        QLineEdit::setText(before);
+        selected > 0 ? setSelection(start, selected) : setCursorPosition(start);
+        Q_EMIT textEdited(before);
+        return;
+    }
+}
+
+void EntryLine::focusInEvent(QFocusEvent *event) {
+    QLineEdit::focusInEvent(event);
+    focusByClick_ = event->reason() == Qt::MouseFocusReason;
+}
+
+void EntryLine::mousePressEvent(QMouseEvent *event) {
+    if (numeric && event->button() == Qt::MiddleButton)
+        return event->accept(); // pastes when it is released
+    QLineEdit::mousePressEvent(event);
+}
+
+void EntryLine::mouseReleaseEvent(QMouseEvent *event) {
+    if (numeric && event->button() == Qt::MiddleButton) {
+        setCursorPosition(cursorPositionAt(event->position().toPoint()));
+        return type(QGuiApplication::clipboard()->text(QClipboard::Selection));
+    }
+    QLineEdit::mouseReleaseEvent(event);
+    // Only now, since a press places the cursor. A drag that has selected a part stays.
+    if (std::exchange(focusByClick_, false) && numeric && !hasSelectedText())
+        selectAll();
+}
+
+void EntryLine::contextMenuEvent(QContextMenuEvent *event) {
+    QMenu *menu = createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (auto *paste = menu->findChild<QAction *>(QStringLiteral("edit-paste")); paste && numeric) {
+        paste->disconnect();
+        connect(paste, &QAction::triggered, this, [this] { type(QGuiApplication::clipboard()->text()); });
+    }
+    menu->popup(event->globalPos());
+}
+
+void EntryLine::dropEvent(QDropEvent *event) {
+    if (!numeric)
+        return QLineEdit::dropEvent(event);
+    setCursorPosition(cursorPositionAt(event->position().toPoint()));
+    event->setDropAction(Qt::CopyAction); // or the source would lose a text that is not taken
+    event->accept();
+    type(event->mimeData()->text());
 }
 
 TextEntry::TextEntry(QWidget *parent) : EntryLine(parent) {
@@ -96,7 +169,7 @@ void TextEntry::setText(const QString &text) {
 }
 
 void TextEntry::focusInEvent(QFocusEvent *event) {
-    QLineEdit::focusInEvent(event);
+    EntryLine::focusInEvent(event);
     if (cameFromAnotherControl(*event))
         run(GotFocus);
 }
@@ -128,6 +201,7 @@ ComboEntry::ComboEntry(QWidget *parent) : DropDownList(parent), line_(new EntryL
     setCompleter(nullptr);
     // When the entry is left, Qt treats a typed value that is in the list as a pick. Here it stays typed.
     disconnect(line_, &QLineEdit::editingFinished, this, nullptr);
+    line_->numeric = true;
     line_->KeyPress = [this](int KeyAscii) { return KeyPress ? KeyPress(KeyAscii) : KeyAscii; };
     connect(line_, &QLineEdit::textEdited, this, [this] { run(Change); });
 }
@@ -152,8 +226,14 @@ void ComboEntry::addItemQuietly(const QString &text) {
 
 OptionButton::OptionButton(QWidget *parent) : QRadioButton(parent) {
     connect(this, &QRadioButton::toggled, this, [this](bool on) {
+        wasChosen_ = false;
         if (on)
             run(Click);
+    });
+    connect(this, &QRadioButton::pressed, this, [this] { wasChosen_ = isChecked(); });
+    connect(this, &QRadioButton::clicked, this, [this] {
+        if (wasChosen_)
+            run(ClickAgain);
     });
 }
 
@@ -214,15 +294,18 @@ void ScrollEntry::changing(Setter &&set) {
 }
 
 void ScrollEntry::setMax(int max) {
-    max_ = Int16(max);
+    const int held = Int16(max);
     changing([&] {
-        setInvertedAppearance(max < 0);
-        QScrollBar::setRange(std::min(0, max), std::max(0, max));
+        const int value = Value();
+        max_ = held;
+        QScrollBar::setRange(0, std::abs(held));
+        if (Value() != value) // otherwise a drag goes on
+            QScrollBar::setValue(held < 0 ? -value : value);
     });
 }
 
 void ScrollEntry::setValue(int value) {
-    changing([held = Int16(value), this] { QScrollBar::setValue(held); });
+    changing([held = Int16(value), this] { QScrollBar::setValue(max_ < 0 ? -held : int(held)); });
 }
 
 void ScrollEntry::focusInEvent(QFocusEvent *event) {

@@ -23,23 +23,33 @@ inline constexpr int keyRefused = 0;
 /// shortcuts (Ctrl+C, Ctrl+V) never go there.
 using KeyFilter = std::function<int(int KeyAscii)>;
 
-/// An entry line. It takes Ctrl+C only while something is selected, and otherwise only the usual Ctrl keys for editing:
-/// all others are the menus' shortcuts.
+/// An entry line. It takes the usual Ctrl keys for editing; all others are the menus' shortcuts.
 class EntryLine : public QLineEdit {
     Q_OBJECT
 public:
     using QLineEdit::QLineEdit;
 
     KeyFilter KeyPress;
+    /// An entry for a number: what is pasted or dropped goes in only if the key filter lets every character through,
+    /// one after the other, and a click that brings the focus selects all of it, as Tab does.
+    bool numeric = false;
 
     /// The start of the selection, or the place of the cursor when nothing is selected.
     int SelStart() const { return hasSelectedText() ? selectionStart() : cursorPosition(); }
 
 protected:
     bool event(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     bool refuses(const QString &typed) const;
+    void type(const QString &text);
+
+    bool focusByClick_ = false; ///< the mouse button is still down
 };
 
 /// An entry that a key filter may inspect.
@@ -111,10 +121,14 @@ class OptionButton : public QRadioButton {
 public:
     explicit OptionButton(QWidget *parent = nullptr);
 
-    std::function<void()> Click; ///< runs when the option becomes the chosen one, by hand or by setValue
+    std::function<void()> Click;      ///< runs when the option becomes the chosen one, by hand or by setValue
+    std::function<void()> ClickAgain; ///< runs when the operator clicks the option that is the chosen one
 
     bool Value() const { return isChecked(); }
     void setValue(bool on);
+
+private:
+    bool wasChosen_ = false; ///< when the button was pressed
 };
 
 /// A box to tick.
@@ -155,7 +169,7 @@ public:
 
     int Max() const { return max_; }
     void setMax(int max); ///< raises overflow (6) outside 16 bits
-    int Value() const { return sliderPosition(); }
+    int Value() const { return max_ < 0 ? -sliderPosition() : sliderPosition(); }
     void setValue(int value); ///< held within the range; raises overflow (6) outside 16 bits
     int LargeChange() const { return pageStep(); }
     void setLargeChange(int minutes) { setPageStep(minutes); }
@@ -169,7 +183,7 @@ private:
     template <typename Setter>
     void changing(Setter &&set);
 
-    int max_ = 0;
+    int max_ = 0; ///< Qt's own range goes from 0 to its amount: so arrows, trough, wheel and thumb run towards it
 };
 
 } // namespace ostrel

@@ -45,6 +45,9 @@ void ChartTabs::TabChart_Click() {
     if (controls_.optTimeAxis[1]->Value())
         time_.EnableScrollBar();
     time_.ShowAxisState();
+    // A file shows the stretch that it was saved with, and the recorder moves with the option of the tab in front.
+    if (tabs_.FullView[tab] && !time_.showsWholeRun())
+        time_.SetFullView();
 }
 
 // In a tab's text "&" marks an access key, so it is doubled here.

@@ -30,6 +30,7 @@ TimeAxis::TimeAxis(TabStates &tabs, const RunState &run, const Charts &charts, c
 void TimeAxis::attach() {
     for (int i = 0; i < 2; ++i)
         controls_.optTimeAxis[i]->Click = [this, i] { optTimeAxis_Click(i); };
+    controls_.optTimeAxis[0]->ClickAgain = [this] { SetFullView(); };
     for (int i = 0; i < tabCount; ++i) {
         bars_[i].Change = [this, i] { ScrollChart_Change(i); };
         bars_[i].Scroll = [this, i] { ScrollChart_Scroll(i); };
@@ -57,6 +58,11 @@ void TimeAxis::SetFullView() {
     bar().setEnabled(false);
     controls_.txtChartTime->setEnabled(false);
     tabs_.FullView[tabs_.CurrentChart] = true;
+}
+
+bool TimeAxis::showsWholeRun() const {
+    const Run &C = chart();
+    return C.TimeAxisMin() == 0 && C.TimeAxisMax() >= C.GetLastTime();
 }
 
 void TimeAxis::EnableScrollBar() { bar().setEnabled(tabs_.CurrentChart != recorderChart || !run_.Recording); }
@@ -163,7 +169,10 @@ void TimeAxis::Chart_Zoomed(float ZoomedTimeFrom, float ZoomedTimeTo, float UvMi
 
 void TimeAxis::Chart_Unzoomed() {
     tabs_.Zoomed[tabs_.CurrentChart] = false;
-    controls_.optTimeAxis[0]->setValue(true);
+    if (isWindowChosen())
+        controls_.optTimeAxis[0]->setValue(true);
+    else
+        SetFullView(); // the axes from before the zoom may be those of a window
     const Run &C = chart();
     tabs_.currentView() = chartViewOf(C, tabs_.WindowMinutes[tabs_.CurrentChart]);
     SetScrollRange(rounded32(C.TimeAxisMin()));

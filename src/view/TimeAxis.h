@@ -27,6 +27,8 @@ public:
     /// The stretch of time that is shown.
     void GetZoomedTime(float &ZoomedTimeFrom, float &ZoomedTimeTo) const;
     void SetFullView();
+    /// The chart in front shows its run from the beginning, with nothing before it, to the end.
+    bool showsWholeRun() const;
     /// The recorder's bar stays disabled during a recording: then the live view moves the window.
     void EnableScrollBar();
     /// Fits the bar to the run and the window, and moves it to `Value` minutes; see ScrollBars::fit.

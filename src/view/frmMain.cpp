@@ -175,12 +175,14 @@ void frmMain::buildPanels() {
     for (int i = 0; i < 2; ++i) {
         axis_.cmbYAxis[i] = builder.control<ComboEntry>(arrayName("cmbYAxis", i));
         axis_.txtYAxisMin[i] = builder.control<TextEntry>(arrayName("txtYAxisMin", i));
+        axis_.txtYAxisMin[i]->numeric = true;
         axis_.cmdSet[i] = builder.control<CommandButton>(arrayName("cmdSet", i));
         axis_.cmdSet[i]->setEnabled(false);
         time_.optTimeAxis[i] = builder.control<OptionButton>(arrayName("optTimeAxis", i));
     }
     time_.optTimeAxis[0]->setValue(true);
     time_.txtChartTime = builder.control<TextEntry>(QStringLiteral("txtChartTime"));
+    time_.txtChartTime->numeric = true;
     time_.txtChartTime->setMaxLength(MainWindowTables::longestChartTime);
     time_.cmdSetTime = builder.control<CommandButton>(QStringLiteral("cmdSetTime"));
     time_.cmdSetTime->setEnabled(false);
@@ -278,6 +280,15 @@ void frmMain::keyPressEvent(QKeyEvent *event) {
         quillcharts_[front_]->leaveZoom();
     else
         QMainWindow::keyPressEvent(event);
+}
+
+/// A control that is disabled while it has the focus gives it to the chart: in a neighbour the next key would change a
+/// value.
+bool frmMain::focusNextPrevChild(bool next) {
+    if (focusWidget() == nullptr || focusWidget()->isEnabled())
+        return QMainWindow::focusNextPrevChild(next);
+    focusChart();
+    return true;
 }
 
 } // namespace ostrel

@@ -52,9 +52,27 @@ TEST_F(Operated, aRectangleZoomsAllThreeAxesAndADoubleClickLeaves) {
     EXPECT_EQ(axesLeftTo, std::vector{AxisValues()});
 }
 
-TEST_F(Operated, aClickAFlatRectangleAndOneBesideThePlotDoNotZoom) {
-    drag({300, 100}, {303, 102});
+TEST_F(Operated, aFlatRectangleZoomsTimeAloneAndASteepOneTheValues) {
     drag({300, 100}, {500, 103});
+    const AxisValues flat = axes();
+    EXPECT_EQ(flat, (AxisValues{.timeMin = flat.timeMin, .timeMax = flat.timeMax}));
+    EXPECT_LT(flat.timeMax - flat.timeMin, 5);
+    drag({300, 100}, {303, 200});
+    EXPECT_TRUE(axes().timeMin == flat.timeMin && axes().timeMax == flat.timeMax);
+    EXPECT_TRUE(axes().uvMax < flat.uvMax && axes().condMin > flat.condMin);
+}
+
+TEST_F(Operated, aRectangleEndsWhenItsButtonIsUpWhereverThatWas) {
+    begin({300, 100}, {500, 250});
+    QMouseEvent passing(QEvent::MouseMove, QPointF(400, 200), chart.mapToGlobal(QPointF(400, 200)), Qt::NoButton,
+                        Qt::NoButton, {});
+    QCoreApplication::sendEvent(&chart, &passing);
+    QTest::mouseRelease(&chart, Qt::LeftButton, {}, {500, 250});
+    EXPECT_EQ(zooms, 0);
+}
+
+TEST_F(Operated, aClickAndARectangleBesideThePlotDoNotZoom) {
+    drag({300, 100}, {303, 102});
     drag({5, 5}, {500, 200});
     EXPECT_EQ(zooms, 0);
     drag({300, 100}, {5000, -50}); // past the edge: the rectangle ends there

@@ -4,6 +4,9 @@
 #include "forms/FormBuilder.h"
 #include "forms/FormPlaces.h"
 
+#include <QClipboard>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QTest>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
@@ -66,6 +69,28 @@ TEST_F(ControlsTest, ComboTellsPicksAndTypedTextApart) {
     combo.selectWhole();
     EXPECT_EQ(toldBy([&] { QTest::keyClicks(&combo, "2.000\r"); }), "ccccc"); // of the list, and stays typed
     EXPECT_EQ(toldBy([&] { button.setFocus(); }), "");
+}
+
+TEST_F(ControlsTest, ABarRunsTheWayItIsDrawnAlsoBelowZero) {
+    bar.resize(200, 20);
+    bar.show();
+    for (const int sign : {1, -1}) {
+        bar.setMax(sign * 100);
+        bar.setSmallChange(1);
+        bar.setLargeChange(10);
+        bar.setValue(sign * 50);
+        const auto clickAt = [&](QPoint place) {
+            QTest::mouseClick(&bar, Qt::LeftButton, {}, place);
+            return bar.Value() * sign;
+        };
+        EXPECT_EQ(clickAt({195, 10}), 51) << sign;
+        EXPECT_EQ(clickAt({5, 10}), 50) << sign;
+        EXPECT_EQ(clickAt({170, 10}), 60) << sign;
+        EXPECT_EQ(clickAt({30, 10}), 50) << sign;
+        QWheelEvent down({5, 5}, bar.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&bar, &down);
+        EXPECT_GT(bar.Value() * sign, 50) << sign;
+    }
 }
 
 TEST_F(ControlsTest, ListTellsPicksButNoPassingWheel) {
@@ -134,7 +159,32 @@ TEST_F(ControlsTest, CharactersEnterAndBackspaceAskTheFilterAndPastingDoesNot) {
     EXPECT_EQ(text.Text(), "cabc1");
 }
 
-TEST_F(ControlsTest, CopyingWinsOverTheWindowOnlyWithASelectionAndExportNever) {
+TEST_F(ControlsTest, ANumericEntryTakesAPasteWholeOrNotAtAllAndAClickSelectsItWhole) {
+    window.show();
+    text.numeric = true;
+    text.setMaxLength(5);
+    text.KeyPress = [](int KeyAscii) { return KeyAscii > '9' ? keyRefused : KeyAscii; };
+    text.setText("-0.2");
+    const auto pasted = [&](const QString &what) {
+        QGuiApplication::clipboard()->setText(what);
+        QTest::keyClick(&text, Qt::Key_V, Qt::ControlModifier);
+        return text.Text();
+    };
+    button.setFocus();
+    QTest::mouseClick(&text, Qt::LeftButton, {}, {20, 5});
+    EXPECT_EQ(text.SelText(), "-0.2");
+    EXPECT_EQ(pasted("1e-3"), "-0.2");
+    EXPECT_EQ(text.SelText(), "-0.2");
+    EXPECT_EQ(pasted(" 0.5\n"), "0.5");
+    EXPECT_EQ(pasted("123"), "0.5"); // too long
+    QMimeData dropped;
+    dropped.setText("7x");
+    QDropEvent drop({20, 5}, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&text, &drop);
+    EXPECT_EQ(text.Text(), "0.5");
+}
+
+TEST_F(ControlsTest, CopyingWinsOverTheWindowAndExportNever) {
     window.addAction("Close", QKeySequence("Ctrl+C"), [&] { told += 'C'; });
     window.addAction("Export", QKeySequence("Ctrl+E"), [&] { told += 'E'; });
     text.setText("1");
@@ -142,9 +192,7 @@ TEST_F(ControlsTest, CopyingWinsOverTheWindowOnlyWithASelectionAndExportNever) {
     told.clear();
     QTest::keyClick(&text, Qt::Key_C, Qt::ControlModifier);
     QTest::keyClick(&text, Qt::Key_E, Qt::ControlModifier);
-    text.selectWhole();
-    QTest::keyClick(&text, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(told, "CE");
+    EXPECT_EQ(told, "E");
 }
 
 TEST(FormPlaces, MakeRoomForLargerTextsInTheirRowAndKeepRowsTogether) {

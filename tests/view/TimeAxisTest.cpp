@@ -114,6 +114,40 @@ TEST_F(TimeAxisTest, ZoomIsTakenOverAndLeft) {
     EXPECT_EQ(axes(), "0 to 60 2.000 -0.200 500.0 0.0 10.0");
 }
 
+TEST_F(TimeAxisTest, FullViewShowsTheWholeRunHoweverItIsComeBy) {
+    give(60);
+    chart(0).run().setTimeAxisMax(20);
+    chooseFullView(); // it is chosen already
+    EXPECT_EQ(shown(), "0 to 60");
+
+    chooseWindow();
+    zoom(0, 5, 8);
+    chooseFullView();
+    chart(0).run().setAxes({.timeMin = 5, .timeMax = 15}); // of the window before the zoom
+    Q_EMIT chart(0).Unzoomed(0);
+    EXPECT_EQ(shown(), "0 to 60");
+
+    lay("a.chd", 30);
+    RunDocument part;
+    ASSERT_TRUE(part.LoadDataFile(path("a.chd")));
+    part.setTimeAxisMin(10);
+    part.setTimeAxisMax(15);
+    ASSERT_TRUE(part.SaveDataFile(path("a.chd")));
+    open("a.chd");
+    EXPECT_EQ(shown(1), "0 to 30");
+    ASSERT_TRUE(part.LoadDataFile(path("a.chd")));
+    EXPECT_EQ(part.TimeAxisMin(), 10); // the file keeps its stretch
+}
+
+TEST_F(TimeAxisTest, AnEntryThatIsDisabledGivesTheFocusToTheChart) {
+    give(60);
+    chooseWindow();
+    const auto *window = find<QWidget>("frmMain");
+    ASSERT_EQ(window->focusWidget()->objectName(), "txtChartTime");
+    find<OptionButton>("optTimeAxis(0)")->setValue(true);
+    EXPECT_EQ(window->focusWidget(), &chart(0));
+}
+
 TEST_F(TimeAxisTest, EachTabComesBackWithItsTimeModeAndItsScales) {
     give(60);
     open("a.chd", 30);

@@ -13,8 +13,20 @@ void ZoomGesture::press(const QPointF &place, const QRectF &plot) {
     start_ = end_ = place;
 }
 
-void ZoomGesture::move(const QPointF &place) {
+void ZoomGesture::move(const QPointF &place, const QRectF &plot) {
+    plot_ = plot;
     end_ = {std::clamp(place.x(), plot_.left(), plot_.right()), std::clamp(place.y(), plot_.top(), plot_.bottom())};
+}
+
+QRectF ZoomGesture::rectangle() const {
+    QRectF rectangle = drawn();
+    const bool flat = rectangle.height() < least;
+    const bool steep = rectangle.width() < least;
+    if (flat && !steep)
+        rectangle.setCoords(rectangle.left(), plot_.top(), rectangle.right(), plot_.bottom());
+    else if (steep && !flat)
+        rectangle.setCoords(plot_.left(), rectangle.top(), plot_.right(), rectangle.bottom());
+    return rectangle;
 }
 
 std::optional<QRectF> ZoomGesture::release() {
@@ -44,15 +56,22 @@ Ends apart(double from, double to, double least) {
 } // namespace
 
 AxisValues axesOf(const QRectF &rectangle, const PlotLayout &layout) {
-    const Ends uv = apart(layout.uv.value(rectangle.bottom()), layout.uv.value(rectangle.top()), 0.0001);
-    const Ends cond = apart(layout.cond.value(rectangle.bottom()), layout.cond.value(rectangle.top()), 0.01);
-    const Ends time = apart(layout.time.value(rectangle.left()), layout.time.value(rectangle.right()), 0.01);
-    return {.uvMin = uv.min,
-            .uvMax = uv.max,
-            .condMin = cond.min,
-            .condMax = cond.max,
-            .timeMin = time.min,
-            .timeMax = time.max};
+    const QRectF &plot = layout.plot;
+    AxisValues axes = layout.axes;
+    if (rectangle.top() > plot.top() || rectangle.bottom() < plot.bottom()) {
+        const Ends uv = apart(layout.uv.value(rectangle.bottom()), layout.uv.value(rectangle.top()), 0.0001);
+        const Ends cond = apart(layout.cond.value(rectangle.bottom()), layout.cond.value(rectangle.top()), 0.01);
+        axes.uvMin = uv.min;
+        axes.uvMax = uv.max;
+        axes.condMin = cond.min;
+        axes.condMax = cond.max;
+    }
+    if (rectangle.left() > plot.left() || rectangle.right() < plot.right()) {
+        const Ends time = apart(layout.time.value(rectangle.left()), layout.time.value(rectangle.right()), 0.01);
+        axes.timeMin = time.min;
+        axes.timeMax = time.max;
+    }
+    return axes;
 }
 
 } // namespace ostrel

@@ -10,23 +10,27 @@
 
 namespace ostrel {
 
-/// The rectangle that the operator draws on the plot to zoom in.
+/// The rectangle that the operator draws on the plot to zoom in. A flat one, lower than 8 logical pixels, means the
+/// time axis alone, a steep one, narrower than that, the value axes alone; what is both is a click.
 class ZoomGesture {
 public:
     /// Begins a rectangle at a place in the plot. A place outside begins none.
     void press(const QPointF &place, const QRectF &plot);
-    void move(const QPointF &place);
+    void move(const QPointF &place, const QRectF &plot);
     /// Ends the gesture. Returns the rectangle if it is large enough to be intended.
     std::optional<QRectF> release();
     void cancel() { active_ = false; }
 
     bool active() const { return active_; }
-    /// The rectangle from the place of the press to the pointer, within the plot.
-    QRectF rectangle() const { return QRectF(start_, end_).normalized(); }
-    bool largeEnough() const { return rectangle().width() >= least && rectangle().height() >= least; }
+    bool largeEnough() const { return drawn().width() >= least || drawn().height() >= least; }
+    /// From the place of the press to the pointer, within the plot; as high as the plot when it is flat, as wide when
+    /// it is steep.
+    QRectF rectangle() const;
 
 private:
-    static constexpr double least = 8; // logical pixels; less counts as a click
+    static constexpr double least = 8;
+
+    QRectF drawn() const { return QRectF(start_, end_).normalized(); }
 
     bool active_ = false;
     QRectF plot_;
@@ -34,8 +38,9 @@ private:
     QPointF end_;
 };
 
-/// The axes that show a rectangle of the plot. Each axis has a least length, so that its values can be told apart: 0.01
-/// minute, 0.0001 AU, 0.01 mS/cm, and never less than 256 steps of a float.
+/// The axes that show a rectangle of the plot; along one as long as the plot they stay as they are. Each axis has a
+/// least length, so that its values can be told apart: 0.01 minute, 0.0001 AU, 0.01 mS/cm, and never less than 256
+/// steps of a float.
 AxisValues axesOf(const QRectF &rectangle, const PlotLayout &layout);
 
 } // namespace ostrel
