@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <vector>
@@ -72,6 +73,31 @@ bool Hands::reflex(QWidget &window) {
     return true;
 }
 
+void Hands::useChart(Quillchart &chart) {
+    constexpr Qt::KeyboardModifier modifiers[] = {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier};
+    constexpr Qt::Key keys[] = {Qt::Key_Left,  Qt::Key_Right,    Qt::Key_Up,     Qt::Key_Down,     Qt::Key_PageUp,
+                                Qt::Key_Home,  Qt::Key_PageDown, Qt::Key_End,    Qt::Key_Plus,     Qt::Key_Minus,
+                                Qt::Key_Space, Qt::Key_Return,   Qt::Key_Escape, Qt::Key_Backspace};
+    const QPoint from(chance_(chart.width()), chance_(chart.height()));
+    const int times = 1 + chance_(5);
+    const int way = chance_(3);
+    for (int i = 0; way == 0 && i < times; ++i)
+        QTest::keyClick(&chart, keys[chance_(std::size(keys))], modifiers[chance_(2)]);
+    for (int i = 0; way == 1 && i < times; ++i) {
+        QWheelEvent wheel(from, chart.mapToGlobal(from), {}, {0, chance_.oneIn(2) ? 120 : -120}, {},
+                          modifiers[chance_(std::size(modifiers))], Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&chart, &wheel);
+    }
+    if (way != 2)
+        return;
+    const QPoint to = from + QPoint(chance_(200), chance_(100));
+    QTest::mousePress(&chart, Qt::LeftButton, {}, from);
+    QTest::mouseMove(&chart, to);
+    QTest::mouseRelease(&chart, Qt::LeftButton, {}, to);
+    if (chance_.oneIn(3))
+        QTest::mouseDClick(&chart, Qt::LeftButton, {}, from);
+}
+
 void Hands::useWidget(QWidget &widget) {
     if (auto *entry = dynamic_cast<EntryText *>(&widget)) {
         constexpr const char *texts[] = {"0", "0.5", "12", "2.000", "-0.2", "9999", "", "Sys A"};
@@ -86,14 +112,8 @@ void Hands::useWidget(QWidget &widget) {
     } else if (auto *list = qobject_cast<QListWidget *>(&widget)) {
         if (list->count() > 0)
             list->item(chance_(list->count()))->setCheckState(Qt::Checked);
-    } else if (qobject_cast<Quillchart *>(&widget)) {
-        const QPoint from(chance_(widget.width()), chance_(widget.height()));
-        const QPoint to = from + QPoint(chance_(200), chance_(100));
-        QTest::mousePress(&widget, Qt::LeftButton, {}, from);
-        QTest::mouseMove(&widget, to);
-        QTest::mouseRelease(&widget, Qt::LeftButton, {}, to);
-        if (chance_.oneIn(3))
-            QTest::mouseDClick(&widget, Qt::LeftButton, {}, from);
+    } else if (auto *chart = qobject_cast<Quillchart *>(&widget)) {
+        useChart(*chart);
     } else {
         const QPoint spot(8, widget.height() / 2);
         QTest::mouseClick(&widget, Qt::LeftButton, {}, spot);

@@ -8,6 +8,8 @@ class QWidget;
 
 namespace ostrel {
 
+class Quillchart;
+
 /// The operator's hands.
 class Hands {
 public:
@@ -21,6 +23,7 @@ public:
 private:
     bool reflex(QWidget &window);
     void useWidget(QWidget &widget);
+    void useChart(Quillchart &chart);
 
     Chance &chance_;
 };

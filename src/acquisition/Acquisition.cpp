@@ -21,7 +21,7 @@ Acquisition::Acquisition(const Uses &on)
       setup(on.ComPort, on.CommTmp, *on.timers.CheckComData, on.values.options, on.values.link, on.prompts),
       search(setup, on.ComPort, *on.timers.CheckComData, on.values.options, on.values.identity, on.dialog, on.prompts,
              on.commands, on.errors),
-      ComPort_(on.ComPort), timers_(on.timers), recorder_(on.recorder) {}
+      ComPort_(on.ComPort), timers_(on.timers), recorder_(on.recorder), run_(on.values.run), window_(on.window) {}
 
 void Acquisition::bind(Commands &commands, const Guard &guard) {
     commands.bind(QStringLiteral("mnuStart"), [this] { session.mnuStart_Click(); });
@@ -31,8 +31,13 @@ void Acquisition::bind(Commands &commands, const Guard &guard) {
     ComPort_.setRThreshold(bytesToRaise);
     ComPort_.OnComm = guard("ComPort_OnComm", [this] { receiver.ComPort_OnComm(); });
     timers_.Process->Tick = guard("TimerProcess_Timer", [this] {
+        const float before = recorder_.GetLastTime();
         decoder.TimerProcess_Timer();
-        recorder_.DrawNewData(); // the live view does not when this pass ended the recording
+        // The live view has done neither when this pass ended the recording.
+        if (!run_.Recording && recorder_.GetLastTime() > before)
+            window_.UpdateLiveView();
+        else
+            recorder_.DrawNewData();
     });
     timers_.CheckComData->Tick = guard("TimerCheckComData_Timer", [this] {
         ComPort_.lookAtLine(); // bytes that have just arrived show that the link is alive, too

@@ -52,6 +52,8 @@ private:
     SerialControl &ComPort_;
     const MainTimers &timers_;
     Run &recorder_;
+    const RunState &run_;
+    AcquisitionWindow &window_;
 };
 
 } // namespace ostrel

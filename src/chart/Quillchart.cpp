@@ -14,11 +14,21 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QPointer>
 #include <QVariantMap>
+#include <QWheelEvent>
 
 #include <algorithm>
+#include <cmath>
 
 namespace ostrel {
+
+namespace {
+
+constexpr double panStep = 0.1;  // of the time axis
+constexpr double zoomStep = 0.8; // of an axis
+
+} // namespace
 
 Quillchart::Quillchart(qint16 index, QWidget *parent) : QWidget(parent), index_(index) {
     run_.setPicture(this);
@@ -29,8 +39,8 @@ Quillchart::Quillchart(qint16 index, QWidget *parent) : QWidget(parent), index_(
     setMinimumSize(40, 30);
     setAccessibleName(QStringLiteral("Chart"));
     setAccessibleDescription(
-        QStringLiteral("UV absorbance in AU and conductivity in mS/cm over time in minutes. Draw a "
-                       "rectangle to zoom in, press Escape to leave the zoom."));
+        QStringLiteral("UV absorbance in AU and conductivity in mS/cm over time in minutes. Draw a rectangle to zoom "
+                       "in, or press plus and minus; press Space to read values, Escape to leave the zoom."));
 }
 
 void Quillchart::drawNewData() {
@@ -52,8 +62,9 @@ void Quillchart::redraw() {
 }
 
 void Quillchart::runReplaced() {
-    axesBeforeZoom_.reset();
+    zooms_.clear();
     gesture_.cancel();
+    cursor_.reset();
 }
 
 QVariantList Quillchart::samples(int from, int count) const {
@@ -76,22 +87,50 @@ QVariantList Quillchart::marks() const {
     return all;
 }
 
-void Quillchart::zoomTo(const QRectF &rectangle) {
-    if (!axesBeforeZoom_)
-        axesBeforeZoom_ = run_.axes();
-    const AxisValues shown = axesOf(rectangle, image_.layout());
-    run_.setAxes(shown);
+void Quillchart::showAxes(const AxisValues &axes) {
+    run_.setAxes(axes);
     Redraw();
-    Q_EMIT Zoomed(index_, shown.timeMin, shown.timeMax, shown.uvMin, shown.uvMax, shown.condMin, shown.condMax);
+    Q_EMIT Zoomed(index_, axes.timeMin, axes.timeMax, axes.uvMin, axes.uvMax, axes.condMin, axes.condMax);
+}
+
+void Quillchart::zoomTo(const AxisValues &axes, ZoomHistory::Step step) {
+    zooms_.leave(run_.axes(), step);
+    showAxes(axes);
+}
+
+/// As wheel and keys do it: the focus stays where it is, for the next step.
+void Quillchart::steer(const AxisValues &axes, ZoomHistory::Step step) {
+    if (axes == run_.axes())
+        return;
+    const QPointer<QWidget> focus = window()->focusWidget();
+    if (zoomed() && step == ZoomHistory::Step::Scale && navigation().isWidest(axes))
+        leaveZoom();
+    else
+        zoomTo(axes, step);
+    if (focus && focus != window()->focusWidget())
+        focus->setFocus();
 }
 
 void Quillchart::leaveZoom() {
-    if (!axesBeforeZoom_)
+    if (!zoomed())
         return;
-    run_.setAxes(*axesBeforeZoom_);
-    axesBeforeZoom_.reset();
+    run_.setAxes(zooms_.first());
+    zooms_.clear();
     Redraw();
     Q_EMIT Unzoomed(index_);
+}
+
+void Quillchart::goBack() {
+    if (zooms_.count() < 2)
+        return leaveZoom();
+    const QPointer<QWidget> focus = window()->focusWidget();
+    showAxes(zooms_.back());
+    if (focus)
+        focus->setFocus();
+}
+
+Navigation Quillchart::navigation() const {
+    return {run_.axes(), zoomed() ? zooms_.first() : run_.axes(), run_.GetLastTime()};
 }
 
 ChartView Quillchart::view() const {
@@ -111,6 +150,8 @@ void Quillchart::bringUpToDate() {
         image_.drawNew(run_.data());
     redrawDue_ = false;
     newsDue_ = false;
+    if (cursor_)
+        pointer_ = image_.layout().time.place(ChartData::timeOf(*cursor_));
 }
 
 void Quillchart::paintEvent(QPaintEvent *event) {
@@ -122,6 +163,11 @@ void Quillchart::paintEvent(QPaintEvent *event) {
         paintGesture(painter);
     else if (pointer_)
         Readout(run_.data().samples, image_.layout(), *pointer_).paint(painter, image_.view().theme);
+    if (hasFocus()) {
+        painter.setPen(image_.view().theme.highlight);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+    }
 }
 
 void Quillchart::paintMarks(QPainter &painter, const QRect &exposed) {
@@ -152,6 +198,7 @@ void Quillchart::hideEvent(QHideEvent *event) {
 void Quillchart::mousePressEvent(QMouseEvent *event) {
     if (event->button() != Qt::LeftButton || image_.isNull())
         return QWidget::mousePressEvent(event);
+    spreading_ = false;
     gesture_.press(event->position(), image_.layout().plot);
     update();
 }
@@ -160,24 +207,25 @@ void Quillchart::mouseMoveEvent(QMouseEvent *event) {
     if (image_.isNull())
         return;
     const QRectF plot = image_.layout().plot;
-    if (gesture_.active() && !event->buttons().testFlag(Qt::LeftButton))
+    if (gesture_.active() && !spreading_ && !event->buttons().testFlag(Qt::LeftButton))
         endGesture(); // the button went up where this chart was not told of it: over a box, say
-    if (gesture_.active()) {
+    if (gesture_.active() && !spreading_) {
         const QRectF before = gesture_.rectangle();
         gesture_.move(event->position(), plot);
         update(before.united(gesture_.rectangle()).toAlignedRect().adjusted(-1, -1, 1, 1));
     }
+    cursor_.reset();
     point(plot.contains(event->position()) ? std::optional(event->position().x()) : std::nullopt);
 }
 
 void Quillchart::mouseReleaseEvent(QMouseEvent *event) {
-    if (event->button() != Qt::LeftButton || !gesture_.active())
+    if (event->button() != Qt::LeftButton || !gesture_.active() || spreading_)
         return QWidget::mouseReleaseEvent(event);
     gesture_.move(event->position(), image_.layout().plot);
     const std::optional<QRectF> rectangle = gesture_.release();
     update();
     if (rectangle)
-        zoomTo(*rectangle);
+        zoomTo(axesOf(*rectangle, image_.layout()), ZoomHistory::Step::Rectangle);
 }
 
 void Quillchart::mouseDoubleClickEvent(QMouseEvent *event) {
@@ -186,19 +234,164 @@ void Quillchart::mouseDoubleClickEvent(QMouseEvent *event) {
 }
 
 void Quillchart::leaveEvent(QEvent *event) {
-    point(std::nullopt);
+    if (!cursor_)
+        point(std::nullopt);
     QWidget::leaveEvent(event);
 }
 
+void Quillchart::wheelEvent(QWheelEvent *event) {
+    constexpr double notch = 120; // as Qt counts
+    if (image_.isNull())
+        return QWidget::wheelEvent(event);
+    const QRectF plot = image_.layout().plot;
+    const double back = event->angleDelta().y() / notch;
+    const double left = event->angleDelta().x() / notch; // some desktops turn the wheel with Shift
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        const double x = (event->position().x() - plot.left()) / plot.width();
+        const double y = (plot.bottom() - event->position().y()) / plot.height();
+        const auto within = [](double part) { return part >= 0 && part <= 1; };
+        steer(navigation().zoomed(std::pow(zoomStep, back), within(x) ? std::optional(x) : std::nullopt,
+                                  within(y) ? std::optional(y) : std::nullopt),
+              ZoomHistory::Step::Scale);
+    } else if (event->modifiers().testFlag(Qt::ShiftModifier)) {
+        steer(navigation().uvScaled(std::pow(zoomStep, back + left)), ZoomHistory::Step::Scale);
+    } else {
+        steer(navigation().panned(-(back + left) * panStep), ZoomHistory::Step::Pan);
+    }
+    event->accept();
+}
+
 void Quillchart::keyPressEvent(QKeyEvent *event) {
-    if (event->key() != Qt::Key_Escape)
-        return QWidget::keyPressEvent(event);
-    if (gesture_.active())
-        endGesture();
-    else if (zoomed())
-        leaveZoom();
-    else
+    if (image_.isNull() || !pressed(event->key(), event->modifiers() & ~Qt::KeypadModifier))
         QWidget::keyPressEvent(event);
+}
+
+/// True for a key that has a meaning here.
+bool Quillchart::pressed(int key, Qt::KeyboardModifiers modifiers) {
+    using Step = ZoomHistory::Step;
+    const bool arrow = key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
+    if (modifiers == Qt::ShiftModifier && arrow) {
+        spread((key == Qt::Key_Right) - (key == Qt::Key_Left), (key == Qt::Key_Down) - (key == Qt::Key_Up));
+        return true;
+    }
+    const bool control = modifiers == Qt::ControlModifier;
+    if (cursor_ && (control || modifiers == Qt::NoModifier) && (key == Qt::Key_Left || key == Qt::Key_Right)) {
+        const double samples = control ? 10 * samplesPerMinute / image_.layout().time.factor() : 1;
+        moveReadout((key == Qt::Key_Right ? 1 : -1) * std::max<qint64>(qRound64(samples), 1));
+        return true;
+    }
+    if (modifiers != Qt::NoModifier && !(modifiers == Qt::ShiftModifier && key == Qt::Key_Plus))
+        return false;
+    switch (key) {
+    case Qt::Key_Escape:
+        return leave();
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return takeRectangle();
+    case Qt::Key_Backspace:
+        goBack();
+        break;
+    case Qt::Key_Space:
+        beginReadout();
+        break;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        steer(navigation().panned(key == Qt::Key_Right ? panStep : -panStep), Step::Pan);
+        break;
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        steer(navigation().panned(key == Qt::Key_PageDown ? 1 : -1), Step::Pan);
+        break;
+    case Qt::Key_Home:
+        steer(navigation().toStart(), Step::Pan);
+        break;
+    case Qt::Key_End:
+        steer(navigation().toEnd(), Step::Pan);
+        break;
+    case Qt::Key_Plus:
+    case Qt::Key_Minus:
+        zoomByKey(key == Qt::Key_Plus ? zoomStep : 1 / zoomStep);
+        break;
+    default:
+        return false;
+    }
+    return true;
+}
+
+/// At the readout, or else at the middle of the plot.
+void Quillchart::zoomByKey(double factor) {
+    const QRectF plot = image_.layout().plot;
+    const double x = cursor_ ? (*pointer_ - plot.left()) / plot.width() : 0.5;
+    steer(navigation().zoomed(factor, std::clamp(x, 0.0, 1.0), 0.5), ZoomHistory::Step::Scale);
+}
+
+/// In the middle of what is shown of the run, or at the mouse.
+void Quillchart::beginReadout() {
+    const qint64 samples = run_.data().samples.size();
+    if (samples == 0)
+        return;
+    const PlotLayout &layout = image_.layout();
+    const double x = pointer_.value_or(layout.time.place((layout.axes.timeMin + double(layout.axes.timeMax)) / 2));
+    pointAt(std::clamp<qint64>(qRound64(layout.time.value(x) * samplesPerMinute), 0, samples - 1));
+}
+
+void Quillchart::moveReadout(qint64 samples) {
+    pointAt(std::clamp<qint64>(*cursor_ + samples, 0, run_.data().samples.size() - 1));
+}
+
+/// The window follows the readout.
+void Quillchart::pointAt(qint64 sample) {
+    cursor_ = sample;
+    const AxisValues axes = run_.axes();
+    const double time = ChartData::timeOf(sample);
+    const double length = double(axes.timeMax) - double(axes.timeMin);
+    const double outside = time < axes.timeMin ? time - axes.timeMin : std::max(time - double(axes.timeMax), 0.0);
+    if (outside != 0)
+        steer(navigation().panned(outside / length), ZoomHistory::Step::Pan);
+    point(image_.layout().time.place(time));
+}
+
+/// Draws the rectangle out by a fortieth of the plot, from the readout or from the middle.
+void Quillchart::spread(int x, int y) {
+    constexpr double parts = 40;
+    const QRectF plot = image_.layout().plot;
+    if (!gesture_.active()) {
+        const double from = cursor_ ? std::clamp(*pointer_, plot.left(), plot.right()) : plot.center().x();
+        spreading_ = true;
+        corner_ = {from, plot.center().y()};
+        gesture_.press(corner_, plot);
+    }
+    if (!spreading_)
+        return; // the mouse draws one
+    corner_ += QPointF(x * plot.width(), y * plot.height()) / parts;
+    gesture_.move(corner_, plot);
+    corner_ = {std::clamp(corner_.x(), plot.left(), plot.right()), std::clamp(corner_.y(), plot.top(), plot.bottom())};
+    update();
+}
+
+bool Quillchart::takeRectangle() {
+    if (!gesture_.active() || !spreading_)
+        return false;
+    const std::optional<QRectF> rectangle = gesture_.release();
+    update();
+    if (rectangle)
+        steer(axesOf(*rectangle, image_.layout()), ZoomHistory::Step::Rectangle);
+    return true;
+}
+
+/// Gives up the innermost of what is going on; false when nothing is.
+bool Quillchart::leave() {
+    if (gesture_.active()) {
+        endGesture();
+    } else if (cursor_) {
+        cursor_.reset();
+        point(std::nullopt);
+    } else if (zoomed()) {
+        leaveZoom();
+    } else {
+        return false;
+    }
+    return true;
 }
 
 void Quillchart::contextMenuEvent(QContextMenuEvent *event) {

@@ -4,6 +4,7 @@
 #include "chart/files/RunDocument.h"
 #include "chart/files/RunLog.h"
 #include "chart/plot/ChartImage.h"
+#include "chart/plot/Navigation.h"
 #include "chart/plot/ZoomGesture.h"
 #include "chart/report/ReportPrinter.h"
 
@@ -17,9 +18,15 @@ namespace ostrel {
 /// The chart: owns one run with its files and its log, draws it and lets the operator zoom. UV is blue on the left
 /// axis, conductivity red on the right one. All calls come on the user-interface thread.
 ///
-/// Zooming: the operator draws a rectangle with the left button, also within a zoom. A double click, Escape or the
-/// context menu sets all six axes back to those before the first of these zooms, whatever was written to them since.
+/// Zooming: the operator draws a rectangle with the left button, also within a zoom, or goes through the run with the
+/// wheel and keys, which counts as zooming too. A double click, Escape or the context menu sets all six axes back to
+/// those before the first of these zooms, whatever was written to them since; Backspace takes back the last one.
 /// Otherwise only a run that is loaded ends a zoom.
+///
+/// The wheel pans, with Ctrl it zooms at the pointer (beside the plot only the axis there), with Shift it scales UV.
+/// Left, Right, Page Up, Page Down, Home and End pan, + and - zoom. Space begins the read-out, which then goes from
+/// sample to sample with Left and Right, ten pixels with Ctrl. Shift and the arrows spread a rectangle from there,
+/// Enter takes it.
 ///
 /// Drawing waits for the next paint event; a chart that is hidden keeps no picture.
 class Quillchart : public QWidget, private RunPicture {
@@ -105,7 +112,7 @@ public:
     Q_INVOKABLE QVariantList samples(int from, int count) const;
     Q_INVOKABLE QVariantList marks() const;
 
-    bool zoomed() const { return axesBeforeZoom_.has_value(); }
+    bool zoomed() const { return !zooms_.empty(); }
     /// Restores the axes from before the zoom, then emits Unzoomed. Does nothing without a zoom.
     Q_INVOKABLE void leaveZoom();
 
@@ -129,6 +136,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void leaveEvent(QEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
 
@@ -141,9 +149,21 @@ private:
     void bringUpToDate();
     void paintMarks(QPainter &painter, const QRect &exposed);
     void paintGesture(QPainter &painter);
-    void zoomTo(const QRectF &rectangle);
+    void showAxes(const AxisValues &axes);
+    void zoomTo(const AxisValues &axes, ZoomHistory::Step step);
+    void steer(const AxisValues &axes, ZoomHistory::Step step);
+    void goBack();
+    Navigation navigation() const;
+    bool pressed(int key, Qt::KeyboardModifiers modifiers);
+    void zoomByKey(double factor);
+    void beginReadout();
+    void moveReadout(qint64 samples);
+    void spread(int x, int y);
+    bool takeRectangle();
+    bool leave();
     void endGesture();
     void point(std::optional<double> x);
+    void pointAt(qint64 sample);
     QRegion readoutRegion() const;
 
     const qint16 index_;
@@ -155,8 +175,11 @@ private:
     bool newsDue_ = false;
     ChartImage image_;
     ZoomGesture gesture_;
-    std::optional<AxisValues> axesBeforeZoom_;
+    bool spreading_ = false; // the gesture is made with keys, which have led it to this corner
+    QPointF corner_;
+    ZoomHistory zooms_;
     std::optional<double> pointer_; // where the readout is, x within the plot
+    std::optional<qint64> cursor_;  // the sample that keys have led the readout to
     ReportPrinter printer_;
 };
 

@@ -3,8 +3,10 @@
 
 #include "base/Numbers.h"
 
+#include <QShortcut>
 #include <QSignalBlocker>
 
+#include <initializer_list>
 #include <utility>
 
 namespace ostrel {
@@ -16,6 +18,17 @@ ChartTabs::ChartTabs(TabStates &tabs, const Charts &charts, QTabBar &TabChart, c
 
 void ChartTabs::attach() {
     QObject::connect(&TabChart_, &QTabBar::currentChanged, &TabChart_, [this] { TabChart_Click(); });
+    const auto stepBy = [this](int tabs, const std::initializer_list<QKeySequence> &keys) {
+        for (const QKeySequence &key : keys) {
+            auto *shortcut = new QShortcut(key, TabChart_.window());
+            QObject::connect(shortcut, &QShortcut::activated, &TabChart_, [this, tabs] {
+                if (tabs_.ChartCount > 1)
+                    select((tabs_.CurrentChart + tabs + tabs_.ChartCount) % tabs_.ChartCount);
+            });
+        }
+    };
+    stepBy(1, {Qt::CTRL | Qt::Key_Tab});
+    stepBy(-1, {Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab});
 }
 
 void ChartTabs::select(int tab) {

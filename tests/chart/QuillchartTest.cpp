@@ -2,6 +2,7 @@
 #include "chart/Quillchart.h"
 
 #include <QTest>
+#include <QWheelEvent>
 #include <gtest/gtest.h>
 
 using namespace ostrel;
@@ -33,6 +34,10 @@ struct Operated : testing::Test {
         QTest::qWait(20); // it is painted
     }
     AxisValues axes() const { return chart.run().axes(); }
+    void lengthen(int minutes) {
+        while (chart.SampleCount() <= minutes * 300)
+            chart.AddSample(1, 100);
+    }
 
     Quillchart chart{3};
     int zooms = 0;
@@ -101,6 +106,74 @@ TEST_F(Operated, escapeCancelsTheRectangleFirstAndThenLeavesTheZoomAsTheMenuDoes
     QCoreApplication::sendEvent(&chart, &key);
     chart.findChild<QAction *>("mnuLeaveZoom")->trigger();
     EXPECT_EQ(axesLeftTo.size(), 2U);
+}
+
+TEST_F(Operated, theWheelPansZoomsAtThePointerAndScalesUv) {
+    lengthen(60);
+    const auto turn = [&](int notches, Qt::KeyboardModifier with, QPointF at = {400, 200}) {
+        QWheelEvent wheel(at, chart.mapToGlobal(at), {}, {0, 120 * notches}, {}, with, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&chart, &wheel);
+    };
+    turn(-2, Qt::NoModifier);
+    EXPECT_EQ(axes(), (AxisValues{.timeMin = 2, .timeMax = 12}));
+    turn(100, Qt::NoModifier);
+    EXPECT_EQ(axes(), AxisValues());
+    turn(-1000, Qt::NoModifier);
+    EXPECT_EQ(chart.TimeAxisMax(), 60);
+    chart.leaveZoom();
+    turn(1, Qt::ShiftModifier);
+    EXPECT_EQ(axes(), (AxisValues{.uvMin = -0.16F, .uvMax = 1.6F}));
+    turn(-1, Qt::ShiftModifier);
+    EXPECT_FLOAT_EQ(chart.UvAxisMin(), -0.2F);
+    chart.leaveZoom();
+    turn(1, Qt::ControlModifier);
+    EXPECT_NEAR(axes().timeMax - axes().timeMin, 8, 1e-5);
+    EXPECT_NEAR(axes().condMax - axes().condMin, 400, 1e-3);
+    turn(1, Qt::ControlModifier, {400, 395}); // below the plot
+    EXPECT_NEAR(axes().timeMax - axes().timeMin, 6.4, 1e-5);
+    EXPECT_NEAR(axes().condMax - axes().condMin, 400, 1e-3);
+    turn(-20, Qt::ControlModifier); // out to the axes before, and no further
+    EXPECT_FALSE(chart.zoomed());
+    EXPECT_EQ(axes(), AxisValues());
+}
+
+TEST_F(Operated, keysPanZoomReadAndSpreadARectangleAndBackspaceGoesBackOneByOne) {
+    lengthen(60);
+    chart.setFocus();
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifier with = Qt::NoModifier, int times = 1) {
+        for (int i = 0; i < times; ++i)
+            QTest::keyClick(&chart, key, with);
+        QTest::qWait(20); // it is painted
+    };
+    press(Qt::Key_PageDown);
+    press(Qt::Key_Right, Qt::NoModifier, 1000); // held down
+    EXPECT_EQ(chart.TimeAxisMax(), 60);
+    const AxisValues end = axes();
+    press(Qt::Key_Plus);
+    press(Qt::Key_Right, Qt::ShiftModifier, 10);
+    press(Qt::Key_Return);
+    EXPECT_NEAR(axes().timeMax - axes().timeMin, 2, 1e-4); // a quarter of 8 minutes
+    press(Qt::Key_Backspace);
+    EXPECT_NEAR(axes().timeMax - axes().timeMin, 8, 1e-5);
+    press(Qt::Key_Backspace);
+    EXPECT_EQ(axes(), end);
+    press(Qt::Key_Backspace);
+    EXPECT_EQ(axes(), AxisValues());
+    EXPECT_FALSE(chart.zoomed());
+
+    const QImage plain = chart.grab().toImage();
+    press(Qt::Key_Space);
+    const QImage read = chart.grab().toImage();
+    EXPECT_NE(read, plain);
+    press(Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_NE(chart.grab().toImage(), read);
+    EXPECT_FALSE(chart.zoomed());
+    press(Qt::Key_Right, Qt::ControlModifier, 100); // the window follows
+    EXPECT_GT(chart.TimeAxisMin(), 1);
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(chart.zoomed()); // the read-out was left
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(chart.zoomed());
 }
 
 TEST_F(Operated, theRedrawBringsTheAxesAndEachDrawingTheNewsButNothingToAHiddenChart) {

@@ -2,8 +2,6 @@
 #include "chart/plot/ZoomGesture.h"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace ostrel {
 
@@ -33,45 +31,6 @@ std::optional<QRectF> ZoomGesture::release() {
     const bool meant = active_ && largeEnough();
     active_ = false;
     return meant ? std::optional(rectangle()) : std::nullopt;
-}
-
-namespace {
-
-struct Ends {
-    float min;
-    float max;
-};
-
-Ends apart(double from, double to, double least) {
-    const double greatest = std::max(std::abs(from), std::abs(to));
-    const double distance = std::max(least, 256 * greatest * std::numeric_limits<float>::epsilon());
-    if (to - from < distance) {
-        const double middle = (from + to) / 2;
-        from = middle - distance / 2;
-        to = middle + distance / 2;
-    }
-    return {static_cast<float>(from), static_cast<float>(to)};
-}
-
-} // namespace
-
-AxisValues axesOf(const QRectF &rectangle, const PlotLayout &layout) {
-    const QRectF &plot = layout.plot;
-    AxisValues axes = layout.axes;
-    if (rectangle.top() > plot.top() || rectangle.bottom() < plot.bottom()) {
-        const Ends uv = apart(layout.uv.value(rectangle.bottom()), layout.uv.value(rectangle.top()), 0.0001);
-        const Ends cond = apart(layout.cond.value(rectangle.bottom()), layout.cond.value(rectangle.top()), 0.01);
-        axes.uvMin = uv.min;
-        axes.uvMax = uv.max;
-        axes.condMin = cond.min;
-        axes.condMax = cond.max;
-    }
-    if (rectangle.left() > plot.left() || rectangle.right() < plot.right()) {
-        const Ends time = apart(layout.time.value(rectangle.left()), layout.time.value(rectangle.right()), 0.01);
-        axes.timeMin = time.min;
-        axes.timeMax = time.max;
-    }
-    return axes;
 }
 
 } // namespace ostrel

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "chart/plot/PlotLayout.h"
-
 #include <QPointF>
 #include <QRectF>
 
@@ -37,10 +35,5 @@ private:
     QPointF start_;
     QPointF end_;
 };
-
-/// The axes that show a rectangle of the plot; along one as long as the plot they stay as they are. Each axis has a
-/// least length, so that its values can be told apart: 0.01 minute, 0.0001 AU, 0.01 mS/cm, and never less than 256
-/// steps of a float.
-AxisValues axesOf(const QRectF &rectangle, const PlotLayout &layout);
 
 } // namespace ostrel

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "chart/plot/PlotLayout.h"
+
+#include <QRectF>
+
+#include <optional>
+#include <vector>
+
+namespace ostrel {
+
+/// The axes that show a rectangle of the plot; along one as long as the plot they stay as they are. Each axis has a
+/// least length, so that its values can be told apart: 0.01 minute, 0.0001 AU, 0.01 mS/cm, and never less than 256
+/// steps of a float.
+AxisValues axesOf(const QRectF &rectangle, const PlotLayout &layout);
+
+/// The ways through a run with wheel and keys. Each answers the axes to show; those shown, where a way is at its end.
+class Navigation {
+public:
+    /// `widest` are the axes from before the first zoom: no way leads beyond them, nor beyond the run, which ends at
+    /// `lastTime` minutes.
+    Navigation(const AxisValues &shown, const AxisValues &widest, float lastTime);
+
+    /// Along the run, by so many lengths of the time axis, to its beginning when below 0.
+    AxisValues panned(double lengths) const;
+    AxisValues toStart() const { return panned(-endless); }
+    AxisValues toEnd() const { return panned(endless); }
+    /// All axes `factor` times as long. What is at (x, y) stays there: parts of the plot from its left and its lower
+    /// edge. Without an x the time axis stays, without a y the value axes.
+    AxisValues zoomed(double factor, std::optional<double> x, std::optional<double> y) const;
+    /// The UV axis `factor` times as long, with 0 AU in its place, or the end that is nearest to it.
+    AxisValues uvScaled(double factor) const;
+    /// There is nothing around these axes.
+    bool isWidest(const AxisValues &axes) const;
+
+private:
+    static constexpr double endless = 1e9;
+
+    struct Stretch {
+        double from, to;
+    };
+    static Stretch grown(Stretch stretch, double factor, double fixed, Stretch within);
+
+    AxisValues shown_;
+    AxisValues widest_; ///< the run included
+    float lastTime_;
+};
+
+/// The zooms that lead to the axes shown, to go back one by one.
+class ZoomHistory {
+public:
+    /// Steps of one kind, other than rectangles, count as one zoom while they follow each other.
+    enum class Step { Rectangle, Pan, Scale };
+
+    bool empty() const { return before_.empty(); }
+    std::size_t count() const { return before_.size(); }
+    /// The axes from before the first zoom. Needs one.
+    const AxisValues &first() const { return before_.front(); }
+    /// There are other axes now than these. Of very many zooms the earliest are forgotten, except the first.
+    void leave(const AxisValues &shown, Step step);
+    /// The axes from before the last zoom, which is taken back. Needs one.
+    AxisValues back();
+    void clear() { before_.clear(); }
+
+private:
+    std::vector<AxisValues> before_;
+    Step last_ = Step::Rectangle;
+};
+
+} // namespace ostrel
