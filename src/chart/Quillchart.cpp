@@ -318,11 +318,11 @@ bool Quillchart::pressed(int key, Qt::KeyboardModifiers modifiers) {
     return true;
 }
 
-/// At the readout, or else at the middle of the plot.
+/// Along the run, at the readout or else at the middle of the plot: the base line stays where it is.
 void Quillchart::zoomByKey(double factor) {
     const QRectF plot = image_.layout().plot;
     const double x = cursor_ ? (*pointer_ - plot.left()) / plot.width() : 0.5;
-    steer(navigation().zoomed(factor, std::clamp(x, 0.0, 1.0), 0.5), ZoomHistory::Step::Scale);
+    steer(navigation().zoomed(factor, std::clamp(x, 0.0, 1.0), std::nullopt), ZoomHistory::Step::Scale);
 }
 
 /// In the middle of what is shown of the run, or at the mouse.

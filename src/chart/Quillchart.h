@@ -24,9 +24,9 @@ namespace ostrel {
 /// Otherwise only a run that is loaded ends a zoom.
 ///
 /// The wheel pans, with Ctrl it zooms at the pointer (beside the plot only the axis there), with Shift it scales UV.
-/// Left, Right, Page Up, Page Down, Home and End pan, + and - zoom. Space begins the read-out, which then goes from
-/// sample to sample with Left and Right, ten pixels with Ctrl. Shift and the arrows spread a rectangle from there,
-/// Enter takes it.
+/// Left, Right, Page Up, Page Down, Home and End pan, + and - zoom along the run. Space begins the read-out, which then
+/// goes from sample to sample with Left and Right, ten pixels with Ctrl. Shift and the arrows spread a rectangle from
+/// there, Enter takes it.
 ///
 /// Drawing waits for the next paint event; a chart that is hidden keeps no picture.
 class Quillchart : public QWidget, private RunPicture {
