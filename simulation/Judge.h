@@ -39,8 +39,12 @@ public:
     void boxIsAnswered();
     /// The operator has chosen this file.
     void chose(const QString &name, bool toSave);
-    void diskWasWaitedFor(qint64 ms) { lastLogTick_ += ms; }
-    void timePasses(const std::function<void()> &act, bool diskIsSlow);
+    void timePasses(const std::function<void()> &act);
+    /// Of the time that passes the disk has taken so much.
+    void diskWasWaitedFor(qint64 ms) {
+        for (qint64 *last : {&lastTaken_, &lastPass_, &lastLogTick_})
+            *last += ms;
+    }
     /// These records, of a running log, are safe.
     void acknowledge(const QByteArray &records) { ledger_.acknowledge(records); }
 
@@ -129,6 +133,7 @@ private:
     // Commands and boxes.
     std::vector<Command> commands_;                  ///< the innermost last
     qint64 changesSaved_ = 0;                        ///< of the model's, by the last save of the recorder
+    bool sessionEnds_ = false;                       ///< nobody is asked then
     bool mayEnd_ = false;                            ///< somebody has asked for it, or it cannot go on
     int boxes_ = 0;                                  ///< that are up
     int saving_ = 0;                                 ///< ticks of the log that are going on

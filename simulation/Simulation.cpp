@@ -157,7 +157,7 @@ void Simulation::turn() {
 }
 
 void Simulation::letPass(qint64 upTo) {
-    judge_.timePasses([&] { on_.clock.advance(Milliseconds(std::max<qint64>(upTo - now(), 0))); }, slow_ > 0);
+    judge_.timePasses([&] { on_.clock.advance(Milliseconds(std::max<qint64>(upTo - now(), 0))); });
 }
 
 /// The line brings what the instrument has sent, in pieces of any length.

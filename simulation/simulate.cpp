@@ -128,7 +128,18 @@ World without(World world, std::size_t first, std::size_t count) {
     return world;
 }
 
-/// Leaves away what the failure does not need: halves, quarters and so on of the events.
+/// The last events alone, as if the world had begun right before them.
+World lastOf(World world, std::size_t count) {
+    constexpr qint64 start = 5000; // ms
+    world.events.erase(world.events.begin(), world.events.end() - std::ptrdiff_t(count));
+    const qint64 earlier = world.events.front().at - start;
+    for (OutsideEvent &event : world.events)
+        event.at -= earlier;
+    world.end -= earlier;
+    return world;
+}
+
+/// Leaves away what the failure does not need: all but the last events, then halves, quarters and so on of those.
 World shrunk(World world, const Outcome &outcome) {
     const QByteArray kind = kindOf(outcome.broken);
     world.end = std::min(world.end, outcome.at + 60000);
@@ -136,6 +147,10 @@ World shrunk(World world, const Outcome &outcome) {
     if (firstBroken({world}, kind) != 0) {
         std::printf("it does not come again\n");
         return world;
+    }
+    for (std::size_t count = 8; count < world.events.size(); count *= 2) {
+        if (World shorter = lastOf(world, count); firstBroken({shorter}, kind) == 0)
+            world = std::move(shorter);
     }
     for (std::size_t piece = world.events.size() / 2; piece > 0;) {
         bool left = false;

@@ -118,7 +118,11 @@ void StreamDecoder::backToWork() {
         ring_.empty();
         link_.FirstSyncFound = false;
     }
-    timers_.TimerProcess.startAnew(); // the error may come from its own tick
+    // The error may come from the timer's own tick. Those from elsewhere may keep coming, and must not put the pass off.
+    if (clock_.uptime() - link_.LastPass < std::chrono::milliseconds(timers_.TimerProcess.Interval()))
+        timers_.TimerProcess.startAnew();
+    else
+        timers_.TimerProcess.setEnabled(true);
 }
 
 const StreamDecoder::BlockRule *StreamDecoder::PeekDataBlock(EveryStep &pass) {

@@ -65,6 +65,7 @@ void Quillchart::runReplaced() {
     zooms_.clear();
     gesture_.cancel();
     cursor_.reset();
+    image_.drop(); // as many marks of another run would not be drawn anew
 }
 
 QVariantList Quillchart::samples(int from, int count) const {

@@ -67,6 +67,16 @@ TEST_F(StreamDecoderTest, AfterAnErrorARingThatCannotBeTrustedIsEmptied) {
     EXPECT_TRUE(link.FirstSyncFound);
 }
 
+TEST_F(StreamDecoderTest, ErrorsThatKeepComingFromElsewhereDoNotPutThePassOff) {
+    tick();
+    ComPort.arrive(stream(". ."));
+    for (int i = 0; i < 5; ++i) {
+        clock.advance(Milliseconds(300));
+        decoder.backToWork();
+    }
+    EXPECT_EQ(ring.ByteCount(), 0);
+}
+
 TEST_F(StreamDecoderTest, RefusesWhatIsNoBlockWithoutConsumingIt) {
     feedHex("07 08 09");
     EXPECT_EQ(lastError(), "-10 Sub PeekDataBlock; Sync Byte Expected; Actual Byte Received: 7");

@@ -190,6 +190,23 @@ TEST(PlotLayout, labelsNeverTouchAtAnySizeScaleOrFont) {
             }
 }
 
+TEST(PlotLayout, countsOverThreeHoursInPartsOfAnHourAndOverADayInHours) {
+    const auto labels = [](float minutes) {
+        const PlotLayout layout = PlotLayout::of({640, 300}, 1, {.timeMax = minutes}, QFont(), {});
+        QStringList texts{layout.timeTitle};
+        for (const Tick &tick : layout.timeTicks) {
+            if (!tick.label.isEmpty())
+                texts << tick.label;
+        }
+        return texts.join(' ');
+    };
+    EXPECT_EQ(labels(170), "Time (min) 0 50 100 150");
+    EXPECT_EQ(labels(200), "Time (min) 0 30 60 90 120 150 180");
+    EXPECT_EQ(labels(1440), "Time (min) 0 180 360 540 720 900 1080 1260 1440");
+    EXPECT_EQ(labels(2000), "Time (h) 0 4 8 12 16 20 24 28 32");
+    EXPECT_EQ(labels(40000), "Time (h) 0 100 200 300 400 500 600");
+}
+
 TEST(PlotLayout, ticksStandAtOneTwoFive) {
     QString labels;
     for (const Tick &tick : PlotLayout::of({600, 300}, 1, {.uvMin = -0.01F, .uvMax = 0.1F}, QFont(), {}).uvTicks)

@@ -19,14 +19,38 @@ enum class Shown { Everything, NoAxisTitles, PlotOnly };
 QString labelOf(const TickSteps &steps, std::int64_t number) {
     QLocale locale;
     locale.setNumberOptions(QLocale::OmitGroupSeparator);
-    const double value = number == 0 ? 0.0 : steps.value(number); // no "-0.0"
+    const double value = number == 0 ? 0.0 : steps.value(number) / steps.unit; // no "-0.0"
     return locale.toString(value, 'f', steps.decimals);
 }
 
-/// The number of parts between two labelled ticks: four for steps of 2, 20, 0.2 and so on, five for those of 1 and 5.
-int partsOf(const TickSteps &steps) {
-    const double digit = steps.step / std::pow(10.0, std::floor(std::log10(steps.step * 1.0000001)));
-    return std::lround(digit) == 2 ? 4 : 5;
+constexpr double hour = 60; // minutes
+constexpr double day = 24 * hour;
+
+/// Over three hours people count in parts of an hour, over a day in hours.
+TickSteps timeSteps(double from, double to, double least) {
+    struct Row {
+        double step;
+        int parts;
+    };
+    constexpr Row rows[] = {{10, 5},  {15, 3},  {20, 4},  {30, 3},  {60, 4},   {120, 4},
+                            {180, 3}, {240, 4}, {360, 6}, {720, 4}, {1440, 4}, {2880, 4}};
+    if (!(to - from > 3 * hour))
+        return TickSteps::between(from, to, least);
+    const bool inHours = to - from > day;
+    const auto *const row = std::find_if(std::begin(rows), std::end(rows), [&](const Row &candidate) {
+        return candidate.step >= std::max(least, inHours ? hour : 0.0) * (1 - 1e-9);
+    });
+    TickSteps steps;
+    if (row == std::end(rows)) {
+        steps = TickSteps::between(from / hour, to / hour, least / hour);
+        steps.step *= hour;
+    } else {
+        steps.step = row->step;
+        steps.parts = row->parts;
+        steps.count(from, to);
+    }
+    steps.unit = inHours ? hour : 1;
+    return steps;
 }
 
 /// The longest label has the most digits, and so is at an end of the axis.
@@ -56,7 +80,7 @@ public:
     void placeTimeTicks(bool labels) {
         layout_.time = Scale(layout_.axes.timeMin, layout_.axes.timeMax, layout_.plot.left(), layout_.plot.right());
         layout_.timeTicks.clear();
-        const TickSteps steps = timeSteps();
+        const TickSteps steps = roomyTimeSteps();
         for (std::int64_t number = steps.first; number <= steps.last; ++number) {
             Tick tick{layout_.snapped(layout_.time.place(steps.value(number))), true, {}, {}};
             if (labels) {
@@ -68,6 +92,7 @@ public:
             layout_.timeTicks.push_back(tick);
         }
         addMinorTicks(layout_.timeTicks, layout_.time, steps);
+        layout_.timeTitle = steps.unit == hour ? QStringLiteral("Time (h)") : timeAxisTitle();
     }
 
 private:
@@ -134,10 +159,10 @@ private:
         addMinorTicks(ticks, scale, steps);
     }
 
-    TickSteps timeSteps() const {
+    TickSteps roomyTimeSteps() const {
         const double perPixel = 1 / std::max(1e-12, layout_.time.factor());
         const auto stepsFor = [&](double room) {
-            return TickSteps::between(layout_.axes.timeMin, layout_.axes.timeMax, room * perPixel);
+            return timeSteps(layout_.axes.timeMin, layout_.axes.timeMax, room * perPixel);
         };
         // Finer steps need longer labels, so the room is found by trial.
         double room = line_ * 4.5;
@@ -150,7 +175,7 @@ private:
     }
 
     void addMinorTicks(std::vector<Tick> &ticks, const Scale &scale, const TickSteps &steps) const {
-        const int parts = partsOf(steps);
+        const int parts = steps.parts;
         if (std::abs(scale.factor()) * steps.step / parts < 5)
             return;
         for (std::int64_t number = steps.first - 1; number <= steps.last; ++number) {

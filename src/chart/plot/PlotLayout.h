@@ -42,6 +42,7 @@ struct PlotLayout {
     QRectF uvTitleBox;
     QRectF condTitleBox;
     QRectF timeTitleBox;
+    QString timeTitle; ///< with its unit: hours when more than a day is shown
 
     /// Only the font's size in pixels counts, so that a layout is the same on every device.
     static PlotLayout of(const QSizeF &size, double pixelRatio, const AxisValues &axes, const QFont &font,

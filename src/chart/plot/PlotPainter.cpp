@@ -39,7 +39,7 @@ void PlotPainter::timeAxis() {
         bar(QRectF(tick.place, plot.bottom(), line, line + length), theme_.axis);
         label(tick);
     }
-    axisTitle(timeAxisTitle(), layout_.timeTitleBox, 0, theme_.text);
+    axisTitle(layout_.timeTitle, layout_.timeTitleBox, 0, theme_.text);
 }
 
 void PlotPainter::valueAxis(const std::vector<Tick> &ticks, double axis, double outward, const QColor &ink) {

@@ -4,6 +4,7 @@
 #include <QFontMetricsF>
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
 
 namespace ostrel {
@@ -16,7 +17,9 @@ constexpr double padding = 6;
 QString number(double value, int decimals) {
     QLocale locale;
     locale.setNumberOptions(QLocale::OmitGroupSeparator);
-    return locale.toString(value, 'f', decimals);
+    const QString text = locale.toString(value, 'f', decimals);
+    const bool isZero = std::none_of(text.begin(), text.end(), [](QChar c) { return c.digitValue() > 0; });
+    return isZero ? locale.toString(0.0, 'f', decimals) : text; // no "-0.000"
 }
 
 QString valueText(bool known, float value, int decimals, const QString &unit) {

@@ -41,17 +41,20 @@ private:
     double factor_ = 1;
 };
 
-/// Ticks at every multiple of a step of 1, 2 or 5 times a power of ten. Each value is computed from the tick's number,
-/// so that no error adds up along the axis.
+/// Ticks at every multiple of a step. Each value is computed from the tick's number, so that no error adds up along the
+/// axis.
 struct TickSteps {
     double step = 1;
+    int parts = 5;    ///< into which smaller ticks divide it
+    double unit = 1;  ///< that the labels count in
     int decimals = 0; ///< that the labels need to differ
     std::int64_t first = 0;
     std::int64_t last = -1;
 
     double value(std::int64_t number) const { return static_cast<double>(number) * step; }
 
-    /// The ticks between `from` and `to` with the smallest step not below `least`; none for invalid arguments.
+    /// The ticks between `from` and `to` with the smallest step not below `least` that is 1, 2 or 5 times a power of
+    /// ten; none for invalid arguments.
     static TickSteps between(double from, double to, double least) {
         if (!(least > 0) || !std::isfinite(from) || !std::isfinite(to) || !std::isfinite(least))
             return {};
@@ -69,12 +72,18 @@ struct TickSteps {
         }
         TickSteps steps;
         steps.decimals = exponent < 0 ? -exponent : 0;
+        steps.parts = digit == 2 ? 4 : 5;
         // Negative powers are divided by: 3 / 10 is the number that prints as 0.3, 3 * 0.1 is not.
         steps.step = exponent < 0 ? digit / std::pow(10.0, -exponent) : digit * std::pow(10.0, exponent);
-        const double slack = (to - from) * 1e-6;
-        steps.first = static_cast<std::int64_t>(std::ceil((from - slack) / steps.step));
-        steps.last = static_cast<std::int64_t>(std::floor((to + slack) / steps.step));
+        steps.count(from, to);
         return steps;
+    }
+
+    /// Numbers the ticks between `from` and `to`.
+    void count(double from, double to) {
+        const double slack = (to - from) * 1e-6;
+        first = static_cast<std::int64_t>(std::ceil((from - slack) / step));
+        last = static_cast<std::int64_t>(std::floor((to + slack) / step));
     }
 };
 
