@@ -118,7 +118,8 @@ void StreamDecoder::backToWork() {
         ring_.empty();
         link_.FirstSyncFound = false;
     }
-    // The error may come from the timer's own tick. Those from elsewhere may keep coming, and must not put the pass off.
+    // The error may come from the timer's own tick. Those from elsewhere may keep coming, and must not put the pass
+    // off.
     if (clock_.uptime() - link_.LastPass < std::chrono::milliseconds(timers_.TimerProcess.Interval()))
         timers_.TimerProcess.startAnew();
     else
