@@ -101,7 +101,8 @@ void Judge::starts() {
     unsure_ = false;
     commands_.clear();
     toldFor_.clear();
-    boxes_ = saving_ = 0;
+    boxes_.clear();
+    saving_ = 0;
     changesSaved_ = 0;
     lastLogTick_ = lastTaken_ = lastPass_ = on_.clock.elapsed.count();
     ledger_.starts();
@@ -177,7 +178,7 @@ void Judge::watchTimers() {
             undecided_ = &lost;
         else if (lost)
             model_.loseLink();
-        looks_.push_back({boxes_ + saving_, QApplication::activeModalWidget()});
+        looks_.push_back({int(boxes_.size()) + saving_, QApplication::activeModalWidget()});
         tick();
         if (!gone_()) {
             catchUp();
@@ -198,13 +199,12 @@ void Judge::watchTimers() {
     });
     wrap("TimerSaveLog", [this](const auto &tick) {
         const int failures = disk_.failures;
+        lastLogTick_ = on_.clock.elapsed.count();
         ++saving_;
         tick();
         --saving_;
         if (!gone_() && failures == disk_.failures && disk_.refuses == 0)
             logWritten();
-        if (!gone_())
-            lastLogTick_ = on_.clock.elapsed.count();
     });
 }
 
@@ -248,9 +248,10 @@ void Judge::boxComesUp(const MessageBox &box) {
         // An error that nothing handles may come from two places at a time.
         const int most = box.text.startsWith(QLatin1String("Run-time error")) ? 2 : 1;
         require(++toldFor_[{box.text, causes_}] <= most, QStringLiteral("told twice: %1").arg(box.text));
+        require(!boxes_.contains(box.text) || most == 1, QStringLiteral("one over the other: %1").arg(box.text));
     }
     // It may come from the watchdog's look, which is over then, or from a command within it.
-    const bool endsLook = !looks_.empty() && looks_.back().within == boxes_ + saving_ &&
+    const bool endsLook = !looks_.empty() && looks_.back().within == int(boxes_.size()) + saving_ &&
                           looks_.back().modal == QApplication::activeModalWidget();
     if (endsLook && box.text.startsWith(QLatin1String("Run-time error"))) {
         looks_.back().mayBeOver = true;
@@ -271,11 +272,11 @@ void Judge::boxComesUp(const MessageBox &box) {
         commands_.back().askedToClear |= box.text.startsWith(QLatin1String("The Chart Recorder Data is NOT"));
         commands_.back().askedToLeave |= box.text.startsWith(QLatin1String("Chart Recorder Data or opened"));
     }
-    ++boxes_;
+    boxes_ << box.text;
 }
 
 void Judge::boxIsAnswered() {
-    --boxes_;
+    boxes_.removeLast();
     causes_ += !commands_.empty(); // Enter held down brings it up again
 }
 

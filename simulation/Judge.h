@@ -135,7 +135,7 @@ private:
     qint64 changesSaved_ = 0;                        ///< of the model's, by the last save of the recorder
     bool sessionEnds_ = false;                       ///< nobody is asked then
     bool mayEnd_ = false;                            ///< somebody has asked for it, or it cannot go on
-    int boxes_ = 0;                                  ///< that are up
+    QStringList boxes_;                              ///< that are up, their texts
     int saving_ = 0;                                 ///< ticks of the log that are going on
     int causes_ = 0;                                 ///< for which a box may come up
     std::map<std::pair<QString, int>, int> toldFor_; ///< how often, by text and cause
