@@ -185,7 +185,7 @@ void keep(const QString &path, const World &world, const QByteArray &broken) {
     QFile file(path);
     if (file.open(QIODevice::WriteOnly))
         file.write("world " + QByteArray::number(world.end) + ' ' + QByteArray::number(world.otherCopies) + " # " +
-                   broken + '\n' + written(world.events));
+                   broken + "\n# SPDX-License-Identifier: MIT\n" + written(world.events));
 }
 
 /// As many at a time as there are processors. Answers how many have failed.
