@@ -12,7 +12,6 @@ namespace ostrel {
 
 namespace {
 
-constexpr int reportedAt = 50; // bytes
 constexpr auto restart = 20s;
 constexpr unsigned longestTurn = 120; // real seconds: whoever takes longer hangs
 constexpr qint64 hour = 3600000;
@@ -22,7 +21,6 @@ constexpr qint64 hour = 3600000;
 Simulation::Simulation(OutsideEvents events, qint64 end, int otherCopies)
     : events_(std::move(events)), end_(end), others_(on_, disk_, settings_, otherCopies) {
     on_.settings = &settings_;
-    on_.ComPort.setRThreshold(reportedAt);
     on_.CommTmp.failing = on_.ComPort.failing = {{4, 8005}, {5, 8002}, {6, 8002}, {7, 8002}, {8, 8002}, {9, 8002}};
     on_.prompts.whileShown = [this](const MessageBox &box) { answerBox(box); };
     for (FakeCommonDialog *dialog : {&on_.ComDlg, &on_.exportDialog})

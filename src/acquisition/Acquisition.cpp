@@ -33,7 +33,7 @@ void Acquisition::bind(Commands &commands, const Guard &guard) {
     timers_.Process->Tick = guard("TimerProcess_Timer", [this] {
         const float before = recorder_.GetLastTime();
         decoder.TimerProcess_Timer();
-        // The live view has done neither when this pass ended the recording.
+        // Samples of the pass that ended the recording: the live view has not brought them into view.
         if (!run_.Recording && recorder_.GetLastTime() > before)
             window_.UpdateLiveView();
         else

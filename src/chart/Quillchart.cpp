@@ -61,10 +61,15 @@ void Quillchart::redraw() {
     update();
 }
 
+void Quillchart::runCleared() {
+    endReadout();
+    redrawDue_ = true;
+}
+
 void Quillchart::runReplaced() {
     zooms_.clear();
     gesture_.cancel();
-    cursor_.reset();
+    endReadout();
     image_.drop(); // as many marks of another run would not be drawn anew
 }
 
@@ -103,11 +108,17 @@ void Quillchart::zoomTo(const AxisValues &axes, ZoomHistory::Step step) {
 void Quillchart::steer(const AxisValues &axes, ZoomHistory::Step step) {
     if (axes == run_.axes())
         return;
+    keepingFocus([&] {
+        if (zoomed() && step == ZoomHistory::Step::Scale && navigation().isWidest(axes))
+            leaveZoom();
+        else
+            zoomTo(axes, step);
+    });
+}
+
+void Quillchart::keepingFocus(const std::function<void()> &act) {
     const QPointer<QWidget> focus = window()->focusWidget();
-    if (zoomed() && step == ZoomHistory::Step::Scale && navigation().isWidest(axes))
-        leaveZoom();
-    else
-        zoomTo(axes, step);
+    act();
     if (focus && focus != window()->focusWidget())
         focus->setFocus();
 }
@@ -124,10 +135,7 @@ void Quillchart::leaveZoom() {
 void Quillchart::goBack() {
     if (zooms_.count() < 2)
         return leaveZoom();
-    const QPointer<QWidget> focus = window()->focusWidget();
-    showAxes(zooms_.back());
-    if (focus)
-        focus->setFocus();
+    keepingFocus([this] { showAxes(zooms_.back()); });
 }
 
 Navigation Quillchart::navigation() const {
@@ -336,6 +344,14 @@ void Quillchart::beginReadout() {
     pointAt(std::clamp<qint64>(qRound64(layout.time.value(x) * samplesPerMinute), 0, samples - 1));
 }
 
+/// That of the keys.
+void Quillchart::endReadout() {
+    if (!cursor_)
+        return;
+    cursor_.reset();
+    point(std::nullopt);
+}
+
 void Quillchart::moveReadout(qint64 samples) {
     pointAt(std::clamp<qint64>(*cursor_ + samples, 0, run_.data().samples.size() - 1));
 }
@@ -385,8 +401,7 @@ bool Quillchart::leave() {
     if (gesture_.active()) {
         endGesture();
     } else if (cursor_) {
-        cursor_.reset();
-        point(std::nullopt);
+        endReadout();
     } else if (zoomed()) {
         leaveZoom();
     } else {

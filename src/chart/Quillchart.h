@@ -11,6 +11,7 @@
 #include <QVariantList>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 namespace ostrel {
@@ -143,7 +144,7 @@ protected:
 private:
     void drawNewData() override;
     void redraw() override;
-    void runCleared() override { redrawDue_ = true; }
+    void runCleared() override;
     void runReplaced() override;
     ChartView view() const;
     void bringUpToDate();
@@ -152,11 +153,13 @@ private:
     void showAxes(const AxisValues &axes);
     void zoomTo(const AxisValues &axes, ZoomHistory::Step step);
     void steer(const AxisValues &axes, ZoomHistory::Step step);
+    void keepingFocus(const std::function<void()> &act);
     void goBack();
     Navigation navigation() const;
     bool pressed(int key, Qt::KeyboardModifiers modifiers);
     void zoomByKey(double factor);
     void beginReadout();
+    void endReadout();
     void moveReadout(qint64 samples);
     void spread(int x, int y);
     bool takeRectangle();

@@ -174,6 +174,10 @@ TEST_F(Operated, keysPanZoomReadAndSpreadARectangleAndBackspaceGoesBackOneByOne)
     EXPECT_TRUE(chart.zoomed()); // the read-out was left
     press(Qt::Key_Escape);
     EXPECT_FALSE(chart.zoomed());
+    press(Qt::Key_Space);
+    chart.ClearData();
+    press(Qt::Key_Right); // there is nothing left to read: it pans, and there is nowhere to go
+    EXPECT_EQ(axes(), AxisValues());
 }
 
 TEST_F(Operated, theRedrawBringsTheAxesAndEachDrawingTheNewsButNothingToAHiddenChart) {
