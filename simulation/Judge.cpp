@@ -245,9 +245,14 @@ void Judge::comesUp(const QWidget &window) {
 
 void Judge::boxComesUp(const MessageBox &box) {
     if (box.buttons == BoxButtons::Ok) {
-        // An error that nothing handles may come from two places at a time.
+        // An error that nothing handles may come from two places at a time, and counts as new after a quiet minute.
         const int most = box.text.startsWith(QLatin1String("Run-time error")) ? 2 : 1;
-        require(++toldFor_[{box.text, causes_}] <= most, QStringLiteral("told twice: %1").arg(box.text));
+        constexpr qint64 minute = 60000;
+        Told &told = toldFor_[{box.text, causes_}];
+        if (most > 1 && on_.clock.elapsed.count() - told.last > minute)
+            told.times = 0;
+        told.last = on_.clock.elapsed.count();
+        require(++told.times <= most, QStringLiteral("told twice: %1").arg(box.text));
         require(!boxes_.contains(box.text) || most == 1, QStringLiteral("one over the other: %1").arg(box.text));
     }
     // It may come from the watchdog's look, which is over then, or from a command within it.
@@ -312,6 +317,7 @@ void Judge::command(const QString &name, const std::function<void()> &act) {
     const bool unsaved = model_.recorderChanges > changesSaved_ && recorder_->SampleCount() > 0;
     commands_.push_back({.name = name,
                          .told = on_.prompts.shown.size(),
+                         .run = recorder_->run().number(),
                          .notes = recorder_->GetNotes(),
                          .recording = model_.recording,
                          .unsaved = unsaved,
@@ -349,7 +355,7 @@ void Judge::command(const QString &name, const std::function<void()> &act) {
 
 void Judge::checkCleared(const Command &done) {
     const ChartData &run = recorder_->run().data();
-    if (run.samples.size() != 0 || !run.marks.empty() || !run.methodTexts.empty())
+    if (recorder_->run().number() == done.run || run.samples.size() != 0 || !run.marks.empty())
         return;
     require(!model_.recording || done.recording, QStringLiteral("a recording that has just begun was cleared"));
     require(!done.unsaved || done.askedToClear, QStringLiteral("the recorder was cleared without a question"));

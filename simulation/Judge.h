@@ -68,7 +68,8 @@ private:
     struct Chosen {
         QString name;
         bool toSave = false;
-        std::size_t told = 0; ///< boxes before
+        std::size_t told = 0; ///< boxes
+        int run = 0;          ///< number of the recorder's before
     };
 
     /// A command of the operator's that is being carried out.
@@ -76,6 +77,7 @@ private:
         QString name;
         // Before.
         std::size_t told = 0; ///< boxes
+        int run = 0;          ///< number of the recorder's
         QString notes{};
         bool recording = false;
         bool unsaved = false; ///< the recorder
@@ -131,14 +133,18 @@ private:
     qint64 lastLogTick_ = 0;
 
     // Commands and boxes.
-    std::vector<Command> commands_;                  ///< the innermost last
-    qint64 changesSaved_ = 0;                        ///< of the model's, by the last save of the recorder
-    bool sessionEnds_ = false;                       ///< nobody is asked then
-    bool mayEnd_ = false;                            ///< somebody has asked for it, or it cannot go on
-    QStringList boxes_;                              ///< that are up, their texts
-    int saving_ = 0;                                 ///< ticks of the log that are going on
-    int causes_ = 0;                                 ///< for which a box may come up
-    std::map<std::pair<QString, int>, int> toldFor_; ///< how often, by text and cause
+    std::vector<Command> commands_; ///< the innermost last
+    qint64 changesSaved_ = 0;       ///< of the model's, by the last save of the recorder
+    bool sessionEnds_ = false;      ///< nobody is asked then
+    bool mayEnd_ = false;           ///< somebody has asked for it, or it cannot go on
+    QStringList boxes_;             ///< that are up, their texts
+    int saving_ = 0;                ///< ticks of the log that are going on
+    int causes_ = 0;                ///< for which a box may come up
+    struct Told {
+        int times = 0;
+        qint64 last = 0; ///< ms of the uptime
+    };
+    std::map<std::pair<QString, int>, Told> toldFor_; ///< by text and cause
 
     // The disk.
     SavedFiles saved_{disk_};

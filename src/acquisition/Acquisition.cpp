@@ -38,6 +38,7 @@ void Acquisition::bind(Commands &commands, const Guard &guard) {
             window_.UpdateLiveView();
         else
             recorder_.DrawNewData();
+        showNow();
     });
     timers_.CheckComData->Tick = guard("TimerCheckComData_Timer", [this] {
         ComPort_.lookAtLine(); // bytes that have just arrived show that the link is alive, too
@@ -45,6 +46,12 @@ void Acquisition::bind(Commands &commands, const Guard &guard) {
     });
     timers_.StopWaitForMethod->Tick =
         guard("TimerStopWaitForMethod_Timer", [this] { intake.TimerStopWaitForMethod_Timer(); });
+}
+
+void Acquisition::showNow() {
+    if (run_.PairSeen)
+        window_.showNow(run_.Recording ? std::optional(recorder_.GetLastTime()) : std::nullopt,
+                        SamplePair{run_.UvValue, run_.CondValue});
 }
 
 } // namespace ostrel

@@ -49,6 +49,8 @@ struct Acquisition {
     PortSearch search;
 
 private:
+    void showNow();
+
     SerialControl &ComPort_;
     const MainTimers &timers_;
     Run &recorder_;

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "chart/run/SampleStore.h"
+
+#include <optional>
+
 namespace ostrel {
 
 class PortSetup;
@@ -19,6 +23,9 @@ public:
     virtual void commandsAt(Moment moment) = 0;
     /// Green while the instrument's stream is recognised, black otherwise.
     virtual void setReceiveLed(bool on) = 0;
+    /// Shows the newest pair in the recorder's head, with its time in minutes while a session is on; nothing hides the
+    /// numbers.
+    virtual void showNow(std::optional<float> minutes, const std::optional<SamplePair> &pair) = 0;
     /// Brings the recorder's time axis and drawing up to the newest sample.
     virtual void UpdateLiveView() = 0;
     /// Sets the recorder's scroll bar to the end of the data. Raises overflow (6) for a run beyond 16-bit minutes.

@@ -45,6 +45,8 @@ void RecordingSession::TimerCheckComData_Timer() {
 
 void RecordingSession::ComDataLost() {
     link_.DataBusy = true;
+    run_.PairSeen = false;
+    window_.showNow(std::nullopt, std::nullopt);
     const auto done = qScopeGuard([this] { link_.DataBusy = false; });
     window_.setReceiveLed(false);
     TimerCheckComData_.setEnabled(false);

@@ -198,6 +198,7 @@ void StreamDecoder::syncFound() {
 void StreamDecoder::HandelCondData() {
     StoreSampleBytes();
     run_.CondValue = SampleBytes_;
+    run_.PairSeen = true;
     EveryStep bothCharts; // the log gets the pair even when the recorder fails
     bothCharts.run([this] { intake_.AddChartSample(); });
     bothCharts.run([this] { intake_.AddLogSample(); });

@@ -62,6 +62,7 @@ struct RunState {
 
     float UvValue = 0;   ///< latest UV value, AU
     float CondValue = 0; ///< latest conductivity value, mS/cm
+    bool PairSeen = false; ///< both have come since the link was lost last
 };
 
 /// The axes and the time window of one tab.

@@ -3,21 +3,22 @@
 
 #include "chart/files/RunDocument.h"
 #include "chart/files/RunLog.h"
+#include "chart/hands/ChartHands.h"
 #include "chart/plot/ChartImage.h"
-#include "chart/plot/Navigation.h"
-#include "chart/plot/ZoomGesture.h"
+#include "chart/plot/HeadNumbers.h"
 #include "chart/report/ReportPrinter.h"
 
 #include <QVariantList>
 #include <QWidget>
 
-#include <functional>
 #include <optional>
 
 namespace ostrel {
 
 /// The chart: owns one run with its files and its log, draws it and lets the operator zoom. UV is blue on the left
 /// axis, conductivity red on the right one. All calls come on the user-interface thread.
+///
+/// In the head are the title and the numbers of now, or those that the operator reads out.
 ///
 /// Zooming: the operator draws a rectangle with the left button, also within a zoom, or goes through the run with the
 /// wheel and keys, which counts as zooming too. A double click, Escape or the context menu sets all six axes back to
@@ -113,9 +114,13 @@ public:
     Q_INVOKABLE QVariantList samples(int from, int count) const;
     Q_INVOKABLE QVariantList marks() const;
 
-    bool zoomed() const { return !zooms_.empty(); }
+    bool zoomed() const { return hands_.zoomed(); }
     /// Restores the axes from before the zoom, then emits Unzoomed. Does nothing without a zoom.
-    Q_INVOKABLE void leaveZoom();
+    Q_INVOKABLE void leaveZoom() { hands_.leaveZoom(); }
+
+    /// Shows the pair of now in the chart's head, and its time in minutes if it belongs to the run; nothing hides the
+    /// numbers. Where the operator reads out others, these take their place.
+    void showNow(std::optional<float> minutes, const std::optional<SamplePair> &pair);
 
     /// False while the chart is hidden.
     bool holdsImage() const { return !image_.isNull(); }
@@ -130,15 +135,9 @@ Q_SIGNALS:
     void ChartError(qint16 Index, qint16 ErrorCode);
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void hideEvent(QHideEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
-    void mouseDoubleClickEvent(QMouseEvent *event) override;
-    void leaveEvent(QEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
@@ -149,25 +148,7 @@ private:
     ChartView view() const;
     void bringUpToDate();
     void paintMarks(QPainter &painter, const QRect &exposed);
-    void paintGesture(QPainter &painter);
-    void showAxes(const AxisValues &axes);
-    void zoomTo(const AxisValues &axes, ZoomHistory::Step step);
-    void steer(const AxisValues &axes, ZoomHistory::Step step);
-    void keepingFocus(const std::function<void()> &act);
-    void goBack();
-    Navigation navigation() const;
-    bool pressed(int key, Qt::KeyboardModifiers modifiers);
-    void zoomByKey(double factor);
-    void beginReadout();
-    void endReadout();
-    void moveReadout(qint64 samples);
-    void spread(int x, int y);
-    bool takeRectangle();
-    bool leave();
-    void endGesture();
-    void point(std::optional<double> x);
-    void pointAt(qint64 sample);
-    QRegion readoutRegion() const;
+    HeadNumbers numbers() const;
 
     const qint16 index_;
     RunDocument run_;
@@ -177,12 +158,8 @@ private:
     bool redrawDue_ = true;
     bool newsDue_ = false;
     ChartImage image_;
-    ZoomGesture gesture_;
-    bool spreading_ = false; // the gesture is made with keys, which have led it to this corner
-    QPointF corner_;
-    ZoomHistory zooms_;
-    std::optional<double> pointer_; // where the readout is, x within the plot
-    std::optional<qint64> cursor_;  // the sample that keys have led the readout to
+    ChartHands hands_{*this, run_, image_};
+    HeadNumbers now_;
     ReportPrinter printer_;
 };
 

@@ -63,6 +63,8 @@ void ClearAndClose::closeTab(int c) {
     for (int i = c; i <= tabs_.ChartCount - 2; ++i) {
         if (!takeOverNextTab(i)) {
             errors_.HandelError(ErrorNumber::CloseFailed);
+            if (i > c)
+                window_.selectTab(c); // it stays in front, and shows another run now
             return;
         }
     }

@@ -14,6 +14,7 @@ namespace ostrel {
 /// The actions of the window itself for the acquisition.
 struct WindowActs {
     std::function<void(bool on)> setReceiveLed;
+    std::function<void(std::optional<float> minutes, const std::optional<SamplePair> &pair)> showNow;
     std::function<void()> focusChart;
     std::function<NoDataAnswer()> askNoData; ///< shows the dialog until it is answered and gone
 };
@@ -25,6 +26,9 @@ public:
 
     void commandsAt(Moment moment) override { states_.commandsAt(moment); }
     void setReceiveLed(bool on) override { window_.setReceiveLed(on); }
+    void showNow(std::optional<float> minutes, const std::optional<SamplePair> &pair) override {
+        window_.showNow(minutes, pair);
+    }
     void UpdateLiveView() override { live_.UpdateLiveView(); }
     void recorderToEnd() override { live_.recorderToEnd(); }
     void focusChart() override { window_.focusChart(); }

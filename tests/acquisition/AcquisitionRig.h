@@ -18,6 +18,7 @@ public:
         static constexpr const char *names[] = {"LinkLost", "SyncFound", "Record", "Stop"};
         told << QLatin1String(names[int(moment)]);
     }
+    void showNow(std::optional<float>, const std::optional<SamplePair> &) override {}
     void setReceiveLed(bool on) override { told << QLatin1String(on ? "green" : "black"); }
     void UpdateLiveView() override { ++liveUpdates; }
     void recorderToEnd() override {}

@@ -159,6 +159,18 @@ TEST_F(FilesTest, theTabsToTheRightMoveUpWithTheirNotesUntilOneIsGone) {
     EXPECT_EQ(tabs().mid(1), QStringList({"b|b.chd|b", "d|d.chd|d", "d|d.chd|d"}));
 }
 
+TEST_F(FilesTest, aCloseThatStopsHalfWayShowsTheRunThatMovedUpAsAWhole) {
+    for (const char *name : {"a.chd", "b.chd", "c.chd"})
+        open(name, 20);
+    chart(2).setTimeAxisMin(5); // saved as a window shows it
+    ASSERT_TRUE(chart(2).SaveDataFile(path("b.chd")));
+    QFile::remove(path("c.chd"));
+    bringToFront(1);
+    trigger("mnuClose");
+    EXPECT_EQ(tabs().mid(1), QStringList({"b|b.chd|b", "c|c.chd|c", "c|c.chd|c"}));
+    EXPECT_EQ(chart(1).TimeAxisMin(), 0);
+}
+
 TEST_F(FilesTest, unsavedNotesAreAskedFor) {
     open("a.chl", 1);
     writeNotes("pH 7");

@@ -3,6 +3,8 @@
 
 #include "chart/plot/PlotPainter.h"
 
+#include <algorithm>
+
 namespace ostrel {
 
 namespace {
@@ -35,24 +37,37 @@ void ChartImage::draw(const ChartData &data, const ChartView &view) {
         else
             paintAll();
     }
-    if (moved || drawnMarks_ != data.marks.size())
-        placeNewMarks(data);
     columns_.reduce(data.samples, 0, columns_.columns());
+    placeNewMarks(data);
     raster_.draw(image_, columns_, 0, columns_.columns());
     drawnSamples_ = data.samples.size();
 }
 
 void ChartImage::drawNew(const ChartData &data) {
-    if (drawnMarks_ != data.marks.size())
-        placeNewMarks(data);
-    if (drawnSamples_ == data.samples.size())
-        return;
-    const auto [first, end] = columns_.columnsOfNews(drawnSamples_, data.samples.size());
-    if (first < end) {
-        const auto [firstChanged, endChanged] = columns_.reduce(data.samples, first, end);
-        raster_.draw(image_, columns_, firstChanged, endChanged);
+    const bool marksAdded = drawnMarks_ != data.marks.size();
+    bool labelsTouched = false;
+    if (drawnSamples_ != data.samples.size()) {
+        const auto [first, end] = columns_.columnsOfNews(drawnSamples_, data.samples.size());
+        if (first < end) {
+            const auto [firstChanged, endChanged] = columns_.reduce(data.samples, first, end);
+            raster_.draw(image_, columns_, firstChanged, endChanged);
+            const auto [left, right] = placesOf(first, end);
+            labelsTouched = labelWithin(left, right);
+        }
+        drawnSamples_ = data.samples.size();
     }
-    drawnSamples_ = data.samples.size();
+    if (marksAdded || labelsTouched)
+        placeNewMarks(data);
+}
+
+std::pair<double, double> ChartImage::placesOf(int firstColumn, int endColumn) const {
+    return {layout_.plot.left() + firstColumn / view_.pixelRatio, layout_.plot.left() + endColumn / view_.pixelRatio};
+}
+
+bool ChartImage::labelWithin(double left, double right) const {
+    return std::any_of(marks_.begin(), marks_.end(), [&](const PlacedMark &mark) {
+        return !mark.box.isEmpty() && mark.box.left() <= right && mark.box.right() >= left;
+    });
 }
 
 QRect ChartImage::regionOfNews(const ChartData &data) const {
@@ -63,9 +78,18 @@ QRect ChartImage::regionOfNews(const ChartData &data) const {
     const auto [first, end] = columns_.columnsOfNews(drawnSamples_, data.samples.size());
     if (first >= end)
         return {};
-    const double ratio = view_.pixelRatio;
-    const double left = layout_.plot.left() + first / ratio;
-    return QRectF(left, layout_.plot.top(), (end - first) / ratio, layout_.plot.height()).toAlignedRect();
+    const auto [left, right] = placesOf(first, end);
+    if (labelWithin(left, right))
+        return QRect(QPoint(), view_.size); // it may move off the trace
+    const double sign = leavesScale(data, drawnSamples_ - 1) ? OffScale::reach : 0;
+    return QRectF(left - sign, layout_.plot.top(), right - left + 2 * sign, layout_.plot.height()).toAlignedRect();
+}
+
+bool ChartImage::leavesScale(const ChartData &data, qint64 from) const {
+    const Extent extent = data.samples.extent(std::max<qint64>(from, 0), data.samples.size());
+    const AxisValues &axes = view_.axes;
+    return extent.uvMin() < axes.uvMin || extent.uvMax() > axes.uvMax || extent.condMin() < axes.condMin ||
+           extent.condMax() > axes.condMax;
 }
 
 void ChartImage::paintAll() {
@@ -76,7 +100,10 @@ void ChartImage::paintAll() {
     image_.fill(view_.theme.ground);
     {
         QPainter painter(&image_);
-        PlotPainter(painter, layout_, view_.theme).frame();
+        PlotPainter frame(painter, layout_, view_.theme);
+        frame.frame();
+        frame.key(UvTrace);
+        frame.key(CondTrace);
     }
     raster_.setPlot(layout_.devicePlot(), view_.theme.uv.rgb(), view_.theme.cond.rgb());
     setGround();
@@ -118,7 +145,7 @@ void ChartImage::setGround() {
 }
 
 void ChartImage::placeNewMarks(const ChartData &data) {
-    marks_ = placeMarks(data.marks, layout_, view_.theme);
+    marks_ = placeMarks(data.marks, layout_, view_.theme, columns_);
     drawnMarks_ = data.marks.size();
 }
 

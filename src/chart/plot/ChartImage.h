@@ -2,6 +2,7 @@
 #pragma once
 
 #include "chart/plot/MarkLayout.h"
+#include "chart/plot/OffScale.h"
 #include "chart/plot/PlotLayout.h"
 #include "chart/plot/PlotTheme.h"
 #include "chart/plot/TraceRaster.h"
@@ -45,12 +46,17 @@ public:
     const ChartView &view() const { return view_; }
     const PlotLayout &layout() const { return layout_; }
     const std::vector<PlacedMark> &marks() const { return marks_; }
+    /// Where traces leave the scale.
+    std::vector<OffScale> offScale() const { return placeOffScale(columns_, layout_); }
 
 private:
     void paintAll();
     void moveTimeAxis();
     void setGround();
     void placeNewMarks(const ChartData &data);
+    bool labelWithin(double left, double right) const;
+    bool leavesScale(const ChartData &data, qint64 from) const;
+    std::pair<double, double> placesOf(int firstColumn, int endColumn) const;
 
     ChartView view_;
     PlotLayout layout_;

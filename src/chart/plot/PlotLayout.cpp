@@ -14,7 +14,10 @@ namespace ostrel {
 
 namespace {
 
-enum class Shown { Everything, NoAxisTitles, PlotOnly };
+enum class Shown { Everything, NoAxisTitles, NoHead, PlotOnly };
+
+/// As wide as a number of the head may be.
+constexpr const char *headTemplates[] = {"MM", "00000.00 min", "-00.0000 AU", "0000.00 mS/cm"};
 
 QString labelOf(const TickSteps &steps, std::int64_t number) {
     QLocale locale;
@@ -68,8 +71,8 @@ public:
         : layout_(layout), metrics_(layout.font), titleMetrics_(layout.titleFont), line_(std::ceil(metrics_.height())),
           gap_(std::round(line_ * 0.35)) {}
 
-    void build(const QString &title) {
-        for (const Shown shown : {Shown::Everything, Shown::NoAxisTitles, Shown::PlotOnly}) {
+    void build(const std::optional<QString> &title) {
+        for (const Shown shown : {Shown::Everything, Shown::NoAxisTitles, Shown::NoHead, Shown::PlotOnly}) {
             placePlot(shown, title);
             if (layout_.plot.width() >= 8 * line_ && layout_.plot.height() >= 4 * line_)
                 return placeParts(shown, title);
@@ -96,14 +99,14 @@ public:
     }
 
 private:
-    bool hasTitle(Shown shown, const QString &title) const { return shown != Shown::PlotOnly && !title.isEmpty(); }
+    static bool hasHead(Shown shown, const std::optional<QString> &title) { return shown < Shown::NoHead && title; }
 
-    void placePlot(Shown shown, const QString &title) {
+    void placePlot(Shown shown, const std::optional<QString> &title) {
         const double height = layout_.size.height();
         const double axisTitle = shown == Shown::Everything ? line_ + gap_ : 0;
         const bool labels = shown != Shown::PlotOnly;
         const double edge = labels ? gap_ : 1;
-        const double top = hasTitle(shown, title) ? std::ceil(titleMetrics_.height()) + 2 * gap_ : line_ / 2 + edge;
+        const double top = hasHead(shown, title) ? std::ceil(titleMetrics_.height()) + 2 * gap_ : line_ / 2 + edge;
         const double under = labels ? labelDistance() + line_ + axisTitle + edge : edge;
         const double bottom = std::max(height - under, top + 1);
 
@@ -119,7 +122,7 @@ private:
                               QPointF(layout_.snapped(right), layout_.snapped(bottom)));
     }
 
-    void placeParts(Shown shown, const QString &title) {
+    void placeParts(Shown shown, const std::optional<QString> &title) {
         const QRectF plot = layout_.plot;
         layout_.uv = Scale(layout_.axes.uvMin, layout_.axes.uvMax, plot.bottom(), plot.top());
         layout_.cond = Scale(layout_.axes.condMin, layout_.axes.condMax, plot.bottom(), plot.top());
@@ -129,12 +132,37 @@ private:
         placeValueTicks(layout_.condTicks, layout_.cond, valueSteps_[1], labels, true);
         layout_.labelled = labels;
         placeTimeTicks(labels);
-        if (hasTitle(shown, title)) {
-            layout_.titleBox = QRectF(gap_, 0, layout_.size.width() - 2 * gap_, plot.top() - std::ceil(line_ / 2));
-            layout_.title = titleMetrics_.elidedText(title, Qt::ElideRight, layout_.titleBox.width());
-        }
+        if (hasHead(shown, title))
+            placeHead(*title);
         if (shown == Shown::Everything)
             placeAxisTitles();
+    }
+
+    /// Numbers matter more than the title, which the tab shows, too.
+    void placeHead(const QString &title) {
+        const QRectF plot = layout_.plot;
+        const double height = plot.top() - std::ceil(line_ / 2);
+        double right = plot.right();
+        const double titleWidth = std::ceil(titleMetrics_.horizontalAdvance(title)) + line_;
+        const auto placeColumn = [&](HeadColumn column) {
+            const double width =
+                std::ceil(titleMetrics_.horizontalAdvance(QLatin1String(headTemplates[column]))) + line_ / 2;
+            if (right - width < plot.left() + (column == MarkColumn ? titleWidth : 0))
+                return false;
+            right -= width;
+            layout_.headColumns[column] = QRectF(right, 0, width, height);
+            return true;
+        };
+        for (const HeadColumn column : {CondColumn, UvColumn, TimeColumn, MarkColumn}) {
+            if (!placeColumn(column))
+                break;
+        }
+        const QRectF box(plot.left(), 0, right - plot.left() - line_, height);
+        const QString shortened = titleMetrics_.elidedText(title, Qt::ElideRight, box.width());
+        if (!title.isEmpty() && shortened.size() > 3) {
+            layout_.titleBox = box;
+            layout_.title = shortened;
+        }
     }
 
     TickSteps valueSteps(double from, double to, double height) const {
@@ -216,7 +244,7 @@ private:
 } // namespace
 
 PlotLayout PlotLayout::of(const QSizeF &size, double pixelRatio, const AxisValues &axes, const QFont &font,
-                          const QString &title) {
+                          const std::optional<QString> &title) {
     PlotLayout layout;
     layout.size = size;
     layout.pixelRatio = pixelRatio;
@@ -235,6 +263,13 @@ void PlotLayout::setTimeAxis(float from, float to) {
     axes.timeMin = from;
     axes.timeMax = to;
     Builder(*this).placeTimeTicks(labelled);
+}
+
+QRectF PlotLayout::headNumbersBox() const {
+    QRectF all;
+    for (const QRectF &column : headColumns)
+        all |= column;
+    return all;
 }
 
 QRect PlotLayout::devicePlot() const {

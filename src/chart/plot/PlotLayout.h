@@ -7,6 +7,8 @@
 #include <QRectF>
 #include <QString>
 
+#include <array>
+#include <optional>
 #include <vector>
 
 namespace ostrel {
@@ -18,8 +20,11 @@ struct Tick {
     QRectF box; ///< of the label
 };
 
+/// The numbers at the right of a chart's head, from left to right.
+enum HeadColumn { MarkColumn, TimeColumn, UvColumn, CondColumn, headColumnCount };
+
 /// The places of all parts of a chart, in logical pixels, for screen and paper. Labels never touch one another and
-/// never leave the chart. In a small chart first the axis titles are left out, then the labels.
+/// never leave the chart. In a small chart first the axis titles are left out, then the head, then the labels.
 struct PlotLayout {
     QSizeF size;
     double pixelRatio = 1; ///< device pixels to a logical one
@@ -38,18 +43,23 @@ struct PlotLayout {
     double timeLabelTop = 0; ///< below this there is only the time axis
 
     QString title;   ///< shortened to its box
-    QRectF titleBox; ///< empty without room or title; likewise the axis titles
+    QRectF titleBox; ///< at the left of the head; empty without room or title, likewise the axis titles
+    std::array<QRectF, headColumnCount> headColumns; ///< empty without room: the mark's goes first, then the time's
     QRectF uvTitleBox;
     QRectF condTitleBox;
     QRectF timeTitleBox;
     QString timeTitle; ///< with its unit: hours when more than a day is shown
 
-    /// Only the font's size in pixels counts, so that a layout is the same on every device.
+    /// Only the font's size in pixels counts, so that a layout is the same on every device. Without a title, which may
+    /// be empty, the chart has no head.
     static PlotLayout of(const QSizeF &size, double pixelRatio, const AxisValues &axes, const QFont &font,
-                         const QString &title);
+                         const std::optional<QString> &title);
 
     /// Changes the time axis alone; everything else stays where it is.
     void setTimeAxis(float from, float to);
+
+    /// Around all numbers of the head.
+    QRectF headNumbersBox() const;
 
     /// The plot in device pixels.
     QRect devicePlot() const;

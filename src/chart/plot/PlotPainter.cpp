@@ -19,7 +19,7 @@ void PlotPainter::frame() {
     painter_.setFont(layout_.titleFont);
     painter_.setPen(theme_.text);
     if (!layout_.titleBox.isEmpty())
-        painter_.drawText(layout_.titleBox, Qt::AlignCenter | Qt::TextSingleLine, layout_.title);
+        painter_.drawText(layout_.titleBox, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, layout_.title);
     painter_.setFont(layout_.font);
     valueAxis(layout_.uvTicks, layout_.plot.left(), -1, theme_.uv);
     valueAxis(layout_.condTicks, layout_.plot.right(), 1, theme_.cond);
@@ -94,15 +94,15 @@ void PlotPainter::marks(std::span<const PlacedMark> marks) {
             bar(mark.leader, mark.stroke);
         bar(mark.bar, mark.stroke);
     }
-    // A plate under each label keeps it legible where a trace or another mark's stroke passes.
     painter_.save();
     painter_.setRenderHint(QPainter::Antialiasing);
     painter_.setFont(markFont(layout_));
-    QColor plate = theme_.ground;
-    plate.setAlphaF(0.82F);
     for (const PlacedMark &mark : marks) {
         if (mark.box.isEmpty())
             continue;
+        // A plate keeps the label legible where grid or strokes pass; it lets a trace through.
+        QColor plate = theme_.ground;
+        plate.setAlphaF(mark.overTrace ? 0.5F : 0.82F);
         painter_.setPen(Qt::NoPen);
         painter_.setBrush(plate);
         painter_.drawRoundedRect(mark.box, 3, 3);
@@ -112,12 +112,30 @@ void PlotPainter::marks(std::span<const PlacedMark> marks) {
     painter_.restore();
 }
 
-void PlotPainter::trace(Trace trace, const SampleStore &samples, double perPixel) {
+void PlotPainter::offScale(std::span<const OffScale> signs) {
+    constexpr double reach = OffScale::reach;
     painter_.save();
     painter_.setRenderHint(QPainter::Antialiasing);
-    painter_.setPen(QPen(trace == UvTrace ? theme_.uv : theme_.cond, 1.1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    for (const OffScale &sign : signs) {
+        const double inward = sign.above ? 1 : -1;
+        const QPointF tip = sign.place + QPointF(0, inward);
+        painter_.setPen(QPen(theme_.ground, 1));
+        painter_.setBrush(inkOf(sign.trace));
+        painter_.drawPolygon(QPolygonF{tip, tip + QPointF(-reach + 1, inward * (reach + 2)),
+                                       tip + QPointF(reach - 1, inward * (reach + 2))});
+    }
+    painter_.restore();
+}
+
+void PlotPainter::setTracePen(Trace trace) {
+    painter_.setRenderHint(QPainter::Antialiasing);
+    painter_.setPen(QPen(inkOf(trace), 1.1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter_.setBrush(Qt::NoBrush);
-    traceKey(trace);
+}
+
+void PlotPainter::trace(Trace trace, const SampleStore &samples, double perPixel) {
+    painter_.save();
+    setTracePen(trace);
     painter_.setClipRect(layout_.plot);
     traceLines(trace, tracePath(trace, samples, layout_, perPixel));
     painter_.restore();
@@ -128,13 +146,14 @@ void PlotPainter::traceLines(Trace trace, const std::vector<QPolygonF> &lines) {
         painter_.drawPolyline(line);
 }
 
-void PlotPainter::traceKey(Trace trace) {
+void PlotPainter::key(Trace trace) {
     const QRectF box = trace == UvTrace ? layout_.uvTitleBox : layout_.condTitleBox;
     const QString title = trace == UvTrace ? uvAxisTitle() : condAxisTitle();
     const double start = QFontMetricsF(layout_.font).horizontalAdvance(title) / 2 + keyDistance;
     if (start + keyLength > box.height() / 2)
         return;
     painter_.save();
+    setTracePen(trace);
     painter_.translate(box.center());
     painter_.rotate(trace == UvTrace ? -90 : 90);
     traceLines(trace, {{{start, 0}, {start + keyLength, 0}}});

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "chart/plot/MarkLayout.h"
+#include "chart/plot/OffScale.h"
 #include "chart/plot/PlotLayout.h"
 #include "chart/plot/PlotTheme.h"
 #include "chart/plot/TraceColumns.h"
@@ -26,15 +27,18 @@ public:
     void timeAxis();
     void grid();
     void marks(std::span<const PlacedMark> marks);
-    /// Draws polylines, at `perPixel` columns to a logical pixel; UV solid, conductivity dashed. A piece of the same
-    /// line is beside the title of its axis.
+    void offScale(std::span<const OffScale> signs);
+    /// A piece of the trace's line beside the title of its axis.
+    void key(Trace trace);
+    /// Draws polylines, at `perPixel` columns to a logical pixel; UV solid, conductivity dashed.
     void trace(Trace trace, const SampleStore &samples, double perPixel);
 
 private:
     void valueAxis(const std::vector<Tick> &ticks, double axis, double outward, const QColor &ink);
     void axisTitle(const QString &text, const QRectF &box, double turn, const QColor &ink);
     void label(const Tick &tick);
-    void traceKey(Trace trace);
+    QColor inkOf(Trace trace) const { return trace == UvTrace ? theme_.uv : theme_.cond; }
+    void setTracePen(Trace trace);
     void traceLines(Trace trace, const std::vector<QPolygonF> &lines);
     void bar(const QRectF &rect, const QColor &colour) { painter_.fillRect(rect, colour); }
 

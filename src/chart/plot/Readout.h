@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "chart/plot/HeadNumbers.h"
 #include "chart/plot/PlotLayout.h"
 #include "chart/plot/PlotTheme.h"
 #include "chart/run/ChartData.h"
@@ -12,30 +13,27 @@
 
 namespace ostrel {
 
-/// Shows the run at the pointer: a thin line, a dot on each trace, and time, UV and conductivity in a corner of the
-/// plot, "-" where there is no finite sample.
+/// Shows the run at the pointer: a thin line, and a dot on each trace. Lives no longer than the data and the layout.
 class Readout {
 public:
     /// At `x`, logical pixels within the plot.
-    Readout(const SampleStore &samples, const PlotLayout &layout, double x);
+    Readout(const ChartData &data, const PlotLayout &layout, double x);
 
     void paint(QPainter &painter, const PlotTheme &theme) const;
-    /// All that `paint` touches.
+    /// All that `paint` touches, and the numbers.
     QRegion region() const;
 
-    QString timeText() const;
-    QString uvText() const;
-    QString condText() const;
+    /// Time at the pointer, values of the nearest sample, and the label of a mark there.
+    HeadNumbers numbers() const;
 
 private:
     std::optional<double> dotOf(const Scale &scale, float value) const;
-    QRectF plate() const;
-    double columnWidth(const QString &widest) const;
+    QString labelNearby() const;
 
+    const ChartData &data_;
     const PlotLayout &layout_;
     double x_;
-    bool known_ = false; // there is a sample at the pointer
-    SamplePair sample_{};
+    std::optional<SamplePair> sample_;
 };
 
 } // namespace ostrel

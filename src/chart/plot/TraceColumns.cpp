@@ -10,14 +10,19 @@ namespace ostrel {
 // strip (`thin_`). With more than two samples in a strip these come from the store's extents (sumUp); otherwise the
 // line between two samples is followed across the edges of the strips (followLine). Then the line gets its width: a
 // strip is covered as far as a round pen reaches that is set on the line in it or in a strip within the pen's radius
-// (thicken). Top and bottom of both traces are the four lanes of one vector, so one operation handles all four.
+// (thicken). Of many samples in a column only the extents are known: the pen is set on all of the column (widened). Top
+// and bottom of both traces are the four lanes of one vector, so one operation handles all four.
 
 namespace {
 
-constexpr double smoothUpTo = 128;   // samples in a column; with more, finer strips are not visible
+constexpr double smoothUpTo = 128;   // samples in a column; with more, the way between them is not visible
 constexpr double followUpTo = 2;     // samples in a strip; up to this the line between them is followed
 constexpr double grainsInStrip = 32; // a strip may begin 1/32 of it off its place, to use the store's boxes
-constexpr float farOff = 1e8F;       // pixels; keeps sums finite and changes nothing visible
+constexpr float dotRadius = 1.4F;    // in radii of the pen, without the pen's own
+constexpr float dash = 12;           // likewise
+constexpr float dashGap = 6;
+constexpr float flat = 2;      // steeper parts of a dashed line have no gaps: likewise, beyond the pen
+constexpr float farOff = 1e8F; // pixels; keeps sums finite and changes nothing visible
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
 Lanes all(float value) { return Lanes{value, value, value, value}; }
@@ -36,9 +41,10 @@ void TraceColumns::setPlot(const AxisValues &axes, int width, int height, float 
     const double columnsPerSample = time.factor() / samplesPerMinute;
 
     columns_ = width;
-    strips_ = columnsPerSample * smoothUpTo >= 1 ? finest : 1;
-    stripsPerSample_ = columnsPerSample * strips_;
-    startInStrips_ = time.from() * time.factor() * strips_;
+    height_ = static_cast<float>(height);
+    thinStrips_ = columnsPerSample * smoothUpTo >= 1 ? strips : 1;
+    stripsPerSample_ = columnsPerSample * thinStrips_;
+    startInStrips_ = time.from() * time.factor() * thinStrips_;
 
     const auto uvTop = static_cast<float>(uv.value(0));
     const auto condTop = static_cast<float>(cond.value(0));
@@ -47,15 +53,26 @@ void TraceColumns::setPlot(const AxisValues &axes, int width, int height, float 
     reference_ = Lanes{uvTop, condTop, uvTop, condTop};
     factor_ = Lanes{uvFactor, condFactor, -uvFactor, -condFactor};
 
-    reach_ = std::min(margin - 1, static_cast<int>(penRadius * static_cast<float>(strips_)));
+    penRadius_ = penRadius;
+    const auto inStrips = [&](float pixels) {
+        return std::min(margin / 2 - 1, static_cast<int>(pixels * static_cast<float>(thinStrips_)));
+    };
+    reach_ = inStrips(penRadius);
+    dotReach_ = inStrips(dotRadius * penRadius);
+    sideways_ = std::lround((penRadius - 0.5F) * strips);
+    dashLength_ = std::max(2, static_cast<int>(std::lround(dash * penRadius)));
+    dashPeriod_ = dashLength_ + std::max(1, static_cast<int>(std::lround(dashGap * penRadius)));
+    // The dashes move with the run.
+    const double start = std::floor(time.from() * time.factor());
+    dashPhase_ = static_cast<int>(start - std::floor(start / dashPeriod_) * dashPeriod_);
     for (int i = 0; i <= reach_; ++i) {
-        const float aside = static_cast<float>(i) / static_cast<float>(strips_);
+        const float aside = static_cast<float>(i) / static_cast<float>(thinStrips_);
         pen_[i] = std::sqrt(std::max(0.0F, penRadius * penRadius - aside * aside));
     }
     grain_ = 1;
     while (static_cast<double>(grain_) * 16 * grainsInStrip * stripsPerSample_ <= 1)
         grain_ *= 16;
-    const std::size_t most = static_cast<std::size_t>(width) * finest;
+    const std::size_t most = static_cast<std::size_t>(width) * strips;
     if (covered_.size() < most) {
         covered_.resize(most);
         thin_.resize(most + 2 * margin);
@@ -63,21 +80,23 @@ void TraceColumns::setPlot(const AxisValues &axes, int width, int height, float 
 }
 
 std::pair<int, int> TraceColumns::reduce(const SampleStore &samples, int first, int end) {
-    const int firstThin = first * strips_ - reach_;
-    const int endThin = end * strips_ + reach_;
+    const int reach = thinStrips_ == 1 ? reachOfColumns() : reach_;
+    const int firstThin = first * thinStrips_ - reach;
+    const int endThin = end * thinStrips_ + reach;
     std::fill(&thin(firstThin), &thin(endThin), Strip{});
     if (stripsPerSample_ * followUpTo >= 1)
         followLine(samples, firstThin, endThin);
     else
         sumUp(samples, firstThin, endThin);
-    const auto [firstChanged, endChanged] = thicken(first * strips_, end * strips_);
-    return {firstChanged / strips_, (endChanged + strips_ - 1) / strips_};
+    const auto [firstChanged, endChanged] = thicken(first * strips, end * strips);
+    return {firstChanged / strips, (endChanged + strips - 1) / strips};
 }
 
 std::pair<int, int> TraceColumns::columnsOfNews(qint64 known, qint64 size) const {
     // The line to the first new sample starts at the last known one.
-    const double from = (placeOf(std::max<qint64>(known - 1, 0)) - reach_ - 1) / strips_;
-    const double to = (placeOf(size - 1) + reach_ + 1) / strips_;
+    const double reach = thinStrips_ == 1 ? reachOfColumns() + 1 : reach_ + dotReach_ + 1;
+    const double from = (placeOf(std::max<qint64>(known - 1, 0)) - reach) / thinStrips_;
+    const double to = (placeOf(size - 1) + reach) / thinStrips_;
     const double last = columns_;
     return {static_cast<int>(std::clamp(from, 0.0, last)), static_cast<int>(std::clamp(to + 1, 0.0, last))};
 }
@@ -103,10 +122,11 @@ void TraceColumns::sumUp(const SampleStore &samples, int first, int end) {
 }
 
 void TraceColumns::followLine(const SampleStore &samples, int first, int end) {
-    // One sample more on each side, since the line crosses the edges of the range.
-    qint64 number = std::max<qint64>(firstSampleFrom(first) - 1, 0);
-    const qint64 stop = std::min(firstSampleFrom(end) + 1, samples.size());
+    // One sample more on each side, since the line crosses the edges of the range, and those whose dots reach into it.
+    qint64 number = std::max<qint64>(firstSampleFrom(first - dotReach_) - 1, 0);
+    const qint64 stop = std::min(firstSampleFrom(end + dotReach_) + 1, samples.size());
     Lanes before = all(notANumber); // no line leads to the first sample
+    Lanes alone = all(notANumber);  // that sample, as far as no line leads to it
     double x0 = 0;
     int strip0 = 0;
     while (number < stop) {
@@ -128,10 +148,25 @@ void TraceColumns::followLine(const SampleStore &samples, int first, int end) {
             }
             if (strip1 >= first && strip1 < end)
                 thin(strip1).join(now);
+            const auto missing = now != now;
+            addDot(missing ? alone : all(notANumber), strip0, first, end);
+            alone = before != before ? now : all(notANumber);
             before = now;
             x0 = x1;
             strip0 = strip1;
         }
+    }
+    if (stop == samples.size())
+        addDot(alone, strip0, first, end);
+}
+
+void TraceColumns::addDot(Lanes place, int strip, int first, int end) {
+    if (place[UvTrace] != place[UvTrace] && place[CondTrace] != place[CondTrace])
+        return;
+    const float radius = dotRadius * penRadius_;
+    for (int i = std::max(first, strip - dotReach_); i < std::min(end, strip + dotReach_ + 1); ++i) {
+        const float aside = static_cast<float>(i - strip) / static_cast<float>(thinStrips_);
+        thin(i).join(place - all(std::sqrt(std::max(0.0F, radius * radius - aside * aside))));
     }
 }
 
@@ -139,13 +174,8 @@ std::pair<int, int> TraceColumns::thicken(int first, int end) {
     int firstChanged = end;
     int endChanged = first;
     for (int strip = first; strip < end; ++strip) {
-        const Strip *middle = &thin(strip);
-        Strip covered{middle->lanes - all(pen_[0])};
-        for (int i = 1; i <= reach_; ++i) {
-            Strip aside = middle[-i];
-            aside.join(middle[i].lanes);
-            covered.join(aside.lanes - all(pen_[i]));
-        }
+        Strip covered = thinStrips_ == 1 ? widened(strip) : thickened(strip);
+        cutDash(strip, covered);
         Strip &before = covered_[strip];
         if (!(covered == before)) {
             firstChanged = std::min(firstChanged, strip);
@@ -154,6 +184,61 @@ std::pair<int, int> TraceColumns::thicken(int first, int end) {
         }
     }
     return {firstChanged, endChanged};
+}
+
+Strip TraceColumns::thickened(int strip) {
+    const Strip *middle = &thin(strip);
+    Strip covered{middle->lanes - all(pen_[0])};
+    for (int i = 1; i <= reach_; ++i) {
+        Strip aside = middle[-i];
+        aside.join(middle[i].lanes);
+        covered.join(aside.lanes - all(pen_[i]));
+    }
+    return covered;
+}
+
+/// Of a column with many samples: what the columns beside it reach into it has no more height than they.
+Strip TraceColumns::widened(int strip) {
+    const int column = strip / strips;
+    const int fromLeft = strip % strips;
+    const Strip *middle = &thin(column);
+    Strip covered{middle->lanes - all(pen_[0])};
+    for (int i = 1; fromLeft < sideways_ - (i - 1) * strips; ++i)
+        covered.join(middle[-i].lanes);
+    for (int i = 1; strips - 1 - fromLeft < sideways_ - (i - 1) * strips; ++i)
+        covered.join(middle[i].lanes);
+    return covered;
+}
+
+void TraceColumns::cutDash(int strip, Strip &covered) const {
+    if ((strip / strips + dashPhase_) % dashPeriod_ < dashLength_)
+        return;
+    if (covered.bottom(CondTrace) - covered.top(CondTrace) <= (2 + flat) * penRadius_)
+        covered.lanes[CondTrace] = covered.lanes[traceCount + CondTrace] = Extent::infinity;
+}
+
+bool TraceColumns::touch(int first, int end, float top, float bottom) const {
+    const auto touches = [&](const Strip &strip) {
+        return (strip.top(UvTrace) < bottom && strip.bottom(UvTrace) > top) ||
+               (strip.top(CondTrace) < bottom && strip.bottom(CondTrace) > top);
+    };
+    const auto from = covered_.begin() + std::clamp(first, 0, columns_) * strips;
+    const auto to = covered_.begin() + std::clamp(end, 0, columns_) * strips;
+    return std::any_of(from, std::max(from, to), touches);
+}
+
+std::vector<int> TraceColumns::leaves(Trace trace, bool above, int apart) const {
+    std::vector<int> columns;
+    bool outsideBefore = false;
+    for (int column = 0; column < columns_; ++column) {
+        const Strip &strip = covered_[column * strips];
+        const float beyond = above ? -strip.top(trace) : strip.bottom(trace) - height_;
+        const bool outside = beyond > 2 * penRadius_ && strip.top(trace) <= strip.bottom(trace);
+        if (outside && !outsideBefore && (columns.empty() || column - columns.back() >= apart))
+            columns.push_back(column);
+        outsideBefore = outside;
+    }
+    return columns;
 }
 
 } // namespace ostrel

@@ -28,14 +28,15 @@ struct Strip {
     }
 };
 
-/// A run's traces under the present axes, drawn with a round pen, strip by strip. A column of pixels with few samples
-/// is divided into four strips, so that the line is smooth at every slope; otherwise a column is one strip.
+/// A run's traces under the present axes, drawn with a round pen: UV solid, conductivity dashed where it is flat. A
+/// column of pixels is divided into four strips, so that the line is smooth and as wide at every slope. A sample
+/// without neighbours is a dot.
 ///
 /// A strip includes the last sample of the strip to its left; otherwise steep slopes would have gaps. A sample that is
 /// not finite breaks the trace. A strip that a trace does not touch has its top below its bottom.
 class TraceColumns {
 public:
-    static constexpr int finest = 4; ///< most strips in a column
+    static constexpr int strips = 4; ///< in each column
 
     /// Sets the axes, the plot's size in pixels and the pen's radius. Allocates only when the width grows.
     void setPlot(const AxisValues &axes, int width, int height, float penRadius);
@@ -43,8 +44,12 @@ public:
     std::pair<int, int> reduce(const SampleStore &samples, int first, int end);
 
     int columns() const { return columns_; }
-    int strips() const { return strips_; } ///< in each column: 1 or `finest`
-    const Strip *column(int number) const { return &covered_[number * strips_]; }
+    const Strip *column(int number) const { return &covered_[number * strips]; }
+    /// A trace covers a place in the columns from `first` to before `end`, between `top` and `bottom`.
+    bool touch(int first, int end, float top, float bottom) const;
+    /// The columns in which a trace leaves the plot by its upper or its lower edge, from left to right, `apart` columns
+    /// from each other at least.
+    std::vector<int> leaves(Trace trace, bool above, int apart) const;
 
     /// The columns, as first and end, that change when the run grows from `known` to `size` samples.
     std::pair<int, int> columnsOfNews(qint64 known, qint64 size) const;
@@ -54,19 +59,31 @@ private:
     qint64 firstSampleFrom(double place) const;
     void sumUp(const SampleStore &samples, int first, int end);
     void followLine(const SampleStore &samples, int first, int end);
+    void addDot(Lanes place, int strip, int first, int end);
     std::pair<int, int> thicken(int first, int end);
+    int reachOfColumns() const { return (sideways_ + strips - 1) / strips; }
+    Strip thickened(int strip);
+    Strip widened(int strip);
+    void cutDash(int strip, Strip &covered) const;
     Strip &thin(int strip) { return thin_[strip + margin]; }
 
-    static constexpr int margin = 16; // strips on each side of the plot, from which the pen reaches into it
+    static constexpr int margin = 32; // strips on each side of the plot, from which the pen reaches into it
 
     int columns_ = 0;
-    int strips_ = 1;
+    float height_ = 0;
+    int thinStrips_ = 1; // in a column, of the line without width: 1 where there are many samples, otherwise `strips`
     double stripsPerSample_ = 1;
     double startInStrips_ = 0;
     qint64 grain_ = 1;  // samples; strips begin at multiples of it, where the store has boxes
     Lanes reference_{}; // place = (value - reference) * factor, in the lanes of a Strip
     Lanes factor_{};
-    int reach_ = 0;                   // strips that the pen covers to either side
+    int reach_ = 0; // thin strips that the pen covers to either side, and a dot beside it
+    int dotReach_ = 0;
+    int sideways_ = 0; // strips that the pen covers beside a column that is one thin strip
+    float penRadius_ = 0;
+    int dashPhase_ = 0;
+    int dashLength_ = 1; // columns, with the gap behind it
+    int dashPeriod_ = 1;
     std::array<float, margin> pen_{}; // half the pen's height, by the distance in strips
     std::vector<Strip> thin_;         // the line without width; starts `margin` strips left of the plot
     std::vector<Strip> covered_;

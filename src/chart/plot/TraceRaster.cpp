@@ -43,8 +43,8 @@ Lanes all(float value) { return Lanes{value, value, value, value}; }
 
 /// One trace's part of a column; tells how much of a row it covers.
 struct ColumnEdges {
-    ColumnEdges(const Strip *strips, int stripCount, Trace trace) : count(stripCount) {
-        for (int i = 0; i < count; ++i) {
+    ColumnEdges(const Strip *strips, Trace trace) {
+        for (int i = 0; i < TraceColumns::strips; ++i) {
             tops[i] = strips[i].top(trace);
             bottoms[i] = strips[i].bottom(trace);
         }
@@ -55,14 +55,13 @@ struct ColumnEdges {
         const Lanes above{start, start + 1, start + 2, start + 3};
         const Lanes below = above + 1;
         Lanes covered{};
-        for (int i = 0; i < count; ++i)
+        for (int i = 0; i < TraceColumns::strips; ++i)
             covered += greatest(least(below, all(bottoms[i])) - greatest(above, all(tops[i])), all(0));
-        return covered * all(count == 1 ? 1.0F : 1.0F / TraceColumns::finest);
+        return covered * all(1.0F / TraceColumns::strips);
     }
 
-    int count;
-    std::array<float, TraceColumns::finest> tops;
-    std::array<float, TraceColumns::finest> bottoms;
+    std::array<float, TraceColumns::strips> tops;
+    std::array<float, TraceColumns::strips> bottoms;
 };
 
 } // namespace
@@ -120,7 +119,7 @@ void TraceRaster::measure(const TraceColumns &traces, int column) {
     const Lanes high{height, height, 0, 0};
     Lanes outer = least(greatest(strips[0].lanes, low), high);
     Lanes inner = outer;
-    for (int i = 1; i < traces.strips(); ++i) {
+    for (int i = 1; i < TraceColumns::strips; ++i) {
         const Lanes strip = least(greatest(strips[i].lanes, low), high);
         outer = least(outer, strip);
         inner = greatest(inner, strip);
@@ -196,7 +195,7 @@ void TraceRaster::drawBlock(QRgb *plot, const TraceColumns &traces, int first) {
 void TraceRaster::blendEdges(QRgb *plot, const TraceColumns &traces, Trace trace, int column) const {
     const Column &drawn = drawn_[trace][column];
     const Rows hidden = trace == CondTrace ? drawn_[UvTrace][column].full : Rows{};
-    const ColumnEdges edges(traces.column(column), traces.strips(), trace);
+    const ColumnEdges edges(traces.column(column), trace);
     for (const Rows rows : {Rows{drawn.ink.top, drawn.full.top}, Rows{drawn.full.bottom, drawn.ink.bottom}}) {
         for (int row = rows.top; row < rows.bottom; row += atOnce) {
             const int count = std::min(atOnce, rows.bottom - row);

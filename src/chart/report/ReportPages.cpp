@@ -63,6 +63,16 @@ TextFlow titleFor(const QString &text, double width) {
 }
 
 /// An axis without its trace is grey.
+/// What the traces cover, in the device's pixels.
+TraceColumns tracesOf(const SampleStore &samples, const PlotLayout &layout) {
+    constexpr double penRadius = 0.75;
+    TraceColumns traces;
+    const QSize plot = layout.devicePlot().size();
+    traces.setPlot(layout.axes, plot.width(), plot.height(), static_cast<float>(penRadius * layout.pixelRatio));
+    traces.reduce(samples, 0, traces.columns());
+    return traces;
+}
+
 PlotTheme themeFor(qint32 traceFlags) {
     PlotTheme theme = PlotTheme::paper();
     if ((traceFlags & UvFlag) == 0)
@@ -155,17 +165,19 @@ private:
         painter_.translate(area.topLeft());
         painter_.scale(chartPixel, chartPixel);
         const double pixelRatio = device_.logicalDpiX() / 72.0 * chartPixel;
-        const PlotLayout layout =
-            PlotLayout::of(area.size() / chartPixel, pixelRatio, contents_.axes, textFont(9 / chartPixel), QString());
+        const PlotLayout layout = PlotLayout::of(area.size() / chartPixel, pixelRatio, contents_.axes,
+                                                 textFont(9 / chartPixel), std::nullopt);
         PlotPainter plot(painter_, layout, theme_);
         plot.frame();
         plot.grid();
-        if ((options_.traceFlags & CondFlag) != 0)
-            plot.trace(CondTrace, contents_.data.samples, columnsToPixel);
-        if ((options_.traceFlags & UvFlag) != 0)
-            plot.trace(UvTrace, contents_.data.samples, columnsToPixel);
+        for (const auto &[trace, flag] : {std::pair(CondTrace, CondFlag), {UvTrace, UvFlag}}) {
+            if ((options_.traceFlags & flag) != 0) {
+                plot.key(trace);
+                plot.trace(trace, contents_.data.samples, columnsToPixel);
+            }
+        }
         if ((options_.traceFlags & EventsFlag) != 0)
-            plot.marks(placeMarks(contents_.data.marks, layout, theme_));
+            plot.marks(placeMarks(contents_.data.marks, layout, theme_, tracesOf(contents_.data.samples, layout)));
         painter_.restore();
     }
 

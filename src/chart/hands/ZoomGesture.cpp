@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "chart/plot/ZoomGesture.h"
+#include "chart/hands/ZoomGesture.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "chart/plot/Navigation.h"
+#include "chart/hands/Navigation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +12,6 @@ namespace {
 constexpr double leastTime = 0.01;
 constexpr double leastUv = 0.0001;
 constexpr double leastCond = 0.01;
-constexpr std::size_t mostZooms = 100;
 
 struct Ends {
     float min;
@@ -114,22 +113,6 @@ AxisValues Navigation::uvScaled(double factor) const {
 bool Navigation::isWidest(const AxisValues &axes) const {
     return axes.timeMin <= widest_.timeMin && axes.timeMax >= widest_.timeMax && axes.uvMin <= widest_.uvMin &&
            axes.uvMax >= widest_.uvMax && axes.condMin <= widest_.condMin && axes.condMax >= widest_.condMax;
-}
-
-void ZoomHistory::leave(const AxisValues &shown, Step step) {
-    if (step != Step::Rectangle && step == last_ && !empty())
-        return;
-    last_ = step;
-    before_.push_back(shown);
-    if (before_.size() > mostZooms)
-        before_.erase(before_.begin() + 1);
-}
-
-AxisValues ZoomHistory::back() {
-    const AxisValues axes = before_.back();
-    before_.pop_back();
-    last_ = Step::Rectangle;
-    return axes;
 }
 
 } // namespace ostrel
