@@ -31,7 +31,7 @@ QString kindOf(const EventMark &mark) {
 
 int heightOf(const EventMark *mark) { return std::abs(static_cast<int>(mark->height)); }
 
-Group grouped(std::vector<const EventMark *> marks) {
+Group grouped(const std::vector<const EventMark *> &marks) {
     Group group;
     QStringList labels;
     for (const EventMark *mark : marks) {
@@ -74,7 +74,7 @@ std::vector<Group> groupsOf(const std::vector<EventMark> &marks, const PlotLayou
         auto next = first;
         for (; next != candidates.end() && next->place == first->place && next->up == first->up; ++next)
             together.push_back(&marks[next->number]);
-        groups.push_back(grouped(std::move(together)));
+        groups.push_back(grouped(together));
         first = next;
     }
     return groups;

@@ -27,6 +27,12 @@ constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
 Lanes all(float value) { return Lanes{value, value, value, value}; }
 
+/// The lanes of `value` in which `missing` is not-a-number, and not-a-number in the others.
+Lanes whereMissing(Lanes missing, Lanes value) {
+    const auto there = missing <= all(std::numeric_limits<float>::infinity());
+    return there ? all(notANumber) : value;
+}
+
 int floored(double value) {
     const int whole = static_cast<int>(value);
     return whole - (static_cast<double>(whole) > value);
@@ -148,9 +154,8 @@ void TraceColumns::followLine(const SampleStore &samples, int first, int end) {
             }
             if (strip1 >= first && strip1 < end)
                 thin(strip1).join(now);
-            const auto missing = now != now;
-            addDot(missing ? alone : all(notANumber), strip0, first, end);
-            alone = before != before ? now : all(notANumber);
+            addDot(whereMissing(now, alone), strip0, first, end);
+            alone = whereMissing(before, now);
             before = now;
             x0 = x1;
             strip0 = strip1;
@@ -161,7 +166,7 @@ void TraceColumns::followLine(const SampleStore &samples, int first, int end) {
 }
 
 void TraceColumns::addDot(Lanes place, int strip, int first, int end) {
-    if (place[UvTrace] != place[UvTrace] && place[CondTrace] != place[CondTrace])
+    if (std::isnan(place[UvTrace]) && std::isnan(place[CondTrace]))
         return;
     const float radius = dotRadius * penRadius_;
     for (int i = std::max(first, strip - dotReach_); i < std::min(end, strip + dotReach_ + 1); ++i) {
