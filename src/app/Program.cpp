@@ -9,6 +9,8 @@
 #include <QFileInfo>
 #include <QPrinter>
 
+#include <algorithm>
+
 namespace ostrel {
 
 namespace {
@@ -31,8 +33,10 @@ Program::Program(const Platform &on)
     : platform_(on), net_({on.prompts, on.clock, [this] { backToWork(); },
                            [this](const QString &message) { documents_.errors.WriteErrorLog(message); }}),
       TimerLoadMain_(on.makeTimer(&splash_, QStringLiteral("TimerLoadMain"), 1000, false)),
-      view_({values_, commands_, on.prompts, on.help}), timers_(makeTimers(on, view_.window)),
-      awake_(values_.run, *timers_.SaveLog, on.sleep),
+      view_(
+          {values_, commands_, on.prompts, on.help, on.store,
+           [&on](QWidget &window) { return on.makeTimer(&window, QStringLiteral("TimerWindowPlace"), 1000, false); }}),
+      timers_(makeTimers(on, view_.window)), awake_(values_.run, *timers_.SaveLog, on.sleep),
       helpKey_([this](int HelpContextID) { platform_.help.showTopic(HelpContextID); }),
       documents_({values_,
                   on.store,
@@ -54,7 +58,8 @@ Program::Program(const Platform &on)
                                          on.ComDlg, on.prompts, documents_.errors, &view_.window),
       shellWindow_(view_.window, view_.clicks),
       shell_({values_, commands_, on.store, on.prompts, on.process, on.clock, on.appPath, documents_,
-              view_.documentCharts(), log(logChart), run(logChart), view_.states, shellWindow_, view_.window}) {
+              view_.documentCharts(), log(logChart), run(logChart), view_.states, shellWindow_, view_.window,
+              [this] { view_.place.keep(); }}) {
     values_.identity.PrevInstance = on.PrevInstance;
     log(logChart).setWastebasket(shell_.instances.wastebasket(), [&clock = on.clock] { return clock.now().date(); });
     for (int i = 0; i < chartInstances; ++i)
@@ -132,7 +137,7 @@ void Program::TimerLoadMain_Timer() {
     const auto comeUp = [this] {
         if (!InitMainWindow())
             return; // there is no port, and the program is ending
-        view_.window.comeUp();
+        view_.comeUp();
         log(logChart).KeepWastebasketLimits();
         FirstActivation();
         splash_.hide();
@@ -152,7 +157,8 @@ bool Program::InitMainWindow() {
     view_.helpMenu.SetHelpContexts(platform_.sharedFolder);
     shellWindow_.setCaption(QStringLiteral("Ostrel MS - Velquin System: Default"));
     documents_.settings.ReadSettings();
-    view_.setUp();
+    // Copies that run side by side have places of their own.
+    view_.setUp(values_.identity.PrevInstance ? std::max(2, int(shell_.logInfo.size())) : 1);
     if (!acquisition_.search.chooseAtStart())
         return false;
     acquisition_.session.ComDataLost();

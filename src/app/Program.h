@@ -11,6 +11,7 @@
 #include "base/Values.h"
 #include "documents/Documents.h"
 #include "forms/HelpContext.h"
+#include "forms/WindowsOnScreen.h"
 #include "reports/PrintRun.h"
 #include "shell/Shell.h"
 #include "shell/frmStartup.h"
@@ -55,6 +56,7 @@ private:
     Commands commands_;
     LastNet net_;
 
+    WindowsOnScreen onScreen_;
     frmStartup splash_;
     std::unique_ptr<Timer> TimerLoadMain_;
     View view_;

@@ -55,7 +55,8 @@ void ProgramExit::tearDown() {
             if (identity_.InstanceNumber == firstInstance)
                 uses_.settings.SaveSettings();
         },
-        [&] { takePlace(); }, [&] { writeLog(); }, // so that the wastebasket gets all data
+        [&] { uses_.keepWindowPlace(); }, [&] { takePlace(); },
+        [&] { writeLog(); }, // so that the wastebasket gets all data
         [&] { closeLog(); },
         [&] {
             // Also for a copy that found no port and ends before its window was set up.
@@ -75,6 +76,7 @@ void ProgramExit::closeLog() {
 void ProgramExit::endUnasked() {
     skippingErrors([&] { takePlace(); });
     writeLog();
+    skippingErrors([&] { uses_.keepWindowPlace(); });
     uses_.process.end();
 }
 

@@ -12,6 +12,8 @@
 #include "shell/Instances.h"
 #include "shell/ShellPorts.h"
 
+#include <functional>
+
 namespace ostrel {
 
 /// The end of the program: the questions to the operator, and the teardown.
@@ -27,6 +29,7 @@ public:
         Instances &instances;
         Prompts &prompts;
         Process &process;
+        std::function<void()> keepWindowPlace;
     };
 
     ProgramExit(const Identity &identity, const TabStates &tabs, Uses uses);

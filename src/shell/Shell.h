@@ -30,6 +30,7 @@ struct Shell {
         LogWindow &logWindow;
         ShellWindow &window;
         QWidget &owner; ///< the parent of its windows
+        std::function<void()> keepWindowPlace;
     };
 
     explicit Shell(const Uses &uses);

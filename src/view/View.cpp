@@ -8,7 +8,8 @@
 namespace ostrel {
 
 View::View(const Uses &on)
-    : bars(window.ScrollChart()), keys(on.values.DecimalPoint, on.prompts),
+    : place(window, on.store, on.makePlaceTimer(window)), bars(window.ScrollChart()),
+      keys(on.values.DecimalPoint, on.prompts),
       axes(on.values.tabs, window.charts(), window.axis(), *window.time().txtChartTime, keys, on.prompts),
       time(on.values.tabs, on.values.run, window.charts(), window.time(), bars, axes, keys, on.prompts,
            [this] { window.focusChart(); }),
@@ -32,6 +33,7 @@ void View::bind(Commands &commands, const Guard &guard, ErrorRoute &errors) {
     commands.bind(QStringLiteral("mnuIntro"), [this] { helpMenu.mnuIntro_Click(); });
     commands.bind(QStringLiteral("mnuIndex"), [this] { helpMenu.mnuIndex_Click(); });
 
+    window.placed = [this] { place.changed(); };
     axes.attach();
     time.attach();
     tabs.attach();
@@ -50,13 +52,14 @@ void View::bind(Commands &commands, const Guard &guard, ErrorRoute &errors) {
     }
 }
 
-void View::setUp() {
+void View::setUp(int copy) {
     constexpr float startWidth = 8650.0F;
     constexpr float startHeight = 6300.0F;
     constexpr double startWindow = 10.0;
     TabStates &state = values_.tabs;
     state.CurrentChart = recorderChart;
     window.setOuterSize(startWidth, startHeight);
+    place.restore(copy);
     for (int tab = 0; tab < tabCount; ++tab) {
         state.WindowMinutes[tab] = startWindow;
         bars.setUp(tab);
@@ -68,6 +71,11 @@ void View::setUp() {
     window.bringToFront(recorderChart);
     window.time().txtChartTime->setEnabled(false);
     window.time().cmdSetTime->setEnabled(false); // its entry was set before there was a time span to compare it with
+}
+
+void View::comeUp() {
+    window.comeUp();
+    place.follow();
 }
 
 DocumentCharts View::documentCharts() const {

@@ -14,6 +14,7 @@
 #include "view/MainSetupDialog.h"
 #include "view/NumericKeys.h"
 #include "view/TimeAxis.h"
+#include "view/WindowPlace.h"
 #include "view/frmMain.h"
 
 namespace ostrel {
@@ -26,6 +27,8 @@ struct View {
         const Commands &commands;
         Prompts &prompts;
         HelpViewer &help;
+        SettingsStore &store;
+        std::function<std::unique_ptr<Timer>(QWidget &window)> makePlaceTimer; ///< for WindowPlace
     };
 
     explicit View(const Uses &uses);
@@ -35,13 +38,17 @@ struct View {
     /// Binds the click routines and connects controls and charts. The errors of the charts go to `errors`.
     void bind(Commands &commands, const Guard &guard, ErrorRoute &errors);
 
-    /// Sets the window to its first state: its size, and the state of every tab. No tab is in use yet.
-    void setUp();
+    /// Sets the window to its first state: its size and place, and the state of every tab. No tab is in use yet. `copy`
+    /// is the number of this one among the running copies, from 1.
+    void setUp(int copy);
+    /// Shows the window, and keeps from then on where the operator leaves it.
+    void comeUp();
 
     /// The recorder's chart and those of the files.
     DocumentCharts documentCharts() const;
 
     frmMain window;
+    WindowPlace place;
     ScrollBars bars;
     NumericKeys keys;
     AxisPanels axes;

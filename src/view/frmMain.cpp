@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMenuBar>
+#include <QProxyStyle>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <QWindow>
@@ -40,6 +41,16 @@ const QColor ledOn(0x00, 0xff, 0x00);
 const QColor ledOff(Qt::black);
 
 QSizeF inTwips(const QSize &pixels) { return {Twips::fromPixels(pixels.width()), Twips::fromPixels(pixels.height())}; }
+
+/// Less room beside the captions than most styles leave, so that all five can be read in a small window.
+class TightTabs : public QProxyStyle {
+public:
+    int pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const override {
+        constexpr int besideCaption = 12; // pixels, both sides together
+        const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+        return metric == PM_TabBarTabHSpace ? std::min(usual, besideCaption) : usual;
+    }
+};
 
 /// A tab bar without selection by the wheel, and with tool tips as plain text, since they are names of files.
 class TabStrip : public QTabBar {
@@ -72,6 +83,7 @@ QWidget *placeholder() {
 frmMain::frmMain()
     : inner_(new QWidget), Toolsbar_(new QToolBar(inner_)), page_(new QFrame(inner_)), TabChart_(new TabStrip(inner_)) {
     loadPictures();
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg"))); // for the windows before it, too
     setObjectName(QStringLiteral("frmMain"));
     setCentralWidget(inner_);
     buildMenus();
@@ -112,6 +124,7 @@ void frmMain::buildMenus() {
 
 void frmMain::buildToolbar() {
     Toolsbar_->setObjectName(QStringLiteral("Toolsbar"));
+    Toolsbar_->setAccessibleName(tr("Commands"));
     Toolsbar_->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     Toolsbar_->setIconSize({pictureSize, pictureSize});
     Toolsbar_->layout()->setContentsMargins({});
@@ -143,7 +156,11 @@ void frmMain::buildToolbar() {
 
 void frmMain::buildTabs() {
     page_->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    auto *tight = new TightTabs;
+    tight->setParent(TabChart_);
+    TabChart_->setStyle(tight);
     TabChart_->setObjectName(QStringLiteral("TabChart"));
+    TabChart_->setAccessibleName(tr("Charts"));
     TabChart_->setExpanding(false);
     TabChart_->setDrawBase(false);
     TabChart_->setElideMode(Qt::ElideRight);
@@ -160,6 +177,7 @@ void frmMain::buildTabs() {
     for (int tab = 0; tab < tabCount; ++tab) {
         ScrollChart_[tab] = new ScrollEntry(inner_);
         ScrollChart_[tab]->setObjectName(arrayName("ScrollChart", tab));
+        ScrollChart_[tab]->setAccessibleName(tr("Stretch of the run that is shown"));
         ScrollChart_[tab]->setEnabled(false);
     }
 }
@@ -259,12 +277,28 @@ void frmMain::resizeEvent(QResizeEvent *event) {
     QMainWindow::resizeEvent(event);
     holdLeastSize(); // the desktop's frame is known only once it is drawn around the window
     ArrangeMainWindow();
+    tellPlaced();
+}
+
+void frmMain::moveEvent(QMoveEvent *event) {
+    QMainWindow::moveEvent(event);
+    tellPlaced();
+}
+
+void frmMain::changeEvent(QEvent *event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange)
+        tellPlaced();
+}
+
+void frmMain::tellPlaced() const {
+    if (placed)
+        placed();
 }
 
 void frmMain::comeUp() {
     constexpr int patience = 500; // milliseconds, in case no screen ever shows it
     constexpr int settling = 100; // milliseconds, for the window manager to place it
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg"))); // for the other windows, too
     show();
     QDeadlineTimer deadline(patience);
     while (!windowHandle()->isExposed() && !deadline.hasExpired())

@@ -35,6 +35,8 @@ public:
 
     /// A menu item or a button was clicked, with its name; a check button's state is already that after the click.
     std::function<void(const QString &control)> clicked;
+    /// The window was moved, resized, maximised or minimised.
+    std::function<void()> placed;
     /// Called when the window is about to close; false keeps it open.
     std::function<bool()> QueryUnload;
 
@@ -52,6 +54,8 @@ public:
 protected:
     bool event(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool focusNextPrevChild(bool next) override;
@@ -63,6 +67,7 @@ private:
     void buildPanels();
     QAction *addAction(QAction *action, const QString &name);
     void press(const QString &control) const;
+    void tellPlaced() const;
     QSize frameExtent() const { return frameGeometry().size() - size(); }
     void holdLeastSize();
     void ArrangeMainWindow();

@@ -3,10 +3,13 @@
 #include "forms/Controls.h"
 #include "forms/FormBuilder.h"
 #include "forms/FormPlaces.h"
+#include "forms/WindowsOnScreen.h"
 
 #include <QClipboard>
+#include <QDialog>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QScreen>
 #include <QTest>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
@@ -224,6 +227,30 @@ TEST(FormPlaces, MakeRoomForLargerTextsInTheirRowAndKeepRowsTogether) {
     makeRoom(places);
     EXPECT_EQ(places[Panel].at.height(), 2000);
     EXPECT_EQ(places[Button].at.top(), 200);
+    EXPECT_GT(places[Units].at.left() - places[Entry].at.right(), 100); // letters twice as high need air
+}
+
+TEST(WindowsOnScreenTest, NoWindowEndsBeyondTheScreenAndADialogStandsInTheMiddleWhileItsParentIsNotShown) {
+    const WindowsOnScreen onScreen;
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QWidget parent;
+    parent.resize(100, 100);
+    QDialog dialog(&parent);
+    dialog.resize(200, 100);
+    dialog.show();
+    EXPECT_LE((dialog.geometry().center() - screen.center()).manhattanLength(), 4);
+    dialog.hide();
+
+    parent.move(screen.bottomRight() - QPoint(110, 110));
+    parent.show();
+    dialog.resize(5000, 300);
+    dialog.show();
+    QApplication::setActiveWindow(&dialog);
+    EXPECT_TRUE(screen.contains(dialog.frameGeometry())) << dialog.frameGeometry().width();
+    dialog.move(screen.center()); // by the operator, partly beyond
+    QApplication::setActiveWindow(&parent);
+    QApplication::setActiveWindow(&dialog);
+    EXPECT_EQ(dialog.pos(), screen.center());
 }
 
 TEST(FormBuilderTest, InkIsLegibleOnLightAndDark) {
