@@ -9,8 +9,11 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QScreen>
 #include <QStandardPaths>
+#include <QTreeView>
 
 #include <climits>
 
@@ -118,6 +121,18 @@ QStringList nameFilters(const QString &filter) {
     return filters;
 }
 
+/// Room for the names of files, for sizes and for whole dates, in the desktop's font.
+void makeRoom(QFileDialog &dialog) {
+    constexpr int letters = 100;
+    constexpr int lines = 28;
+    const QFontMetrics metrics(dialog.font());
+    const QSize wanted(metrics.averageCharWidth() * letters, metrics.lineSpacing() * lines);
+    dialog.resize(wanted.expandedTo(dialog.sizeHint()).boundedTo(dialog.screen()->availableSize() * 9 / 10));
+    QHeaderView *columns = dialog.findChild<QTreeView *>(QStringLiteral("treeView"))->header();
+    for (int column = 0; column < columns->count(); ++column)
+        columns->setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch : QHeaderView::ResizeToContents);
+}
+
 /// The folder to begin in: the last one if it still exists.
 QString startFolder(const QString &last) {
     for (const QString &folder : {last, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)}) {
@@ -148,6 +163,7 @@ void QtCommonDialog::show(Purpose purpose) {
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(nameFilters(Filter));
     dialog.setDirectory(startFolder(folder_));
+    makeRoom(dialog);
     // The folder may be gone, for instance with its drive: then only the file's name is offered.
     if (const QFileInfo offered(FileName); !FileName.isEmpty())
         dialog.selectFile(offered.dir().exists() ? FileName : offered.fileName());

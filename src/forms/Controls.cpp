@@ -175,7 +175,9 @@ void TextEntry::focusInEvent(QFocusEvent *event) {
 }
 
 DropDownList::DropDownList(QWidget *parent) : QComboBox(parent) {
+    constexpr int longestList = 20;
     setFocusPolicy(Qt::StrongFocus);
+    setMaxVisibleItems(longestList); // all of it, where the screen has the room
     connect(this, &QComboBox::activated, this, [this] { run(Click); });
 }
 

@@ -108,8 +108,11 @@ void FormBuilder::build(std::span<const ControlRow> rows) {
         QWidget *parent = parentOf(row);
         QWidget *widget = makeControl(row, parent);
         widget->setObjectName(QLatin1String(row.name));
-        if (row.spoken != nullptr)
+        if (row.spoken != nullptr) {
             widget->setAccessibleName(QString::fromUtf8(row.spoken));
+            if (auto *line = widget->findChild<QLineEdit *>()) // of a combo box: a control of its own to a reader
+                line->setAccessibleName(widget->accessibleName());
+        }
         const auto container = std::find(controls.begin(), controls.end(), parent);
         const QSizeF needs = inTwips(row.width > 0 ? leastSize(row, *widget) : widget->sizeHint());
         const QSizeF size = row.width > 0 ? QSizeF(row.width, row.height) : needs;

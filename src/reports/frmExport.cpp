@@ -108,7 +108,6 @@ Frame *frmExport::makeData() {
     cmbSamlingRate_ = new DropDownList(frameData);
     cmbSamlingRate_->setObjectName(QStringLiteral("cmbSamlingRate"));
     cmbSamlingRate_->setAccessibleName(QStringLiteral("Sampling rate, points a second"));
-    cmbSamlingRate_->setMaxVisibleItems(std::size(samplingRates));
     for (const char *rate : samplingRates)
         cmbSamlingRate_->addItem(QLatin1String(rate));
 

@@ -7,11 +7,13 @@
 
 #include <QLabel>
 #include <QListWidget>
+#include <QScreen>
 #include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionViewItem>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 namespace ostrel {
@@ -162,14 +164,17 @@ void frmDataRecovery::lstLogFiles_ItemCheck(const QListWidgetItem &item) {
     cmdRecoverButton_->setEnabled(recovery_.cmdRecoverButtonEnabled());
 }
 
-/// Wrapped lines need more height in a narrower window.
+/// Wrapped lines need more height in a narrower window, and a higher one than the screen has its buttons beyond it.
 void frmDataRecovery::resizeEvent(QResizeEvent *event) {
-    setMinimumHeight(layout()->totalMinimumHeightForWidth(width()));
+    if (isVisible()) // before that the width is not yet that of the list, and a height would stay that is much too
+                     // large
+        setMinimumHeight(std::min(layout()->totalMinimumHeightForWidth(width()), screen()->availableSize().height()));
     QDialog::resizeEvent(event);
 }
 
 /// Style and positions are not final before this.
 void frmDataRecovery::showEvent(QShowEvent *event) {
+    resize(width(), layout()->totalHeightForWidth(width()));
     QDialog::showEvent(event);
     placeHeads();
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "view/MainLayout.h"
 
+#include <algorithm>
+
 namespace ostrel {
 
 namespace MainLayout {
@@ -9,12 +11,18 @@ namespace {
 
 constexpr qreal besidePanels = 100;
 constexpr qreal leastHeight = 5000;
+constexpr qreal drawnPanelHeight = 1095;
+constexpr qreal textHeights = 3;  // the heights of menus, toolbar, tabs, panels and axis texts together, in panels
 constexpr qreal aroundTabs = 100; // above the tabs and below them
 constexpr qreal pageLine = 15;
 
 } // namespace
 
-QSizeF leastOuterSize(const QSizeF &axisPanels) { return {axisPanels.width() + besidePanels, leastHeight}; }
+// The panels grow with the desktop's fonts, and with them all that has a text above the traces or beside them.
+QSizeF leastOuterSize(const QSizeF &axisPanels) {
+    const qreal grown = std::max(axisPanels.height() - drawnPanelHeight, 0.0);
+    return {axisPanels.width() + besidePanels, leastHeight + grown * textHeights};
+}
 
 Places arrange(const Sizes &sizes) {
     const qreal width = sizes.inner.width();

@@ -102,6 +102,22 @@ TEST_F(RecoveryTest, aRowOrItsBoxOrTheSpaceBarChecksItAndEnterRecoversIt) {
     EXPECT_EQ(standing(), "17 18"); // the close box gives nothing up
 }
 
+TEST_F(RecoveryTest, theWindowIsNoHigherThanItsTextsAndItsListNeed) {
+    leave("17", "Alpha");
+    const QFont usual = QApplication::font();
+    for (const int points : {9, 20}) {
+        QFont font = usual;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        offer([&] {
+            const QWidget &window = *list().window();
+            EXPECT_LE(window.height(), window.layout()->totalHeightForWidth(window.width())) << points;
+            EXPECT_LE(window.height(), window.screen()->availableSize().height()) << points;
+        });
+    }
+    QApplication::setFont(usual);
+}
+
 TEST_F(RecoveryTest, whatIsGivenUpIsSweptButNothingThatCannotBeReadNowOrCameSince) {
     leave("17", "Alpha");
     leave("18", "Beta");
