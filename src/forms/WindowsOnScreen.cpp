@@ -36,12 +36,13 @@ QMargins frameOf(const QWidget &window) {
 WindowsOnScreen::WindowsOnScreen() { QCoreApplication::instance()->installEventFilter(this); }
 
 bool WindowsOnScreen::eventFilter(QObject *receiver, QEvent *event) {
-    if ((event->type() != QEvent::Show && event->type() != QEvent::WindowActivate) || event->spontaneous())
+    const bool shown = event->type() == QEvent::Show && !event->spontaneous(); // and not only no longer minimised
+    if (!shown && event->type() != QEvent::WindowActivate)
         return false;
     auto *window = qobject_cast<QWidget *>(receiver);
     if (window == nullptr || (window->windowType() != Qt::Window && window->windowType() != Qt::Dialog))
         return false;
-    if (event->type() == QEvent::Show) {
+    if (shown) {
         comesUp(*window);
         framed_.emplace_back(window);
     } else if (std::erase(framed_, window) > 0 && !window->isMaximized()) {
@@ -51,15 +52,18 @@ bool WindowsOnScreen::eventFilter(QObject *receiver, QEvent *event) {
     return false;
 }
 
+/// Qt places a dialog over its parent after this, by the size that it has then.
 void WindowsOnScreen::comesUp(QWidget &window) {
     if (window.windowState() != Qt::WindowNoState)
         return;
     const QWidget *parent = window.parentWidget() != nullptr ? window.parentWidget()->window() : nullptr;
-    const bool wasMoved = window.testAttribute(Qt::WA_Moved);
-    if (qobject_cast<QDialog *>(&window) != nullptr && !wasMoved && !isShown(parent))
-        window.move(ScreenPlace::centred(window.size(), window.screen()->availableGeometry()).topLeft());
-    bringIn(window, isShown(parent) ? frameOf(*parent) : QMargins());
-    window.setAttribute(Qt::WA_Moved, wasMoved); // the next time it is placed anew
+    const QMargins frame = isShown(parent) ? frameOf(*parent) : QMargins();
+    const QRect screen = window.screen()->availableGeometry();
+    window.resize(window.size().boundedTo(screen.size().shrunkBy(frame)));
+    if (window.testAttribute(Qt::WA_Moved))
+        bringIn(window, frame);
+    else if (qobject_cast<QDialog *>(&window) != nullptr && !isShown(parent))
+        window.move(ScreenPlace::centred(window.size(), screen).topLeft());
 }
 
 } // namespace ostrel

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmDataRecovery.h"
 
+#include "base/HelpContexts.h"
 #include "forms/Controls.h"
 #include "forms/FormBuilder.h"
+#include "forms/HelpContext.h"
 #include "shell/TextBox.h"
 
 #include <QLabel>
@@ -72,6 +74,7 @@ frmDataRecovery::frmDataRecovery(Recovery &recovery, QWidget *parent)
     setObjectName(QStringLiteral("frmDataRecovery"));
     setWindowTitle(QStringLiteral("Ostrel - Recover Data"));
     setSizeGripEnabled(true);
+    setHelpContext(*this, HelpContext::Recovery);
 
     auto *form = new QVBoxLayout(this);
     makePrompts(*form);
@@ -108,8 +111,9 @@ void frmDataRecovery::makeList() {
     list.setSelectionMode(QAbstractItemView::NoSelection);
     list.setUniformItemSizes(true);
     const QFontMetrics letters(list.font());
-    list.setMinimumSize(letters.horizontalAdvance(QString(widestRow, u'0')) +
-                            list.verticalScrollBar()->sizeHint().width(),
+    const int wanted =
+        letters.horizontalAdvance(QString(widestRow, u'0')) + list.verticalScrollBar()->sizeHint().width();
+    list.setMinimumSize(std::min(wanted, screen()->availableSize().width() * 9 / 10),
                         letters.lineSpacing() * shownRows);
     connect(&list, &QListWidget::itemChanged, this, [this](QListWidgetItem *item) { lstLogFiles_ItemCheck(*item); });
     // For a click on the check box the list emits no itemPressed. A click on the text checks the row too.
