@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/PortSetup.h"
 
+#include "base/HelpContexts.h"
 #include "base/Steps.h"
 
 namespace ostrel {
@@ -57,7 +58,8 @@ bool PortSetup::ok() {
         [&](const RunTimeError &error) {
             good = false;
             prompts_.show({QStringLiteral("Cannot open the selected communication port\r") + error.description(),
-                           BoxIcon::Exclamation, QStringLiteral("DATA COLLECTION SETUP ERROR")});
+                           BoxIcon::Exclamation, QStringLiteral("DATA COLLECTION SETUP ERROR"), BoxButtons::Ok, 1,
+                           HelpContext::ComPort});
             options_.ComPortNumber = oldPort;
             skippingErrors([&] { ComPort_.setCommPort(static_cast<qint16>(oldPort)); },
                            [&] { ComPort_.setPortOpen(wasOpen); });

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/QtCommonDialog.h"
 
+#include "base/HelpContexts.h"
 #include "base/RunTimeError.h"
 #include "desktop/AnswerBox.h"
 #include "desktop/CompletedName.h"
@@ -16,6 +17,7 @@
 #include <QTreeView>
 
 #include <climits>
+#include <utility>
 
 namespace ostrel {
 
@@ -121,13 +123,15 @@ QStringList nameFilters(const QString &filter) {
     return filters;
 }
 
-/// Room for the names of files, for sizes and for whole dates, in the desktop's font.
-void makeRoom(QFileDialog &dialog) {
+/// Room for names of files, sizes and whole dates, in the desktop's font.
+void arrange(QFileDialog &dialog) {
     constexpr int letters = 100;
     constexpr int lines = 28;
     const QFontMetrics metrics(dialog.font());
     const QSize wanted(metrics.averageCharWidth() * letters, metrics.lineSpacing() * lines);
     dialog.resize(wanted.expandedTo(dialog.sizeHint()).boundedTo(dialog.screen()->availableSize() * 9 / 10));
+    for (const auto &[name, spoken] : {std::pair{"treeView", "Files"}, {"listView", "Files"}, {"sidebar", "Places"}})
+        dialog.findChild<QWidget *>(QLatin1String(name))->setAccessibleName(QLatin1String(spoken));
     QHeaderView *columns = dialog.findChild<QTreeView *>(QStringLiteral("treeView"))->header();
     for (int column = 0; column < columns->count(); ++column)
         columns->setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch : QHeaderView::ResizeToContents);
@@ -157,13 +161,15 @@ void QtCommonDialog::show(Purpose purpose) {
     FileDialog dialog(QApplication::activeWindow(), DefaultExt, Flags);
     dialog.setObjectName(QStringLiteral("ComDlg"));
     dialog.setWindowTitle(DialogTitle);
+    if (HelpContextID != 0)
+        dialog.setProperty(HelpContext::property, HelpContextID);
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setAcceptMode(purpose == Purpose::Save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(purpose == Purpose::Save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setNameFilters(nameFilters(Filter));
     dialog.setDirectory(startFolder(folder_));
-    makeRoom(dialog);
+    arrange(dialog);
     // The folder may be gone, for instance with its drive: then only the file's name is offered.
     if (const QFileInfo offered(FileName); !FileName.isEmpty())
         dialog.selectFile(offered.dir().exists() ? FileName : offered.fileName());

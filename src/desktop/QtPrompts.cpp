@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/QtPrompts.h"
 
+#include "base/HelpContexts.h"
 #include "base/Values.h"
 #include "desktop/AnswerBox.h"
 
@@ -76,6 +77,7 @@ BoxAnswer QtPrompts::show(const MessageBox &box) {
     const QString title = box.caption.isEmpty() ? QString::fromLatin1(AppTitle) : box.caption;
     AnswerBox window(iconOf(box.icon), title, box.text, standardButtons(buttons), QApplication::activeWindow());
     window.setObjectName(QStringLiteral("MsgBox"));
+    window.setProperty(HelpContext::property, box.HelpContextID);
     window.setDefaultButton(buttons.at(static_cast<std::size_t>(box.defaultButton - 1)).button);
     const int chosen = execWithArrow(window);
     for (const Button &button : buttons) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "documents/OpenFiles.h"
 
+#include "base/HelpContexts.h"
 #include "base/Numbers.h"
 #include "base/Steps.h"
 #include "documents/ChartViewOf.h"
@@ -32,6 +33,7 @@ void OpenFiles::OpenChartFile(bool IsLog) {
     ComDlg_.Filter = QLatin1String(IsLog ? logFilter : dataFilter);
     ComDlg_.DefaultExt = QLatin1String(IsLog ? logExtension : dataExtension);
     ComDlg_.FileName.clear();
+    ComDlg_.HelpContextID = HelpContext::Open;
     skippingErrors([&] { ComDlg_.ShowOpen(); },
                    [&] {
                        if (const QString FileName = ComDlg_.FileName; !FileName.isEmpty())

@@ -2,6 +2,7 @@
 #include "documents/RunningLog.h"
 
 #include "base/ErrorNumbers.h"
+#include "base/HelpContexts.h"
 #include "base/Steps.h"
 
 namespace ostrel {
@@ -56,6 +57,7 @@ void RunningLog::mnuSaveLog_Click() {
         ComDlg_.Flags = CommonDialog::OverwritePrompt | CommonDialog::HideReadOnly | CommonDialog::PathMustExist;
         ComDlg_.DialogTitle = QStringLiteral("Save Log File As...");
         ComDlg_.FileName = reads_.identity.SystemName;
+        ComDlg_.HelpContextID = HelpContext::SaveLog;
         ComDlg_.CancelError = true;
         ComDlg_.Filter = QStringLiteral("Quillchart Log(*.chl)|*.chl|All Files(*.*)|*.*");
         ComDlg_.DefaultExt = QStringLiteral("chl");

@@ -2,6 +2,7 @@
 #include "documents/SaveFiles.h"
 
 #include "base/ErrorNumbers.h"
+#include "base/HelpContexts.h"
 #include "documents/FileNames.h"
 
 namespace ostrel {
@@ -24,7 +25,8 @@ void SaveFiles::mnuSaveData_Click() {
 }
 
 void SaveFiles::mnuSaveDataAs_Click() {
-    const QString path = askForFile(QStringLiteral("Save Data File As..."), showsLog() ? QString() : fileName());
+    const QString path =
+        askForFile(QStringLiteral("Save Data File As..."), showsLog() ? QString() : fileName(), HelpContext::SaveData);
     const QString title = ComDlg_.FileTitle;
     if (path.isEmpty())
         return;
@@ -43,7 +45,7 @@ void SaveFiles::mnuSaveDataAs_Click() {
 }
 
 void SaveFiles::mnuSaveSlectedData_Click() {
-    const QString path = askForFile(QStringLiteral("Save Selected Data As..."), {});
+    const QString path = askForFile(QStringLiteral("Save Selected Data As..."), {}, HelpContext::SaveSelected);
     if (!path.isEmpty() && !chart().SaveSelectedData(path))
         errors_.HandelError(ErrorNumber::SaveFailed);
 }
@@ -54,9 +56,10 @@ void SaveFiles::saved() {
 
 bool SaveFiles::showsLog() const { return fileName().right(3).toUpper() == QLatin1String("CHL"); }
 
-QString SaveFiles::askForFile(const QString &title, const QString &offered) {
+QString SaveFiles::askForFile(const QString &title, const QString &offered, int HelpContextID) {
     ComDlg_.Flags = CommonDialog::OverwritePrompt | CommonDialog::HideReadOnly | CommonDialog::PathMustExist;
     ComDlg_.DialogTitle = title;
+    ComDlg_.HelpContextID = HelpContextID;
     ComDlg_.FileName = offered;
     ComDlg_.Filter = QLatin1String(dataFilter);
     ComDlg_.DefaultExt = QLatin1String(dataExtension);

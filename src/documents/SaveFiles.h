@@ -33,7 +33,7 @@ private:
     bool showsLog() const;
     void saved();
     /// Shows the dialog with a proposed name; returns the chosen path, empty for none.
-    QString askForFile(const QString &title, const QString &offered);
+    QString askForFile(const QString &title, const QString &offered, int HelpContextID);
 
     TabStates &tabs_;
     const RunState &run_;

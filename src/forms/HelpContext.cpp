@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "forms/HelpContext.h"
 
+#include "base/HelpContexts.h"
+
 #include <QAction>
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -12,24 +14,21 @@ namespace ostrel {
 
 namespace {
 
-constexpr const char *propertyName = "HelpContextID";
-constexpr int index = 0;
-
 int topicOf(const QWidget &at) {
     if (const auto *menu = qobject_cast<const QMenu *>(&at); menu != nullptr && menu->activeAction() != nullptr) {
-        if (const QVariant item = menu->activeAction()->property(propertyName); item.isValid())
+        if (const QVariant item = menu->activeAction()->property(HelpContext::property); item.isValid())
             return item.toInt();
     }
     for (const QWidget *widget = &at; widget != nullptr; widget = widget->parentWidget()) {
-        if (const QVariant own = widget->property(propertyName); own.isValid())
+        if (const QVariant own = widget->property(HelpContext::property); own.isValid())
             return own.toInt();
     }
-    return index;
+    return HelpContext::Index;
 }
 
 } // namespace
 
-void setHelpContext(QObject &object, int HelpContextID) { object.setProperty(propertyName, HelpContextID); }
+void setHelpContext(QObject &object, int HelpContextID) { object.setProperty(HelpContext::property, HelpContextID); }
 
 HelpKey::HelpKey(std::function<void(int)> showTopic) : showTopic_(std::move(showTopic)) {
     QCoreApplication::instance()->installEventFilter(this);

@@ -93,20 +93,24 @@ void frmHelp::makeContents() {
     lstTopics_->setObjectName(QStringLiteral("lstTopics"));
     lstTopics_->setAccessibleName(tr("Topics"));
     lstTopics_->setSpacing(1);
-    for (const HelpTopic &topic : topics_.rows()) {
-        lstTopics_->addItem(topic.title);
-        if (!topic.page.isEmpty())
-            continue;
-        QListWidgetItem *item = lstTopics_->item(lstTopics_->count() - 1);
-        QFont bold = item->font();
-        bold.setBold(true);
-        item->setFont(bold);
-        item->setTextAlignment(Qt::AlignBottom);
-        item->setSizeHint({0, lstTopics_->fontMetrics().height() * 2});
-        item->setFlags(Qt::ItemIsEnabled); // a heading is read, not chosen
-    }
+    for (std::size_t row = 0; row < topics_.rows().size(); ++row)
+        addTopic(row);
     connect(lstTopics_, &QListWidget::currentItemChanged, this, &frmHelp::openItem);
     connect(lstTopics_, &QListWidget::itemClicked, this, &frmHelp::openItem);
+}
+
+void frmHelp::addTopic(std::size_t row) {
+    const HelpTopic &topic = topics_.rows()[row];
+    auto *item = new QListWidgetItem(topic.title, lstTopics_);
+    item->setData(Qt::UserRole, topic.page);
+    if (!topic.page.isEmpty())
+        return;
+    QFont bold = item->font();
+    bold.setBold(true);
+    item->setFont(bold);
+    item->setTextAlignment(Qt::AlignBottom);
+    item->setSizeHint({0, lstTopics_->fontMetrics().height() * 2});
+    item->setFlags(Qt::ItemIsEnabled); // a heading is read, not chosen
 }
 
 void frmHelp::arrange() {
@@ -165,56 +169,57 @@ bool frmHelp::event(QEvent *event) {
 
 QStringList frmHelp::words() const { return txtSearch_->text().simplified().split(u' ', Qt::SkipEmptyParts); }
 
-bool frmHelp::holds(std::size_t row, const QStringList &wanted) {
-    if (texts_.empty()) {
-        for (const HelpTopic &topic : topics_.rows()) {
-            const QString html = topic.page.isEmpty() ? QString() : helpText(topic.page);
-            texts_.push_back(topic.title + u' ' + QTextDocumentFragment::fromHtml(html).toPlainText());
-        }
-    }
-    return std::all_of(wanted.begin(), wanted.end(),
-                       [&](const QString &word) { return texts_[row].contains(word, Qt::CaseInsensitive); });
-}
-
-/// Leaves only the topics in the contents that contain all the words.
+/// Leaves only the topics in the contents that have the words, the most fitting first.
 void frmHelp::search() {
     const QStringList wanted = words();
-    for (int row = 0; row < lstTopics_->count(); ++row) {
-        const bool isHeading = topics_.rows()[std::size_t(row)].page.isEmpty();
-        lstTopics_->item(row)->setHidden(!wanted.isEmpty() && (isHeading || !holds(std::size_t(row), wanted)));
+    {
+        const QSignalBlocker quiet(lstTopics_);
+        lstTopics_->clear();
+        if (wanted.isEmpty()) {
+            for (std::size_t row = 0; row < topics_.rows().size(); ++row)
+                addTopic(row);
+        }
+        for (const std::size_t row : wanted.isEmpty() ? std::vector<std::size_t>() : search_.find(wanted))
+            addTopic(row);
+        if (lstTopics_->count() == 0) {
+            lstTopics_->addItem(tr("No topic has these words."));
+            lstTopics_->item(0)->setFlags(Qt::NoItemFlags);
+        }
     }
+    select(page_->path());
     page_->mark(wanted);
 }
 
 /// Goes to the next place of the words on the page, or to the first topic with them when the page has none.
 void frmHelp::goOn(bool forward) {
-    const QListWidgetItem *shown = lstTopics_->currentItem();
-    if (shown != nullptr && !shown->isHidden()) {
+    if (lstTopics_->currentItem() != nullptr)
         page_->goToMark(forward);
-        return;
-    }
-    for (int row = 0; row < lstTopics_->count(); ++row) {
-        if (!lstTopics_->item(row)->isHidden())
-            return lstTopics_->setCurrentRow(row);
-    }
+    else if (lstTopics_->item(0)->flags() != Qt::NoItemFlags)
+        lstTopics_->setCurrentRow(0);
 }
 
 void frmHelp::openItem(const QListWidgetItem *item) {
     if (item == nullptr)
         return;
-    const HelpTopic &topic = topics_.rows()[std::size_t(lstTopics_->row(item))];
-    if (!topic.page.isEmpty())
-        page_->open(topic.page);
+    if (const QString page = item->data(Qt::UserRole).toString(); !page.isEmpty())
+        page_->open(page);
 }
 
 void frmHelp::pageChanged() {
-    const auto &rows = topics_.rows();
-    const auto shown =
-        std::find_if(rows.begin(), rows.end(), [this](const HelpTopic &topic) { return topic.page == page_->path(); });
-    const QSignalBlocker quiet(lstTopics_);
-    lstTopics_->setCurrentRow(shown == rows.end() ? -1 : int(shown - rows.begin()));
+    select(page_->path());
     if (!words().isEmpty())
         page_->mark(words());
+}
+
+/// Shows in the contents which page is open.
+void frmHelp::select(const QString &page) {
+    const QSignalBlocker quiet(lstTopics_);
+    int shown = -1;
+    for (int row = 0; row < lstTopics_->count() && shown < 0; ++row) {
+        if (!page.isEmpty() && lstTopics_->item(row)->data(Qt::UserRole).toString() == page)
+            shown = row;
+    }
+    lstTopics_->setCurrentRow(shown);
 }
 
 } // namespace ostrel

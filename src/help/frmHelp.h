@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "help/HelpSearch.h"
 #include "help/HelpTopics.h"
 
 #include <QStringList>
 #include <QWidget>
 
 #include <functional>
-#include <vector>
 
 class QAction;
 class QLineEdit;
@@ -42,13 +42,14 @@ private:
     void search();
     void goOn(bool forward);
     QStringList words() const;
-    bool holds(std::size_t row, const QStringList &wanted);
+    void addTopic(std::size_t row);
+    void select(const QString &page);
     void openItem(const QListWidgetItem *item);
     void pageChanged();
     void standOverModal();
 
     const HelpTopics topics_;
-    std::vector<QString> texts_; ///< of the topics, with their titles; read at the first search
+    HelpSearch search_{topics_.rows()};
     QToolBar *bar_;
     QLineEdit *txtSearch_;
     QListWidget *lstTopics_;

@@ -43,6 +43,7 @@ public:
     QString DefaultExt;
     QString FileName; ///< the file offered when the dialog opens
     QString FileTitle;
+    int HelpContextID = 0; ///< topic of F1 in the dialog; 0: that of the window below it
     int Flags = 0;
     bool CancelError = false;
     int Copies = 1; ///< number of copies of a print

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "base/HelpContexts.h"
+
 #include <QString>
 
 namespace ostrel {
@@ -15,7 +17,8 @@ struct MessageBox {
     BoxIcon icon = BoxIcon::None;
     QString caption{}; ///< empty: the application's title
     BoxButtons buttons = BoxButtons::Ok;
-    int defaultButton = 1; ///< counted from 1
+    int defaultButton = 1;                     ///< counted from 1
+    int HelpContextID = HelpContext::Messages; ///< topic of F1
 };
 
 /// Messages to the operator outside the program's windows.

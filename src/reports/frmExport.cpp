@@ -2,6 +2,7 @@
 #include "reports/frmExport.h"
 
 #include "base/ErrorNumbers.h"
+#include "base/HelpContexts.h"
 #include "base/Numbers.h"
 #include "base/Steps.h"
 #include "chart/table/ExportedPoints.h"
@@ -22,8 +23,6 @@
 namespace ostrel {
 
 namespace {
-
-constexpr int helpTopic = 2;
 
 constexpr int selectedData = 0;
 constexpr int allData = 1;
@@ -170,7 +169,7 @@ void frmExport::attach() {
 }
 
 void frmExport::InitExport() {
-    setHelpContext(*this, helpTopic);
+    setHelpContext(*this, HelpContext::Export);
     cmbSamlingRate_->setListIndex(onePointASecond);
     LastTime_ = chart_.GetLastTime();
     ExportFrom_ = 0;
@@ -232,6 +231,7 @@ QString frmExport::askForFile() {
     ComDlg_.Flags = CommonDialog::OverwritePrompt | CommonDialog::HideReadOnly | CommonDialog::PathMustExist;
     ComDlg_.DialogTitle = QStringLiteral("Export Data Text File As...");
     ComDlg_.FileName.clear();
+    ComDlg_.HelpContextID = HelpContext::Export;
     ComDlg_.Filter = QStringLiteral("Text File(*.txt)|*.txt|All Files(*.*)|*.*");
     ComDlg_.DefaultExt = QStringLiteral("txt");
     ComDlg_.ShowSave();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reports/frmPrint.h"
 
+#include "base/HelpContexts.h"
 #include "forms/Controls.h"
 #include "forms/FixedDialog.h"
 #include "forms/HelpContext.h"
@@ -18,7 +19,6 @@ namespace ostrel {
 
 namespace {
 
-constexpr int helpTopic = 5;
 constexpr int titleLetters = 45;  // letters of average width that the entry shows at once
 constexpr int captionMargin = 16; // pixels; styles alone leave hardly any beside a long caption
 
@@ -99,7 +99,7 @@ void frmPrint::InitPrint() {
     values_.PrintCancelled = true;
     txtTitel_->setText(chart_.ChartTitle());
     txtTitel_->selectWhole();
-    setHelpContext(*this, helpTopic);
+    setHelpContext(*this, HelpContext::Print);
 }
 
 void frmPrint::chkChromotogram_Click() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/ProgramExit.h"
 
+#include "base/HelpContexts.h"
 #include "base/Steps.h"
 #include "files/Directories.h"
 
@@ -38,15 +39,17 @@ bool ProgramExit::ask() {
         uses_.prompts.show({QStringLiteral("Do you want to save the LOG file before exiting "),
                             BoxIcon::Question,
                             {},
-                            BoxButtons::YesNo}) == BoxAnswer::Yes)
+                            BoxButtons::YesNo,
+                            1,
+                            HelpContext::Exit}) == BoxAnswer::Yes)
         uses_.commands.run(QStringLiteral("mnuSaveLog"));
 
     const auto end = tabs_.ChartSaved.begin() + std::max<int>(tabs_.ChartCount, 0);
     if (std::all_of(tabs_.ChartSaved.begin(), end, [](bool saved) { return saved; }))
         return true;
     return uses_.prompts.show({QStringLiteral("Chart Recorder Data or opened Data is not saved.\rExit without save?"),
-                               BoxIcon::Question, QStringLiteral("Data is not saved"), BoxButtons::YesNo, 2}) !=
-           BoxAnswer::No;
+                               BoxIcon::Question, QStringLiteral("Data is not saved"), BoxButtons::YesNo, 2,
+                               HelpContext::Exit}) != BoxAnswer::No;
 }
 
 void ProgramExit::tearDown() {

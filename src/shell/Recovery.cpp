@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/Recovery.h"
 
+#include "base/HelpContexts.h"
 #include "base/Steps.h"
 #include "files/Directories.h"
 #include "files/FolderLock.h"
@@ -130,10 +131,11 @@ void Recovery::tellUnread(const QString &directory) {
         return;
     unread_ << directory;
     uses_.prompts.show(
-        {QStringLiteral("A part of this log cannot be read at this moment:\n\n%1\n\nWhat can be read "
-                        "can be saved. The log stays where it is and is offered again at the next start.")
-             .arg(files.join(u'\n')),
-         BoxIcon::Exclamation});
+        {.text = QStringLiteral("A part of this log cannot be read at this moment:\n\n%1\n\nWhat can be read "
+                                "can be saved. The log stays where it is and is offered again at the next start.")
+                     .arg(files.join(u'\n')),
+         .icon = BoxIcon::Exclamation,
+         .HelpContextID = HelpContext::Recovery});
 }
 
 /// Reports the logs that the operator gave up but that will be offered again.
@@ -141,10 +143,11 @@ void Recovery::tellUnmoved() {
     if (unmoved_.isEmpty())
         return;
     uses_.prompts.show(
-        {QStringLiteral("These logs could not be moved to the wastebasket:\n\n%1\n\nThey stay where they "
-                        "are and are offered again at the next start.")
-             .arg(unmoved_.join(u'\n')),
-         BoxIcon::Exclamation});
+        {.text = QStringLiteral("These logs could not be moved to the wastebasket:\n\n%1\n\nThey stay where they "
+                                "are and are offered again at the next start.")
+                     .arg(unmoved_.join(u'\n')),
+         .icon = BoxIcon::Exclamation,
+         .HelpContextID = HelpContext::Recovery});
 }
 
 /// Removes the recovered rows and unchecks the others.
@@ -159,8 +162,8 @@ bool Recovery::cmdDoneButton_Click() {
         uses_.prompts.show({QStringLiteral("Not all Log files have been recovered!  Log files that have not been "
                                            "recovered will be permanently lost.\r\n(Select 'Cancel' to recover "
                                            "additional Log files.)"),
-                            BoxIcon::Exclamation, QStringLiteral("Ostrel MS - Warning!"), BoxButtons::OkCancel, 2}) !=
-            BoxAnswer::Ok)
+                            BoxIcon::Exclamation, QStringLiteral("Ostrel MS - Warning!"), BoxButtons::OkCancel, 2,
+                            HelpContext::Recovery}) != BoxAnswer::Ok)
         return false;
     PurgeLogDirectories();
     tellUnmoved();

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmLogName.h"
 
+#include "base/HelpContexts.h"
 #include "forms/FormBuilder.h"
+#include "forms/HelpContext.h"
 
 #include <utility>
 
@@ -37,6 +39,7 @@ frmLogName::frmLogName(const QString &SystemName, Prompts &prompts, std::functio
     : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint), prompts_(prompts) {
     setObjectName(QStringLiteral("frmLogName"));
     setWindowTitle(QStringLiteral("Enter Velquin System Name"));
+    setHelpContext(*this, HelpContext::SystemName);
     FormBuilder builder(*this);
     builder.build(controls);
     setFixedSize(childrenRect().size() + QSize(childrenRect().x() + margin, childrenRect().y() + margin));

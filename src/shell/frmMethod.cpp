@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmMethod.h"
 
+#include "base/HelpContexts.h"
 #include "forms/Controls.h"
 #include "forms/HelpContext.h"
 #include "forms/NamedControl.h"
@@ -14,18 +15,12 @@
 
 namespace ostrel {
 
-namespace {
-
-constexpr int helpTopic = 3;
-
-}
-
 frmMethod::frmMethod(const QString &MethodText, std::function<void()> release, QWidget *parent)
     : QDialog(parent), release_(std::move(release)) {
     setObjectName(QStringLiteral("frmMethod"));
     setWindowTitle(QStringLiteral("Method"));
     setSizeGripEnabled(true);
-    setHelpContext(*this, helpTopic);
+    setHelpContext(*this, HelpContext::Method);
 
     auto *txtMethod = new TextBox(QStringLiteral("txtMethod"), windowTitle(), this);
     txtMethod->setFont(fixedPitchFont()); // the instrument's columns line up

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmNotes.h"
 
+#include "base/HelpContexts.h"
 #include "forms/Controls.h"
 #include "forms/HelpContext.h"
 #include "forms/NamedControl.h"
@@ -14,12 +15,6 @@
 
 namespace ostrel {
 
-namespace {
-
-constexpr int helpTopic = 4;
-
-}
-
 frmNotes::frmNotes(const Run &chart, Prompts &prompts, std::function<void(const QString &)> taken,
                    std::function<void()> release, QWidget *parent)
     : QDialog(parent), chart_(chart), prompts_(prompts), taken_(std::move(taken)), release_(std::move(release)),
@@ -27,7 +22,7 @@ frmNotes::frmNotes(const Run &chart, Prompts &prompts, std::function<void(const 
     setObjectName(QStringLiteral("frmNotes"));
     setWindowTitle(QStringLiteral("Notes"));
     setSizeGripEnabled(true);
-    setHelpContext(*this, helpTopic);
+    setHelpContext(*this, HelpContext::Notes);
     txtNotes_->makeRoomFor(60, 12);
     txtNotes_->setText(chart_.GetNotes());
 
@@ -65,7 +60,8 @@ bool frmNotes::CloseNotes() {
     if (isChanged()) {
         const BoxAnswer answer = prompts_.show({.text = QStringLiteral("Your notes have been changed\rSave changes ?"),
                                                 .icon = BoxIcon::Question,
-                                                .buttons = BoxButtons::YesNoCancel});
+                                                .buttons = BoxButtons::YesNoCancel,
+                                                .HelpContextID = HelpContext::Notes});
         if (answer == BoxAnswer::Yes)
             taken_(txtNotes_->Text());
         result = answer != BoxAnswer::Cancel;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "shell/frmStartup.h"
 
+#include "base/HelpContexts.h"
 #include "forms/Controls.h"
+#include "forms/HelpContext.h"
 
 #include <QLabel>
 #include <QPixmap>
@@ -21,6 +23,7 @@ frmStartup::frmStartup()
       cmdClose_(new CommandButton(this)) {
     setObjectName(QStringLiteral("frmStartup"));
     setAccessibleName(QStringLiteral("Ostrel MS " OSTREL_VERSION ", chart recorder for the Velquin system"));
+    setHelpContext(*this, HelpContext::Introduction);
     picSplash_->setObjectName(QStringLiteral("picSplash"));
     // A bitmap made from splash.svg, so that the first window does not wait for gradients and fonts.
     picSplash_->setPixmap(QPixmap(QStringLiteral(":/pictures/splash.png")));

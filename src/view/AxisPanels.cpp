@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/AxisPanels.h"
 
+#include "base/HelpContexts.h"
 #include "base/Numbers.h"
 
 #include <QLatin1String>
@@ -107,7 +108,7 @@ void AxisPanels::cmdSet_Click(int Index) {
     double fullScale = entryValue(cmbYAxis);
     double minimum = entryValue(txtYAxisMin);
     if (fullScale - minimum < panel.gap - gapTolerance) {
-        prompts_.show({panel.gapMessage, BoxIcon::Exclamation, {}});
+        prompts_.show({.text = panel.gapMessage, .icon = BoxIcon::Exclamation, .HelpContextID = HelpContext::Axes});
         showState(Index);
         return;
     }

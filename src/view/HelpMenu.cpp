@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/HelpMenu.h"
 
+#include "base/HelpContexts.h"
 #include "forms/HelpContext.h"
 
 #include <QCoreApplication>
@@ -12,9 +13,6 @@ namespace ostrel {
 
 namespace {
 
-constexpr int helpIndex = 0;
-constexpr int introduction = 1; // also the topic of the window
-
 struct TopicRow {
     const char *command;
     int HelpContextID;
@@ -22,17 +20,17 @@ struct TopicRow {
 
 // clang-format off
 constexpr TopicRow topics[] = {
-    {"mnuExport",           2},
-    {"mnuMethod",           3},
-    {"mnuNotes",            4},
-    {"mnuPrint",            5},
-    {"mnuComPort",          6},
-    {"mnuSaveData",         8},
-    {"mnuSaveDataAs",       8},
-    {"mnuSaveSlectedData",  9},
-    {"mnuOpenData",        10},
-    {"mnuOpenLog",         10},
-    {"mnuSaveLog",         11},
+    {"mnuExport",           HelpContext::Export},
+    {"mnuMethod",           HelpContext::Method},
+    {"mnuNotes",            HelpContext::Notes},
+    {"mnuPrint",            HelpContext::Print},
+    {"mnuComPort",          HelpContext::ComPort},
+    {"mnuSaveData",         HelpContext::SaveData},
+    {"mnuSaveDataAs",       HelpContext::SaveData},
+    {"mnuSaveSlectedData",  HelpContext::SaveSelected},
+    {"mnuOpenData",        HelpContext::Open},
+    {"mnuOpenLog",         HelpContext::Open},
+    {"mnuSaveLog",         HelpContext::SaveLog},
 };
 // clang-format on
 
@@ -43,7 +41,7 @@ HelpMenu::HelpMenu(HelpViewer &viewer, QWidget &window, Actions actions)
 
 void HelpMenu::SetHelpContexts(const QString &folder) {
     viewer_.HelpFile = folder + QStringLiteral("/Ostrel.hlp");
-    setHelpContext(window_, introduction);
+    setHelpContext(window_, HelpContext::Introduction);
     for (const TopicRow &row : topics)
         setHelpContext(*actions_(QLatin1String(row.command)), row.HelpContextID);
 }
@@ -51,9 +49,9 @@ void HelpMenu::SetHelpContexts(const QString &folder) {
 void HelpMenu::mnuIntro_Click() { sendF1(); }
 
 void HelpMenu::mnuIndex_Click() {
-    setHelpContext(window_, helpIndex);
+    setHelpContext(window_, HelpContext::Index);
     sendF1();
-    setHelpContext(window_, introduction);
+    setHelpContext(window_, HelpContext::Introduction);
 }
 
 /// Acts as if the operator had pressed F1 with the focus on the window. Returns when the key has been handled.

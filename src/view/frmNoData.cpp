@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "view/frmNoData.h"
 
+#include "base/HelpContexts.h"
 #include "forms/Controls.h"
+#include "forms/HelpContext.h"
 
 #include <QLabel>
 #include <QVBoxLayout>
@@ -27,6 +29,7 @@ constexpr AnswerRow answers[] = {
 frmNoData::frmNoData(QWidget *parent) : QDialog(parent) {
     setObjectName(QStringLiteral("frmNoData"));
     setWindowTitle(QStringLiteral("Ostrel"));
+    setHelpContext(*this, HelpContext::Trouble);
 
     auto *Label1 = new QLabel(tr("No data is being received."), this);
     Label1->setObjectName(QStringLiteral("Label1"));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "view/frmSetup.h"
 
+#include "base/HelpContexts.h"
 #include "forms/FormBuilder.h"
 #include "forms/HelpContext.h"
 
@@ -35,7 +36,7 @@ frmSetup::frmSetup(PortSetup &setup, bool mayCancel, QWidget *parent)
     : QDialog(parent), setup_(setup), mayCancel_(mayCancel) {
     setObjectName(QStringLiteral("frmSetup"));
     setWindowTitle(QStringLiteral("Data Collection Setup"));
-    setHelpContext(*this, 6); // that of the command which opens it
+    setHelpContext(*this, HelpContext::ComPort);
     FormBuilder builder(*this);
     builder.build(controls);
     setFixedSize(childrenRect().size() + QSize(childrenRect().x() + margin, childrenRect().y() + margin));
