@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/ChosenPrinter.h"
 
+#include "base/HelpContexts.h"
 #include "desktop/AnswerBox.h"
 #include "desktop/CompletedName.h"
 
@@ -41,6 +42,8 @@ public:
     SetupDialog(QPrinter *printer, const QString &file, QWidget *parent) : QPrintDialog(printer, parent) {
         setObjectName(QStringLiteral("ComDlg"));
         setWindowTitle(tr("Print Setup"));
+        setProperty(HelpContext::property, HelpContext::Print);
+        findChild<QTabWidget *>(QStringLiteral("tabs"))->setAccessibleName(tr("Copies and options"));
         setOptions(PrintToFile | PrintShowPageSize);
         fileName_->setText(file);
         fileName_->setMinimumWidth(260);

@@ -4,6 +4,7 @@
 #include "base/RunTimeError.h"
 #include "base/Steps.h"
 #include "fakes/FaultyDisk.h"
+#include "fakes/Spoken.h"
 #include "fakes/TestFolder.h"
 
 #include <QPrintDialog>
@@ -101,6 +102,22 @@ TEST_F(QtCommonDialogTest, aCancelLeavesNoNameAndRaisesWhenAsked) {
     ComDlg.CancelError = true;
     EXPECT_EQ(errorNumberOf([this] { saved("none/", QMessageBox::Ok); }), ErrorNumber::DialogCancelled);
     EXPECT_EQ(errorNumberOf([this] { setUp("none/", QMessageBox::Ok); }), ErrorNumber::DialogCancelled);
+}
+
+TEST_F(QtCommonDialogTest, namesAndDatesCanBeReadAndEveryControlHasASpokenName) {
+    folder.lay("A run with a name of some length, of Monday.chl", "x");
+    ComDlg.HelpContextID = 11;
+    whenUp<QFileDialog>([](QFileDialog &dialog) {
+        auto *files = dialog.findChild<QTreeView *>("treeView");
+        ASSERT_TRUE(QTest::qWaitFor([files] { return files->model()->rowCount(files->rootIndex()) > 0; }));
+        for (int column = 0; column < files->header()->count(); ++column)
+            EXPECT_GE(files->columnWidth(column), files->header()->sectionSizeHint(column)) << column;
+        EXPECT_EQ(unspoken(dialog), "");
+        EXPECT_EQ(dialog.property("HelpContextID"), 11);
+    });
+    ComDlg.ShowSave();
+    whenUp<QPrintDialog>([](QPrintDialog &dialog) { EXPECT_EQ(unspoken(dialog), ""); });
+    ComDlg.ShowPrinter();
 }
 
 TEST_F(QtCommonDialogTest, whatIsOfferedCanBeTaken) {

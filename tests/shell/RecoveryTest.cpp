@@ -3,6 +3,10 @@
 #include "chart/files/RecordFile.h"
 #include "chart/files/RunLog.h"
 #include "chart/files/RunningLogFiles.h"
+#include "fakes/Spoken.h"
+
+#include <QLayout>
+#include <QScreen>
 
 namespace {
 
@@ -109,10 +113,14 @@ TEST_F(RecoveryTest, theWindowIsNoHigherThanItsTextsAndItsListNeed) {
         QFont font = usual;
         font.setPointSize(points);
         QApplication::setFont(font);
+        program.reset();
         offer([&] {
             const QWidget &window = *list().window();
             EXPECT_LE(window.height(), window.layout()->totalHeightForWidth(window.width())) << points;
             EXPECT_LE(window.height(), window.screen()->availableSize().height()) << points;
+            EXPECT_EQ(unspoken(*list().window()), "");
+            QTest::keyClick(&list(), Qt::Key_F1);
+            EXPECT_EQ(std::exchange(help.shown, {}), std::vector{12});
         });
     }
     QApplication::setFont(usual);
