@@ -132,7 +132,10 @@ void frmHelp::arrange() {
     form->addWidget(bar_);
     form->addWidget(halves, 1);
     resize(comfortable.boundedTo(screen()->availableSize() * 9 / 10));
-    halves->setSizes({contentsWidth, width() - contentsWidth});
+    const int titles = lstTopics_->sizeHintForColumn(0) + 2 * lstTopics_->frameWidth() +
+                       lstTopics_->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int contentsAtFirst = std::clamp(titles, contentsWidth, std::max(contentsWidth, width() / 3));
+    halves->setSizes({contentsAtFirst, width() - contentsAtFirst});
     setTabOrder(txtSearch_, lstTopics_);
     setTabOrder(lstTopics_, page_);
 }
