@@ -12,7 +12,7 @@ namespace {
 constexpr qreal besidePanels = 100;
 constexpr qreal leastHeight = 5000;
 constexpr qreal drawnPanelHeight = 1095;
-constexpr qreal textHeights = 3;  // the heights of menus, toolbar, tabs, panels and axis texts together, in panels
+constexpr qreal textHeights = 5;  // of menus, toolbar, tabs, panels, title and axis texts together, in panels
 constexpr qreal aroundTabs = 100; // above the tabs and below them
 constexpr qreal pageLine = 15;
 
