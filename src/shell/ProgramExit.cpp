@@ -8,6 +8,7 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <utility>
 
 namespace ostrel {
 
@@ -18,7 +19,7 @@ constexpr int firstInstance = 1;
 } // namespace
 
 ProgramExit::ProgramExit(const Identity &identity, const TabStates &tabs, Uses uses)
-    : identity_(identity), tabs_(tabs), uses_(uses) {}
+    : identity_(identity), tabs_(tabs), uses_(std::move(uses)) {}
 
 bool ProgramExit::frmMain_Unload() {
     if (!askToEnd())
