@@ -19,7 +19,7 @@ set(may_chart base chart/run chart/files chart/table chart/plot chart/hands char
 set(may_acquisition base platform chart/run)
 set(may_documents base files platform chart/run chart/files)
 set(may_view base platform forms chart chart/run acquisition documents)
-set(may_reports base platform forms chart chart/run chart/table)
+set(may_reports base files platform forms chart chart/run chart/table)
 set(may_shell base files platform forms chart/run chart/files documents)
 set(may_help base platform forms)
 set(may_app base files platform desktop help forms chart acquisition documents view reports shell)

@@ -66,6 +66,7 @@ public:
     void HandelError(qint32) override {}
     void commandsAt(Moment) override {}
     void setReceiveLed(bool) override {}
+    void showNow(std::optional<float>, const std::optional<SamplePair> &) override {}
     void UpdateLiveView() override {}
     void recorderToEnd() override {}
     void focusChart() override {}

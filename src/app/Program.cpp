@@ -56,12 +56,20 @@ Program::Program(const Platform &on)
                     view_.acquisitionWindow, view_.setupDialog, on.prompts, documents_.errors, on.clock}),
       zoomedTime_(view_.time), printRun_([this]() -> Quillchart & { return chart(values_.tabs.CurrentChart); },
                                          on.ComDlg, on.prompts, documents_.errors, &view_.window),
+      chartMenu_(on.ComDlg, on.prompts,
+                 [this](const char *place, std::function<void()> act) { return underNet(place, std::move(act)); }),
       shellWindow_(view_.window, view_.clicks),
       shell_({values_, commands_, on.store, on.prompts, on.process, on.clock, on.appPath, documents_,
               view_.documentCharts(), log(logChart), run(logChart), view_.states, shellWindow_, view_.window,
               [this] { view_.place.keep(); }}) {
     values_.identity.PrevInstance = on.PrevInstance;
     log(logChart).setWastebasket(shell_.instances.wastebasket(), [&clock = on.clock] { return clock.now().date(); });
+    for (int i = 0; i < tabCount; ++i) {
+        chart(i).extendMenu = [this, i](QMenu &menu) {
+            view_.addTo(menu, i);
+            chartMenu_.addTo(menu, chart(i));
+        };
+    }
     for (int i = 0; i < chartInstances; ++i)
         chart(i).setPrinter(
             {[this] { return platform_.printer().pageLayout(); },
@@ -89,6 +97,10 @@ void Program::bind() {
     });
 
     TimerLoadMain_->Tick = [this] { TimerLoadMain_Timer(); };
+    view_.window.dropped = [this](const QStringList &files) {
+        for (const QString &file : files)
+            openDropped(file);
+    };
     platform_.sleep.aboutToSleep = underNet("aboutToSleep", [this] { writeLog(); });
     view_.window.QueryUnload = [this] {
         bool goes = false; // an error keeps the window open
@@ -184,6 +196,11 @@ void Program::FirstActivation() {
     timers_.CheckComData->setEnabled(true);
     if (!platform_.commandLine.isEmpty())
         DrawChartLabel(QFileInfo(platform_.commandLine).absoluteFilePath());
+}
+
+/// A file that was dropped on the window.
+void Program::openDropped(const QString &FileName) {
+    net_.run(QStringLiteral("openDropped"), [&] { documents_.openFiles.openDropped(FileName); });
 }
 
 /// Opens the file named on the command line.

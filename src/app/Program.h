@@ -12,6 +12,7 @@
 #include "documents/Documents.h"
 #include "forms/HelpContext.h"
 #include "forms/WindowsOnScreen.h"
+#include "reports/ChartMenu.h"
 #include "reports/PrintRun.h"
 #include "shell/Shell.h"
 #include "shell/frmStartup.h"
@@ -49,6 +50,7 @@ private:
     void TimerLoadMain_Timer();
     bool InitMainWindow();
     void FirstActivation();
+    void openDropped(const QString &FileName);
     void DrawChartLabel(const QString &FileName);
 
     Platform platform_;
@@ -68,6 +70,7 @@ private:
 
     MainZoomedTime zoomedTime_;
     PrintRun printRun_;
+    ChartMenu chartMenu_;
 
     MainShellWindow shellWindow_;
     Shell shell_;

@@ -3,6 +3,7 @@
 
 #include "base/ErrorNumbers.h"
 #include "chart/files/ChartFile.h"
+#include "chart/plot/ChartPicture.h"
 #include "chart/plot/PlotPainter.h"
 #include "chart/run/Succeeds.h"
 #include "chart/table/TextExport.h"
@@ -91,6 +92,17 @@ ChartView Quillchart::view() const {
             .title = shownTitle_};
 }
 
+ChartView Quillchart::viewOnPaper(double pixelRatio) const {
+    ChartView onPaper = view();
+    onPaper.pixelRatio = pixelRatio;
+    onPaper.theme = PlotTheme::paper();
+    return onPaper;
+}
+
+QImage Quillchart::picture(double pixelRatio) const { return pictureOf(run_.data(), viewOnPaper(pixelRatio)); }
+
+void Quillchart::paintPicture(QPainter &painter) const { ostrel::paintPicture(painter, run_.data(), viewOnPaper(1)); }
+
 void Quillchart::bringUpToDate() {
     const ChartView wanted = view();
     if (image_.isNull() || redrawDue_ || !(image_.view() == wanted))
@@ -164,6 +176,8 @@ void Quillchart::contextMenuEvent(QContextMenuEvent *event) {
     QAction *leave = menu->addAction(QStringLiteral("&Leave Zoom"), this, &Quillchart::leaveZoom);
     leave->setObjectName(QStringLiteral("mnuLeaveZoom"));
     leave->setEnabled(zoomed());
+    if (extendMenu)
+        extendMenu(*menu);
     const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
     menu->popup(byKey ? mapToGlobal(rect().center()) : event->globalPos());
 }

@@ -8,9 +8,12 @@
 #include "chart/plot/HeadNumbers.h"
 #include "chart/report/ReportPrinter.h"
 
+#include <QImage>
+#include <QMenu>
 #include <QVariantList>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 namespace ostrel {
@@ -118,6 +121,15 @@ public:
     /// Restores the axes from before the zoom, then emits Unzoomed. Does nothing without a zoom.
     Q_INVOKABLE void leaveZoom() { hands_.leaveZoom(); }
 
+    /// The axes from before the last zoom, which is taken back.
+    void goBack() { hands_.goBack(); }
+
+    /// What is shown, dark on white, whatever the screen looks like; `pixelRatio` pixels to one of the chart.
+    QImage picture(double pixelRatio) const;
+    void paintPicture(QPainter &painter) const;
+    /// Adds to the chart's context menu.
+    std::function<void(QMenu &menu)> extendMenu;
+
     /// Shows the pair of now in the chart's head, and its time in minutes if it belongs to the run; nothing hides the
     /// numbers. Where the operator reads out others, these take their place.
     void showNow(std::optional<float> minutes, const std::optional<SamplePair> &pair);
@@ -146,6 +158,7 @@ private:
     void runCleared() override;
     void runReplaced() override;
     ChartView view() const;
+    ChartView viewOnPaper(double pixelRatio) const;
     void bringUpToDate();
     void paintMarks(QPainter &painter, const QRect &exposed);
     HeadNumbers numbers() const;

@@ -22,13 +22,8 @@ OpenFiles::OpenFiles(TabStates &tabs, const DocumentCharts &charts, DocumentWind
     : tabs_(tabs), charts_(charts), window_(window), ComDlg_(ComDlg), prompts_(prompts) {}
 
 void OpenFiles::OpenChartFile(bool IsLog) {
-    if (tabs_.ChartCount == tabCount) {
-        prompts_.show({QStringLiteral("The maximum number of files which can be opened at one time is %1.  "
-                                      "To open another file you must close a file which is already open first.")
-                           .arg(mostFiles),
-                       BoxIcon::Information, QStringLiteral("Open Data File Information!")});
+    if (!hasRoom())
         return;
-    }
     ComDlg_.DialogTitle = IsLog ? QStringLiteral("Open Log File...") : QStringLiteral("Open Data File...");
     ComDlg_.Filter = QLatin1String(IsLog ? logFilter : dataFilter);
     ComDlg_.DefaultExt = QLatin1String(IsLog ? logExtension : dataExtension);
@@ -39,6 +34,21 @@ void OpenFiles::OpenChartFile(bool IsLog) {
                        if (const QString FileName = ComDlg_.FileName; !FileName.isEmpty())
                            DrawChartLabel(FileName);
                    });
+}
+
+void OpenFiles::openDropped(const QString &FileName) {
+    if (hasRoom())
+        DrawChartLabel(FileName);
+}
+
+bool OpenFiles::hasRoom() {
+    if (tabs_.ChartCount < tabCount)
+        return true;
+    prompts_.show({QStringLiteral("The maximum number of files which can be opened at one time is %1.  "
+                                  "To open another file you must close a file which is already open first.")
+                       .arg(mostFiles),
+                   BoxIcon::Information, QStringLiteral("Open Data File Information!")});
+    return false;
 }
 
 void OpenFiles::DrawChartLabel(const QString &FileName) {

@@ -25,7 +25,11 @@ public:
     /// its tab stays in use without a name, and the hourglass stays on.
     void DrawChartLabel(const QString &FileName);
 
+    /// Opens a file that was dropped on the window, as if it had been chosen in the dialog.
+    void openDropped(const QString &FileName);
+
 private:
+    bool hasRoom();
     bool load(const QString &FileName);
     void takeOver(int tab, const QString &FileName);
 

@@ -78,6 +78,15 @@ void View::comeUp() {
     place.follow();
 }
 
+void View::addTo(QMenu &menu, int tab) {
+    Quillchart &chart = window.chart(tab);
+    QAction *back = menu.addAction(QStringLiteral("One Zoom &Back"), &chart, [&chart] { chart.goBack(); });
+    back->setObjectName(QStringLiteral("mnuZoomBack"));
+    back->setEnabled(chart.zoomed());
+    menu.addAction(QStringLiteral("&Full View"), window.time().optTimeAxis[0], &QAbstractButton::click)
+        ->setObjectName(QStringLiteral("mnuFullView"));
+}
+
 DocumentCharts View::documentCharts() const {
     DocumentCharts charts{};
     for (int tab = 0; tab < tabCount; ++tab)

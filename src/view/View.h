@@ -44,6 +44,9 @@ struct View {
     /// Shows the window, and keeps from then on where the operator leaves it.
     void comeUp();
 
+    /// Adds the ways through a run to the context menu of a tab's chart.
+    void addTo(QMenu &menu, int tab);
+
     /// The recorder's chart and those of the files.
     DocumentCharts documentCharts() const;
 

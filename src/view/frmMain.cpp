@@ -11,9 +11,11 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDeadlineTimer>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QLayout>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QProxyStyle>
 #include <QToolTip>
 #include <QWheelEvent>
@@ -86,6 +88,7 @@ frmMain::frmMain()
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/ostrel.svg"))); // for the windows before it, too
     setObjectName(QStringLiteral("frmMain"));
     setCentralWidget(inner_);
+    setAcceptDrops(true);
     buildMenus();
     buildToolbar();
     buildTabs();
@@ -304,6 +307,34 @@ void frmMain::comeUp() {
     while (!windowHandle()->isExposed() && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, settling);
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, settling);
+}
+
+namespace {
+
+QStringList filesIn(const QMimeData &data) {
+    QStringList files;
+    for (const QUrl &url : data.urls()) {
+        if (url.isLocalFile())
+            files << url.toLocalFile();
+    }
+    return files;
+}
+
+} // namespace
+
+void frmMain::dragEnterEvent(QDragEnterEvent *event) {
+    if (dropped && !filesIn(*event->mimeData()).isEmpty()) {
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+    }
+}
+
+/// The program that the files come from waits until the drop is over: whatever there is to ask or to read comes later.
+void frmMain::dropEvent(QDropEvent *event) {
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    QMetaObject::invokeMethod(
+        this, [this, files = filesIn(*event->mimeData())] { dropped(files); }, Qt::QueuedConnection);
 }
 
 void frmMain::closeEvent(QCloseEvent *event) { event->setAccepted(!QueryUnload || QueryUnload()); }

@@ -37,6 +37,8 @@ public:
     std::function<void(const QString &control)> clicked;
     /// The window was moved, resized, maximised or minimised.
     std::function<void()> placed;
+    /// Files were dropped on the window.
+    std::function<void(const QStringList &files)> dropped;
     /// Called when the window is about to close; false keeps it open.
     std::function<bool()> QueryUnload;
 
@@ -57,6 +59,8 @@ protected:
     void moveEvent(QMoveEvent *event) override;
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool focusNextPrevChild(bool next) override;
 

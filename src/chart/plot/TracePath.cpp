@@ -87,6 +87,15 @@ std::vector<QPolygonF> tracePath(Trace trace, const SampleStore &samples, const 
     return path.taken();
 }
 
+TraceColumns tracesOn(const PlotLayout &layout, const SampleStore &samples) {
+    constexpr double penRadius = 0.75; // logical pixels
+    TraceColumns traces;
+    const QSize plot = layout.devicePlot().size();
+    traces.setPlot(layout.axes, plot.width(), plot.height(), static_cast<float>(penRadius * layout.pixelRatio));
+    traces.reduce(samples, 0, traces.columns());
+    return traces;
+}
+
 namespace {
 
 /// The point where the line from `from`, within `reach` of the centre, to `to`, outside it, leaves that circle.

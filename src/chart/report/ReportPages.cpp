@@ -2,6 +2,7 @@
 #include "chart/report/ReportPages.h"
 
 #include "chart/plot/PlotPainter.h"
+#include "chart/plot/TracePath.h"
 #include "chart/report/TextFlow.h"
 #include "chart/run/IsoDate.h"
 #include "chart/run/TextLines.h"
@@ -63,16 +64,6 @@ TextFlow titleFor(const QString &text, double width) {
 }
 
 /// An axis without its trace is grey.
-/// What the traces cover, in the device's pixels.
-TraceColumns tracesOf(const SampleStore &samples, const PlotLayout &layout) {
-    constexpr double penRadius = 0.75;
-    TraceColumns traces;
-    const QSize plot = layout.devicePlot().size();
-    traces.setPlot(layout.axes, plot.width(), plot.height(), static_cast<float>(penRadius * layout.pixelRatio));
-    traces.reduce(samples, 0, traces.columns());
-    return traces;
-}
-
 PlotTheme themeFor(qint32 traceFlags) {
     PlotTheme theme = PlotTheme::paper();
     if ((traceFlags & UvFlag) == 0)
@@ -177,7 +168,7 @@ private:
             }
         }
         if ((options_.traceFlags & EventsFlag) != 0)
-            plot.marks(placeMarks(contents_.data.marks, layout, theme_, tracesOf(contents_.data.samples, layout)));
+            plot.marks(placeMarks(contents_.data.marks, layout, theme_, tracesOn(layout, contents_.data.samples)));
         painter_.restore();
     }
 
