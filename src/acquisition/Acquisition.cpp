@@ -18,7 +18,8 @@ Acquisition::Acquisition(const Uses &on)
               {*on.timers.Process, *on.timers.CheckComData, *on.timers.SaveLog}, on.window, on.commands, on.errors,
               on.values.options, on.clock),
       session(on.values.run, on.values.link, on.values.tabs, *on.timers.CheckComData, *on.timers.SaveLog, on.window),
-      setup(on.ComPort, on.CommTmp, *on.timers.CheckComData, on.values.options, on.values.link, on.prompts),
+      setup(on.ComPort, on.CommTmp, *on.timers.CheckComData, on.values.options, on.values.link, on.directory,
+            on.prompts),
       search(setup, on.ComPort, *on.timers.CheckComData, on.values.options, on.values.identity, on.dialog, on.prompts,
              on.commands, on.errors),
       ComPort_(on.ComPort), timers_(on.timers), recorder_(on.recorder), run_(on.values.run), window_(on.window) {}

@@ -21,6 +21,7 @@ struct Acquisition {
         Values &values;
         SerialControl &ComPort; ///< the link
         SerialControl &CommTmp; ///< tries ports
+        PortDirectory &directory;
         const MainTimers &timers;
         Run &recorder;
         Run &log;

@@ -12,6 +12,7 @@ namespace ostrel {
 namespace {
 
 constexpr int inputBufferBytes = 32000;
+constexpr int helpTopic = 6; // choosing the port
 
 } // namespace
 
@@ -27,10 +28,9 @@ bool PortSearch::chooseAtStart() {
     if (setup_.choices().has(options_.ComPortNumber) && !identity_.PrevInstance) {
         ComPort_.setCommPort(static_cast<qint16>(options_.ComPortNumber));
     } else if (!askForPort()) {
-        prompts_.show({QStringLiteral("All available COM ports are already in use.  "
-                                      "Please free one COM port before restarting Ostrel MS."),
-                       BoxIcon::None,
-                       {}});
+        prompts_.show({.text = QStringLiteral("All available COM ports are already in use.  "
+                                              "Please free one COM port before restarting Ostrel MS."),
+                       .HelpContextID = helpTopic});
         commands_.run(QStringLiteral("mnuExit"));
         return false;
     }

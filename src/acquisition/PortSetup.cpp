@@ -7,12 +7,13 @@
 namespace ostrel {
 
 PortSetup::PortSetup(SerialControl &ComPort, SerialControl &CommTmp, Timer &TimerCheckComData, Options &options,
-                     LinkState &link, Prompts &prompts)
+                     LinkState &link, PortDirectory &directory, Prompts &prompts)
     : ComPort_(ComPort), CommTmp_(CommTmp), TimerCheckComData_(TimerCheckComData), options_(options), link_(link),
-      prompts_(prompts) {}
+      directory_(directory), prompts_(prompts) {}
 
 void PortSetup::load() {
     choices_.enabled.fill(true);
+    choices_.refusal.fill(0);
     FindFreeComPorts(false);
     SelectedComPort_ = options_.ComPortNumber;
 }
@@ -29,8 +30,10 @@ void PortSetup::FindFreeComPorts(bool UseComPort) {
 void PortSetup::probe(SerialControl &control, int port) {
     const auto attempt = [&](auto &&step) {
         const int number = errorNumberOf(step);
-        if (number == ErrorNumber::InvalidPortNumber || number == ErrorNumber::PortAlreadyOpen)
+        if (number == ErrorNumber::InvalidPortNumber || number == ErrorNumber::PortAlreadyOpen) {
             choices_.enabled[port - 1] = false;
+            choices_.refusal[port - 1] = number;
+        }
     };
     attempt([&] { control.setCommPort(static_cast<qint16>(port)); });
     attempt([&] { control.setPortOpen(true); });

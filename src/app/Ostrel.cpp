@@ -9,6 +9,7 @@
 #include "desktop/Folders.h"
 #include "desktop/InstanceLock.h"
 #include "desktop/LogindSleepGuard.h"
+#include "desktop/PortFinder.h"
 #include "desktop/QtCommonDialog.h"
 #include "desktop/QtProcess.h"
 #include "desktop/QtPrompts.h"
@@ -40,11 +41,12 @@ int run(Application &application, Prompts &prompts, Process &process) {
     const auto deviceOfPort = [&ports](int number) { return ports.device(number); };
     QtSerialControl ComPort(qApp, QStringLiteral("ComPort"), deviceOfPort);
     QtSerialControl CommTmp(qApp, QStringLiteral("CommTmp"), deviceOfPort);
+    PortFinder directory(deviceOfPort);
 
     LogindSleepGuard sleep;
     QtHelpViewer help;
 
-    Program program({clock, ComPort, CommTmp, store, prompts, ComDlg, exportDialog,
+    Program program({clock, ComPort, CommTmp, directory, store, prompts, ComDlg, exportDialog,
                      [&ComDlg]() -> QPrinter & { return ComDlg.printer(); }, process, sleep, help,
                      [](QObject *owner, const QString &name, int interval, bool on) {
                          return std::make_unique<QtTimer>(owner, name, interval, on);

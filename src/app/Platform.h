@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 #include "platform/CommonDialog.h"
 #include "platform/HelpViewer.h"
+#include "platform/PortDirectory.h"
 #include "platform/Process.h"
 #include "platform/Prompts.h"
 #include "platform/SerialControl.h"
@@ -26,6 +27,7 @@ struct Platform {
     const Clock &clock;
     SerialControl &ComPort; ///< the link
     SerialControl &CommTmp; ///< tries ports
+    PortDirectory &directory;
     SettingsStore &store;
     Prompts &prompts;
     CommonDialog &ComDlg;                ///< the one file dialog of the main window, and its print setup

@@ -76,13 +76,17 @@ bool lives(pid_t process, const QByteArray &program) {
     return sameName && line.mid(nameEnd + 2, 1) != "Z";
 }
 
+QByteArray contentOf(int lock) {
+    std::array<char, longestLock> text;
+    const ssize_t size = ::read(lock, text.data(), text.size());
+    return {text.data(), std::max<ssize_t>(0, size)};
+}
+
 bool isHeld(int lock) {
     // Programs with Qt also hold an flock on their lock file.
     if (::flock(lock, LOCK_EX | LOCK_NB) != 0)
         return true;
-    std::array<char, longestLock> text;
-    const ssize_t size = ::read(lock, text.data(), text.size());
-    const QByteArray content(text.data(), std::max<ssize_t>(0, size));
+    const QByteArray content = contentOf(lock);
     struct stat file {};
     if (ownerIn(content) <= 0)
         return ::fstat(lock, &file) == 0 && std::abs(std::time(nullptr) - file.st_mtime) < beingWritten;
@@ -97,15 +101,25 @@ bool isFile(const QByteArray &path) {
 
 bool isFree(const QString &place) { return !QFileInfo::exists(place) && !QFileInfo(place).isSymLink(); }
 
+Descriptor openedLock(const QByteArray &path) {
+    return Descriptor(::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+}
+
 void takeOverFile(const QByteArray &path) {
     if (!isFile(path))
         return;
-    const Descriptor lock(::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const Descriptor lock = openedLock(path);
     if (!lock && errno == ENOENT)
         return;
     if (!lock || isHeld(lock.get()))
         throw RunTimeError(ErrorNumber::PortAlreadyOpen);
     ::unlink(path.constData());
+}
+
+pid_t ownerOfFile(const QByteArray &path) {
+    const Descriptor lock = isFile(path) ? openedLock(path) : Descriptor();
+    const QByteArray content = lock ? contentOf(lock.get()) : QByteArray();
+    return lives(ownerIn(content), programIn(content)) ? ownerIn(content) : 0;
 }
 
 } // namespace
@@ -125,6 +139,18 @@ void PortLocks::takeOver(const QStringList &paths, const QStringList &folders) {
                 takeOverFile(QFile::encodeName(folder + QLatin1Char('/') + name));
         }
     }
+}
+
+pid_t PortLocks::owner(const QStringList &paths, const QStringList &folders) {
+    for (const QString &folder : folders) {
+        for (const QString &path : paths) {
+            for (const QString &name : lockNames(path)) {
+                if (const pid_t process = ownerOfFile(QFile::encodeName(folder + QLatin1Char('/') + name)); process > 0)
+                    return process;
+            }
+        }
+    }
+    return 0;
 }
 
 QString PortLocks::fileOfQSerialPort(const QString &path) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QStringList>
+#include <sys/types.h>
 
 namespace ostrel {
 
@@ -16,6 +17,9 @@ const QStringList &usualFolders();
 /// it was given. Raises 8005 when a live program, or one that may be alive, holds a lock. Removes the locks of dead
 /// programs, as far as this user may.
 void takeOver(const QStringList &paths, const QStringList &folders = usualFolders());
+
+/// The live process that a lock of the device names; 0 for none or when it cannot be known. Changes nothing.
+pid_t owner(const QStringList &paths, const QStringList &folders = usualFolders());
 
 /// The lock file of QSerialPort for a port with this path; empty when there is no folder for it.
 QString fileOfQSerialPort(const QString &path);

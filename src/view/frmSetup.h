@@ -6,9 +6,12 @@
 
 #include <QDialog>
 
+#include <array>
+
 namespace ostrel {
 
-/// Lets the operator pick the serial port. Made for each showing, on a setup that is loaded; run it with `exec`.
+/// Lets the operator pick the serial port, and tells what is behind each and why one cannot be picked. Made for each
+/// showing, on a setup that is loaded; run it with `exec`.
 class frmSetup : public QDialog {
     Q_OBJECT
 public:
@@ -18,10 +21,15 @@ public:
     void reject() override;
 
 private:
+    OptionButton &optCom(int index) const;
+    void makeNotes();
     void showChoices();
+    QString described(int index) const;
+    void showPicked();
 
     PortSetup &setup_;
     bool mayCancel_;
+    std::array<PortFacts, 10> facts_;
 };
 
 } // namespace ostrel

@@ -64,6 +64,7 @@ public:
     Timer &TimerSaveLog = *timers.SaveLog;
     FakeSerialControl ComPort;
     FakeSerialControl CommTmp;
+    FakePortDirectory directory;
     Run chart;
     Run log;
     FakeErrorRoute errors;
@@ -73,7 +74,7 @@ public:
     std::function<void()> whileOutOfMemory = [] {}; ///< what happens while the operator reads that box
 
     Acquisition acquisition{
-        {values, ComPort, CommTmp, timers, chart, log, commands, window, window, prompts, errors, clock}};
+        {values, ComPort, CommTmp, directory, timers, chart, log, commands, window, window, prompts, errors, clock}};
     ReceiveRing &ring = acquisition.ring;
     RecordingSession &session = acquisition.session;
     StreamDecoder &decoder = acquisition.decoder;

@@ -31,7 +31,7 @@ public:
     }
     void make() {
         program = std::make_unique<Program>(
-            Platform{clock, ComPort, CommTmp, *settings, prompts, ComDlg, exportDialog,
+            Platform{clock, ComPort, CommTmp, portDirectory, *settings, prompts, ComDlg, exportDialog,
                      [this]() -> QPrinter & { return printer ? *printer : printer.emplace(); }, process, sleep, help,
                      [this](QObject *, const QString &name, int interval, bool on) {
                          auto timer = std::make_unique<FakeTimer>(clock, interval, on);
@@ -167,6 +167,7 @@ public:
     FakeClock clock;
     FakeSerialControl ComPort;
     FakeSerialControl CommTmp;
+    FakePortDirectory portDirectory;
     FakeSettingsStore store;
     SettingsStore *settings = &store; ///< what the program is started on
     FakePrompts prompts;

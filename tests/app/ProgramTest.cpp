@@ -3,6 +3,8 @@
 #include "chart/files/RecordFile.h"
 #include "chart/files/RunningLogFiles.h"
 
+#include <QLabel>
+
 namespace {
 
 /// Starts that are not like every day's.
@@ -70,12 +72,18 @@ TEST_F(StartTest, withoutAFreePortItSaysSoAndEnds) {
     EXPECT_FALSE(find<QWidget>("frmMain")->isVisible());
     EXPECT_EQ(told(), "All available COM ports are already in use.  "
                       "Please free one COM port before restarting Ostrel MS.");
+    EXPECT_EQ(prompts.shown.at(0).HelpContextID, 6);
 }
 
 TEST_F(StartTest, aSecondCopyAsksForItsPort) {
     prevInstance = true;
     ComPort.failing = CommTmp.failing = {{1, ErrorNumber::PortAlreadyOpen}};
     ComPort.failing[3] = ErrorNumber::PathFileAccess;
+    using enum PortFacts::Obstacle;
+    portDirectory.facts = {{1, {"/dev/ttyS0", "", Held, "minicom (process 812)"}},
+                           {2, {"/dev/ttyUSB0", "FT232R USB UART"}},
+                           {10, {"", "", Missing}}};
+    const auto said = [](int port) { return find<QLabel>(QStringLiteral("lblPort(%1)").arg(port - 1))->text(); };
     const auto staysAfter = [this](const char *port, Qt::Key key) {
         click(port);
         QTest::keyClick(find<QWidget>("frmSetup"), key);
@@ -83,12 +91,16 @@ TEST_F(StartTest, aSecondCopyAsksForItsPort) {
     };
     meanwhile([&] {
         EXPECT_FALSE(usable("optCom(0)") || usable("cmdCancel"));
+        EXPECT_EQ(said(1) + '|' + said(2) + '|' + said(10), "ttyS0, in use|ttyUSB0|missing");
+        EXPECT_EQ(find<QLabel>("lblPicked")->text(), "COM 1: /dev/ttyS0.\nIt is in use by minicom (process 812).");
         EXPECT_TRUE(staysAfter("optCom(1)", Qt::Key_Escape));
+        EXPECT_EQ(find<QLabel>("lblPicked")->text(), "COM 2: /dev/ttyUSB0, FT232R USB UART");
         EXPECT_TRUE(staysAfter("optCom(2)", Qt::Key_Return)); // which cannot be opened
         EXPECT_FALSE(staysAfter("optCom(3)", Qt::Key_Return));
     });
     start();
     EXPECT_TRUE(ComPort.CommPort() == 4 && ComPort.PortOpen());
+    EXPECT_EQ(portDirectory.refusals[1] + directory.refusals[2], ErrorNumber::PortAlreadyOpen);
 
     meanwhile([&] { EXPECT_FALSE(staysAfter("optCom(1)", Qt::Key_Escape)); });
     trigger("mnuComPort");

@@ -65,6 +65,10 @@ TEST_F(QtPromptsTest, aBoxShowsItsTextAsItStandsAndThePointerGoesBackHoweverOfte
     prompts.setMousePointer(MousePointer::Default);
     prompts.setMousePointer(MousePointer::Default);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    show({.text = "All are in use.", .HelpContextID = 6}, [](QMessageBox &window) {
+        EXPECT_EQ(window.property("HelpContextID").toInt(), 6);
+        window.close();
+    });
 }
 
 TEST(EndSignalsTest, theFirstSignalIsMetOnceAndAnIgnoredOneStaysIgnored) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "base/RunTimeError.h"
 #include "base/Steps.h"
+#include "desktop/PortFinder.h"
 #include "desktop/PortLocks.h"
 #include "desktop/QtSerialControl.h"
 #include "desktop/SerialPorts.h"
@@ -9,6 +10,7 @@
 #include "files/Descriptor.h"
 
 #include <QDateTime>
+#include <QProcess>
 #include <QTest>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -265,6 +267,62 @@ TEST_F(QtSerialControlTest, theLineLivesOnUnderADialogOfTheHandlerAndAnUnplugged
     plugIn(other);
     QTest::qWait(1300);
     EXPECT_EQ(open(CommTmp, 2), 0); // nobody looks for the device any more
+}
+
+using Obstacle = PortFacts::Obstacle;
+
+/// COM 1 is the instrument, COM 2 something else.
+struct PortFinderTest : testing::Test {
+    QString by(Obstacle obstacle, int refusal = held, int port = 1) {
+        const PortFacts facts = finder.factsOf(port, refusal);
+        EXPECT_EQ(facts.obstacle, obstacle);
+        return facts.by;
+    }
+
+    TestFolder folder;
+    Instrument instrument;
+    QString devices[3]{{}, instrument.path(), {}};
+    PortFinder finder{[this](int number) { return devices[number]; }, {folder.path(), {folder.path()}}};
+};
+
+TEST_F(PortFinderTest, tellsWhoHoldsAPortThatIsRefused) {
+    EXPECT_EQ(by(Obstacle::None, 0), "");
+    EXPECT_EQ(by(Obstacle::Held), ""); // nobody who can be seen
+    const QString lock = "LCK.." + devices[1].mid(5).replace('/', '_');
+    folder.lay(lock, padded(living));
+    EXPECT_TRUE(by(Obstacle::Held).endsWith(" (process " + living + ")"));
+    folder.lay(lock, padded(dead));
+    QProcess other;
+    other.setStandardInputFile(devices[1]);
+    other.start("sleep", {"60"});
+    ASSERT_TRUE(other.waitForStarted());
+    const QString name = QStringLiteral("sleep (process %1)").arg(other.processId());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return by(Obstacle::Held) == name; }));
+    other.kill();
+    other.waitForFinished();
+    EXPECT_EQ(folder.names(), QStringList{lock}); // looking takes nothing away
+}
+
+TEST_F(PortFinderTest, tellsWhatAPortIsAndWhyItCannotBeOpened) {
+    by(Obstacle::NoTerminal, ErrorNumber::InvalidPortNumber);
+    by(Obstacle::Missing, 0, 2);
+    ASSERT_EQ(::mkfifo(folder.native("fifo").constData(), 0666), 0);
+    for (const auto &[other, obstacle] : {std::pair("none", Obstacle::Missing), {"fifo", Obstacle::NoTerminal}}) {
+        devices[2] = folder.at(other);
+        by(obstacle, 0, 2);
+    }
+    ::chmod(instrument.path().toLocal8Bit().constData(), 0600);
+    const int root = ::setfsuid(12345); // only root can
+    const PortFacts facts = finder.factsOf(1, held);
+    ::setfsuid(uid_t(root));
+    EXPECT_TRUE(root != 0 || facts.obstacle == Obstacle::NoPermission);
+
+    folder.lay("usb/manufacturer", "FTDI\n");
+    folder.lay("usb/product", "FT232R USB UART\n");
+    const QString terminal = QFileInfo(devices[1]).fileName();
+    ASSERT_TRUE(QDir().mkpath(folder.at("usb/interface/port")) && QDir().mkpath(folder.at(terminal)));
+    ASSERT_TRUE(QFile::link(folder.at("usb/interface/port"), folder.at(terminal) + "/device"));
+    EXPECT_EQ(finder.factsOf(1, 0).product, "FTDI FT232R USB UART");
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "base/RunTimeError.h"
 #include "platform/Clock.h"
 #include "platform/HelpViewer.h"
+#include "platform/PortDirectory.h"
 #include "platform/Process.h"
 #include "platform/Prompts.h"
 #include "platform/SerialControl.h"
@@ -128,6 +129,18 @@ private:
     int threshold_ = 1;
     int event_ = 0;
     QByteArray buffer_;
+};
+
+/// Ports that nothing is known of unless it is laid down.
+class FakePortDirectory : public PortDirectory {
+public:
+    PortFacts factsOf(int number, int refusal) override {
+        refusals[number] = refusal;
+        return facts[number];
+    }
+
+    std::map<int, PortFacts> facts;
+    std::map<int, int> refusals; ///< that it was asked with
 };
 
 class FakeSettingsStore : public SettingsStore {
