@@ -30,10 +30,18 @@ namespace {
 /// The path for a typed file name, with the extension .pdf; a name without a folder is in the user's home folder.
 QString pdfFile(const QString &typed) { return completedName(QDir::home().filePath(typed), QStringLiteral("pdf")); }
 
-QString usualFile() {
+/// The file for the report of a run: beside it, or with the user's documents when the run is in no file or in a folder
+/// that is not writable.
+QString usualFile(const QString &run) {
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString folder = QFileInfo(documents).isDir() ? documents : QDir::homePath();
-    return ReportFile::nextFree(folder + QLatin1String("/report.pdf"));
+    QString folder = QFileInfo(documents).isDir() ? documents : QDir::homePath();
+    QString name = QStringLiteral("report");
+    if (const QFileInfo file(run); !run.isEmpty()) {
+        name = file.completeBaseName();
+        if (QFileInfo(file.path()).isWritable())
+            folder = file.path();
+    }
+    return ReportFile::nextFree(QStringLiteral("%1/%2.pdf").arg(folder, name));
 }
 
 /// Qt's print dialog for the setup only: it prints nothing and has no page range, since reports are printed whole.
@@ -192,11 +200,11 @@ PrintJob jobFor(const QPrinter &printer, const QByteArray &document, const QStri
 
 } // namespace
 
-bool ChosenPrinter::ask(QWidget *parent, int &copies) {
+bool ChosenPrinter::ask(QWidget *parent, int &copies, const QString &run) {
     // The dialog changes its printer while it is still open, so it gets a copy.
     auto chosen = printer_ ? another(*printer_) : usualPrinter();
     chosen->setCopyCount(std::max(1, copies));
-    const QString offered = file_ ? file_->next() : usualFile();
+    const QString offered = file_ && run == run_ ? file_->next() : usualFile(run);
     SetupDialog dialog(chosen.get(), offered, parent);
     if (dialog.exec() != QDialog::Accepted)
         return false;
@@ -206,8 +214,10 @@ bool ChosenPrinter::ask(QWidget *parent, int &copies) {
     const QString file = printer_->outputFileName();
     if (file.isEmpty())
         file_.reset();
-    else if (!file_ || file != offered || dialog.mayReplace()) // an accepted offer keeps the numbering
+    else if (!file_ || run != run_ || file != offered || dialog.mayReplace()) // an accepted offer keeps the numbering
         file_.emplace(file, dialog.mayReplace());
+    offerTaken_ = file == offered;
+    run_ = run;
     return true;
 }
 
@@ -217,13 +227,19 @@ QPrinter &ChosenPrinter::printer() {
     return *printer_;
 }
 
-bool ChosenPrinter::print(const QByteArray &document, const QString &name) {
+bool ChosenPrinter::canPrint() { return file_ || printer().outputFormat() == QPrinter::NativeFormat; }
+
+bool ChosenPrinter::print(const QByteArray &document, const QString &name, const QString &run) {
     if (printer().outputFormat() == QPrinter::NativeFormat)
         return spooler_->take(jobFor(printer(), document, name));
     if (!file_)
         return false; // there is no printer, and no file was chosen instead
     if (print_ && std::exchange(print_->begun, true))
         return true;
+    if (offerTaken_ && run != run_) {
+        file_.emplace(usualFile(run), false);
+        run_ = run;
+    }
     const QString file = file_->make(document);
     if (print_)
         print_->file = file;

@@ -19,14 +19,17 @@ public:
     explicit ChosenPrinter(std::unique_ptr<Spooler> spooler) : spooler_(std::move(spooler)) {}
 
     /// The dialog of printer, paper and copies, over `parent`. The dialog offers a file as one of the printers; without
-    /// any printer it is the only choice. False on a Cancel, which changes nothing.
-    bool ask(QWidget *parent, int &copies);
+    /// any printer it is the only choice. The offered file is named after `run`, the run's file, and beside it. False
+    /// on a Cancel, which changes nothing.
+    bool ask(QWidget *parent, int &copies, const QString &run);
 
     /// Its paper size is the report's. The reference is valid until the next ask().
     QPrinter &printer();
 
-    /// See CommonDialog. A file is a ReportFile.
-    bool print(const QByteArray &document, const QString &name);
+    /// See CommonDialog. A file is a ReportFile; where the operator took the offered name, the report of another run
+    /// gets the name that would be offered for that one.
+    bool canPrint();
+    bool print(const QByteArray &document, const QString &name, const QString &run);
     void beginPrint() { print_ = Print(); }
     QString endPrint();
 
@@ -39,6 +42,8 @@ private:
     std::unique_ptr<Spooler> spooler_;
     std::unique_ptr<QPrinter> printer_;
     std::optional<ReportFile> file_; ///< none for a printer
+    QString run_;                    ///< for which the file was chosen
+    bool offerTaken_ = false;        ///< the file bears the offered name
     std::optional<Print> print_;
 };
 

@@ -153,7 +153,7 @@ void QtCommonDialog::ShowOpen() { show(Purpose::Open); }
 void QtCommonDialog::ShowSave() { show(Purpose::Save); }
 
 void QtCommonDialog::ShowPrinter() {
-    if (!printer_.ask(QApplication::activeWindow(), Copies) && CancelError)
+    if (!printer_.ask(QApplication::activeWindow(), Copies, ReportName) && CancelError)
         throw RunTimeError(ErrorNumber::DialogCancelled);
 }
 

@@ -17,7 +17,10 @@ public:
     void ShowOpen() override;
     void ShowSave() override;
     void ShowPrinter() override;
-    bool print(const QByteArray &document, const QString &name) override { return printer_.print(document, name); }
+    bool canPrint() override { return printer_.canPrint(); }
+    bool print(const QByteArray &document, const QString &name) override {
+        return printer_.print(document, name, ReportName);
+    }
     void beginPrint() override { printer_.beginPrint(); }
     QString endPrint() override { return printer_.endPrint(); }
 

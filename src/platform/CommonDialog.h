@@ -27,6 +27,8 @@ public:
     /// CancelError is set. A dialog that cannot be shown raises a RunTimeError.
     virtual void ShowPrinter() = 0;
 
+    /// There is a printer, or a file was chosen instead.
+    virtual bool canPrint() = 0;
     /// Prints one copy of a report, a PDF document, on the chosen printer or into the file chosen instead; `name` is
     /// the job's name. False when it was not accepted. An existing file is replaced only once, and only if the operator
     /// has agreed to that in the setup; otherwise the report gets the next free name in the same folder.
@@ -46,7 +48,8 @@ public:
     int HelpContextID = 0; ///< topic of F1 in the dialog; 0: that of the window below it
     int Flags = 0;
     bool CancelError = false;
-    int Copies = 1; ///< number of copies of a print
+    int Copies = 1;     ///< number of copies of a print
+    QString ReportName; ///< the run's file, beside which a file for its report is offered; empty for none
 };
 
 } // namespace ostrel

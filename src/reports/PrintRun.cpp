@@ -19,10 +19,18 @@ void PrintRun::mnuPrint_Click() {
     frmPrint(
         chart_().run(), values_, [this] { mnuPrintSetup_Click(); }, parent_)
         .exec();
-    if (values_.PrintCancelled)
+    if (values_.PrintCancelled || !hasPrinter())
         return;
     if (const QString file = printCopies(); !file.isEmpty())
         prompts_.show({QStringLiteral("The report is in the file %1.").arg(file), BoxIcon::Information});
+}
+
+/// Without a printer the operator is asked for one, or for a file.
+bool PrintRun::hasPrinter() {
+    ComDlg_.ReportName = chart_().run().fileName();
+    if (!ComDlg_.canPrint())
+        mnuPrintSetup_Click();
+    return ComDlg_.canPrint();
 }
 
 QString PrintRun::printCopies() {
@@ -42,6 +50,7 @@ void PrintRun::mnuPrintSetup_Click() {
     const int error = errorNumberOf([&] {
         ComDlg_.CancelError = false;
         ComDlg_.Flags = CommonDialog::PrintSetup;
+        ComDlg_.ReportName = chart_().run().fileName();
         ComDlg_.ShowPrinter();
     });
     if (error != 0)

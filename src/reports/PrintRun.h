@@ -17,12 +17,13 @@ public:
     /// `ComDlg` is the main window's; its Copies is the number of copies of each print. `parent` is the form's parent.
     PrintRun(ChartInFront chart, CommonDialog &ComDlg, Prompts &prompts, ErrorRoute &errors, QWidget *parent);
 
-    /// The chart reports a copy that fails; the next one is still printed. If the report went into a file, a box names
-    /// the file.
+    /// Where there is no printer the setup comes first, and a Cancel there prints nothing. The chart reports a copy
+    /// that fails; the next one is still printed. If the report went into a file, a box names the file.
     void mnuPrint_Click();
     void mnuPrintSetup_Click();
 
 private:
+    bool hasPrinter();
     QString printCopies();
 
     ChartInFront chart_;

@@ -174,6 +174,23 @@ TEST_F(QtCommonDialogTest, theSetupDecidesOnTheCopiesAndEachPrintGetsAFileOfItsO
     EXPECT_EQ(folder.names().size(), 3); // no copy made another one
 }
 
+TEST_F(QtCommonDialogTest, aReportIsOfferedAsTheRunsNameBesideTheRun) {
+    EXPECT_FALSE(ComDlg.canPrint());
+    ComDlg.ReportName = folder.at("SEC 3.1.chd");
+    folder.lay("SEC 3.1.pdf", "%PDF-1.4 old");
+    EXPECT_EQ(setUp(""), "SEC 3.1-2.pdf");
+    EXPECT_TRUE(ComDlg.canPrint());
+    EXPECT_EQ(report(), "SEC 3.1-2.pdf");
+    ComDlg.ReportName = folder.at("SEC 4.chd");
+    EXPECT_EQ(report(), "SEC 4.pdf"); // the offer was taken
+    EXPECT_EQ(report(), "SEC 4-2.pdf");
+    EXPECT_EQ(setUp("mine"), "SEC 4-3.pdf");
+    ComDlg.ReportName = folder.at("SEC 5.chd");
+    EXPECT_EQ(report(), "mine.pdf"); // and here it was not
+    EXPECT_EQ(setUp("none/", QMessageBox::Ok), "SEC 5.pdf");
+    EXPECT_EQ(folder.names().filter("SEC").size(), 4);
+}
+
 TEST_F(QtCommonDialogTest, noFileIsReplacedUnlessTheOperatorAgreedToThatVeryFile) {
     folder.lay("free.pdf", "%PDF-1.4 old");
     setUp("free", QMessageBox::No); // asked of the completed name

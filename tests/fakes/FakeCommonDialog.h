@@ -29,12 +29,15 @@ public:
         ++printerShown;
         if (printerError)
             throw *printerError;
+        offeredFor << ReportName;
+        hasPrinter |= chosenCopies.has_value();
         if (chosenCopies)
             Copies = *chosenCopies;
         else if (CancelError)
             throw RunTimeError(ErrorNumber::DialogCancelled);
     }
 
+    bool canPrint() override { return hasPrinter; }
     bool print(const QByteArray &pdf, const QString &name) override {
         report = pdf;
         printed << name;
@@ -50,6 +53,8 @@ public:
     QStringList answers;
     std::function<void()> whileShown; ///< once, while the next one is up
     int printerShown = 0;
+    bool hasPrinter = true;
+    QStringList offeredFor;          ///< the files beside which the setup has offered a report
     std::optional<int> chosenCopies; ///< none: a Cancel
     std::optional<RunTimeError> printerError;
     QStringList printed;       ///< the names of reports, between "begin" and "end" of their print

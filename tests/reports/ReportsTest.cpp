@@ -122,6 +122,17 @@ TEST_F(PrintRunTest, TheSetupSetsTheCopiesOfLaterPrints) {
     EXPECT_EQ(told(), "Cannot Load Print Setup dialog box.");
 }
 
+TEST_F(PrintRunTest, WithoutAPrinterTheSetupComesFirstAndOffersAFileBesideTheRun) {
+    open("SEC 3.chd", 2);
+    ComDlg.hasPrinter = false;
+    EXPECT_EQ(printed(), ""); // a Cancel
+    EXPECT_EQ(told(), "");
+    ComDlg.chosenCopies = 1;
+    EXPECT_EQ(printed(), "begin SEC 3 end");
+    printed();
+    EXPECT_EQ(ComDlg.offeredFor, QStringList(2, path("SEC 3.chd"))); // not asked again
+}
+
 struct frmExportTest : ReportsTest {
     frmExportTest() { give(10); }
 
