@@ -103,6 +103,7 @@ void Judge::starts() {
     toldFor_.clear();
     boxes_.clear();
     saving_ = 0;
+    on_.notices.standing.clear();
     changesSaved_ = 0;
     lastLogTick_ = lastTaken_ = lastPass_ = on_.clock.elapsed.count();
     ledger_.starts();
@@ -461,6 +462,8 @@ void Judge::compareCommands() {
 
 void Judge::compareView() {
     require((lamp_->FillColor() == QColor(0, 255, 0)) == model_.lamp, QStringLiteral("the lamp of the link is wrong"));
+    require(!model_.lamp || on_.notices.at(News::LinkLost).isEmpty(),
+            QStringLiteral("a notice still tells of the lost link"));
     require(on_.timers["TimerSaveLog"]->Enabled() == model_.writesLog, QStringLiteral("the log's timer is wrong"));
     require(actions_.at("cmdClear")->text() == (model_.front != 0 ? "Close" : "Clear"),
             QStringLiteral("Clear and Close are mixed up"));
@@ -517,6 +520,7 @@ void Judge::logWritten() {
     const bool canSave = actions_.at("mnuSaveLog")->isEnabled();
     require(canSave || !started_ || !on_.timers["TimerSaveLog"]->Enabled(),
             QStringLiteral("the log was written, and cannot be saved"));
+    require(on_.notices.at(News::LogNotWritten).isEmpty(), QStringLiteral("a notice still tells of the log"));
     ledger_.logWritten(canSave);
 }
 

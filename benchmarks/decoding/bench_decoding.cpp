@@ -61,7 +61,7 @@ public:
     int Interval() const override { return 700; }
 };
 
-class Silence : public ErrorRoute, public AcquisitionWindow {
+class Silence : public ErrorRoute, public AcquisitionWindow, public Notices {
 public:
     void HandelError(qint32) override {}
     void commandsAt(Moment) override {}
@@ -71,6 +71,8 @@ public:
     void recorderToEnd() override {}
     void focusChart() override {}
     void showNoData() override {}
+    void show(News, const QString &, const QString &) override {}
+    void withdraw(News) override {}
 };
 
 } // namespace
@@ -93,9 +95,9 @@ static void DecodeOurs(benchmark::State &state) {
     ReceiveRing ring;
     DataReceiver receiver{port, ring, link, timer, clock, silence};
     RunNews news{run, link};
-    SampleIntake intake{run, tabs, chart, log, timer, commands, silence, options, clock};
-    StreamDecoder decoder{ring,    link,     run,     news,    intake, {timer, timer, timer},
-                          silence, commands, silence, options, clock};
+    SampleIntake intake{run, tabs, chart, log, timer, commands, silence, silence, options, clock};
+    StreamDecoder decoder{ring,    link,     run,     news,    intake,  {timer, timer, timer},
+                          silence, commands, silence, silence, options, clock};
     mallopt(M_MMAP_THRESHOLD, 1 << 26); // a cleared chart gets the same memory again, cached like the plain decoder's
     mallopt(M_TRIM_THRESHOLD, 1 << 28);
     constexpr int burstsHeld = SampleStore::chunkSize / pairs;

@@ -30,6 +30,7 @@ struct Acquisition {
         SetupDialog &dialog;
         Prompts &prompts;
         ErrorRoute &errors;
+        Notices &notices;
         const Clock &clock;
     };
 

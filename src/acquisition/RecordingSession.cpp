@@ -8,15 +8,16 @@
 namespace ostrel {
 
 RecordingSession::RecordingSession(RunState &run, LinkState &link, TabStates &tabs, Timer &TimerCheckComData,
-                                   Timer &TimerSaveLog, AcquisitionWindow &window)
+                                   Timer &TimerSaveLog, AcquisitionWindow &window, Notices &notices)
     : run_(run), link_(link), tabs_(tabs), TimerCheckComData_(TimerCheckComData), TimerSaveLog_(TimerSaveLog),
-      window_(window) {}
+      window_(window), notices_(notices) {}
 
 void RecordingSession::mnuStart_Click() {
     tabs_.ChartSaved[recorderChart] = false;
     run_.Recording = true;
     run_.ChartEventNumber = 0;
     run_.ChartPausePending = false;
+    notices_.withdraw(News::RunEnded);
     window_.commandsAt(Moment::Record);
     skippingErrors([&] { window_.focusChart(); });
 }
@@ -31,6 +32,10 @@ void RecordingSession::mnuStop_Click() {
 void RecordingSession::TimerCheckComData_Timer() {
     EveryStep look;
     if (!link_.ComDataSeen) {
+        notices_.show(News::LinkLost, QStringLiteral("No data is being received"),
+                      run_.Recording
+                          ? QStringLiteral("The recording has stopped. Look at the instrument and its cable.")
+                          : QStringLiteral("Look at the instrument and its cable."));
         const bool logs = TimerSaveLog_.Enabled();
         TimerSaveLog_.setEnabled(false);
         look.run([this] { ComDataLost(); });

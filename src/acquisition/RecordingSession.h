@@ -3,6 +3,7 @@
 
 #include "acquisition/AcquisitionPorts.h"
 #include "base/Values.h"
+#include "platform/Notices.h"
 #include "platform/Timer.h"
 
 namespace ostrel {
@@ -11,7 +12,7 @@ namespace ostrel {
 class RecordingSession {
 public:
     RecordingSession(RunState &run, LinkState &link, TabStates &tabs, Timer &TimerCheckComData, Timer &TimerSaveLog,
-                     AcquisitionWindow &window);
+                     AcquisitionWindow &window, Notices &notices);
 
     /// Record. Runs during a session too, and then restarts the event numbers.
     void mnuStart_Click();
@@ -31,6 +32,7 @@ private:
     Timer &TimerCheckComData_;
     Timer &TimerSaveLog_;
     AcquisitionWindow &window_;
+    Notices &notices_;
 };
 
 } // namespace ostrel

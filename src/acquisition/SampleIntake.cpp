@@ -34,9 +34,10 @@ constexpr LabelLook labelLooks[] = {
 } // namespace
 
 SampleIntake::SampleIntake(RunState &run, TabStates &tabs, Run &recorder, Run &log, Timer &TimerStopWaitForMethod,
-                           const Commands &commands, ErrorRoute &errors, const Options &options, const Clock &clock)
+                           const Commands &commands, ErrorRoute &errors, Notices &notices, const Options &options,
+                           const Clock &clock)
     : run_(run), tabs_(tabs), recorder_(recorder), log_(log), TimerStopWaitForMethod_(TimerStopWaitForMethod),
-      commands_(commands), errors_(errors), options_(options), clock_(clock) {}
+      commands_(commands), errors_(errors), notices_(notices), options_(options), clock_(clock) {}
 
 void SampleIntake::takeMethod(const QString &text) {
     if (run_.Recording || run_.WaitForMethod || run_.ChartPaused) {
@@ -100,6 +101,7 @@ void SampleIntake::applyChartLabel() {
         run_.ChartRunActive = false;
         run_.ChartPaused = false;
         run_.ChartEventNumber = 0;
+        tellEnd(QStringLiteral("The run has ended"));
         break;
     case Label::Number:
         ++run_.ChartEventNumber;
@@ -116,6 +118,12 @@ void SampleIntake::applyChartLabel() {
     }
 }
 
+void SampleIntake::tellEnd(const QString &title) {
+    constexpr int decimals = 1;
+    const QString recorded = QString::number(double(recorder_.GetLastTime()), 'f', decimals);
+    notices_.show(News::RunEnded, title, QStringLiteral("The chart holds %1 minutes.").arg(recorded));
+}
+
 /// Handles the label while the recorder's chart takes no samples. A label that is not drawn keeps waiting.
 void SampleIntake::keepChartLabel() {
     switch (run_.ChartLabelType) {
@@ -128,6 +136,7 @@ void SampleIntake::keepChartLabel() {
         if (run_.ChartPaused) {
             AddLabel(run_.ChartLabelType, false);
             run_.ChartPaused = false;
+            tellEnd(QStringLiteral("The run has ended in a pause"));
         }
         break;
     case Label::Number:

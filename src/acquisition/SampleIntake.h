@@ -7,6 +7,7 @@
 #include "base/Values.h"
 #include "chart/run/Run.h"
 #include "platform/Clock.h"
+#include "platform/Notices.h"
 #include "platform/Timer.h"
 
 namespace ostrel {
@@ -16,7 +17,8 @@ namespace ostrel {
 class SampleIntake {
 public:
     SampleIntake(RunState &run, TabStates &tabs, Run &recorder, Run &log, Timer &TimerStopWaitForMethod,
-                 const Commands &commands, ErrorRoute &errors, const Options &options, const Clock &clock);
+                 const Commands &commands, ErrorRoute &errors, Notices &notices, const Options &options,
+                 const Clock &clock);
 
     /// Add the pair UvValue, CondValue to their chart, and the label that waits there. Raise overflow (6) when the
     /// number of a label leaves 16 bits.
@@ -28,6 +30,9 @@ public:
     void takeMethod(const QString &text);
     /// Ends the wait for the method text of a run that has ended.
     void TimerStopWaitForMethod_Timer();
+
+    /// Tells an operator who is elsewhere that the instrument has ended a run; `title` says how.
+    void tellEnd(const QString &title);
 
 private:
     void applyChartLabel();
@@ -43,6 +48,7 @@ private:
     Timer &TimerStopWaitForMethod_;
     const Commands &commands_;
     ErrorRoute &errors_;
+    Notices &notices_;
     const Options &options_;
     const Clock &clock_;
 };

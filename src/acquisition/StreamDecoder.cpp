@@ -59,9 +59,9 @@ inline const StreamDecoder::BlockRule *StreamDecoder::ruleFor(std::uint8_t type)
 
 StreamDecoder::StreamDecoder(ReceiveRing &ring, LinkState &link, RunState &run, RunNews &news, SampleIntake &intake,
                              DecoderTimers timers, AcquisitionWindow &window, const Commands &commands,
-                             ErrorRoute &errors, const Options &options, const Clock &clock)
+                             ErrorRoute &errors, Notices &notices, const Options &options, const Clock &clock)
     : ring_(ring), link_(link), run_(run), news_(news), intake_(intake), timers_(timers), window_(window),
-      commands_(commands), errors_(errors), options_(options), clock_(clock) {}
+      commands_(commands), errors_(errors), notices_(notices), options_(options), clock_(clock) {}
 
 void StreamDecoder::TimerProcess_Timer() {
     link_.LastPass = clock_.uptime();
@@ -192,6 +192,7 @@ void StreamDecoder::syncFound() {
     if (options_.DataLogging)
         run_.LogEventNumber = run_.ChartEventNumber;
     window_.commandsAt(Moment::SyncFound);
+    notices_.withdraw(News::LinkLost);
     link_.FirstSyncFound = true;
 }
 
@@ -233,9 +234,12 @@ void StreamDecoder::HandelPenStatusData(int skip) {
     if (skip != 0)
         return;
     link_.StatusBlocksSeen = true;
-    if (pen == PenOff)
+    if (pen == PenOff) {
+        const bool recorded = run_.Recording;
         commands_.run(QStringLiteral("mnuStop"));
-    else if (pen == PenOn)
+        if (recorded)
+            intake_.tellEnd(QStringLiteral("The instrument has stopped the recording"));
+    } else if (pen == PenOn)
         commands_.run(QStringLiteral("mnuStart"));
     else
         parameterError("Sub HandelPenStatusData; Pen Byte Expected; Actual Byte Received:", pen);

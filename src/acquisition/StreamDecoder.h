@@ -29,7 +29,7 @@ class StreamDecoder {
 public:
     StreamDecoder(ReceiveRing &ring, LinkState &link, RunState &run, RunNews &news, SampleIntake &intake,
                   DecoderTimers timers, AcquisitionWindow &window, const Commands &commands, ErrorRoute &errors,
-                  const Options &options, const Clock &clock);
+                  Notices &notices, const Options &options, const Clock &clock);
 
     /// The program's main loop; runs at each tick of TimerProcess.
     void TimerProcess_Timer();
@@ -78,6 +78,7 @@ private:
     AcquisitionWindow &window_;
     const Commands &commands_;
     ErrorRoute &errors_;
+    Notices &notices_;
     const Options &options_;
     const Clock &clock_;
     std::uint64_t notFoundAt_ = 0; ///< bytes that the ring had received when a search last failed

@@ -5,6 +5,8 @@
 #include "app/Program.h"
 #include "base/AppFolders.h"
 #include "base/RunTimeError.h"
+#include "desktop/BoxAlert.h"
+#include "desktop/DBusNotices.h"
 #include "desktop/EndSignals.h"
 #include "desktop/Folders.h"
 #include "desktop/InstanceLock.h"
@@ -44,10 +46,12 @@ int run(Application &application, Prompts &prompts, Process &process) {
     PortFinder directory(deviceOfPort);
 
     LogindSleepGuard sleep;
+    DBusNotices notices;
+    const BoxAlert alert;
     QtHelpViewer help;
 
     Program program({clock, ComPort, CommTmp, directory, store, prompts, ComDlg, exportDialog,
-                     [&ComDlg]() -> QPrinter & { return ComDlg.printer(); }, process, sleep, help,
+                     [&ComDlg]() -> QPrinter & { return ComDlg.printer(); }, process, sleep, notices, help,
                      [](QObject *owner, const QString &name, int interval, bool on) {
                          return std::make_unique<QtTimer>(owner, name, interval, on);
                      },

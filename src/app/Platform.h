@@ -4,6 +4,7 @@
 #include "platform/Clock.h"
 #include "platform/CommonDialog.h"
 #include "platform/HelpViewer.h"
+#include "platform/Notices.h"
 #include "platform/PortDirectory.h"
 #include "platform/Process.h"
 #include "platform/Prompts.h"
@@ -35,6 +36,7 @@ struct Platform {
     std::function<QPrinter &()> printer; ///< the chosen printer, for the next report
     Process &process;
     SleepGuard &sleep;
+    Notices &notices;
     HelpViewer &help;
     /// Makes a timer with a name, an interval in milliseconds, and its state at the start.
     std::function<std::unique_ptr<Timer>(QObject *owner, const QString &name, int interval, bool on)> makeTimer;

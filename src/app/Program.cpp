@@ -37,6 +37,7 @@ Program::Program(const Platform &on)
           {values_, commands_, on.prompts, on.help, on.store,
            [&on](QWidget &window) { return on.makeTimer(&window, QStringLiteral("TimerWindowPlace"), 1000, false); }}),
       timers_(makeTimers(on, view_.window)), awake_(values_.run, *timers_.SaveLog, on.sleep),
+      notices_(values_.options, values_.identity, on.notices),
       helpKey_([this](int HelpContextID) { platform_.help.showTopic(HelpContextID); }),
       documents_({values_,
                   on.store,
@@ -50,10 +51,12 @@ Program::Program(const Platform &on)
                   {log(recorderChart), log(logChart), log(scratchChart)},
                   view_.documentWindow,
                   view_.states,
+                  notices_,
                   [this] { return shell_.instances.ownDirectory(); },
                   on.errorLog}),
       acquisition_({values_, on.ComPort, on.CommTmp, on.directory, timers_, run(recorderChart), run(logChart),
-                    commands_, view_.acquisitionWindow, view_.setupDialog, on.prompts, documents_.errors, on.clock}),
+                    commands_, view_.acquisitionWindow, view_.setupDialog, on.prompts, documents_.errors, notices_,
+                    on.clock}),
       zoomedTime_(view_.time), printRun_([this]() -> Quillchart & { return chart(values_.tabs.CurrentChart); },
                                          on.ComDlg, on.prompts, documents_.errors, &view_.window),
       chartMenu_(on.ComDlg, on.prompts,
@@ -102,6 +105,7 @@ void Program::bind() {
             openDropped(file);
     };
     platform_.sleep.aboutToSleep = underNet("aboutToSleep", [this] { writeLog(); });
+    platform_.notices.chosen = [this] { view_.window.comeToFront(); };
     view_.window.QueryUnload = [this] {
         bool goes = false; // an error keeps the window open
         net_.run(QStringLiteral("frmMain_Unload"), [&] { goes = shell_.exit.frmMain_Unload(); });
@@ -113,6 +117,7 @@ std::function<void()> Program::underNet(const char *place, std::function<void()>
     return [this, place = QString::fromLatin1(place), routine = std::move(routine)] {
         net_.run(place, routine);
         awake_.look();
+        view_.window.showRecording(values_.run.Recording);
     };
 }
 

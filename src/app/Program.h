@@ -7,6 +7,7 @@
 #include "app/MainShellWindow.h"
 #include "app/MainZoomedTime.h"
 #include "app/Platform.h"
+#include "app/SystemNotices.h"
 #include "base/Commands.h"
 #include "base/Values.h"
 #include "documents/Documents.h"
@@ -39,7 +40,8 @@ public:
     void meet(const RunTimeError &error, const QString &place) { net_.meet(error, place); }
 
 private:
-    /// Wraps a routine that Qt or the platform calls: no exception leaves it, and the sleep guard is updated after it.
+    /// Wraps a routine that Qt or the platform calls: no exception leaves it. After it sleep guard and icon
+    /// follow the recording.
     std::function<void()> underNet(const char *place, std::function<void()> routine);
     void backToWork();
     Quillchart &chart(int index) { return view_.window.chart(index); }
@@ -64,6 +66,7 @@ private:
     View view_;
     MainTimers timers_;
     StayAwake awake_;
+    SystemNotices notices_;
     HelpKey helpKey_;
     Documents documents_;
     Acquisition acquisition_;

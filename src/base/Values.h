@@ -96,6 +96,7 @@ struct Options {
     Int16 ComPortNumber = 1;
     bool DataLogging = true;
     double DataFileSizeHours = 24;
+    bool Notifications = true; ///< the desktop shows notices; changed by an edit of the store alone
 };
 
 /// Identifies this running copy.

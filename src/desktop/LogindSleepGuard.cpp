@@ -4,7 +4,6 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QThread>
 
 namespace ostrel {
 
@@ -41,39 +40,27 @@ void LogindLock::ask(const QDBusConnection &bus) {
     });
 }
 
-LogindSleepGuard::LogindSleepGuard(std::function<QDBusConnection()> openBus) : openBus_(std::move(openBus)) {}
-
-LogindSleepGuard::~LogindSleepGuard() {
-    if (opening_)
-        opening_->wait();
+LogindSleepGuard::LogindSleepGuard(std::function<QDBusConnection()> openBus) : bus_(std::move(openBus)) {
+    bus_.opened = [this](QDBusConnection &bus) {
+        bus.connect(service, path, interface, QStringLiteral("PrepareForSleep"), this, SLOT(PrepareForSleep(bool)));
+        setLocks();
+    };
 }
 
 void LogindSleepGuard::setHeld(bool held) {
     if (held == held_)
         return;
     held_ = held;
-    if (bus_)
-        setLocks();
-    else if (!opening_)
-        openBus();
-}
-
-void LogindSleepGuard::openBus() {
-    // On a thread, since opening a bus that does not respond takes half a minute.
-    const auto opened = std::make_shared<QDBusConnection>(QString());
-    opening_.reset(QThread::create([open = openBus_, opened] { *opened = open(); }));
-    connect(opening_.get(), &QThread::finished, this, [this, opened] {
-        bus_ = *opened;
-        bus_->connect(service, path, interface, QStringLiteral("PrepareForSleep"), this, SLOT(PrepareForSleep(bool)));
-        setLocks();
-    });
-    opening_->start();
+    setLocks();
 }
 
 void LogindSleepGuard::setLocks() {
-    againstSleep_.setHeld(held_, *bus_);
-    againstIdleness_.setHeld(held_, *bus_);
-    beforeSleep_.setHeld(held_ && !goingToSleep_, *bus_);
+    const QDBusConnection *bus = bus_.get();
+    if (bus == nullptr)
+        return;
+    againstSleep_.setHeld(held_, *bus);
+    againstIdleness_.setHeld(held_, *bus);
+    beforeSleep_.setHeld(held_ && !goingToSleep_, *bus);
 }
 
 void LogindSleepGuard::PrepareForSleep(bool start) {

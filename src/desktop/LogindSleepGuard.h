@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "desktop/LateBus.h"
 #include "platform/SleepGuard.h"
 
 #include <QDBusConnection>
@@ -9,10 +10,6 @@
 #include <QString>
 
 #include <functional>
-#include <memory>
-#include <optional>
-
-class QThread;
 
 namespace ostrel {
 
@@ -40,7 +37,6 @@ class LogindSleepGuard : public QObject, public SleepGuard {
 public:
     /// `openBus` is called when the bus is first needed, on its own thread.
     explicit LogindSleepGuard(std::function<QDBusConnection()> openBus = &QDBusConnection::systemBus);
-    ~LogindSleepGuard() override;
 
     void setHeld(bool held) override;
 
@@ -48,13 +44,9 @@ private Q_SLOTS:
     void PrepareForSleep(bool start);
 
 private:
-    void openBus();
     void setLocks();
 
-    std::function<QDBusConnection()> openBus_;
-    std::optional<QDBusConnection> bus_;
-    std::unique_ptr<QThread> opening_;
-
+    LateBus bus_;
     bool held_ = false;
     bool goingToSleep_ = false;
     // Two locks rather than one lock for both: logind may refuse a remote user the first.

@@ -10,7 +10,7 @@ Documents::Documents(const Uses &on)
       saveFiles(on.values.tabs, on.values.run, on.charts, on.window, on.ComDlg, on.prompts, errors),
       clearAndClose(on.values.tabs, on.values.run, on.charts, on.window, on.prompts, errors, saveFiles),
       log({on.values.link, on.values.tabs, on.values.identity, on.ownLogDirectory}, on.values.run, on.values.options,
-          on.values.log, on.logs, on.TimerSaveLog, on.logWindow, on.ComDlg, errors),
+          on.values.log, on.logs, on.TimerSaveLog, on.logWindow, on.ComDlg, errors, on.notices),
       TimerSaveLog_(on.TimerSaveLog) {}
 
 void Documents::bind(Commands &commands, const Guard &guard) {

@@ -27,6 +27,7 @@ struct Documents {
         RunningLog::Charts logs;
         DocumentWindow &window;
         LogWindow &logWindow;
+        Notices &notices;
         std::function<QString()> ownLogDirectory; ///< see RunningLog::Reads
         QString errorLog;                         ///< the file, with its folder
     };

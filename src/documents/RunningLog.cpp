@@ -3,14 +3,15 @@
 
 #include "base/ErrorNumbers.h"
 #include "base/HelpContexts.h"
+#include "base/RunTimeError.h"
 #include "base/Steps.h"
 
 namespace ostrel {
 
 RunningLog::RunningLog(Reads reads, RunState &run, Options &options, LogState &log, Charts charts, Timer &TimerSaveLog,
-                       LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors)
+                       LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors, Notices &notices)
     : reads_(std::move(reads)), run_(run), options_(options), log_(log), charts_(charts), TimerSaveLog_(TimerSaveLog),
-      window_(window), ComDlg_(ComDlg), errors_(errors) {}
+      window_(window), ComDlg_(ComDlg), errors_(errors), notices_(notices) {}
 
 void RunningLog::TimerSaveLog_Timer() {
     // Before the copy has its own directory, the command would save a left-over log of a crash. The last tick, after
@@ -35,7 +36,17 @@ qint16 RunningLog::write() {
     const qint16 status = bring(charts_.Chart5);
     const bool beside = run_.BesideLog && !reads_.tabs.ChartSaved[recorderChart];
     const qint16 statusBeside = beside ? bring(charts_.Chart0) : 0;
+    tell(status != 0 ? status : statusBeside);
     return status != 0 ? status : statusBeside;
+}
+
+/// Here and not at the error route, which tells some numbers by a beep alone and is not reached from each writing.
+void RunningLog::tell(qint16 status) {
+    if (status == 0)
+        return notices_.withdraw(News::LogNotWritten);
+    notices_.show(
+        News::LogNotWritten, QStringLiteral("The log cannot be written"),
+        QStringLiteral("%1. The recorder keeps the data and goes on trying.").arg(RunTimeError::describe(status)));
 }
 
 void RunningLog::writeNow() {

@@ -6,6 +6,7 @@
 #include "chart/files/RunLog.h"
 #include "documents/DocumentPorts.h"
 #include "platform/CommonDialog.h"
+#include "platform/Notices.h"
 #include "platform/Timer.h"
 
 #include <functional>
@@ -34,7 +35,7 @@ public:
 
     /// `ComDlg` is the main window's file dialog.
     RunningLog(Reads reads, RunState &run, Options &options, LogState &log, Charts charts, Timer &TimerSaveLog,
-               LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors);
+               LogWindow &window, CommonDialog &ComDlg, ErrorRoute &errors, Notices &notices);
 
     /// On a full disk the error log cannot be written either; that error is passed on. The next tick tries again.
     void TimerSaveLog_Timer();
@@ -49,6 +50,7 @@ public:
 
 private:
     bool writeTelling();
+    void tell(qint16 status);
     bool hasDirectory() const { return !reads_.identity.InstanceTag.isEmpty(); }
 
     Reads reads_;
@@ -60,6 +62,7 @@ private:
     LogWindow &window_;
     CommonDialog &ComDlg_;
     ErrorRoute &errors_;
+    Notices &notices_;
 };
 
 } // namespace ostrel

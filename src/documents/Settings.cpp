@@ -13,6 +13,7 @@ constexpr char section[] = "Options";
 constexpr char comPortNumber[] = "ComPortNumber";
 constexpr char dataLogging[] = "DataLogging";
 constexpr char dataFileSizeHours[] = "DataFileSizeHours";
+constexpr char notifications[] = "Notifications";
 
 QString textOf(bool value) { return value ? QStringLiteral("True") : QStringLiteral("False"); }
 
@@ -40,6 +41,7 @@ void Settings::ReadSettings() {
         options_.ComPortNumber = rounded16(numberFrom(text(comPortNumber, QString::number(defaults.ComPortNumber))));
         options_.DataLogging = booleanFrom(text(dataLogging, textOf(defaults.DataLogging)));
         options_.DataFileSizeHours = numberFrom(text(dataFileSizeHours, generalNumber(defaults.DataFileSizeHours)));
+        options_.Notifications = booleanFrom(text(notifications, textOf(defaults.Notifications)));
     };
     trapped(read, [this](const RunTimeError &error) {
         error_ = {error.number(), error.description()};

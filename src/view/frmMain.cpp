@@ -323,7 +323,8 @@ QStringList filesIn(const QMimeData &data) {
 } // namespace
 
 void frmMain::dragEnterEvent(QDragEnterEvent *event) {
-    if (dropped && !filesIn(*event->mimeData()).isEmpty()) {
+    const bool free = QApplication::activeModalWidget() == nullptr;
+    if (dropped && free && !filesIn(*event->mimeData()).isEmpty()) {
         event->setDropAction(Qt::CopyAction);
         event->accept();
     }
@@ -335,6 +336,20 @@ void frmMain::dropEvent(QDropEvent *event) {
     event->accept();
     QMetaObject::invokeMethod(
         this, [this, files = filesIn(*event->mimeData())] { dropped(files); }, Qt::QueuedConnection);
+}
+
+void frmMain::showRecording(bool on) {
+    if (std::exchange(recording_, on) == on)
+        return;
+    setWindowIcon(on ? QIcon(QStringLiteral(":/pictures/ostrelRecording.svg")) : QApplication::windowIcon());
+}
+
+void frmMain::comeToFront() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    QWidget *modal = QApplication::activeModalWidget();
+    QWidget *front = modal != nullptr ? modal : this;
+    front->raise();
+    front->activateWindow();
 }
 
 void frmMain::closeEvent(QCloseEvent *event) { event->setAccepted(!QueryUnload || QueryUnload()); }

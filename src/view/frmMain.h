@@ -44,7 +44,11 @@ public:
 
     /// Shows the window and waits until it has its place on the screen, so that dialogs appear over it.
     void comeUp();
+    /// Over the windows of other programs, as far as the window manager lets it.
+    void comeToFront();
     void setLed(bool on);
+    /// The window's icon, as in the task bar, bears a red dot while a recording is on.
+    void showRecording(bool on);
     /// Shows one of the five charts with its bar and hides the others.
     void bringToFront(int chart);
     void focusChart();
@@ -90,6 +94,7 @@ private:
     TimeControls time_;
     std::array<ScrollEntry *, tabCount> ScrollChart_{};
     int front_ = recorderChart;
+    bool recording_ = false; ///< shown by the icon
 };
 
 } // namespace ostrel

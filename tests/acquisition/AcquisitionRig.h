@@ -68,13 +68,14 @@ public:
     Run chart;
     Run log;
     FakeErrorRoute errors;
+    FakeNotices notices;
     FakePrompts prompts;
     FakeWindow window;
     Commands commands;
     std::function<void()> whileOutOfMemory = [] {}; ///< what happens while the operator reads that box
 
-    Acquisition acquisition{
-        {values, ComPort, CommTmp, directory, timers, chart, log, commands, window, window, prompts, errors, clock}};
+    Acquisition acquisition{{values, ComPort, CommTmp, directory, timers, chart, log, commands, window, window, prompts,
+                             errors, notices, clock}};
     ReceiveRing &ring = acquisition.ring;
     RecordingSession &session = acquisition.session;
     StreamDecoder &decoder = acquisition.decoder;

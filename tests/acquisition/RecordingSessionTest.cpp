@@ -21,6 +21,7 @@ TEST_F(RecordingSessionTest, ALostLinkIsToldWithin10Seconds) {
     EXPECT_EQ(window.told.size(), 0);
     clock.advance(6s);
     EXPECT_EQ(window.told.join(' '), "black Stop LinkLost no data");
+    EXPECT_TRUE(notices.at(News::LinkLost).startsWith("No data is being received|The recording has stopped."));
     EXPECT_FALSE(run.Recording || link.FirstSyncFound || link.DataBusy);
     EXPECT_FALSE(TimerCheckComData.Enabled() || TimerSaveLog.Enabled());
     EXPECT_TRUE(run.ChartLabelType == Label::None && run.LogLabelType == Label::M);
@@ -28,7 +29,23 @@ TEST_F(RecordingSessionTest, ALostLinkIsToldWithin10Seconds) {
     clock.advance(60s);
     play(".");
     EXPECT_EQ(window.told.mid(4).join(' '), "green SyncFound");
+    EXPECT_EQ(notices.standing.size() + notices.shown, 1U); // the loss, which is over
     EXPECT_TRUE(TimerCheckComData.Enabled() && TimerSaveLog.Enabled());
+}
+
+TEST_F(RecordingSessionTest, AnEndByTheInstrumentIsNewsAndTheOperatorsOwnIsNone) {
+    const auto newsAfter = [this](const char *script) {
+        play(script);
+        return notices.at(News::RunEnded).section('|', 0, 0);
+    };
+    EXPECT_EQ(newsAfter("R1 . . R0 ."), "The run has ended");
+    EXPECT_EQ(newsAfter("P1 ."), ""); // outdated
+    EXPECT_EQ(newsAfter("P0 P0"), "The instrument has stopped the recording");
+    EXPECT_EQ(newsAfter("R1 . R2 . R0 ."), "The run has ended in a pause");
+    EXPECT_EQ(notices.shown, 3);
+    commands.run("mnuStart");
+    commands.run("mnuStop");
+    EXPECT_EQ(newsAfter(". P0"), "");
 }
 
 TEST_F(RecordingSessionTest, AnyOtherEventOfThePortIsToldAndHoldsOffTheAlarm) {

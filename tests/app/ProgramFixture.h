@@ -30,15 +30,15 @@ public:
         advanceUnderDialogs(1s);
     }
     void make() {
-        program = std::make_unique<Program>(
-            Platform{clock, ComPort, CommTmp, portDirectory, *settings, prompts, ComDlg, exportDialog,
-                     [this]() -> QPrinter & { return printer ? *printer : printer.emplace(); }, process, sleep, help,
-                     [this](QObject *, const QString &name, int interval, bool on) {
-                         auto timer = std::make_unique<FakeTimer>(clock, interval, on);
-                         timers[name] = timer.get();
-                         return timer;
-                     },
-                     folder.path(), "/share/ostrel", path("ChartErr.log"), commandLine, prevInstance});
+        program = std::make_unique<Program>(Platform{
+            clock, ComPort, CommTmp, portDirectory, *settings, prompts, ComDlg, exportDialog,
+            [this]() -> QPrinter & { return printer ? *printer : printer.emplace(); }, process, sleep, notices, help,
+            [this](QObject *, const QString &name, int interval, bool on) {
+                auto timer = std::make_unique<FakeTimer>(clock, interval, on);
+                timers[name] = timer.get();
+                return timer;
+            },
+            folder.path(), "/share/ostrel", path("ChartErr.log"), commandLine, prevInstance});
     }
     /// Time passes while dialogs come up, which `dialogAnswers` are given to.
     void advanceUnderDialogs(std::chrono::milliseconds time) {
@@ -176,6 +176,7 @@ public:
     std::optional<QPrinter> printer; ///< made when a report asks for it
     FakeProcess process;
     FakeSleepGuard sleep;
+    FakeNotices notices;
     FakeHelpViewer help;
     std::map<QString, FakeTimer *> timers;
     bool prevInstance = false;

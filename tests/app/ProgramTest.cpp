@@ -30,11 +30,15 @@ protected:
 };
 
 TEST_F(ProgramTest, theToolbarRecordsSavesClearsAndOpens) {
+    const auto hasRedDot = [] {
+        return find<QWidget>("frmMain")->windowIcon().pixmap(64).toImage().pixelColor(48, 48).red() > 200;
+    };
     click("optTimeAxis(1)");
     trigger("cmdRecord");
-    EXPECT_TRUE(pressed("cmdRecord"));
+    EXPECT_TRUE(pressed("cmdRecord") && hasRedDot());
     play(". E2 . . .");
     trigger("cmdStop");
+    EXPECT_FALSE(hasRedDot());
     EXPECT_FALSE(pressed("cmdRecord"));
     EXPECT_EQ(find<ScrollEntry>("ScrollChart(0)")->Max(), -9); // a run shorter than the window
     ComDlg.answers = {path("A & B.chd"), path("A & B.chd")};
@@ -75,6 +79,15 @@ TEST_F(StartTest, withoutAFreePortItSaysSoAndEnds) {
     EXPECT_EQ(prompts.shown.at(0).HelpContextID, 6);
 }
 
+TEST_F(StartTest, noticesCanBeSwitchedOff) {
+    store.rows[{"Options", "Notifications"}] = "False";
+    start();
+    link();
+    play("R1 . . R0 . .");
+    EXPECT_EQ(marks(), "S E");
+    EXPECT_EQ(notices.shown, 0);
+}
+
 TEST_F(StartTest, aSecondCopyAsksForItsPort) {
     prevInstance = true;
     ComPort.failing = CommTmp.failing = {{1, ErrorNumber::PortAlreadyOpen}};
@@ -100,7 +113,7 @@ TEST_F(StartTest, aSecondCopyAsksForItsPort) {
     });
     start();
     EXPECT_TRUE(ComPort.CommPort() == 4 && ComPort.PortOpen());
-    EXPECT_EQ(portDirectory.refusals[1] + directory.refusals[2], ErrorNumber::PortAlreadyOpen);
+    EXPECT_EQ(portDirectory.refusals[1] + portDirectory.refusals[2], ErrorNumber::PortAlreadyOpen);
 
     meanwhile([&] { EXPECT_FALSE(staysAfter("optCom(1)", Qt::Key_Escape)); });
     trigger("mnuComPort");

@@ -201,6 +201,22 @@ TEST_F(RunningLogTest, whatDoesNotSaveTheLogIsToldAndLeavesTheCommand) {
     EXPECT_EQ(ComDlg.shown.size(), 3U);
 }
 
+TEST_F(RunningLogTest, aLogThatCannotBeWrittenIsNewsOnceUntilItCan) {
+    link();
+    const auto newsAfterTicks = [this] {
+        for (int i = 0; i < 3; ++i) {
+            play(". .");
+            timers["TimerSaveLog"]->tick();
+        }
+        return notices.at(News::LogNotWritten);
+    };
+    QDir().rename(path("Log"), path("away"));
+    EXPECT_TRUE(newsAfterTicks().startsWith("Default: The log cannot be written|Path not found. "));
+    EXPECT_EQ(notices.shown, 1);
+    QDir().rename(path("away"), path("Log"));
+    EXPECT_EQ(newsAfterTicks(), "");
+}
+
 TEST_F(RunningLogTest, loggingBeginsAtOnceWhenDataComeInAndCountsAsTheRecorderDoes) {
     trigger("mnuLogOff");
     trigger("mnuLogOn");

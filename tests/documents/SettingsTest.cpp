@@ -30,11 +30,14 @@ TEST_F(SettingsTest, whatIsSavedIsReadBackAndAStoreThatFailsIsNoticed) {
     put("DataLogging", "0");
     put("ComPortNumber", "3");
     EXPECT_EQ(read(), std::tuple(3, false, 24.0));
+    EXPECT_TRUE(options.Notifications);
+    put("Notifications", "False");
     options.DataFileSizeHours = 0.5;
     settings.SaveSettings();
     EXPECT_EQ(store.written, (QStringList{"ComPortNumber", "DataLogging", "DataFileSizeHours"}));
     options = {};
     EXPECT_EQ(read(), std::tuple(3, false, 0.5));
+    EXPECT_FALSE(options.Notifications);
     store.broken = ErrorNumber::DiskFull;
     EXPECT_EQ(errorNumberOf([this] { settings.SaveSettings(); }), ErrorNumber::DiskFull);
 }

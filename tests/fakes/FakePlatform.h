@@ -4,6 +4,7 @@
 #include "base/RunTimeError.h"
 #include "platform/Clock.h"
 #include "platform/HelpViewer.h"
+#include "platform/Notices.h"
 #include "platform/PortDirectory.h"
 #include "platform/Process.h"
 #include "platform/Prompts.h"
@@ -234,6 +235,21 @@ public:
     void setHeld(bool on) override { held = on; }
 
     bool held = false;
+};
+
+/// Keeps what is shown at this moment.
+class FakeNotices : public Notices {
+public:
+    void show(News news, const QString &title, const QString &text) override {
+        ++shown;
+        standing[news] = title + '|' + text;
+    }
+    void withdraw(News news) override { standing.erase(news); }
+
+    QString at(News news) const { return standing.contains(news) ? standing.at(news) : QString(); }
+
+    std::map<News, QString> standing;
+    int shown = 0;
 };
 
 class FakeHelpViewer : public HelpViewer {
