@@ -60,12 +60,12 @@ QString shortName(const QString &device) {
     return path.startsWith(QLatin1String("/dev/")) ? path.mid(5) : QFileInfo(path).fileName();
 }
 
-/// The word stays whole where the name is too long for the width.
+/// The word stays whole where the name is too long for the width. What is missing is named in the tip alone.
 QString shortNote(const PortFacts &facts, bool enabled, const QFontMetrics &font, int width) {
     const auto *found = std::ranges::find(obstacleWords, facts.obstacle, &ObstacleWord::obstacle);
     const bool isObstacle = found != std::end(obstacleWords);
     QString word = isObstacle ? QString::fromLatin1(found->word) : enabled ? QString() : QStringLiteral("in use");
-    if (facts.device.isEmpty())
+    if (facts.device.isEmpty() || facts.obstacle == Obstacle::Missing)
         return word;
     if (!word.isEmpty())
         word.prepend(QStringLiteral(", "));

@@ -2,6 +2,7 @@
 #include "driver/LiveOstrel.h"
 
 #include <QFile>
+#include <QLabel>
 #include <QPainter>
 #include <QTest>
 
@@ -61,6 +62,20 @@ void takeForm(LiveOstrel &live, const QString &command, const QString &form, con
     live.press(button);
 }
 
+/// With a USB adapter in the place of the pseudo-terminal.
+void takePorts(LiveOstrel &live) {
+    live.press("mnuComPort");
+    live.await("frmSetup");
+    const auto rename = [](const QStringList &given) {
+        find<QLabel>("lblPort(0)")->setText(given[0]);
+        find<QLabel>("lblPicked")->setText(given[1]);
+        return true;
+    };
+    live.ask(rename, {"ttyUSB0", "COM 1: /dev/ttyUSB0, FTDI FT232R USB UART.\nThe recorder listens to it now."});
+    take(live, "frmSetup");
+    live.press("Cancel");
+}
+
 void takeEvaluation(LiveOstrel &live) {
     const bool zoomed = live.ask(0, [](auto &chart) {
         QTest::mousePress(&chart, Qt::LeftButton, {}, {chart.width() * 29 / 100, chart.height() * 12 / 100});
@@ -85,7 +100,7 @@ void takeEvaluation(LiveOstrel &live) {
     }
     within(10s, [&] { return live.held(2) > 0; });
     take(live, "tabs");
-    takeForm(live, "mnuComPort", "frmSetup", "Cancel");
+    takePorts(live);
     takeForm(live, "mnuMethod", "frmMethod", "OK");
     takeForm(live, "mnuExport", "frmExport", "Cancel");
     takeForm(live, "mnuPrint", "frmPrint", "Cancel");
