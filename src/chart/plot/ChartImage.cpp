@@ -37,8 +37,9 @@ void ChartImage::draw(const ChartData &data, const ChartView &view) {
         else
             paintAll();
     }
-    columns_.reduce(data.samples, 0, columns_.columns());
-    placeNewMarks(data);
+    const auto [firstChanged, endChanged] = columns_.reduce(data.samples, 0, columns_.columns());
+    if (moved || firstChanged < endChanged || drawnMarks_ != data.marks.size())
+        placeNewMarks(data);
     raster_.draw(image_, columns_, 0, columns_.columns());
     drawnSamples_ = data.samples.size();
 }

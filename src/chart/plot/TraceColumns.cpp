@@ -10,8 +10,7 @@ namespace ostrel {
 // strip (`thin_`). With more than two samples in a strip these come from the store's extents (sumUp); otherwise the
 // line between two samples is followed across the edges of the strips (followLine). Then the line gets its width: a
 // strip is covered as far as a round pen reaches that is set on the line in it or in a strip within the pen's radius
-// (thicken). Of many samples in a column only the extents are known: the pen is set on all of the column (widened). Top
-// and bottom of both traces are the four lanes of one vector, so one operation handles all four.
+// (thicken). Top and bottom of both traces are the four lanes of one vector, so one operation handles all four.
 
 namespace {
 
@@ -48,7 +47,7 @@ void TraceColumns::setPlot(const AxisValues &axes, int width, int height, float 
 
     columns_ = width;
     height_ = static_cast<float>(height);
-    thinStrips_ = columnsPerSample * smoothUpTo >= 1 ? strips : 1;
+    thinStrips_ = columnsPerSample * smoothUpTo >= 1 ? mostStrips : 1;
     stripsPerSample_ = columnsPerSample * thinStrips_;
     startInStrips_ = time.from() * time.factor() * thinStrips_;
 
@@ -65,7 +64,6 @@ void TraceColumns::setPlot(const AxisValues &axes, int width, int height, float 
     };
     reach_ = inStrips(penRadius);
     dotReach_ = inStrips(dotRadius * penRadius);
-    sideways_ = std::lround((penRadius - 0.5F) * strips);
     dashLength_ = std::max(2, static_cast<int>(std::lround(dash * penRadius)));
     dashPeriod_ = dashLength_ + std::max(1, static_cast<int>(std::lround(dashGap * penRadius)));
     // The dashes move with the run.
@@ -78,29 +76,27 @@ void TraceColumns::setPlot(const AxisValues &axes, int width, int height, float 
     grain_ = 1;
     while (static_cast<double>(grain_) * 16 * grainsInStrip * stripsPerSample_ <= 1)
         grain_ *= 16;
-    const std::size_t most = static_cast<std::size_t>(width) * strips;
-    if (covered_.size() < most) {
-        covered_.resize(most);
-        thin_.resize(most + 2 * margin);
+    const auto columns = static_cast<std::size_t>(width);
+    if (covered_.size() < columns) {
+        covered_.resize(columns);
+        thin_.resize(columns * mostStrips + 2 * margin);
     }
 }
 
 std::pair<int, int> TraceColumns::reduce(const SampleStore &samples, int first, int end) {
-    const int reach = thinStrips_ == 1 ? reachOfColumns() : reach_;
-    const int firstThin = first * thinStrips_ - reach;
-    const int endThin = end * thinStrips_ + reach;
+    const int firstThin = first * thinStrips_ - reach_;
+    const int endThin = end * thinStrips_ + reach_;
     std::fill(&thin(firstThin), &thin(endThin), Strip{});
     if (stripsPerSample_ * followUpTo >= 1)
         followLine(samples, firstThin, endThin);
     else
         sumUp(samples, firstThin, endThin);
-    const auto [firstChanged, endChanged] = thicken(first * strips, end * strips);
-    return {firstChanged / strips, (endChanged + strips - 1) / strips};
+    return thicken(first, end);
 }
 
 std::pair<int, int> TraceColumns::columnsOfNews(qint64 known, qint64 size) const {
     // The line to the first new sample starts at the last known one.
-    const double reach = thinStrips_ == 1 ? reachOfColumns() + 1 : reach_ + dotReach_ + 1;
+    const int reach = reach_ + dotReach_ + 1;
     const double from = (placeOf(std::max<qint64>(known - 1, 0)) - reach) / thinStrips_;
     const double to = (placeOf(size - 1) + reach) / thinStrips_;
     const double last = columns_;
@@ -178,48 +174,43 @@ void TraceColumns::addDot(Lanes place, int strip, int first, int end) {
 std::pair<int, int> TraceColumns::thicken(int first, int end) {
     int firstChanged = end;
     int endChanged = first;
-    for (int strip = first; strip < end; ++strip) {
-        Strip covered = thinStrips_ == 1 ? widened(strip) : thickened(strip);
-        cutDash(strip, covered);
-        Strip &before = covered_[strip];
+    for (int column = first; column < end; ++column) {
+        Column covered = thickened(column);
+        cutDash(column, covered);
+        Column &before = covered_[column];
         if (!(covered == before)) {
-            firstChanged = std::min(firstChanged, strip);
-            endChanged = strip + 1;
+            firstChanged = std::min(firstChanged, column);
+            endChanged = column + 1;
             before = covered;
         }
     }
     return {firstChanged, endChanged};
 }
 
-Strip TraceColumns::thickened(int strip) {
-    const Strip *middle = &thin(strip);
-    Strip covered{middle->lanes - all(pen_[0])};
-    for (int i = 1; i <= reach_; ++i) {
-        Strip aside = middle[-i];
-        aside.join(middle[i].lanes);
-        covered.join(aside.lanes - all(pen_[i]));
+TraceColumns::Column TraceColumns::thickened(int column) {
+    Column covered;
+    covered.count = thinStrips_;
+    for (int i = 0; i < thinStrips_; ++i) {
+        const Strip *middle = &thin(column * thinStrips_ + i);
+        Strip &strip = covered.strips[i];
+        strip.lanes = middle->lanes - all(pen_[0]);
+        for (int k = 1; k <= reach_; ++k) {
+            Strip aside = middle[-k];
+            aside.join(middle[k].lanes);
+            strip.join(aside.lanes - all(pen_[k]));
+        }
     }
     return covered;
 }
 
-/// Of a column with many samples: what the columns beside it reach into it has no more height than they.
-Strip TraceColumns::widened(int strip) {
-    const int column = strip / strips;
-    const int fromLeft = strip % strips;
-    const Strip *middle = &thin(column);
-    Strip covered{middle->lanes - all(pen_[0])};
-    for (int i = 1; fromLeft < sideways_ - (i - 1) * strips; ++i)
-        covered.join(middle[-i].lanes);
-    for (int i = 1; strips - 1 - fromLeft < sideways_ - (i - 1) * strips; ++i)
-        covered.join(middle[i].lanes);
-    return covered;
-}
-
-void TraceColumns::cutDash(int strip, Strip &covered) const {
-    if ((strip / strips + dashPhase_) % dashPeriod_ < dashLength_)
+void TraceColumns::cutDash(int column, Column &covered) const {
+    if ((column + dashPhase_) % dashPeriod_ < dashLength_)
         return;
-    if (covered.bottom(CondTrace) - covered.top(CondTrace) <= (2 + flat) * penRadius_)
-        covered.lanes[CondTrace] = covered.lanes[traceCount + CondTrace] = Extent::infinity;
+    for (int i = 0; i < covered.count; ++i) {
+        Strip &strip = covered.strips[i];
+        if (strip.bottom(CondTrace) - strip.top(CondTrace) <= (2 + flat) * penRadius_)
+            strip.lanes[CondTrace] = strip.lanes[traceCount + CondTrace] = Extent::infinity;
+    }
 }
 
 bool TraceColumns::touch(int first, int end, float top, float bottom) const {
@@ -227,16 +218,19 @@ bool TraceColumns::touch(int first, int end, float top, float bottom) const {
         return (strip.top(UvTrace) < bottom && strip.bottom(UvTrace) > top) ||
                (strip.top(CondTrace) < bottom && strip.bottom(CondTrace) > top);
     };
-    const auto from = covered_.begin() + std::clamp(first, 0, columns_) * strips;
-    const auto to = covered_.begin() + std::clamp(end, 0, columns_) * strips;
-    return std::any_of(from, std::max(from, to), touches);
+    const auto inColumn = [&](const Column &column) {
+        return std::any_of(column.strips.begin(), column.strips.begin() + column.count, touches);
+    };
+    const auto from = covered_.begin() + std::clamp(first, 0, columns_);
+    const auto to = covered_.begin() + std::clamp(end, 0, columns_);
+    return std::any_of(from, std::max(from, to), inColumn);
 }
 
 std::vector<int> TraceColumns::leaves(Trace trace, bool above, int apart) const {
     std::vector<int> columns;
     bool outsideBefore = false;
     for (int column = 0; column < columns_; ++column) {
-        const Strip &strip = covered_[column * strips];
+        const Strip &strip = covered_[column].strips[0];
         const float beyond = above ? -strip.top(trace) : strip.bottom(trace) - height_;
         const bool outside = beyond > 2 * penRadius_ && strip.top(trace) <= strip.bottom(trace);
         if (outside && !outsideBefore && (columns.empty() || column - columns.back() >= apart))

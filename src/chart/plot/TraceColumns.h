@@ -4,6 +4,7 @@
 #include "chart/run/SampleStore.h"
 #include "chart/run/Scale.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <utility>
@@ -29,14 +30,23 @@ struct Strip {
 };
 
 /// A run's traces under the present axes, drawn with a round pen: UV solid, conductivity dashed where it is flat. A
-/// column of pixels is divided into four strips, so that the line is smooth and as wide at every slope. A sample
-/// without neighbours is a dot.
+/// column of pixels is one strip, or four where few samples make a line that is smooth at every slope. A sample without
+/// neighbours is a dot.
 ///
 /// A strip includes the last sample of the strip to its left; otherwise steep slopes would have gaps. A sample that is
 /// not finite breaks the trace. A strip that a trace does not touch has its top below its bottom.
 class TraceColumns {
 public:
-    static constexpr int strips = 4; ///< in each column
+    static constexpr int mostStrips = 4;
+
+    struct Column {
+        std::array<Strip, mostStrips> strips;
+        int count = 1; ///< of strips; all of the same width
+
+        bool operator==(const Column &other) const {
+            return count == other.count && std::equal(strips.begin(), strips.begin() + count, other.strips.begin());
+        }
+    };
 
     /// Sets the axes, the plot's size in pixels and the pen's radius. Allocates only when the width grows.
     void setPlot(const AxisValues &axes, int width, int height, float penRadius);
@@ -44,7 +54,7 @@ public:
     std::pair<int, int> reduce(const SampleStore &samples, int first, int end);
 
     int columns() const { return columns_; }
-    const Strip *column(int number) const { return &covered_[number * strips]; }
+    const Column &column(int number) const { return covered_[number]; }
     /// A trace covers a place in the columns from `first` to before `end`, between `top` and `bottom`.
     bool touch(int first, int end, float top, float bottom) const;
     /// The columns in which a trace leaves the plot by its upper or its lower edge, from left to right, `apart` columns
@@ -61,17 +71,16 @@ private:
     void followLine(const SampleStore &samples, int first, int end);
     void addDot(Lanes place, int strip, int first, int end);
     std::pair<int, int> thicken(int first, int end);
-    int reachOfColumns() const { return (sideways_ + strips - 1) / strips; }
-    Strip thickened(int strip);
-    Strip widened(int strip);
-    void cutDash(int strip, Strip &covered) const;
+    Column thickened(int column);
+    void cutDash(int column, Column &covered) const;
     Strip &thin(int strip) { return thin_[strip + margin]; }
 
     static constexpr int margin = 32; // strips on each side of the plot, from which the pen reaches into it
 
     int columns_ = 0;
     float height_ = 0;
-    int thinStrips_ = 1; // in a column, of the line without width: 1 where there are many samples, otherwise `strips`
+    int thinStrips_ =
+        1; // in a column, of the line without width: 1 where there are many samples, otherwise `mostStrips`
     double stripsPerSample_ = 1;
     double startInStrips_ = 0;
     qint64 grain_ = 1;  // samples; strips begin at multiples of it, where the store has boxes
@@ -79,14 +88,13 @@ private:
     Lanes factor_{};
     int reach_ = 0; // thin strips that the pen covers to either side, and a dot beside it
     int dotReach_ = 0;
-    int sideways_ = 0; // strips that the pen covers beside a column that is one thin strip
     float penRadius_ = 0;
     int dashPhase_ = 0;
     int dashLength_ = 1; // columns, with the gap behind it
     int dashPeriod_ = 1;
     std::array<float, margin> pen_{}; // half the pen's height, by the distance in strips
     std::vector<Strip> thin_;         // the line without width; starts `margin` strips left of the plot
-    std::vector<Strip> covered_;
+    std::vector<Column> covered_;
 };
 
 } // namespace ostrel

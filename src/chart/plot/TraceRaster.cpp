@@ -43,10 +43,10 @@ Lanes all(float value) { return Lanes{value, value, value, value}; }
 
 /// One trace's part of a column; tells how much of a row it covers.
 struct ColumnEdges {
-    ColumnEdges(const Strip *strips, Trace trace) {
-        for (int i = 0; i < TraceColumns::strips; ++i) {
-            tops[i] = strips[i].top(trace);
-            bottoms[i] = strips[i].bottom(trace);
+    ColumnEdges(const TraceColumns::Column &column, Trace trace) : count(column.count) {
+        for (int i = 0; i < count; ++i) {
+            tops[i] = column.strips[i].top(trace);
+            bottoms[i] = column.strips[i].bottom(trace);
         }
     }
     /// The covered shares, from 0 to 1, of four rows from `row` on.
@@ -55,13 +55,14 @@ struct ColumnEdges {
         const Lanes above{start, start + 1, start + 2, start + 3};
         const Lanes below = above + 1;
         Lanes covered{};
-        for (int i = 0; i < TraceColumns::strips; ++i)
+        for (int i = 0; i < count; ++i)
             covered += greatest(least(below, all(bottoms[i])) - greatest(above, all(tops[i])), all(0));
-        return covered * all(1.0F / TraceColumns::strips);
+        return covered * all(count == 1 ? 1.0F : 1.0F / TraceColumns::mostStrips);
     }
 
-    std::array<float, TraceColumns::strips> tops;
-    std::array<float, TraceColumns::strips> bottoms;
+    int count;
+    std::array<float, TraceColumns::mostStrips> tops;
+    std::array<float, TraceColumns::mostStrips> bottoms;
 };
 
 } // namespace
@@ -113,14 +114,14 @@ void TraceRaster::draw(QImage &image, const TraceColumns &traces, int first, int
 
 void TraceRaster::measure(const TraceColumns &traces, int column) {
     // Lanes as in a Strip: the outermost of all strips are the ends of the ink, the innermost those of the full rows.
-    const Strip *strips = traces.column(column);
+    const TraceColumns::Column &covered = traces.column(column);
     const auto height = static_cast<float>(plot_.height());
     const Lanes low{0, 0, -height, -height};
     const Lanes high{height, height, 0, 0};
-    Lanes outer = least(greatest(strips[0].lanes, low), high);
+    Lanes outer = least(greatest(covered.strips[0].lanes, low), high);
     Lanes inner = outer;
-    for (int i = 1; i < TraceColumns::strips; ++i) {
-        const Lanes strip = least(greatest(strips[i].lanes, low), high);
+    for (int i = 1; i < covered.count; ++i) {
+        const Lanes strip = least(greatest(covered.strips[i].lanes, low), high);
         outer = least(outer, strip);
         inner = greatest(inner, strip);
     }
