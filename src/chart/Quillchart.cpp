@@ -2,9 +2,11 @@
 #include "chart/Quillchart.h"
 
 #include "base/ErrorNumbers.h"
+#include "chart/AccessibleChart.h"
 #include "chart/files/ChartFile.h"
 #include "chart/plot/ChartPicture.h"
 #include "chart/plot/PlotPainter.h"
+#include "chart/plot/SpokenChart.h"
 #include "chart/run/Succeeds.h"
 #include "chart/table/TextExport.h"
 
@@ -25,6 +27,11 @@ Quillchart::Quillchart(qint16 index, QWidget *parent) : QWidget(parent), index_(
         Q_EMIT Zoomed(index_, axes.timeMin, axes.timeMax, axes.uvMin, axes.uvMax, axes.condMin, axes.condMax);
     };
     hands_.Unzoomed = [this] { Q_EMIT Unzoomed(index_); };
+    hands_.ReadoutMoved = [this] {
+        if (hands_.readsByKey())
+            tellReaders();
+    };
+    AccessibleChart::install();
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
@@ -154,6 +161,25 @@ void Quillchart::showNow(std::optional<float> minutes, const std::optional<Sampl
     now_ = numbers;
     if (!image_.isNull())
         update(image_.layout().headNumbersBox().toAlignedRect());
+    // A reader that is told of each pass would never be silent.
+    constexpr int politely = 15; // passes: about ten seconds
+    if (++newsSpoken_ >= politely && hasFocus() && !hands_.readout()) {
+        newsSpoken_ = 0;
+        tellReaders();
+    }
+}
+
+QString Quillchart::spokenNumbers() const { return spoken(numbers()); }
+
+QString Quillchart::spokenText() const { return spoken(run_.data(), run_.axes(), numbers()); }
+
+void Quillchart::tellReaders() {
+    if (!QAccessible::isActive())
+        return;
+    for (const QAccessible::Event change : {QAccessible::ValueChanged, QAccessible::DescriptionChanged}) {
+        QAccessibleEvent event(this, change);
+        QAccessible::updateAccessibility(&event);
+    }
 }
 
 bool Quillchart::event(QEvent *event) {

@@ -127,6 +127,10 @@ public:
     /// What is shown, dark on white, whatever the screen looks like; `pixelRatio` pixels to one of the chart.
     QImage picture(double pixelRatio) const;
     void paintPicture(QPainter &painter) const;
+    /// For screen readers: the numbers in the head, and the whole chart, a line for each thing.
+    QString spokenNumbers() const;
+    QString spokenText() const;
+
     /// Adds to the chart's context menu.
     std::function<void(QMenu &menu)> extendMenu;
 
@@ -162,6 +166,7 @@ private:
     void bringUpToDate();
     void paintMarks(QPainter &painter, const QRect &exposed);
     HeadNumbers numbers() const;
+    void tellReaders();
 
     const qint16 index_;
     RunDocument run_;
@@ -173,6 +178,7 @@ private:
     ChartImage image_;
     ChartHands hands_{*this, run_, image_};
     HeadNumbers now_;
+    int newsSpoken_ = 0; // numbers of now since a screen reader was last told of them
     ReportPrinter printer_;
 };
 

@@ -5,6 +5,7 @@
 #include "chart/plot/PlotPainter.h"
 #include "chart/plot/PlotTheme.h"
 #include "chart/plot/Readout.h"
+#include "chart/plot/TracePath.h"
 
 #include <QPainter>
 #include <gtest/gtest.h>
@@ -235,6 +236,42 @@ TEST_F(Marks, standOnTheTimeAxisUpOrDownAndOnlyWhereItShowsThem) {
     EXPECT_EQ(seen[0].bar.height(), 50);
     EXPECT_NEAR(seen[0].bar.center().x(), layout.time.place(2), 1);
     EXPECT_EQ(seen[1].bar.top(), layout.plot.bottom());
+}
+
+TEST_F(Marks, ofDifferentKindsAtOnePlaceAreAllSeenAndLabelsStandOffTheTraces) {
+    marks = {{"E", 0xFFFF00, 40, 5}, {"S", 0xFFFF00, 50, 5.001F}, {"7", 0x00FF00, 10, 5}, {"8", 0x00FF00, 10, 5}};
+    auto seen = placed();
+    ASSERT_EQ(seen.size(), 3U);
+    EXPECT_EQ(seen[0].label, "E 7 S");
+    EXPECT_TRUE(seen[0].bar.height() > seen[1].bar.height() && seen[1].bar.height() > seen[2].bar.height());
+    for (const PlacedMark &mark : seen)
+        EXPECT_GE(contrast(mark.stroke, Qt::white), 3);
+
+    SampleStore samples; // UV runs through the place above the marks
+    const QRectF above = seen[0].box;
+    for (int i = 0; i < 3000; ++i)
+        samples.append({static_cast<float>(layout.uv.value(above.center().y())), 400});
+    traces = tracesOn(layout, samples);
+    seen = placed();
+    EXPECT_FALSE(seen[0].overTrace);
+    EXPECT_FALSE(seen[0].box.intersects(above));
+    EXPECT_FALSE(seen[0].box.isEmpty());
+}
+
+TEST_F(Picture, aSampleAloneIsADotAndAnArrowTellsWhereATraceLeavesTheScale) {
+    data.samples.append({1, NAN});
+    const QImage dot = drawn();
+    draw();
+    const QPointF place(picture.layout().time.place(0), picture.layout().uv.place(1));
+    EXPECT_NE(picture.image().pixel((place + QPointF(1, 0)).toPoint()), view.theme.ground.rgb());
+    EXPECT_TRUE(picture.offScale().empty());
+    for (int i = 1; i < 3000; ++i)
+        data.samples.append({i > 900 && i < 1500 ? 3.0F : 1.0F, i < 2400 ? 20.0F : -7.0F});
+    draw();
+    const auto signs = picture.offScale();
+    ASSERT_EQ(signs.size(), 2U);
+    EXPECT_TRUE(signs[0].trace == CondTrace && !signs[0].above && signs[1].trace == UvTrace && signs[1].above);
+    EXPECT_NEAR(signs[1].place.x(), picture.layout().time.place(3), 2);
 }
 
 TEST_F(Marks, keepTheirLabelsApartWhereTheyCrowd) {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "chart/Quillchart.h"
 
+#include "chart/table/ShownValues.h"
+
+#include <QAccessible>
 #include <QTest>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
@@ -178,6 +181,40 @@ TEST_F(Operated, keysPanZoomReadAndSpreadARectangleAndBackspaceGoesBackOneByOne)
     chart.ClearData();
     press(Qt::Key_Right); // there is nothing left to read: it pans, and there is nowhere to go
     EXPECT_EQ(axes(), AxisValues());
+}
+
+TEST_F(Operated, theHeadAndScreenReadersTellTheNumbersOfNowUntilOthersAreReadOut) {
+    lengthen(1);
+    chart.AddEventMark(QStringLiteral("S"), 0xFFFF00, 50, 0.5F);
+    chart.setFocus();
+    QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(&chart);
+    ASSERT_TRUE(spoken != nullptr && spoken->role() == QAccessible::Chart && spoken->textInterface() != nullptr);
+    const auto text = [&] { return spoken->textInterface()->text(0, spoken->textInterface()->characterCount()); };
+    EXPECT_EQ(spoken->text(QAccessible::Value), QString());
+    const QImage plain = chart.grab().toImage();
+    chart.showNow(1.0F, SamplePair{0.01234F, 5});
+    EXPECT_NE(chart.grab().toImage(), plain);
+    EXPECT_EQ(spoken->text(QAccessible::Value), "UV 0.0123 AU, conductivity 5.00 mS/cm, at 1.00 min");
+    EXPECT_TRUE(text().contains("Time axis from 0.00 to 10.00 min\nNow: UV 0.0123 AU"));
+    EXPECT_TRUE(text().endsWith("\nMark S at 0.50 min"));
+    QTest::keyClick(&chart, Qt::Key_Space);
+    QTest::keyClick(&chart, Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_TRUE(text().contains("Read out: "));
+    QTest::keyClick(&chart, Qt::Key_Escape);
+    chart.showNow({}, {});
+    EXPECT_EQ(chart.grab().toImage(), plain);
+}
+
+TEST_F(Operated, itsPictureIsDarkOnWhiteAndItsValuesAreThoseShown) {
+    lengthen(1);
+    const QImage picture = chart.picture(2);
+    EXPECT_EQ(picture.size(), 2 * chart.size());
+    EXPECT_EQ(picture.pixelColor(0, 0), QColor(Qt::white));
+    AxisValues shown;
+    shown.timeMin = 1.0F / 300;
+    shown.timeMax = 2.0F / 300;
+    EXPECT_EQ(shownValues(chart.run().data(), shown).section('\n', 1, 1).section('\t', 0, 0), "0.0033");
+    EXPECT_EQ(shownValues(chart.run().data(), shown).count('\n'), 3);
 }
 
 TEST_F(Operated, theRedrawBringsTheAxesAndEachDrawingTheNewsButNothingToAHiddenChart) {

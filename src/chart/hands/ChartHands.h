@@ -48,6 +48,7 @@ public:
 
     /// What is read out; nothing while a rectangle is drawn. Lives no longer than the picture's layout.
     std::optional<Readout> readout() const;
+    bool readsByKey() const { return cursor_.has_value(); }
     void paint(QPainter &painter) const;
     QRegion readoutRegion() const;
 

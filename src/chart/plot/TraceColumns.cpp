@@ -208,7 +208,8 @@ void TraceColumns::cutDash(int column, Column &covered) const {
         return;
     for (int i = 0; i < covered.count; ++i) {
         Strip &strip = covered.strips[i];
-        if (strip.bottom(CondTrace) - strip.top(CondTrace) <= (2 + flat) * penRadius_)
+        const bool seen = strip.top(CondTrace) >= 0 && strip.bottom(CondTrace) <= height_;
+        if (seen && strip.bottom(CondTrace) - strip.top(CondTrace) <= (2 + flat) * penRadius_)
             strip.lanes[CondTrace] = strip.lanes[traceCount + CondTrace] = Extent::infinity;
     }
 }
