@@ -32,13 +32,15 @@ QDBusMessage callTo(const char *method) {
 
 } // namespace
 
-DBusNotices::DBusNotices(std::function<QDBusConnection()> openBus) : bus_(std::move(openBus)) {
-    bus_.opened = [this](QDBusConnection &bus) {
-        // From any sender: to look for the service's owner would wait for the bus.
-        bus.connect(QString(), path, service, QStringLiteral("ActionInvoked"), this,
-                    SLOT(ActionInvoked(uint, QString)));
-        bringUpToDate();
-    };
+DBusNotices::DBusNotices(std::function<QDBusConnection()> openBus)
+    : bus_([this, open = std::move(openBus)] {
+          QDBusConnection bus = open();
+          // From any sender: to look for the service's owner would wait for the bus.
+          bus.connect(QString(), path, service, QStringLiteral("ActionInvoked"), this,
+                      SLOT(ActionInvoked(uint, QString)));
+          return bus;
+      }) {
+    bus_.opened = [this] { bringUpToDate(); };
 }
 
 /// A session without a bus gets none: asked for it, the library would start one.

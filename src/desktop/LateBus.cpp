@@ -21,7 +21,7 @@ QDBusConnection *LateBus::get() {
     opening_.reset(QThread::create([open = open_, result] { *result = open(); }));
     connect(opening_.get(), &QThread::finished, this, [this, result] {
         bus_ = *result;
-        opened(*bus_);
+        opened();
     });
     opening_->start();
     return nullptr;

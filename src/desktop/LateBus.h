@@ -16,6 +16,7 @@ namespace ostrel {
 /// respond takes half a minute.
 class LateBus : public QObject {
 public:
+    /// `open` also connects the signals of the bus: that waits until D-Bus's own thread has opened the other buses.
     explicit LateBus(std::function<QDBusConnection()> open);
     ~LateBus() override;
 
@@ -23,7 +24,7 @@ public:
     /// connection is good or not.
     QDBusConnection *get();
 
-    std::function<void(QDBusConnection &bus)> opened;
+    std::function<void()> opened;
 
 private:
     std::function<QDBusConnection()> open_;

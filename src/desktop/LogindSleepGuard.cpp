@@ -40,11 +40,13 @@ void LogindLock::ask(const QDBusConnection &bus) {
     });
 }
 
-LogindSleepGuard::LogindSleepGuard(std::function<QDBusConnection()> openBus) : bus_(std::move(openBus)) {
-    bus_.opened = [this](QDBusConnection &bus) {
-        bus.connect(service, path, interface, QStringLiteral("PrepareForSleep"), this, SLOT(PrepareForSleep(bool)));
-        setLocks();
-    };
+LogindSleepGuard::LogindSleepGuard(std::function<QDBusConnection()> openBus)
+    : bus_([this, open = std::move(openBus)] {
+          QDBusConnection bus = open();
+          bus.connect(service, path, interface, QStringLiteral("PrepareForSleep"), this, SLOT(PrepareForSleep(bool)));
+          return bus;
+      }) {
+    bus_.opened = [this] { setLocks(); };
 }
 
 void LogindSleepGuard::setHeld(bool held) {
