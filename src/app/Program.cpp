@@ -101,8 +101,10 @@ void Program::bind() {
 
     TimerLoadMain_->Tick = [this] { TimerLoadMain_Timer(); };
     view_.window.dropped = [this](const QStringList &files) {
-        for (const QString &file : files)
-            openDropped(file);
+        for (const QString &file : files) {
+            if (!openDropped(file))
+                break;
+        }
     };
     platform_.sleep.aboutToSleep = underNet("aboutToSleep", [this] { writeLog(); });
     platform_.notices.chosen = [this] { view_.window.comeToFront(); };
@@ -203,9 +205,11 @@ void Program::FirstActivation() {
         DrawChartLabel(QFileInfo(platform_.commandLine).absoluteFilePath());
 }
 
-/// A file that was dropped on the window.
-void Program::openDropped(const QString &FileName) {
-    net_.run(QStringLiteral("openDropped"), [&] { documents_.openFiles.openDropped(FileName); });
+/// A file that was dropped on the window. False when there is no room for it, nor for another.
+bool Program::openDropped(const QString &FileName) {
+    bool hasRoom = true;
+    net_.run(QStringLiteral("openDropped"), [&] { hasRoom = documents_.openFiles.openDropped(FileName); });
+    return hasRoom;
 }
 
 /// Opens the file named on the command line.

@@ -52,7 +52,7 @@ private:
     void TimerLoadMain_Timer();
     bool InitMainWindow();
     void FirstActivation();
-    void openDropped(const QString &FileName);
+    bool openDropped(const QString &FileName);
     void DrawChartLabel(const QString &FileName);
 
     Platform platform_;

@@ -36,9 +36,11 @@ void OpenFiles::OpenChartFile(bool IsLog) {
                    });
 }
 
-void OpenFiles::openDropped(const QString &FileName) {
-    if (hasRoom())
-        DrawChartLabel(FileName);
+bool OpenFiles::openDropped(const QString &FileName) {
+    if (!hasRoom())
+        return false;
+    DrawChartLabel(FileName);
+    return true;
 }
 
 bool OpenFiles::hasRoom() {

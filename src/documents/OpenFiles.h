@@ -25,8 +25,9 @@ public:
     /// its tab stays in use without a name, and the hourglass stays on.
     void DrawChartLabel(const QString &FileName);
 
-    /// Opens a file that was dropped on the window, as if it had been chosen in the dialog.
-    void openDropped(const QString &FileName);
+    /// Opens a file that was dropped on the window, as if it had been chosen in the dialog. False when every tab
+    /// is in use, which the operator has been told.
+    bool openDropped(const QString &FileName);
 
 private:
     bool hasRoom();

@@ -320,11 +320,12 @@ QStringList filesIn(const QMimeData &data) {
     return files;
 }
 
+bool hasBox() { return QApplication::activeModalWidget() != nullptr; }
+
 } // namespace
 
 void frmMain::dragEnterEvent(QDragEnterEvent *event) {
-    const bool free = QApplication::activeModalWidget() == nullptr;
-    if (dropped && free && !filesIn(*event->mimeData()).isEmpty()) {
+    if (dropped && !hasBox() && !filesIn(*event->mimeData()).isEmpty()) {
         event->setDropAction(Qt::CopyAction);
         event->accept();
     }
@@ -332,6 +333,8 @@ void frmMain::dragEnterEvent(QDragEnterEvent *event) {
 
 /// The program that the files come from waits until the drop is over: whatever there is to ask or to read comes later.
 void frmMain::dropEvent(QDropEvent *event) {
+    if (hasBox())
+        return event->ignore(); // it came up under the mouse
     event->setDropAction(Qt::CopyAction);
     event->accept();
     QMetaObject::invokeMethod(

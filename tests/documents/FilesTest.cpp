@@ -74,6 +74,8 @@ TEST_F(FilesTest, aFifthFileIsRefusedBeforeTheDialog) {
     EXPECT_EQ(ComDlg.shown.size(), 4U);
     EXPECT_EQ(told(), "The maximum number of files which can be opened at one time is 4.  To open another file you "
                       "must close a file which is already open first.");
+    find<frmMain>("frmMain")->dropped(QStringList(9, path("d.chd")));
+    EXPECT_EQ(prompts.shown.size(), 2U); // not a box for each
 }
 
 TEST_F(FilesTest, theRecorderAsksOnceForItsFileAndKeepsItsCaption) {
