@@ -63,8 +63,10 @@ Program::Program(const Platform &on)
                  [this](const char *place, std::function<void()> act) { return underNet(place, std::move(act)); }),
       shellWindow_(view_.window, view_.clicks),
       shell_({values_, commands_, on.store, on.prompts, on.process, on.clock, on.appPath, documents_,
-              view_.documentCharts(), log(logChart), run(logChart), view_.states, shellWindow_, view_.window,
-              [this] { view_.place.keep(); }}) {
+              view_.documentCharts(), log(logChart), run(logChart), view_.states, shellWindow_, view_.window, [this] {
+                  notices_.withdraw(News::LinkLost); // nobody listens to the link any more
+                  view_.place.keep();
+              }}) {
     values_.identity.PrevInstance = on.PrevInstance;
     log(logChart).setWastebasket(shell_.instances.wastebasket(), [&clock = on.clock] { return clock.now().date(); });
     for (int i = 0; i < tabCount; ++i) {

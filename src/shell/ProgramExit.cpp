@@ -59,7 +59,7 @@ void ProgramExit::tearDown() {
             if (identity_.InstanceNumber == firstInstance)
                 uses_.settings.SaveSettings();
         },
-        [&] { uses_.keepWindowPlace(); }, [&] { takePlace(); },
+        [&] { uses_.leaveDesktop(); }, [&] { takePlace(); },
         [&] { writeLog(); }, // so that the wastebasket gets all data
         [&] { closeLog(); },
         [&] {
@@ -80,7 +80,7 @@ void ProgramExit::closeLog() {
 void ProgramExit::endUnasked() {
     skippingErrors([&] { takePlace(); });
     writeLog();
-    skippingErrors([&] { uses_.keepWindowPlace(); });
+    skippingErrors([&] { uses_.leaveDesktop(); });
     uses_.process.end();
 }
 

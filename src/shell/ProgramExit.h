@@ -29,7 +29,7 @@ public:
         Instances &instances;
         Prompts &prompts;
         Process &process;
-        std::function<void()> keepWindowPlace;
+        std::function<void()> leaveDesktop; ///< keeps the window's place, and takes back what holds no longer
     };
 
     ProgramExit(const Identity &identity, const TabStates &tabs, Uses uses);

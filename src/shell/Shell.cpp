@@ -15,7 +15,7 @@ Shell::Shell(const Uses &on)
                   on.prompts, &on.owner),
       exit(on.values.identity, on.values.tabs,
            {on.Chart5, on.documents.log, on.commands, on.logWindow, on.documents.settings, instances, on.prompts,
-            on.process, on.keepWindowPlace}) {}
+            on.process, on.leaveDesktop}) {}
 
 void Shell::bind(Commands &commands) {
     commands.bind(QStringLiteral("mnuMethod"), [this] { textWindows.mnuMethod_Click(); });

@@ -30,7 +30,7 @@ struct Shell {
         LogWindow &logWindow;
         ShellWindow &window;
         QWidget &owner; ///< the parent of its windows
-        std::function<void()> keepWindowPlace;
+        std::function<void()> leaveDesktop;
     };
 
     explicit Shell(const Uses &uses);
