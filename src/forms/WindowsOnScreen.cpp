@@ -58,11 +58,11 @@ void WindowsOnScreen::comesUp(QWidget &window) {
         return;
     const QWidget *parent = window.parentWidget() != nullptr ? window.parentWidget()->window() : nullptr;
     const QMargins frame = isShown(parent) ? frameOf(*parent) : QMargins();
+    if (window.testAttribute(Qt::WA_Moved))
+        return bringIn(window, frame); // it may reach over several screens
     const QRect screen = window.screen()->availableGeometry();
     window.resize(window.size().boundedTo(screen.size().shrunkBy(frame)));
-    if (window.testAttribute(Qt::WA_Moved))
-        bringIn(window, frame);
-    else if (qobject_cast<QDialog *>(&window) != nullptr && !isShown(parent))
+    if (qobject_cast<QDialog *>(&window) != nullptr && !isShown(parent))
         window.move(ScreenPlace::centred(window.size(), screen).topLeft());
 }
 

@@ -178,7 +178,7 @@ void frmDataRecovery::resizeEvent(QResizeEvent *event) {
 
 /// Style and positions are not final before this.
 void frmDataRecovery::showEvent(QShowEvent *event) {
-    resize(width(), layout()->totalHeightForWidth(width()));
+    resize(width(), std::min(layout()->totalHeightForWidth(width()), screen()->availableSize().height()));
     QDialog::showEvent(event);
     placeHeads();
 }
