@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "reports/ChartMenu.h"
 
+#include "base/HelpContexts.h"
 #include "base/Steps.h"
 #include "chart/table/ShownValues.h"
 #include "files/DurableFile.h"
@@ -98,6 +99,7 @@ void ChartMenu::savePicture(const Quillchart &chart, const QString &extension, c
     ComDlg_.Filter = filter;
     ComDlg_.DefaultExt = extension;
     ComDlg_.FileName = chart.ChartTitle();
+    ComDlg_.HelpContextID = HelpContext::Introduction; // the chart's own
     if (skippingErrors([this] { ComDlg_.ShowSave(); }) != 0 || ComDlg_.FileName.isEmpty())
         return;
     if (const std::error_code error = replaceFile(ComDlg_.FileName, encoded(chart)))
