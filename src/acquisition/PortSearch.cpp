@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/PortSearch.h"
 
+#include "base/HelpContexts.h"
 #include "base/Steps.h"
 
 #include <QScopedValueRollback>
@@ -12,7 +13,6 @@ namespace ostrel {
 namespace {
 
 constexpr int inputBufferBytes = 32000;
-constexpr int helpTopic = 6; // choosing the port
 
 } // namespace
 
@@ -30,7 +30,7 @@ bool PortSearch::chooseAtStart() {
     } else if (!askForPort()) {
         prompts_.show({.text = QStringLiteral("All available COM ports are already in use.  "
                                               "Please free one COM port before restarting Ostrel MS."),
-                       .HelpContextID = helpTopic});
+                       .HelpContextID = HelpContext::ComPort});
         commands_.run(QStringLiteral("mnuExit"));
         return false;
     }

@@ -98,11 +98,14 @@ void ChartMenu::savePicture(const Quillchart &chart, const QString &extension, c
     ComDlg_.DialogTitle = QStringLiteral("Save Picture As...");
     ComDlg_.Filter = filter;
     ComDlg_.DefaultExt = extension;
-    ComDlg_.FileName = chart.ChartTitle();
+    ComDlg_.FileName = chart.ChartTitle().replace(QLatin1Char('/'), QLatin1Char('-'));
     ComDlg_.HelpContextID = HelpContext::Introduction; // the chart's own
     if (skippingErrors([this] { ComDlg_.ShowSave(); }) != 0 || ComDlg_.FileName.isEmpty())
         return;
-    if (const std::error_code error = replaceFile(ComDlg_.FileName, encoded(chart)))
+    const QByteArray picture = encoded(chart);
+    const std::error_code error = picture.isEmpty() ? std::make_error_code(std::errc::not_enough_memory)
+                                                    : replaceFile(ComDlg_.FileName, picture);
+    if (error)
         prompts_.show({QStringLiteral("The picture was NOT saved.\n\n%1: %2")
                            .arg(ComDlg_.FileName, QString::fromStdString(error.message())),
                        BoxIcon::Exclamation});

@@ -159,7 +159,7 @@ private:
         }
         const QRectF box(plot.left(), 0, right - plot.left() - line_, height);
         const QString shortened = titleMetrics_.elidedText(title, Qt::ElideRight, box.width());
-        if (!title.isEmpty() && shortened.size() > 3) {
+        if (!title.isEmpty() && 2 * shortened.size() > title.size()) {
             layout_.titleBox = box;
             layout_.title = shortened;
         }
