@@ -50,15 +50,20 @@ void RunningLog::tell(qint16 status) {
 }
 
 void RunningLog::writeNow() {
+    if (TimerSaveLog_.Enabled() || options_.DataLogging)
+        writeAll();
+}
+
+void RunningLog::writeAll() {
     if (TimerSaveLog_.Enabled())
         TimerSaveLog_Timer();
-    else if (options_.DataLogging)
+    else
         writeTelling();
 }
 
 void RunningLog::mnuSaveLog_Click() {
     if (hasDirectory())
-        skippingErrors([this] { writeNow(); }); // including the data since the last tick
+        skippingErrors([this] { writeAll(); }); // also what came in before logging was switched off
     log_.LogSaved = true;
     if (!charts_.Chart5.CheckLogFile(reads_.identity.LogDirectory)) {
         errors_.HandelError(ErrorNumber::LogLost);

@@ -49,6 +49,7 @@ public:
     void mnuLogOff_Click();
 
 private:
+    void writeAll();
     bool writeTelling();
     void tell(qint16 status);
     bool hasDirectory() const { return !reads_.identity.InstanceTag.isEmpty(); }

@@ -196,11 +196,22 @@ TEST_F(RunningLogTest, whatDoesNotSaveTheLogIsToldAndLeavesTheCommand) {
     EXPECT_TRUE(exists("a.chl"));
     EXPECT_FALSE(enabled("mnuSaveLog"));
 
-    trigger("mnuLogOff"); // nothing writes it again
+    trigger("mnuLogOff");
     QDir(path("Log")).removeRecursively();
+    ASSERT_TRUE(QFile(path("Log")).open(QIODevice::WriteOnly)); // nor can it be written again
     commands("mnuSaveLog");
     EXPECT_TRUE(told().endsWith("Serious Data Error! Most recent data collected is permanently lost."));
     EXPECT_EQ(ComDlg.shown.size(), 3U);
+}
+
+TEST_F(RunningLogTest, theSavedLogHoldsWhatCameInBeforeLoggingWasSwitchedOff) {
+    link();
+    timers["TimerSaveLog"]->tick();
+    play(". . .");
+    trigger("mnuLogOff");
+    choose("mnuSaveLog", path("a.chl"));
+    ASSERT_TRUE(chart(1).LoadDataFile(path("a.chl")));
+    EXPECT_EQ(chart(1).SampleCount(), chart(5).SampleCount());
 }
 
 TEST_F(RunningLogTest, aLogThatCannotBeWrittenIsNewsOnceUntilItCan) {
