@@ -60,8 +60,8 @@ struct RunState {
     bool RunStartArmed = false; ///< a start event has come and the next UV block decides
     bool WaitForMethod = false; ///< the run has ended and its method text has not come yet
 
-    float UvValue = 0;   ///< latest UV value, AU
-    float CondValue = 0; ///< latest conductivity value, mS/cm
+    float UvValue = 0;     ///< latest UV value, AU
+    float CondValue = 0;   ///< latest conductivity value, mS/cm
     bool PairSeen = false; ///< both have come since the link was lost last
 };
 

@@ -23,7 +23,7 @@ void *AccessibleChart::interface_cast(QAccessible::InterfaceType type) {
 }
 
 QString AccessibleChart::text(QAccessible::Text part) const {
-    const QString numbers = chart_.spokenNumbers();
+    QString numbers = chart_.spokenNumbers();
     if (part == QAccessible::Value)
         return numbers;
     if (part == QAccessible::Description && !numbers.isEmpty())

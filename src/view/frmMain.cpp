@@ -89,6 +89,8 @@ frmMain::frmMain()
     setObjectName(QStringLiteral("frmMain"));
     setCentralWidget(inner_);
     setAcceptDrops(true);
+    connect(
+        this, &frmMain::filesDropped, this, [this](const QStringList &files) { dropped(files); }, Qt::QueuedConnection);
     buildMenus();
     buildToolbar();
     buildTabs();
@@ -337,8 +339,7 @@ void frmMain::dropEvent(QDropEvent *event) {
         return event->ignore(); // it came up under the mouse
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    QMetaObject::invokeMethod(
-        this, [this, files = filesIn(*event->mimeData())] { dropped(files); }, Qt::QueuedConnection);
+    Q_EMIT filesDropped(filesIn(*event->mimeData()));
 }
 
 void frmMain::showRecording(bool on) {

@@ -57,6 +57,10 @@ public:
     /// Sets the outer size in twips; it is at least what the panels need.
     void setOuterSize(float Width, float Height);
 
+Q_SIGNALS:
+    /// Delivered when the drop is over.
+    void filesDropped(const QStringList &files);
+
 protected:
     bool event(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;

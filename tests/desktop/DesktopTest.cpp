@@ -56,7 +56,7 @@ TEST_F(QtPromptsTest, aBoxShowsItsTextAsItStandsAndThePointerGoesBackHoweverOfte
     prompts.setMousePointer(MousePointer::Hourglass);
     prompts.setMousePointer(MousePointer::Hourglass);
     for (const auto &[caption, title] : {std::pair("", "Ostrel MS"), {"Not saved", "Not saved"}})
-        show({"a <b>\rb\r\nc", BoxIcon::None, caption}, [&](QMessageBox &window) {
+        show({"a <b>\rb\r\nc", BoxIcon::None, caption}, [title = title](QMessageBox &window) {
             EXPECT_EQ(window.windowTitle() + window.text(), title + QString("a <b>\nb\nc"));
             EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
             window.close();

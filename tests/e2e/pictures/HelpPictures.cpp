@@ -42,8 +42,9 @@ void take(LiveOstrel &live, const QString &picture) {
     within(500ms, [] { return false; }); // for the window to settle
     const auto saved = [](const QStringList &given) {
         QWidget *modal = QApplication::activeModalWidget();
+        QWidget *front = modal != nullptr ? modal : find<QWidget>("frmMain");
         constexpr int smallest = 0; // the file, not the time to write it
-        return framed(modal ? *modal : *find<QWidget>("frmMain")).save(given[0], "PNG", smallest);
+        return framed(*front).save(given[0], "PNG", smallest);
     };
     const QString file = folder + '/' + picture + ".png";
     if (!live.ask(saved, {file}))
