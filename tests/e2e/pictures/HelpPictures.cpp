@@ -79,7 +79,7 @@ void takePorts(LiveOstrel &live) {
 
 void takeEvaluation(LiveOstrel &live) {
     const bool zoomed = live.ask(0, [](auto &chart) {
-        QTest::mousePress(&chart, Qt::LeftButton, {}, {chart.width() * 29 / 100, chart.height() * 12 / 100});
+        QTest::mousePress(&chart, Qt::LeftButton, {}, {chart.width() * 29 / 100, chart.height() * 16 / 100});
         QTest::mouseMove(&chart, {chart.width() * 42 / 100, chart.height() / 2}); // where the readout will be
         QTest::mouseRelease(&chart, Qt::LeftButton, {}, {chart.width() * 43 / 100, chart.height() * 74 / 100});
         return chart.zoomed();
