@@ -126,9 +126,12 @@ void Quillchart::paintEvent(QPaintEvent *event) {
     QPainter painter(this);
     painter.drawImage(QPointF(), image_.image());
     paintMarks(painter, event->rect());
-    PlotPainter(painter, image_.layout(), image_.view().theme).offScale(image_.offScale());
+    const HeadNumbers told = numbers();
+    PlotPainter plot(painter, image_.layout(), image_.view().theme);
+    plot.title(told.uv.isEmpty());
+    plot.offScale(image_.offScale());
     hands_.paint(painter);
-    numbers().paint(painter, image_.layout(), image_.view().theme);
+    told.paint(painter, image_.layout(), image_.view().theme);
     if (hasFocus()) {
         painter.setPen(image_.view().theme.highlight);
         painter.setBrush(Qt::NoBrush);
@@ -160,7 +163,7 @@ void Quillchart::showNow(std::optional<float> minutes, const std::optional<Sampl
         return;
     now_ = numbers;
     if (!image_.isNull())
-        update(image_.layout().headNumbersBox().toAlignedRect());
+        update(image_.layout().headBox.toAlignedRect());
     // A reader that is told of each pass would never be silent.
     constexpr int politely = 15; // passes: about ten seconds
     if (++newsSpoken_ >= politely && hasFocus() && !hands_.readout()) {

@@ -184,8 +184,9 @@ TEST(PlotLayout, labelsNeverTouchAtAnySizeScaleOrFont) {
                 font.setItalic(true);
                 const auto layout = PlotLayout::of(size, ratio, axes, font, "A run with a title");
                 EXPECT_EQ(layout.font, font);
-                std::vector boxes{layout.headNumbersBox(), layout.titleBox, layout.uvTitleBox, layout.condTitleBox,
-                                  layout.timeTitleBox};
+                std::vector boxes(layout.headColumns.begin(), layout.headColumns.end());
+                boxes.insert(boxes.end(),
+                             {layout.titleBox, layout.uvTitleBox, layout.condTitleBox, layout.timeTitleBox});
                 for (const auto *ticks : {&layout.uvTicks, &layout.condTicks, &layout.timeTicks})
                     for (const Tick &tick : *ticks)
                         boxes.push_back(tick.label.isEmpty() ? QRectF() : tick.box);

@@ -12,6 +12,7 @@ QImage pictureOf(const ChartData &data, const ChartView &view) {
     QImage picture = chart.image();
     QPainter painter(&picture);
     PlotPainter plot(painter, chart.layout(), view.theme);
+    plot.title(true);
     plot.marks(chart.marks());
     plot.offScale(chart.offScale());
     return picture;
@@ -23,6 +24,7 @@ void paintPicture(QPainter &painter, const ChartData &data, const ChartView &vie
     const TraceColumns traces = tracesOn(layout, data.samples);
     painter.fillRect(QRectF(QPointF(), QSizeF(view.size)), view.theme.ground);
     PlotPainter plot(painter, layout, view.theme);
+    plot.title(true);
     plot.frame();
     plot.grid();
     for (const Trace trace : {CondTrace, UvTrace}) {

@@ -157,6 +157,8 @@ private:
             if (!placeColumn(column))
                 break;
         }
+        layout_.headBox = QRectF(plot.left(), 0, plot.width(), height);
+        layout_.whole = titleMetrics_.elidedText(title, Qt::ElideRight, plot.width());
         const QRectF box(plot.left(), 0, right - plot.left() - line_, height);
         const QString shortened = titleMetrics_.elidedText(title, Qt::ElideRight, box.width());
         if (!title.isEmpty() && 2 * shortened.size() > title.size()) {
@@ -263,13 +265,6 @@ void PlotLayout::setTimeAxis(float from, float to) {
     axes.timeMin = from;
     axes.timeMax = to;
     Builder(*this).placeTimeTicks(labelled);
-}
-
-QRectF PlotLayout::headNumbersBox() const {
-    QRectF all;
-    for (const QRectF &column : headColumns)
-        all |= column;
-    return all;
 }
 
 QRect PlotLayout::devicePlot() const {

@@ -42,7 +42,9 @@ struct PlotLayout {
     bool labelled = true;    ///< there was room for the ticks' labels
     double timeLabelTop = 0; ///< below this there is only the time axis
 
-    QString title;   ///< shortened to its box
+    QRectF headBox;  ///< above the plot; empty without room or head
+    QString whole;   ///< the title, shortened to the head when there are no numbers in it
+    QString title;   ///< shortened to its box, beside the numbers
     QRectF titleBox; ///< at the left of the head; empty without room or title, likewise the axis titles
     std::array<QRectF, headColumnCount> headColumns; ///< empty without room: the mark's goes first, then the time's
     QRectF uvTitleBox;
@@ -57,9 +59,6 @@ struct PlotLayout {
 
     /// Changes the time axis alone; everything else stays where it is.
     void setTimeAxis(float from, float to);
-
-    /// Around all numbers of the head.
-    QRectF headNumbersBox() const;
 
     /// The plot in device pixels.
     QRect devicePlot() const;

@@ -16,16 +16,22 @@ constexpr double dashGap = 8;
 } // namespace
 
 void PlotPainter::frame() {
-    painter_.setFont(layout_.titleFont);
-    painter_.setPen(theme_.text);
-    if (!layout_.titleBox.isEmpty())
-        painter_.drawText(layout_.titleBox, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, layout_.title);
     painter_.setFont(layout_.font);
     valueAxis(layout_.uvTicks, layout_.plot.left(), -1, theme_.uv);
     valueAxis(layout_.condTicks, layout_.plot.right(), 1, theme_.cond);
     axisTitle(uvAxisTitle(), layout_.uvTitleBox, -90, theme_.uv);
     axisTitle(condAxisTitle(), layout_.condTitleBox, 90, theme_.cond);
     timeAxis();
+}
+
+void PlotPainter::title(bool alone) {
+    const QRectF box = alone ? layout_.headBox : layout_.titleBox;
+    if (box.isEmpty())
+        return;
+    painter_.setFont(layout_.titleFont);
+    painter_.setPen(theme_.text);
+    painter_.drawText(box, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                      alone ? layout_.whole : layout_.title);
 }
 
 void PlotPainter::timeAxis() {

@@ -21,8 +21,10 @@ public:
     PlotPainter(QPainter &painter, const PlotLayout &layout, const PlotTheme &theme)
         : painter_(painter), layout_(layout), theme_(theme) {}
 
-    /// Title, axes and their texts, around the plot; the plot itself is left alone.
+    /// Axes and their texts, around the plot; the plot itself is left alone.
     void frame();
+    /// In the head, alone or beside the numbers.
+    void title(bool alone);
     /// Everything below the plot.
     void timeAxis();
     void grid();

@@ -49,7 +49,7 @@ QRegion Readout::region() const {
     const QRectF plot = layout_.plot;
     const QRectF line(x_ - dotRadius - 2, plot.top() - dotRadius - 2, 2 * dotRadius + 4,
                       plot.height() + 2 * dotRadius + 4);
-    return QRegion(line.toAlignedRect()) + layout_.headNumbersBox().toAlignedRect();
+    return QRegion(line.toAlignedRect()) + layout_.headBox.toAlignedRect();
 }
 
 void Readout::paint(QPainter &painter, const PlotTheme &theme) const {
