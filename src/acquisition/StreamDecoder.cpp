@@ -239,10 +239,11 @@ void StreamDecoder::HandelPenStatusData(int skip) {
         commands_.run(QStringLiteral("mnuStop"));
         if (recorded)
             intake_.tellEnd(QStringLiteral("The instrument has stopped the recording"));
-    } else if (pen == PenOn)
+    } else if (pen == PenOn) {
         commands_.run(QStringLiteral("mnuStart"));
-    else
+    } else {
         parameterError("Sub HandelPenStatusData; Pen Byte Expected; Actual Byte Received:", pen);
+    }
 }
 
 void StreamDecoder::HandelRunStatusData() {

@@ -102,12 +102,9 @@ void Program::bind() {
     });
 
     TimerLoadMain_->Tick = [this] { TimerLoadMain_Timer(); };
-    view_.window.dropped = [this](const QStringList &files) {
-        for (const QString &file : files) {
-            if (!openDropped(file))
-                break;
-        }
-    };
+    QObject::connect(
+        &view_.window, &frmMain::filesDropped, &view_.window, [this](const QStringList &files) { openDropped(files); },
+        Qt::QueuedConnection);
     platform_.sleep.aboutToSleep = underNet("aboutToSleep", [this] { writeLog(); });
     platform_.notices.chosen = [this] { view_.window.comeToFront(); };
     view_.window.QueryUnload = [this] {
@@ -207,11 +204,11 @@ void Program::FirstActivation() {
         DrawChartLabel(QFileInfo(platform_.commandLine).absoluteFilePath());
 }
 
-/// A file that was dropped on the window. False when there is no room for it, nor for another.
-bool Program::openDropped(const QString &FileName) {
+/// Files that were dropped on the window, until there is no room for more.
+void Program::openDropped(const QStringList &FileNames) {
     bool hasRoom = true;
-    net_.run(QStringLiteral("openDropped"), [&] { hasRoom = documents_.openFiles.openDropped(FileName); });
-    return hasRoom;
+    for (auto name = FileNames.begin(); hasRoom && name != FileNames.end(); ++name)
+        net_.run(QStringLiteral("openDropped"), [&] { hasRoom = documents_.openFiles.openDropped(*name); });
 }
 
 /// Opens the file named on the command line.

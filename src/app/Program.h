@@ -52,7 +52,7 @@ private:
     void TimerLoadMain_Timer();
     bool InitMainWindow();
     void FirstActivation();
-    bool openDropped(const QString &FileName);
+    void openDropped(const QStringList &FileNames);
     void DrawChartLabel(const QString &FileName);
 
     Platform platform_;

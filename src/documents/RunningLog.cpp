@@ -36,8 +36,9 @@ qint16 RunningLog::write() {
     const qint16 status = bring(charts_.Chart5);
     const bool beside = run_.BesideLog && !reads_.tabs.ChartSaved[recorderChart];
     const qint16 statusBeside = beside ? bring(charts_.Chart0) : 0;
-    tell(status != 0 ? status : statusBeside);
-    return status != 0 ? status : statusBeside;
+    const qint16 first = status != 0 ? status : statusBeside;
+    tell(first);
+    return first;
 }
 
 /// Here and not at the error route, which tells some numbers by a beep alone and is not reached from each writing.
@@ -70,7 +71,7 @@ void RunningLog::mnuSaveLog_Click() {
         return;
     }
     const auto save = [this] {
-        ComDlg_.Flags = CommonDialog::OverwritePrompt | CommonDialog::HideReadOnly | CommonDialog::PathMustExist;
+        ComDlg_.Flags = CommonDialog::Saving;
         ComDlg_.DialogTitle = QStringLiteral("Save Log File As...");
         ComDlg_.FileName = reads_.identity.SystemName;
         ComDlg_.HelpContextID = HelpContext::SaveLog;

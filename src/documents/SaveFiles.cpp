@@ -57,7 +57,7 @@ void SaveFiles::saved() {
 bool SaveFiles::showsLog() const { return fileName().right(3).toUpper() == QLatin1String("CHL"); }
 
 QString SaveFiles::askForFile(const QString &title, const QString &offered, int HelpContextID) {
-    ComDlg_.Flags = CommonDialog::OverwritePrompt | CommonDialog::HideReadOnly | CommonDialog::PathMustExist;
+    ComDlg_.Flags = CommonDialog::Saving;
     ComDlg_.DialogTitle = title;
     ComDlg_.HelpContextID = HelpContextID;
     ComDlg_.FileName = offered;

@@ -12,8 +12,9 @@ public:
     enum Flag : int {
         OverwritePrompt = 2, ///< saving over a file asks first
         HideReadOnly = 4,
-        PrintSetup = 64,      ///< the printer is chosen, nothing is printed
-        PathMustExist = 2048, ///< a folder that does not exist is refused
+        PrintSetup = 64,                                         ///< the printer is chosen, nothing is printed
+        PathMustExist = 2048,                                    ///< a folder that does not exist is refused
+        Saving = OverwritePrompt | HideReadOnly | PathMustExist, ///< those of every dialog that saves
     };
 
     virtual ~CommonDialog() = default;

@@ -94,7 +94,7 @@ void ChartMenu::copyValues(const Quillchart &chart) const {
 
 void ChartMenu::savePicture(const Quillchart &chart, const QString &extension, const QString &filter,
                             QByteArray (*encoded)(const Quillchart &chart)) {
-    ComDlg_.Flags = CommonDialog::OverwritePrompt | CommonDialog::HideReadOnly | CommonDialog::PathMustExist;
+    ComDlg_.Flags = CommonDialog::Saving;
     ComDlg_.DialogTitle = QStringLiteral("Save Picture As...");
     ComDlg_.Filter = filter;
     ComDlg_.DefaultExt = extension;
@@ -103,8 +103,8 @@ void ChartMenu::savePicture(const Quillchart &chart, const QString &extension, c
     if (skippingErrors([this] { ComDlg_.ShowSave(); }) != 0 || ComDlg_.FileName.isEmpty())
         return;
     const QByteArray picture = encoded(chart);
-    const std::error_code error = picture.isEmpty() ? std::make_error_code(std::errc::not_enough_memory)
-                                                    : replaceFile(ComDlg_.FileName, picture);
+    const std::error_code error =
+        picture.isEmpty() ? std::make_error_code(std::errc::not_enough_memory) : replaceFile(ComDlg_.FileName, picture);
     if (error)
         prompts_.show({QStringLiteral("The picture was NOT saved.\n\n%1: %2")
                            .arg(ComDlg_.FileName, QString::fromStdString(error.message())),

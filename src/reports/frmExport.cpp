@@ -228,7 +228,7 @@ void frmExport::cmdExport_Click() {
 }
 
 QString frmExport::askForFile() {
-    ComDlg_.Flags = CommonDialog::OverwritePrompt | CommonDialog::HideReadOnly | CommonDialog::PathMustExist;
+    ComDlg_.Flags = CommonDialog::Saving;
     ComDlg_.DialogTitle = QStringLiteral("Export Data Text File As...");
     ComDlg_.FileName.clear();
     ComDlg_.HelpContextID = HelpContext::Export;

@@ -28,9 +28,9 @@ constexpr TopicRow topics[] = {
     {"mnuSaveData",         HelpContext::SaveData},
     {"mnuSaveDataAs",       HelpContext::SaveData},
     {"mnuSaveSlectedData",  HelpContext::SaveSelected},
-    {"mnuOpenData",        HelpContext::Open},
-    {"mnuOpenLog",         HelpContext::Open},
-    {"mnuSaveLog",         HelpContext::SaveLog},
+    {"mnuOpenData",         HelpContext::Open},
+    {"mnuOpenLog",          HelpContext::Open},
+    {"mnuSaveLog",          HelpContext::SaveLog},
 };
 // clang-format on
 

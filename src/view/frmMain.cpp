@@ -89,8 +89,6 @@ frmMain::frmMain()
     setObjectName(QStringLiteral("frmMain"));
     setCentralWidget(inner_);
     setAcceptDrops(true);
-    connect(
-        this, &frmMain::filesDropped, this, [this](const QStringList &files) { dropped(files); }, Qt::QueuedConnection);
     buildMenus();
     buildToolbar();
     buildTabs();
@@ -327,13 +325,12 @@ bool hasBox() { return QApplication::activeModalWidget() != nullptr; }
 } // namespace
 
 void frmMain::dragEnterEvent(QDragEnterEvent *event) {
-    if (dropped && !hasBox() && !filesIn(*event->mimeData()).isEmpty()) {
+    if (!hasBox() && !filesIn(*event->mimeData()).isEmpty()) {
         event->setDropAction(Qt::CopyAction);
         event->accept();
     }
 }
 
-/// The program that the files come from waits until the drop is over: whatever there is to ask or to read comes later.
 void frmMain::dropEvent(QDropEvent *event) {
     if (hasBox())
         return event->ignore(); // it came up under the mouse

@@ -37,8 +37,6 @@ public:
     std::function<void(const QString &control)> clicked;
     /// The window was moved, resized, maximised or minimised.
     std::function<void()> placed;
-    /// Files were dropped on the window.
-    std::function<void(const QStringList &files)> dropped;
     /// Called when the window is about to close; false keeps it open.
     std::function<bool()> QueryUnload;
 
@@ -58,7 +56,8 @@ public:
     void setOuterSize(float Width, float Height);
 
 Q_SIGNALS:
-    /// Delivered when the drop is over.
+    /// Files were dropped on the window. The program that they come from waits until the drop is over: whatever there
+    /// is to ask or to read must come later, by a queued connection.
     void filesDropped(const QStringList &files);
 
 protected:

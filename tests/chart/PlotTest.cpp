@@ -260,10 +260,9 @@ TEST_F(Marks, ofDifferentKindsAtOnePlaceAreAllSeenAndLabelsStandOffTheTraces) {
 }
 
 TEST_F(Picture, aSampleAloneIsADotAndAnArrowTellsWhereATraceLeavesTheScale) {
-    data.samples.append({1, NAN});
-    const QImage dot = drawn();
+    data.samples.append({1.07F, NAN}); // between two lines of the grid
     draw();
-    const QPointF place(picture.layout().time.place(0), picture.layout().uv.place(1));
+    const QPointF place(picture.layout().time.place(0), picture.layout().uv.place(1.07));
     EXPECT_NE(picture.image().pixel((place + QPointF(1, 0)).toPoint()), view.theme.ground.rgb());
     EXPECT_TRUE(picture.offScale().empty());
     for (int i = 1; i < 3000; ++i)

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/LogindSleepGuard.h"
 
+#include "desktop/OwnBus.h"
 #include "files/Descriptor.h"
 
 #include <QDBusConnection>
 #include <QDBusUnixFileDescriptor>
-#include <QProcess>
 #include <QTest>
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -52,22 +52,17 @@ private:
 };
 
 TEST(LogindSleepGuardTest, theLocksStandWhileHeldAndTheLastWordComesBeforeSleep) {
-    QProcess daemon; // a bus of the test's own
-    daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
-    if (!daemon.waitForStarted())
+    const OwnBus own;
+    if (!own.isUp())
         GTEST_SKIP() << "no dbus-daemon";
-    ASSERT_TRUE(daemon.waitForReadyRead());
-    const QString address = QString::fromUtf8(daemon.readLine()).trimmed();
     Logind logind;
-    QDBusConnection bus = QDBusConnection::connectToBus(address, "logind");
-    ASSERT_TRUE(bus.registerObject("/org/freedesktop/login1", &logind,
-                                   QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
+    QDBusConnection bus = own.with(logind, "/org/freedesktop/login1", "logind");
     ASSERT_TRUE(bus.registerService("org.freedesktop.login1"));
     const auto expectLocked = [&](const QString &expected) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return logind.locks() == expected; }, 3000)) << logind.locks().toStdString();
     };
 
-    LogindSleepGuard guard([&] { return QDBusConnection::connectToBus(address, "recorder"); });
+    LogindSleepGuard guard([&] { return own.connection("recorder"); });
     const QString all = "idle:block sleep:block sleep:delay ";
     QString before;
     guard.aboutToSleep = [&] { before = logind.locks(); };
@@ -81,8 +76,6 @@ TEST(LogindSleepGuardTest, theLocksStandWhileHeldAndTheLastWordComesBeforeSleep)
     expectLocked(all);
     guard.setHeld(false);
     expectLocked("");
-    daemon.kill();
-    daemon.waitForFinished();
 }
 
 } // namespace

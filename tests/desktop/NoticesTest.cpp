@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/BoxAlert.h"
 #include "desktop/DBusNotices.h"
+#include "desktop/OwnBus.h"
 
 #include <QDBusConnection>
 #include <QDialog>
-#include <QProcess>
 #include <QTest>
 #include <QVariantMap>
 #include <gtest/gtest.h>
@@ -47,17 +47,12 @@ private:
 };
 
 TEST(DBusNoticesTest, aNoticeIsShownReplacedAndWithdrawnInWhateverOrderTheAnswersCome) {
-    QProcess daemon; // a bus of the test's own
-    daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
-    if (!daemon.waitForStarted())
+    const OwnBus own;
+    if (!own.isUp())
         GTEST_SKIP() << "no dbus-daemon";
-    ASSERT_TRUE(daemon.waitForReadyRead());
-    const QString address = QString::fromUtf8(daemon.readLine()).trimmed();
     Service service;
-    QDBusConnection bus = QDBusConnection::connectToBus(address, "service");
-    ASSERT_TRUE(bus.registerObject("/org/freedesktop/Notifications", &service,
-                                   QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
-    DBusNotices notices([&] { return QDBusConnection::connectToBus(address, "notices"); });
+    QDBusConnection bus = own.with(service, "/org/freedesktop/Notifications", "service");
+    DBusNotices notices([&] { return own.connection("notices"); });
     const auto expectShown = [&](const QString &expected) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return service.shown() == expected; }, 3000)) << qPrintable(service.shown());
     };
@@ -82,8 +77,6 @@ TEST(DBusNoticesTest, aNoticeIsShownReplacedAndWithdrawnInWhateverOrderTheAnswer
     EXPECT_TRUE(QTest::qWaitFor([&] { return chosen > 0; }, 3000));
     QTest::qWait(50);
     EXPECT_EQ(chosen, 1);
-    daemon.kill();
-    daemon.waitForFinished();
     notices.show(News::RunEnded, "E", "e"); // to nobody
 }
 

@@ -2,6 +2,9 @@
 #include "app/ProgramFixture.h"
 #include "documents/FileNames.h"
 
+#include <QDropEvent>
+#include <QMimeData>
+
 namespace {
 
 /// The commands on files. A name in a folder that is not there can neither be read nor written.
@@ -74,7 +77,13 @@ TEST_F(FilesTest, aFifthFileIsRefusedBeforeTheDialog) {
     EXPECT_EQ(ComDlg.shown.size(), 4U);
     EXPECT_EQ(told(), "The maximum number of files which can be opened at one time is 4.  To open another file you "
                       "must close a file which is already open first.");
-    find<frmMain>("frmMain")->dropped(QStringList(9, path("d.chd")));
+    QMimeData files;
+    files.setUrls(QList<QUrl>(9, QUrl::fromLocalFile(path("d.chd"))));
+    QDragEnterEvent enter({20, 20}, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(find<QWidget>("frmMain"), &enter);
+    QDropEvent drop({20, 20}, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(find<QWidget>("frmMain"), &drop);
+    QCoreApplication::processEvents();
     EXPECT_EQ(prompts.shown.size(), 2U); // not a box for each
 }
 

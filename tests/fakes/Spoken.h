@@ -10,8 +10,6 @@
 /// What a screen reader comes to without a name.
 inline void collectUnspoken(QAccessibleInterface &at, QStringList &faults) {
     const QObject *object = at.object();
-    if (object != nullptr && object->inherits("ostrel::Quillchart")) // reads out its own values
-        return;
     const QAccessible::State state = at.state();
     if (state.invisible != 0)
         return;

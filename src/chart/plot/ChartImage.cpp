@@ -9,8 +9,6 @@ namespace ostrel {
 
 namespace {
 
-constexpr float penRadius = 0.75F; // logical pixels
-
 /// The views differ at most in their time axis.
 bool onlyTimeMoved(const ChartView &from, const ChartView &to) {
     ChartView moved = from;
@@ -31,7 +29,7 @@ void ChartImage::draw(const ChartData &data, const ChartView &view) {
         else
             layout_ = PlotLayout::of(view.size, view.pixelRatio, view.axes, view.font, view.title);
         const QRect plot = layout_.devicePlot();
-        columns_.setPlot(view.axes, plot.width(), plot.height(), penRadius * static_cast<float>(view.pixelRatio));
+        columns_.setPlot(view.axes, plot.width(), plot.height(), tracePenRadius * static_cast<float>(view.pixelRatio));
         if (frameStays)
             moveTimeAxis();
         else

@@ -4,6 +4,9 @@
 #include "chart/plot/PlotPainter.h"
 #include "chart/plot/TracePath.h"
 
+#include <utility>
+#include <vector>
+
 namespace ostrel {
 
 QImage pictureOf(const ChartData &data, const ChartView &view) {
@@ -20,19 +23,29 @@ QImage pictureOf(const ChartData &data, const ChartView &view) {
 
 void paintPicture(QPainter &painter, const ChartData &data, const ChartView &view) {
     constexpr double columnsToPixel = 2;
-    const PlotLayout layout = PlotLayout::of(view.size, view.pixelRatio, view.axes, view.font, view.title);
-    const TraceColumns traces = tracesOn(layout, data.samples);
     painter.fillRect(QRectF(QPointF(), QSizeF(view.size)), view.theme.ground);
-    PlotPainter plot(painter, layout, view.theme);
+    paintChart(painter, data, PlotLayout::of(view.size, view.pixelRatio, view.axes, view.font, view.title), view.theme,
+               {}, columnsToPixel);
+}
+
+void paintChart(QPainter &painter, const ChartData &data, const PlotLayout &layout, const PlotTheme &theme,
+                const ChartParts &parts, double perPixel) {
+    PlotPainter plot(painter, layout, theme);
     plot.title(true);
     plot.frame();
     plot.grid();
-    for (const Trace trace : {CondTrace, UvTrace}) {
-        plot.key(trace);
-        plot.trace(trace, data.samples, columnsToPixel);
+    for (const auto &[trace, isShown] : {std::pair(CondTrace, parts.cond), {UvTrace, parts.uv}}) {
+        if (isShown) {
+            plot.key(trace);
+            plot.trace(trace, data.samples, perPixel);
+        }
     }
-    plot.marks(placeMarks(data.marks, layout, view.theme, traces));
-    plot.offScale(placeOffScale(traces, layout));
+    const TraceColumns traces = tracesOn(layout, data.samples);
+    if (parts.marks)
+        plot.marks(placeMarks(data.marks, layout, theme, traces));
+    std::vector<OffScale> signs = placeOffScale(traces, layout);
+    std::erase_if(signs, [&](const OffScale &sign) { return sign.trace == UvTrace ? !parts.uv : !parts.cond; });
+    plot.offScale(signs);
 }
 
 } // namespace ostrel

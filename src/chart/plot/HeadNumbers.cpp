@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/plot/HeadNumbers.h"
 
-#include <QLocale>
+#include "chart/run/PlainLocale.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,8 +13,7 @@ namespace {
 constexpr double longest = 1000; // larger values than any instrument's have exponents
 
 QString number(double value, int decimals) {
-    QLocale locale;
-    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    const QLocale locale = plainLocale();
     const QString text = locale.toString(value, 'f', decimals);
     const bool isZero = std::none_of(text.begin(), text.end(), [](QChar c) { return c.digitValue() > 0; });
     return isZero ? locale.toString(0.0, 'f', decimals) : text; // no "-0.000"
@@ -24,7 +23,7 @@ QString valueText(const std::optional<float> &value, int decimals, const QString
     if (!value || !std::isfinite(*value))
         return QStringLiteral("- ") + unit;
     const bool isLong = std::abs(*value) >= longest;
-    return (isLong ? QLocale().toString(*value, 'g', 3) : number(*value, decimals)) + QLatin1Char(' ') + unit;
+    return (isLong ? plainLocale().toString(*value, 'g', 3) : number(*value, decimals)) + QLatin1Char(' ') + unit;
 }
 
 } // namespace

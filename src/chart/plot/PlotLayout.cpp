@@ -2,10 +2,10 @@
 #include "chart/plot/PlotLayout.h"
 
 #include "chart/run/AxisTitles.h"
+#include "chart/run/PlainLocale.h"
 
 #include <QFontInfo>
 #include <QFontMetricsF>
-#include <QLocale>
 
 #include <algorithm>
 #include <cmath>
@@ -20,10 +20,8 @@ enum class Shown { Everything, NoAxisTitles, NoHead, PlotOnly };
 constexpr const char *headTemplates[] = {"MM", "00000.00 min", "-00.0000 AU", "0000.00 mS/cm"};
 
 QString labelOf(const TickSteps &steps, std::int64_t number) {
-    QLocale locale;
-    locale.setNumberOptions(QLocale::OmitGroupSeparator);
     const double value = number == 0 ? 0.0 : steps.value(number) / steps.unit; // no "-0.0"
-    return locale.toString(value, 'f', steps.decimals);
+    return plainLocale().toString(value, 'f', steps.decimals);
 }
 
 constexpr double hour = 60; // minutes
@@ -158,12 +156,12 @@ private:
                 break;
         }
         layout_.headBox = QRectF(plot.left(), 0, plot.width(), height);
-        layout_.whole = titleMetrics_.elidedText(title, Qt::ElideRight, plot.width());
+        layout_.titleAlone = titleMetrics_.elidedText(title, Qt::ElideRight, plot.width());
         const QRectF box(plot.left(), 0, right - plot.left() - line_, height);
         const QString shortened = titleMetrics_.elidedText(title, Qt::ElideRight, box.width());
         if (!title.isEmpty() && 2 * shortened.size() > title.size()) {
             layout_.titleBox = box;
-            layout_.title = shortened;
+            layout_.titleBesideNumbers = shortened;
         }
     }
 

@@ -42,10 +42,10 @@ struct PlotLayout {
     bool labelled = true;    ///< there was room for the ticks' labels
     double timeLabelTop = 0; ///< below this there is only the time axis
 
-    QRectF headBox;  ///< above the plot; empty without room or head
-    QString whole;   ///< the title, shortened to the head when there are no numbers in it
-    QString title;   ///< shortened to its box, beside the numbers
-    QRectF titleBox; ///< at the left of the head; empty without room or title, likewise the axis titles
+    QRectF headBox;             ///< above the plot; empty without room or head
+    QString titleAlone;         ///< shortened to the head
+    QString titleBesideNumbers; ///< shortened to its box
+    QRectF titleBox;            ///< at the left of the head; empty without room or title, likewise the axis titles
     std::array<QRectF, headColumnCount> headColumns; ///< empty without room: the mark's goes first, then the time's
     QRectF uvTitleBox;
     QRectF condTitleBox;

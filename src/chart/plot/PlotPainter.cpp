@@ -31,7 +31,7 @@ void PlotPainter::title(bool alone) {
     painter_.setFont(layout_.titleFont);
     painter_.setPen(theme_.text);
     painter_.drawText(box, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                      alone ? layout_.whole : layout_.title);
+                      alone ? layout_.titleAlone : layout_.titleBesideNumbers);
 }
 
 void PlotPainter::timeAxis() {

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/plot/SpokenChart.h"
 
-#include <QLocale>
+#include "chart/run/PlainLocale.h"
+
 #include <QStringList>
 
 namespace ostrel {
@@ -9,7 +10,7 @@ namespace ostrel {
 namespace {
 
 QString axis(const QString &name, float from, float to, int decimals, const QString &unit) {
-    const QLocale locale;
+    const QLocale locale = plainLocale();
     return QStringLiteral("%1 axis from %2 to %3 %4")
         .arg(name, locale.toString(from, 'f', decimals), locale.toString(to, 'f', decimals), unit);
 }
@@ -38,7 +39,7 @@ QString spoken(const ChartData &data, const AxisValues &axes, const HeadNumbers 
         lines << (numbers.live ? QStringLiteral("Now: ") : QStringLiteral("Read out: ")) + now;
     for (const EventMark &mark : data.marks) {
         if (mark.time >= axes.timeMin && mark.time <= axes.timeMax)
-            lines << QStringLiteral("Mark %1 at %2 min").arg(mark.label, QLocale().toString(mark.time, 'f', 2));
+            lines << QStringLiteral("Mark %1 at %2 min").arg(mark.label, plainLocale().toString(mark.time, 'f', 2));
     }
     return lines.join(QLatin1Char('\n'));
 }

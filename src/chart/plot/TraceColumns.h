@@ -14,6 +14,9 @@ namespace ostrel {
 
 enum Trace { UvTrace, CondTrace, traceCount };
 
+/// The radius of the pen that draws traces on the screen, in logical pixels.
+inline constexpr float tracePenRadius = 0.75F;
+
 /// The part of a narrow vertical strip that each trace covers, in pixels below the plot's upper edge. Lanes: the tops
 /// of uv and cond, then their negated bottoms, so that one minimum joins two pieces of line in a strip. Joining
 /// not-a-number changes nothing.

@@ -88,10 +88,9 @@ std::vector<QPolygonF> tracePath(Trace trace, const SampleStore &samples, const 
 }
 
 TraceColumns tracesOn(const PlotLayout &layout, const SampleStore &samples) {
-    constexpr double penRadius = 0.75; // logical pixels
     TraceColumns traces;
     const QSize plot = layout.devicePlot().size();
-    traces.setPlot(layout.axes, plot.width(), plot.height(), static_cast<float>(penRadius * layout.pixelRatio));
+    traces.setPlot(layout.axes, plot.width(), plot.height(), tracePenRadius * static_cast<float>(layout.pixelRatio));
     traces.reduce(samples, 0, traces.columns());
     return traces;
 }

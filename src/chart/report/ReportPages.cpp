@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/report/ReportPages.h"
 
-#include "chart/plot/PlotPainter.h"
-#include "chart/plot/TracePath.h"
+#include "chart/plot/ChartPicture.h"
 #include "chart/report/TextFlow.h"
 #include "chart/run/IsoDate.h"
 #include "chart/run/TextLines.h"
@@ -158,17 +157,9 @@ private:
         const double pixelRatio = device_.logicalDpiX() / 72.0 * chartPixel;
         const PlotLayout layout = PlotLayout::of(area.size() / chartPixel, pixelRatio, contents_.axes,
                                                  textFont(9 / chartPixel), std::nullopt);
-        PlotPainter plot(painter_, layout, theme_);
-        plot.frame();
-        plot.grid();
-        for (const auto &[trace, flag] : {std::pair(CondTrace, CondFlag), {UvTrace, UvFlag}}) {
-            if ((options_.traceFlags & flag) != 0) {
-                plot.key(trace);
-                plot.trace(trace, contents_.data.samples, columnsToPixel);
-            }
-        }
-        if ((options_.traceFlags & EventsFlag) != 0)
-            plot.marks(placeMarks(contents_.data.marks, layout, theme_, tracesOn(layout, contents_.data.samples)));
+        const auto has = [&](TraceFlag flag) { return (options_.traceFlags & flag) != 0; };
+        ostrel::paintChart(painter_, contents_.data, layout, theme_,
+                           {.uv = has(UvFlag), .cond = has(CondFlag), .marks = has(EventsFlag)}, columnsToPixel);
         painter_.restore();
     }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/table/ShownValues.h"
 
-#include <QLocale>
+#include "chart/run/PlainLocale.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,8 +30,7 @@ qint64 shownCount(const ChartData &data, const AxisValues &axes) {
 }
 
 QString shownValues(const ChartData &data, const AxisValues &axes) {
-    QLocale locale;
-    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    const QLocale locale = plainLocale();
     const auto value = [&](float number) {
         return std::isfinite(number) ? locale.toString(number, 'g', 7) : QString();
     };
