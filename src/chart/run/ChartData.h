@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "chart/run/Provenance.h"
 #include "chart/run/SampleStore.h"
 
 #include <QString>
@@ -29,6 +30,7 @@ struct ChartData {
     std::vector<MethodText> methodTexts;
     QString notes;
     QString title;
+    Provenance provenance;
 
     /// Minutes of a sample by its number; the first is at 0.
     static double timeOf(qint64 sample) { return static_cast<double>(sample) / samplesPerMinute; }
