@@ -83,6 +83,7 @@ bool equal(const SavedFile &file, const ChartData &run) {
 Judge::Judge(ProgramFixture &on, SimulatedDisk &disk, std::function<bool()> gone, std::function<void(QString)> tell)
     : on_(on), disk_(disk), gone_(std::move(gone)), tell_(std::move(tell)) {
     disk_.changed = [this](const QString &name) { fileChanged(name); };
+    on_.process.atEnd = [this] { ending(); };
     disk_.asked = [this](const QString &name) {
         if (!name.startsWith(QLatin1String("Log/")))
             return;
@@ -119,6 +120,16 @@ void Judge::starts() {
     log_ = &on_.chart(logChart);
 }
 
+/// The program ends in order. What comes in while dialogs of the ended process are still on their way out is in no
+/// chart of a real one.
+void Judge::ending() {
+    if (disk_.dead || ledger_.diskFailed())
+        return;
+    ledger_.acknowledge(*log_);
+    if (model_.recorderChanges > changesSaved_)
+        ledger_.acknowledge(*recorder_);
+}
+
 void Judge::hasStarted() {
     started_ = true;
     ledger_.hasStarted();
@@ -126,12 +137,6 @@ void Judge::hasStarted() {
 
 void Judge::ends() {
     require(!on_.process.ended || mayEnd_ || disk_.dead, QStringLiteral("the program has ended unasked"));
-    // What was on the screen when it ended in order.
-    if (on_.process.ended && !disk_.dead && !ledger_.diskFailed()) {
-        ledger_.acknowledge(*log_);
-        if (model_.recorderChanges > changesSaved_)
-            ledger_.acknowledge(*recorder_);
-    }
     require(QApplication::activeModalWidget() == nullptr, QStringLiteral("a dialog stays behind the program's end"));
     checkMemory();
 }
@@ -246,8 +251,9 @@ void Judge::comesUp(const QWidget &window) {
 
 void Judge::boxComesUp(const MessageBox &box) {
     if (box.buttons == BoxButtons::Ok) {
-        // An error that nothing handles may come from two places at a time, and counts as new after a quiet minute.
-        const int most = box.text.startsWith(QLatin1String("Run-time error")) ? 2 : 1;
+        // An error that nothing handles may come from the port, the pass and the log, and counts as new after a quiet
+        // minute.
+        const int most = box.text.startsWith(QLatin1String("Run-time error")) ? 3 : 1;
         constexpr qint64 minute = 60000;
         Told &told = toldFor_[{box.text, causes_}];
         if (most > 1 && on_.clock.elapsed.count() - told.last > minute)

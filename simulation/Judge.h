@@ -28,7 +28,8 @@ public:
     // The program's life.
     void starts(); ///< it has been made
     void hasStarted();
-    void ends(); ///< it is about to be unmade
+    void ending(); ///< it ends in order
+    void ends();   ///< it is about to be unmade
     void hasEnded();
 
     // What happens to it.

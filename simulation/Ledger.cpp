@@ -116,7 +116,7 @@ void Ledger::logSaved(const QString &name) {
         if (pair >= 0 && !found.at(std::size_t(pair)))
             missing_ = QStringLiteral("%1 is without pair %2 of the log").arg(name).arg(pair);
     }
-    require_(missing_.isEmpty() || disk_.unread != unreadAtStart_, missing_);
+    require_(missing_.isEmpty() || diskFailed(), missing_);
 }
 
 } // namespace ostrel

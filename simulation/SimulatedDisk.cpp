@@ -148,6 +148,13 @@ int SimulatedDisk::rename(const char *from, const char *to) {
     return 0;
 }
 
+int SimulatedDisk::link(const char *from, const char *to) {
+    if (refusesToWrite() || FileOperations::link(from, to) != 0)
+        return -1;
+    entries_[nameOf(to)] = entries_[nameOf(from)];
+    return 0;
+}
+
 int SimulatedDisk::remove(const char *path) {
     if (changesNothing() || FileOperations::remove(path) != 0)
         return -1;

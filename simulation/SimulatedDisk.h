@@ -30,6 +30,7 @@ public:
     int sync(int fd) override;
     int syncData(int fd) override { return sync(fd); }
     int rename(const char *from, const char *to) override;
+    int link(const char *from, const char *to) override;
     int remove(const char *path) override;
     int makeFolder(const char *path, mode_t mode) override;
     int removeFolder(const char *path) override;

@@ -44,6 +44,7 @@ int FileOperations::syncData(int fd) { return ::fdatasync(fd); }
 int FileOperations::close(int fd) { return ::close(fd); }
 
 int FileOperations::rename(const char *from, const char *to) { return std::rename(from, to); }
+int FileOperations::link(const char *from, const char *to) { return ::link(from, to); }
 
 int FileOperations::remove(const char *path) { return ::unlink(path); }
 

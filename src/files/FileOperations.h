@@ -29,6 +29,7 @@ public:
     virtual int syncData(int fd); ///< the content, and only the metadata needed to read it
     virtual int close(int fd);
     virtual int rename(const char *from, const char *to);
+    virtual int link(const char *from, const char *to); ///< a second name of the same file
     virtual int remove(const char *path);
     virtual int makeFolder(const char *path, mode_t mode);
     virtual int removeFolder(const char *path);

@@ -47,6 +47,36 @@ TEST_F(LogWastebasketTest, whateverFailsTheFilesAreAllInOnePlace) {
     });
 }
 
+/// A disk without second names of files, as memory sticks are.
+struct PlainDisk : FaultyDisk {
+    int link(const char *, const char *) override {
+        errno = EPERM;
+        return -1;
+    }
+};
+
+TEST_F(LogWastebasketTest, anOldNameGoesOnlyWhenTheNewOneIsOnTheDisk) {
+    struct Watched : FileOperations {
+        int sync(int fd) override {
+            ++flushes;
+            return FileOperations::sync(fd);
+        }
+        int remove(const char *path) override {
+            flushesBefore << flushes;
+            return FileOperations::remove(path);
+        }
+        int flushes = 0;
+        QList<int> flushesBefore;
+    } disk;
+    add("Log/17", {"Log00001.dat", "Log00002.dat"});
+    EXPECT_TRUE(discard(disk));
+    EXPECT_EQ(disk.flushesBefore, QList({3, 3})); // two folders were made, and the new one has its files
+    PlainDisk plain;
+    add("Log/17", {"Log00001.dat"});
+    EXPECT_TRUE(discard(plain));
+    EXPECT_EQ(in("Log/17") + in("Discarded/17-2026-11-22_2"), "Log00001.dat");
+}
+
 TEST_F(LogWastebasketTest, whatIsTooOldOrTooMuchGoesTheOldestFirst) {
     for (const char *name :
          {"1-2026-10-22", "2-2026-10-23", "3-2026-11-21", "4-2026-11-22", "4-2026-11-22_2", "mine", "5-2027-01-01"})

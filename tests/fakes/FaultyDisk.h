@@ -45,7 +45,9 @@ public:
         FileOperations::close(fd); // the operating system gives the number free in any case
         return fails() ? -1 : 0;
     }
+    int link(const char *from, const char *to) override { return fails() ? -1 : FileOperations::link(from, to); }
     int rename(const char *from, const char *to) override { return fails() ? -1 : FileOperations::rename(from, to); }
+    int remove(const char *path) override { return fails() ? -1 : FileOperations::remove(path); }
     int makeFolder(const char *path, mode_t mode) override {
         return fails() ? -1 : FileOperations::makeFolder(path, mode);
     }

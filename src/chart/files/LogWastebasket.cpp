@@ -55,14 +55,52 @@ QString makePlace(const QString &directory, const QString &wastebasket, const QD
     return place;
 }
 
-/// Moves the files until one fails. Returns how many were moved; errno then has the reason.
-qsizetype moveAll(const QStringList &names, const QString &from, const QString &to, FileOperations &operations) {
-    qsizetype moved = 0;
-    while (moved < names.size() && operations.rename(native(from + u'/' + names[moved]).constData(),
-                                                     native(to + u'/' + names[moved]).constData()) == 0)
-        ++moved;
-    return moved;
-}
+/// Moves a log's files from folder to folder. Each keeps its old name until the new one is on the disk: of two folders
+/// that a file was renamed between, a power cut may leave either as it was before. On file systems that know no second
+/// name of a file it is renamed.
+class Move {
+public:
+    Move(QStringList names, QString from, QString to, FileOperations &operations)
+        : names_(std::move(names)), from_(std::move(from)), to_(std::move(to)), operations_(operations) {}
+
+    /// No error means that the files are in their new folder, also after a power cut. On an error they are all in the
+    /// old one again.
+    std::error_code run() {
+        if (each([this](auto name) { return give(name); }) && syncFolder(operations_, native(to_).constData()) &&
+            each([this](auto name) { return take(name); }) && syncFolder(operations_, native(from_).constData()))
+            return {};
+        const std::error_code error = lastError();
+        for (const QString &name : std::as_const(names_))
+            giveBack(name);
+        return error;
+    }
+
+private:
+    template <typename Step>
+    bool each(Step step) {
+        return std::all_of(names_.cbegin(), names_.cend(), step);
+    }
+    QByteArray old(const QString &name) const { return native(from_ + u'/' + name); }
+    QByteArray young(const QString &name) const { return native(to_ + u'/' + name); }
+
+    bool give(const QString &name) {
+        if (operations_.link(old(name).constData(), young(name).constData()) == 0)
+            return true;
+        const bool unknown = errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS || errno == EMLINK;
+        return unknown && operations_.rename(old(name).constData(), young(name).constData()) == 0;
+    }
+    bool take(const QString &name) { return operations_.remove(old(name).constData()) == 0 || errno == ENOENT; }
+    /// A file that has both names keeps them when it is renamed.
+    void giveBack(const QString &name) {
+        if (operations_.rename(young(name).constData(), old(name).constData()) == 0)
+            operations_.remove(young(name).constData());
+    }
+
+    const QStringList names_;
+    const QString from_;
+    const QString to_;
+    FileOperations &operations_;
+};
 
 /// The paths of the log's files.
 QStringList filesIn(const QString &folder, FileOperations &operations) {
@@ -99,18 +137,14 @@ std::error_code moveToWastebasket(const QString &directory, const QString &waste
     names.removeIf([&](const QString &name) { return !belongsToLog(from + u'/' + name, operations, &unread); });
     if (unread)
         return unread;
-    // The latest goes first: after a power cut the files left in the directory are a complete beginning of the log.
+    // The latest goes first: what an interruption leaves in the directory is then a complete beginning of the log.
     std::reverse(names.begin(), names.end());
     const QString place = makePlace(from, wastebasket, today, operations);
     if (place.isEmpty())
         return lastError();
-    const qsizetype moved = moveAll(names, from, place, operations);
-    if (moved == names.size() && syncFolder(operations, native(place).constData()) &&
-        syncFolder(operations, native(from).constData()))
-        return {};
-    const std::error_code error = lastError();
-    moveAll(names.first(moved), place, from, operations);
-    operations.removeFolder(native(place).constData());
+    const std::error_code error = Move(names, from, place, operations).run();
+    if (error)
+        operations.removeFolder(native(place).constData());
     return error;
 }
 
