@@ -3,6 +3,7 @@
 
 #include "archive/Facts.h"
 #include "archive/RunFile.h"
+#include "chart/files/ProvenanceJson.h"
 #include "chart/run/IsoDate.h"
 
 #include <QFileInfo>
@@ -45,6 +46,35 @@ std::vector<Fact> factsOf(const QString &path, const RunFile &file) {
     };
 }
 
+QString dateInWords(const QDateTime &date) { return date.isValid() ? isoDate(date) : "unknown"; }
+
+/// Only what is known.
+void tellProvenance(Lines &out, const Provenance &provenance) {
+    std::vector<Fact> facts;
+    const auto add = [&](const char *name, const QString &words) {
+        if (!words.isEmpty())
+            facts.push_back(textFact(name, "", words));
+    };
+    add("Identity", provenance.identity);
+    add("System", provenance.system);
+    add("Device", provenance.device);
+    add("Recorded by", provenance.program);
+    const auto minutes = [](double value) { return QString::number(value, 'f', 3); };
+    if (provenance.parent)
+        add("Stretch of", QString("%1, minutes %2 to %3")
+                              .arg(provenance.parent->identity.isEmpty() ? "a run" : provenance.parent->identity,
+                                   minutes(provenance.parent->from), minutes(provenance.parent->to)));
+    for (const Provenance::Stretch &stretch : provenance.stretches)
+        add("Recorded", QString("%1 to %2, minutes %3 to %4")
+                            .arg(dateInWords(stretch.begun), dateInWords(stretch.ended), minutes(stretch.from),
+                                 minutes(stretch.to)));
+    for (const Provenance::ClockStep &step : provenance.clockSteps)
+        add("Clock set", QString("by %1 seconds at minute %2").arg(step.seconds, 0, 'f', 1).arg(minutes(step.minutes)));
+    for (const Provenance::Save &save : provenance.history)
+        add("History", QString("%1 %2: %3").arg(dateInWords(save.saved), save.program, save.change));
+    tellFacts(out, facts);
+}
+
 QJsonArray marksOf(const ChartData &run) {
     QJsonArray marks;
     for (const EventMark &mark : run.marks)
@@ -64,10 +94,12 @@ ExitCode info(const ArchiveCall &call) {
     if (call.line.isSet("json")) {
         QJsonObject object = objectOf(facts);
         object["marks"] = marksOf(file.run);
+        object["provenance"] = file.run.provenance.empty() ? QJsonValue() : toJson(file.run.provenance);
         call.out.tell(QJsonDocument(object));
         return Good;
     }
     tellFacts(call.out, facts);
+    tellProvenance(call.out, file.run.provenance);
     for (const EventMark &mark : file.run.marks)
         call.out.tell(QString(16, ' ') + QString("%1 min  ").arg(mark.time, 10, 'f', 3) + mark.label);
     return Good;

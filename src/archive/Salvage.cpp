@@ -3,10 +3,9 @@
 
 #include "archive/RunFile.h"
 #include "archive/RunningLogs.h"
+#include "base/ProgramVersion.h"
 
 #include <QFileInfo>
-
-#include <algorithm>
 
 namespace ostrel {
 
@@ -30,23 +29,30 @@ void tellLost(QStringList &missing, quint64 lost, const char *what) {
         missing << QString("%1 %2").arg(lost).arg(what);
 }
 
-/// Adds the parts that the file had, by its own counts, and that could not be read.
-void tellMissing(Salvaged &salvaged, const ChartFileReport &report) {
-    const ChartData &run = salvaged.run;
-    const double end = ChartData::timeOf(run.samples.size());
-    if (!report.counts) {
-        salvaged.missing << QString("whatever the run held from minute %1 on").arg(minutes(end));
-        return;
+/// The parts that the file had and that could not be read.
+QStringList missingOf(const ChartFileLosses &losses, const ChartData &run) {
+    QStringList missing;
+    const qint64 end = run.samples.size();
+    for (const ChartFileLosses::Gap &gap : losses.gaps) {
+        const bool movesUp = !gap.filled && gap.from < end;
+        missing << QString("minutes %1 to %2 (%3 samples)%4")
+                       .arg(minutes(ChartData::timeOf(gap.from)), minutes(ChartData::timeOf(gap.from + gap.count - 1)))
+                       .arg(gap.count)
+                       .arg(movesUp ? "; later times have moved up" : "");
     }
-    const auto beyond = [](quint64 held, std::size_t kept) { return held > kept ? held - kept : 0; };
-    if (const quint64 lost = beyond(report.counts->samples, static_cast<std::size_t>(run.samples.size())); lost > 0)
-        salvaged.missing << QString("minutes %1 to %2 (%3 samples)")
-                                .arg(minutes(end), minutes(ChartData::timeOf(qint64(report.counts->samples) - 1)))
-                                .arg(lost);
-    tellLost(salvaged.missing, beyond(report.counts->marks, run.marks.size()), "event marks");
-    tellLost(salvaged.missing, beyond(report.counts->methodTexts, run.methodTexts.size()), "method texts");
-    if (salvaged.missing.isEmpty())
-        salvaged.missing << "title, notes or axes, perhaps";
+    if (losses.openEnd)
+        missing << QString("whatever the run held from minute %1 on").arg(minutes(ChartData::timeOf(end)));
+    tellLost(missing, losses.marks, "event marks");
+    tellLost(missing, losses.methodTexts, "method texts");
+    const std::pair<bool, const char *> parts[] = {{losses.title, "the title"},
+                                                   {losses.axes, "the axes"},
+                                                   {losses.notes, "the notes"},
+                                                   {losses.provenance, "where the run comes from"}};
+    for (const auto &[lost, what] : parts) {
+        if (lost)
+            missing << what;
+    }
+    return missing;
 }
 
 Salvaged fromFile(const QString &path, Lines &out) {
@@ -57,8 +63,7 @@ Salvaged fromFile(const QString &path, Lines &out) {
     const bool unreadable = report.fault == ChartFileFault::Unreadable && isEmpty(salvaged.run);
     if (unreadable || report.fault == ChartFileFault::NotAChart || report.fault == ChartFileFault::NewerVersion)
         throw EarlyEnd{Failed, finding};
-    if (report.lost)
-        tellMissing(salvaged, report);
+    salvaged.missing = missingOf(report.losses, salvaged.run);
     out.tell(finding);
     return salvaged;
 }
@@ -90,9 +95,10 @@ ExitCode salvage(const ArchiveCall &call) {
     const QString to = call.operand(1);
     const quint32 kind = kindOf(to);
     mayWrite(call, from, to);
-    const Salvaged salvaged = QFileInfo(from).isDir() ? fromDirectory(from, call.out) : fromFile(from, call.out);
-    const ChartData &run = salvaged.run;
+    Salvaged salvaged = QFileInfo(from).isDir() ? fromDirectory(from, call.out) : fromFile(from, call.out);
+    ChartData &run = salvaged.run;
     if (!isEmpty(run)) {
+        run.provenance.noteSave({QDateTime::currentDateTime(), programVersion(), "salvaged"});
         written(to, saveChartFile(to, kind, run, salvaged.axes));
         call.out.tell(to + QString(": %1 samples, ").arg(run.samples.size()) + duration(run.lastTime()) +
                       QString(", %1 event marks").arg(run.marks.size()));

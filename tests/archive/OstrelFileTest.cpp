@@ -8,6 +8,7 @@
 #include "chart/files/LogWastebasket.h"
 #include "chart/files/RunningLogWriter.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QProcess>
 #include <QRegularExpression>
@@ -66,6 +67,22 @@ TEST_F(OstrelFileTest, infoTellsWhatIsInAFile) {
         EXPECT_TRUE(said.contains(fact)) << fact << " in\n" << said.toStdString();
     call("info --json run.chd");
     EXPECT_EQ(QJsonDocument::fromJson(said.toUtf8())["marks"][0]["label"], "S");
+    EXPECT_TRUE(QJsonDocument::fromJson(said.toUtf8())["provenance"].isNull());
+
+    const QDateTime dawn = QDateTime::fromString("2026-11-22T06:30:00+01:00", Qt::ISODate);
+    run.provenance.device = "/dev/ttyUSB0";
+    run.provenance.stretches = {{0, 1, dawn, dawn.addSecs(60)}, {1.1, 2, dawn.addSecs(100), {}}};
+    run.provenance.clockSteps = {{0.5, -3600}};
+    save("known.chd");
+    call("info --json known.chd");
+    const QJsonValue known = QJsonDocument::fromJson(said.toUtf8())["provenance"];
+    EXPECT_EQ(known["begun"], "2026-11-22T06:30:00+01:00");
+    EXPECT_TRUE(known["ended"].isNull() && known["parent"].isNull() && known["history"].toArray().isEmpty());
+    EXPECT_EQ(known["stretches"][1]["from"], 1.1);
+    call("info known.chd");
+    for (const char *fact :
+         {"/dev/ttyUSB0", "06:31:00+01:00, minutes 0.000 to 1.000", "by -3600.0 seconds at minute 0.5"})
+        EXPECT_TRUE(said.contains(fact)) << fact << " in\n" << said.toStdString();
 }
 
 TEST_F(OstrelFileTest, checkNamesEachFileThatIsNotWhole) {
@@ -80,7 +97,7 @@ TEST_F(OstrelFileTest, checkNamesEachFileThatIsNotWhole) {
     EXPECT_EQ(said, QString("a: not a chart file\n"
                             "b: cut off at byte 3000\n"
                             "c: damaged at byte 0, in its head\n"
-                            "d: damaged at byte %1, in record 5 (SAMP) that ends at byte %2\n"
+                            "d: damaged at byte %1, in record 7 (SAMP) that ends at byte %2\n"
                             "e: damaged at byte %1\n"
                             "f: goes on behind its end at byte %3\n"
                             "none: cannot be read: No such file or directory\n"
@@ -119,7 +136,7 @@ TEST_F(OstrelFileTest, aConversionNeverTakesThePlaceOfAChartFile) {
 TEST_F(OstrelFileTest, salvageKeepsThePrefixOfAFileAndSaysWhatIsMissing) {
     lay("cut.chd", whole.left(3000));
     EXPECT_EQ(call("salvage cut.chd saved.chd"), Partial);
-    EXPECT_TRUE(said.endsWith("\nMissing: whatever the run held from minute 0.00 on\n")) << said.toStdString();
+    EXPECT_TRUE(said.endsWith("\nMissing: minutes 0.00 to 2.00 (601 samples)\n")) << said.toStdString();
     EXPECT_EQ(call("check saved.chd"), Good);
     lay("longer.chd", whole + "more");
     EXPECT_EQ(call("salvage longer.chd whole.chl"), Good);

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 
 #include <bit>
+#include <cmath>
 #include <map>
 
 namespace {
@@ -69,6 +70,37 @@ TEST_F(RunningLogTest, dataFilesOfTheirSizeHoldTheRun) {
     EXPECT_EQ(names(path), "Log00001.dat Log00002.dat Log00003.dat Log00004.dat");
     ASSERT_TRUE(QFile::resize(file(4), qint64{1} << 40)); // a hole costs nothing
     expectAll();
+}
+
+TEST_F(RunningLogTest, aRecoveredRunKnowsItsBirth) {
+    const QDateTime noon(QDate(2026, 11, 22), QTime(12, 0), Qt::OffsetFromUTC, 3600);
+    Provenance &birth = run.provenance;
+    birth.identity = "abc";
+    birth.system = "Velquin 2";
+    birth.stretches = {{0, 0.01, noon, noon.addSecs(1)}};
+    record(300);
+    birth.stretches = {{0, 1, noon, noon.addSecs(61)}, {1.5, 1.6, noon.addSecs(120), noon.addSecs(126)}};
+    birth.clockSteps = {{0.5, 2}};
+    record(300);
+    const QByteArray written = content(file(1));
+    birth.stretches.back().ended = noon.addSecs(127); // it moves with every pass, which is nothing to write
+    EXPECT_FALSE(tick());
+    EXPECT_EQ(content(file(1)), written);
+    const double last = ChartData::timeOf(599);
+    birth.stretches.back().to = last; // as the samples tell
+    birth.stretches.back().ended = noon.addMSecs(120'000 + std::llround((last - 1.5) * 60000));
+    const Provenance found = readRunningLog(path).data.provenance;
+    EXPECT_EQ(found, birth);
+
+    writer.close();
+    run = {}; // a second run in the same directory
+    run.provenance.identity = "def";
+    run.provenance.stretches = {{0.1, 0, noon.addDays(1), {}}};
+    record(60);
+    const Provenance both = readRunningLog(path).data.provenance;
+    EXPECT_EQ(both.identity, "abc");
+    ASSERT_EQ(both.stretches.size(), 3U);
+    EXPECT_NEAR(both.stretches[2].from, 2.1, 1e-9);
 }
 
 TEST_F(RunningLogTest, whateverFailsLosesNothingSafeAndIsMadeUpForLater) {

@@ -97,6 +97,12 @@ TEST_F(FilesTest, theRecorderAsksOnceForItsFileAndKeepsItsCaption) {
     EXPECT_EQ(minutesIn("a.b.chd"), 30);
     EXPECT_EQ(ComDlg.shown.size(), 1U);
     EXPECT_EQ(prompts.pointerChanges, 1 + 2); // an hourglass for the second save alone
+    chart(0).SetNotes("corrected");
+    trigger("mnuSaveData");
+    QStringList changes;
+    for (const Provenance::Save &save : chart(0).run().data().provenance.history)
+        changes << save.change;
+    EXPECT_EQ(changes, QStringList({"first saved", "notes"}));
     open("a.b.chd");
     EXPECT_EQ(chart(1).ChartTitle(), "a"); // the file has its own name
 }

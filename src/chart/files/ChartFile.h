@@ -15,16 +15,38 @@ namespace ostrel {
 
 inline constexpr quint32 dataFile = fourLetters("DATA");
 inline constexpr quint32 logFile = fourLetters("LOG ");
-inline constexpr quint32 chartFileVersion = 1; ///< the version that is written; older ones are read too
+inline constexpr quint32 chartFileVersion = 2; ///< the version that is written; older ones are read too
 
 /// Writes the run to a file of this kind in place of an old one. No error means that it is on the disk. After an error
 /// the path has the old file, or the whole new one when only the flush of the folder failed.
 std::error_code saveChartFile(const QString &path, quint32 kind, const ChartData &run, const AxisValues &axes,
                               FileOperations &operations = FileOperations::system());
 /// Writes only the part that the time axis shows, as a `dataFile`. Its first sample gets time 0; marks and method texts
-/// move with it. All method texts are kept; those outside the part get the time of its nearer end.
+/// move with it. All method texts are kept; those outside the part get the time of its nearer end. The file is a run of
+/// its own, whose parent is `run`.
 std::error_code saveChartStretch(const QString &path, const ChartData &run, const AxisValues &axes,
                                  FileOperations &operations = FileOperations::system());
+
+/// What is missing of a damaged file.
+struct ChartFileLosses {
+    struct Gap {
+        qint64 from = 0; ///< number of the first sample that is missing, in the run as it is read
+        qint64 count = 0;
+        bool filled = false; ///< by samples that are no number, so that the times behind it stay right
+    };
+    std::vector<Gap> gaps;
+    quint64 marks = 0;
+    quint64 methodTexts = 0;
+    bool title = false;
+    bool axes = false;
+    bool notes = false;
+    bool provenance = false;
+    bool openEnd = false; ///< nothing tells whether samples, marks or texts follow those that were read
+
+    bool any() const {
+        return !gaps.empty() || marks > 0 || methodTexts > 0 || title || axes || notes || provenance || openEnd;
+    }
+};
 
 enum class ChartFileFault {
     None,
@@ -42,11 +64,10 @@ struct ChartFileReport {
     /// Where in the file the first fault begins: for a truncated file its end, or the first of the zeros at its end;
     /// otherwise the beginning of the damaged header or record, or of the bytes behind the last record.
     quint64 position = 0;
-    std::optional<RecordHead> record;  ///< the damaged one, when its header is intact
-    bool trailing = false;             ///< the only fault is that bytes follow the last record
-    bool lost = false;                 ///< a record is damaged or missing
-    std::optional<FileHead> head;      ///< set when the file begins with an intact one
-    std::optional<ChartCounts> counts; ///< as written, when the last record is intact
+    std::optional<RecordHead> record; ///< the damaged one, when its header is intact
+    bool trailing = false;            ///< the only fault is that bytes follow the last record
+    std::optional<FileHead> head;     ///< set when the file begins with an intact one
+    ChartFileLosses losses;           ///< known when the file was salvaged
 
     bool good() const { return fault == ChartFileFault::None; }
 };
@@ -60,9 +81,10 @@ bool bearsChartMark(const QString &path);
 ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes,
                               FileOperations &operations = FileOperations::system());
 
-/// The same for a damaged file, also with a damaged header: keeps the samples up to the first that is missing, and all
-/// intact marks and method texts. The report has the first fault. Nothing is read from a file that is not a chart's, is
-/// of a newer version, ends within its header or cannot be read at its beginning.
+/// The same for a damaged file, also with a damaged header: keeps every record that is intact, with the times that it
+/// had. Samples that are missing in between are filled in as not-a-number, unless there are far more than the file has
+/// room for. The report has the first fault. Nothing is read from a file that is not a chart's, is of a newer version,
+/// or cannot be read at its beginning.
 ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes,
                                  FileOperations &operations = FileOperations::system());
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <limits>
 #include <new>
 #include <tuple>
 #include <utility>
@@ -30,6 +31,12 @@ void mendAxes(AxisValues &axes) {
         std::tie(axes.timeMin, axes.timeMax) = std::pair(fresh.timeMin, fresh.timeMax);
 }
 
+/// The numbers of a file's marks or method texts that were read, and how many are missing between them.
+struct ItemNumbers {
+    quint64 next = 0;
+    quint64 lost = 0;
+};
+
 /// Reads a file into the members `run` and `axes`.
 class Reading {
 public:
@@ -37,11 +44,11 @@ public:
 
     /// Checks the file header. False when it has a fault.
     bool beginsWell();
-    /// After that: true when enough of a damaged header is left to recognise the records behind it.
+    /// After that: true when the records behind a damaged header can be recognised.
     bool goesOnBehindHead();
     /// Reads up to the first fault.
     void readStrictly();
-    /// Reads on behind faults, as long as there are records.
+    /// Reads on behind faults, as long as there are records, and counts what is missing.
     void readLeniently();
 
     ChartFileReport report;
@@ -53,24 +60,38 @@ private:
     void takeRecord();
     bool isInOrder();
     bool take();
+    bool takeText(QString &text, bool &missing);
+    bool takeAxes();
+    bool takeProvenance();
+    bool takeCounts();
     template <typename Item>
-    bool takeItems(std::vector<Item> &items, bool (*takeFrom)(RecordReader &, quint64 &, std::vector<Item> &));
+    bool takeItems(std::vector<Item> &items, ItemNumbers &numbers,
+                   bool (*takeFrom)(RecordReader &, quint64 &, std::vector<Item> &));
     bool takeSamples();
-    bool takeEnd();
+    bool takeSamplesBehindGap(const SampleNumbers &numbers);
+    void bridge(quint64 first);
+    void countLosses();
     std::optional<FileHead> likelyHead();
     void noteHead();
     void noteRecord();
     void noteTrailing();
     void note(ChartFileFault fault, quint64 position);
-    ChartCounts held() const {
-        return {static_cast<quint64>(run.samples.size()), run.marks.size(), run.methodTexts.size()};
-    }
+    ChartCounts held() const { return {nextSample_, marks_.next, methodTexts_.next}; }
 
     QString path_;
     RecordReader reader_;
+    bool lenient_ = false;
     quint32 records_ = 0;
     std::size_t place_ = 0; ///< of the last record's kind in the order of kinds
+    bool sized_ = false;    ///< there was a record of the size, as there is from version 2 on
     bool ended_ = false;
+    bool endsInOrder_ = false;          ///< the last record bears the number that it should
+    std::optional<ChartCounts> counts_; ///< as the file tells
+    quint64 nextSample_ = 0;            ///< its number in the file
+    quint64 fillable_ = 0;              ///< so many missing samples may be filled in
+    ItemNumbers marks_;
+    ItemNumbers methodTexts_;
+    std::vector<SamplePair> samples_; ///< of a record that does not follow the one before
 };
 
 bool Reading::beginsWell() {
@@ -90,10 +111,19 @@ bool Reading::beginsWell() {
 }
 
 bool Reading::goesOnBehindHead() {
-    const std::optional<FileHead> head = report.fault == ChartFileFault::Damaged ? likelyHead() : std::nullopt;
-    if (head)
+    if (report.head || report.fault == ChartFileFault::Unreadable)
+        return false;
+    if (const std::optional<FileHead> head = likelyHead()) {
         reader_.presume(*head);
-    return head.has_value();
+        const bool known = reader_.next() == RecordReader::Found::Record || reader_.searchNext();
+        reader_.rewind();
+        if (known)
+            return true;
+    }
+    if (!reader_.presumeFromRecords())
+        return false;
+    report.fault = ChartFileFault::Damaged; // a chart file after all
+    return true;
 }
 
 /// A guess at a damaged header: with one byte corrected, or as it is, since the damage may not matter for reading.
@@ -115,13 +145,21 @@ void Reading::readStrictly() {
 }
 
 void Reading::readLeniently() {
+    // A run cannot have grown far beyond what its file has room for, unless its records were made to tell so.
+    constexpr quint64 slack = 1 << 22;
+    lenient_ = true;
+    reader_.ignorePadding();
+    fillable_ = reader_.filledSize() / sizeof(SamplePair) + slack;
+    ChartFileLosses &losses = report.losses;
+    losses.title = losses.axes = losses.notes = losses.provenance = true; // until their records are found
     while (!ended_) {
         if (next())
             continue;
         if (!reader_.searchNext())
-            return;
+            break;
         takeRecord();
     }
+    countLosses();
 }
 
 /// Takes the next record, intact or not. False when no record begins where it should.
@@ -136,13 +174,12 @@ bool Reading::next() {
         note(ChartFileFault::Truncated, reader_.fileSize());
     else
         note(ChartFileFault::Damaged, position);
-    report.lost |= found != RecordReader::Found::Record;
     return found == RecordReader::Found::Record;
 }
 
 void Reading::takeRecord() {
     const bool inOrder = isInOrder();
-    if (!take() || !inOrder)
+    if (!take() || !inOrder || !reader_.padded())
         noteRecord();
     else if (ended_ && reader_.nextPosition() < reader_.fileSize())
         noteTrailing();
@@ -157,7 +194,6 @@ void Reading::noteHead() {
 }
 
 void Reading::noteRecord() {
-    report.lost = true;
     if (reader_.nextPosition() > reader_.fileSize()) // the file ends within the padding zeros
         return note(ChartFileFault::Truncated, reader_.fileSize());
     const bool first = report.good();
@@ -181,70 +217,143 @@ void Reading::note(ChartFileFault fault, quint64 position) {
 }
 
 bool Reading::isInOrder() {
-    static constexpr std::array order{titleRecord, axesRecord,    notesRecord, methodRecord,
-                                      marksRecord, samplesRecord, endRecord};
-    static constexpr std::size_t once = 3; // the first three kinds come once each, the others repeat
+    static constexpr std::array order{titleRecord,  axesRecord,  notesRecord,   sizeRecord, provenanceRecord,
+                                      methodRecord, marksRecord, samplesRecord, endRecord};
+    static constexpr std::size_t repeated = 5; // the first kinds come once each, the others as often as needed
+    const bool isOld = report.head && report.head->version < 2;
+    const std::size_t once = isOld ? repeated - 2 : repeated; // old files do not tell their size and provenance
     const auto place =
         static_cast<std::size_t>(std::find(order.begin(), order.end(), reader_.record().kind) - order.begin());
-    const bool follows = records_ < once ? place == records_ : place >= std::max(place_, once);
+    const bool follows = records_ < once ? place == records_ : place >= std::max(place_, repeated);
     place_ = place;
-    return reader_.record().number == records_++ && place < order.size() && follows;
+    endsInOrder_ = reader_.record().number == records_++;
+    return endsInOrder_ && place < order.size() && follows;
 }
 
 bool Reading::take() {
     switch (reader_.record().kind) {
     case titleRecord:
-        return takeText(reader_, run.title);
+        return takeText(run.title, report.losses.title);
     case axesRecord:
-        return takeAxes(reader_, axes);
+        return takeAxes();
     case notesRecord:
-        return takeText(reader_, run.notes);
+        return takeText(run.notes, report.losses.notes);
+    case sizeRecord:
+        sized_ = true;
+        return takeCounts();
+    case provenanceRecord:
+        return takeProvenance();
     case methodRecord:
-        return takeItems(run.methodTexts, takeMethodTexts);
+        return takeItems(run.methodTexts, methodTexts_, takeMethodTexts);
     case marksRecord:
-        return takeItems(run.marks, takeMarks);
+        return takeItems(run.marks, marks_, takeMarks);
     case samplesRecord:
         return takeSamples();
     case endRecord:
-        return takeEnd();
+        ended_ = true;
+        return takeCounts() && *counts_ == held();
     default:
         return false;
     }
 }
 
+bool Reading::takeText(QString &text, bool &missing) {
+    if (!ostrel::takeText(reader_, text))
+        return false;
+    missing = false;
+    return true;
+}
+
+bool Reading::takeAxes() {
+    if (!ostrel::takeAxes(reader_, axes))
+        return false;
+    report.losses.axes = false;
+    return true;
+}
+
+bool Reading::takeProvenance() {
+    sized_ = true; // they come together
+    if (!ostrel::takeProvenance(reader_, run.provenance))
+        return false;
+    report.losses.provenance = false;
+    return true;
+}
+
+bool Reading::takeCounts() {
+    ChartCounts counts;
+    const bool agrees = ostrel::takeCounts(reader_, counts) && (!counts_ || *counts_ == counts);
+    if (agrees)
+        counts_ = counts;
+    return agrees;
+}
+
 /// Appends the record's items unless they are there already; false when their numbers do not continue those before.
 template <typename Item>
-bool Reading::takeItems(std::vector<Item> &items, bool (*takeFrom)(RecordReader &, quint64 &, std::vector<Item> &)) {
+bool Reading::takeItems(std::vector<Item> &items, ItemNumbers &numbers,
+                        bool (*takeFrom)(RecordReader &, quint64 &, std::vector<Item> &)) {
     quint64 first = 0;
     std::vector<Item> more;
-    if (!takeFrom(reader_, first, more) || more.empty() || first < items.size())
+    if (!takeFrom(reader_, first, more) || more.empty() || first < numbers.next)
         return false;
-    const bool continues = first == items.size();
+    const quint64 missing = first - numbers.next;
+    numbers.lost += missing;
+    numbers.next = first + more.size();
     items.insert(items.end(), std::move_iterator(more.begin()), std::move_iterator(more.end()));
-    return continues;
+    return missing == 0;
 }
 
 /// Reads directly into the store, without a copy. Samples that fail the check are not appended.
 bool Reading::takeSamples() {
     const auto numbers = takeSampleNumbers(reader_);
-    const auto size = static_cast<quint64>(run.samples.size());
-    if (!numbers || numbers->count == 0 || numbers->first != size ||
-        numbers->count > SampleStore::chunkSize - size % SampleStore::chunkSize)
+    if (!numbers || numbers->count == 0 ||
+        numbers->count > SampleStore::chunkSize - numbers->first % SampleStore::chunkSize)
         return false;
+    const auto size = static_cast<quint64>(run.samples.size());
+    if (numbers->first != nextSample_ || nextSample_ != size)
+        return lenient_ && numbers->first >= nextSample_ && takeSamplesBehindGap(*numbers);
     const std::span<SamplePair> samples = run.samples.room().first(static_cast<std::size_t>(numbers->count));
     if (!reader_.take(samples.data(), samples.size_bytes()) || !reader_.finish())
         return false;
     run.samples.appendFromRoom(samples.size());
+    nextSample_ += numbers->count;
     return true;
 }
 
-bool Reading::takeEnd() {
-    ended_ = true;
-    ChartCounts counts;
-    if (!takeCounts(reader_, counts))
+bool Reading::takeSamplesBehindGap(const SampleNumbers &numbers) {
+    samples_.resize(numbers.count);
+    if (!reader_.take(samples_.data(), samples_.size() * sizeof(SamplePair)) || !reader_.finish())
         return false;
-    report.counts = counts;
-    return counts == held();
+    if (numbers.first > nextSample_)
+        bridge(numbers.first);
+    run.samples.append(samples_);
+    nextSample_ = numbers.first + numbers.count;
+    return true;
+}
+
+/// Fills in what is missing up to the sample of this number.
+void Reading::bridge(quint64 first) {
+    const quint64 missing = first - nextSample_;
+    const bool filled = missing <= fillable_;
+    report.losses.gaps.push_back({run.samples.size(), static_cast<qint64>(missing), filled});
+    if (!filled)
+        return;
+    fillable_ -= missing;
+    constexpr float none = std::numeric_limits<float>::quiet_NaN();
+    for (quint64 i = 0; i < missing; ++i)
+        run.samples.append(SamplePair{none, none});
+}
+
+void Reading::countLosses() {
+    ChartFileLosses &losses = report.losses;
+    const auto beyond = [](quint64 told, quint64 held) { return told > held ? told - held : 0; };
+    const ChartCounts counts = counts_.value_or(held());
+    // Without the counts a last record in its place tells as much.
+    losses.openEnd = !counts_ && !(ended_ && endsInOrder_);
+    losses.provenance &= sized_;
+    losses.marks = marks_.lost + beyond(counts.marks, marks_.next);
+    losses.methodTexts = methodTexts_.lost + beyond(counts.methodTexts, methodTexts_.next);
+    if (const quint64 missing = beyond(counts.samples, nextSample_); missing > 0)
+        losses.gaps.push_back({run.samples.size(), static_cast<qint64>(missing), false});
 }
 
 ChartFileReport readChartFile(const QString &path, ChartData &run, AxisValues &axes, bool salvage,

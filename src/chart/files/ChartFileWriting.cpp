@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "base/ProgramVersion.h"
 #include "chart/files/ChartFile.h"
 #include "files/DurableFile.h"
 
@@ -21,6 +22,7 @@ struct Content {
     std::span<const EventMark> marks;
     std::span<const MethodText> methodTexts;
     AxisValues axes;
+    const Provenance &provenance;
 
     ChartCounts counts() const { return {static_cast<quint64>(to - from), marks.size(), methodTexts.size()}; }
 };
@@ -76,10 +78,12 @@ void write(const Content &content, Writer &writer) {
     writer.record(titleRecord, [&](Record &record) { putText(record, content.run.title); });
     writer.record(axesRecord, [&](Record &record) { putAxes(record, content.axes); });
     writer.record(notesRecord, [&](Record &record) { putText(record, content.run.notes); });
+    const ChartCounts counts = content.counts();
+    writer.record(sizeRecord, [&](Record &record) { putCounts(record, counts); });
+    writer.record(provenanceRecord, [&](Record &record) { putProvenance(record, content.provenance); });
     const auto part = [](auto items, qint64 first, qint64 end) {
         return items.subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(end - first));
     };
-    const ChartCounts counts = content.counts();
     writer.records(methodRecord, static_cast<qint64>(counts.methodTexts), itemsInRecord,
                    [&](Record &record, qint64 first, qint64 end) {
                        putMethodTexts(record, static_cast<quint64>(first), part(content.methodTexts, first, end));
@@ -125,11 +129,15 @@ std::pair<qint64, qint64> shownSamples(const ChartData &run, const AxisValues &a
     return {from, firstSample(from, run.samples.size(), [&](float time) { return !(time <= axes.timeMax); })};
 }
 
+QString stretchInWords(double from, double to) {
+    return QStringLiteral("stretch, minutes %1 to %2").arg(from, 0, 'f', 3).arg(to, 0, 'f', 3);
+}
+
 } // namespace
 
 std::error_code saveChartFile(const QString &path, quint32 kind, const ChartData &run, const AxisValues &axes,
                               FileOperations &operations) {
-    return save(path, kind, {run, 0, run.samples.size(), run.marks, run.methodTexts, axes}, operations);
+    return save(path, kind, {run, 0, run.samples.size(), run.marks, run.methodTexts, axes, run.provenance}, operations);
 }
 
 std::error_code saveChartStretch(const QString &path, const ChartData &run, const AxisValues &axes,
@@ -148,7 +156,9 @@ std::error_code saveChartStretch(const QString &path, const ChartData &run, cons
     AxisValues moved = axes;
     moved.timeMin = 0;
     moved.timeMax = axes.timeMax - axes.timeMin;
-    return save(path, dataFile, {run, from, to, marks, methodTexts, moved}, operations);
+    Provenance provenance = run.provenance.part(start, start + length);
+    provenance.noteSave({QDateTime::currentDateTime(), programVersion(), stretchInWords(start, start + length)});
+    return save(path, dataFile, {run, from, to, marks, methodTexts, moved, provenance}, operations);
 }
 
 } // namespace ostrel

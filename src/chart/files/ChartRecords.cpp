@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "chart/files/ChartRecords.h"
 
+#include "chart/files/ProvenanceJson.h"
+
+#include <QJsonDocument>
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -183,6 +187,21 @@ bool takeCounts(RecordReader &reader, ChartCounts &counts) {
     if (!takeValues(reader, found.samples, found.marks, found.methodTexts))
         return false;
     counts = found;
+    return true;
+}
+
+void putProvenance(RecordPieces &record, const Provenance &provenance) {
+    record.add(QJsonDocument(toJson(provenance)).toJson(QJsonDocument::Compact));
+}
+
+bool takeProvenance(RecordReader &reader, Provenance &provenance) {
+    QByteArray bytes;
+    if (!reader.take(bytes) || !reader.finish())
+        return false;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes);
+    if (!document.isObject())
+        return false;
+    provenance = provenanceFrom(document.object());
     return true;
 }
 

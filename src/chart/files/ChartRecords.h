@@ -3,6 +3,7 @@
 
 #include "chart/files/RecordFile.h"
 #include "chart/run/ChartData.h"
+#include "chart/run/Provenance.h"
 #include "chart/run/Scale.h"
 
 #include <optional>
@@ -20,10 +21,12 @@ inline constexpr quint32 notesRecord = fourLetters("NOTE");
 inline constexpr quint32 methodRecord = fourLetters("METH");
 inline constexpr quint32 marksRecord = fourLetters("MARK");
 inline constexpr quint32 samplesRecord = fourLetters("SAMP");
+inline constexpr quint32 sizeRecord = fourLetters("SIZE");
+inline constexpr quint32 provenanceRecord = fourLetters("PROV");
 inline constexpr quint32 endRecord = fourLetters("END ");
 
-/// Written to one record: 55 minutes, 128 KiB. Damage costs one record, and a record fits the processor's cache.
-inline constexpr qint64 samplesInRecord = 16384;
+/// Written to one record: not quite seven minutes, 16 KiB. Damage costs one record.
+inline constexpr qint64 samplesInRecord = 2048;
 
 /// How many samples, marks and method texts there are.
 struct ChartCounts {
@@ -49,6 +52,7 @@ void putMethodTexts(RecordPieces &record, quint64 first, std::span<const MethodT
 void putText(RecordPieces &record, const QString &text);
 void putAxes(RecordPieces &record, const AxisValues &axes);
 void putCounts(RecordPieces &record, const ChartCounts &counts);
+void putProvenance(RecordPieces &record, const Provenance &provenance);
 
 /// Reads the numbers in the present record. The caller then reads the samples with take(); they are valid only when
 /// finish() returns true. nullopt when the payload does not have this form.
@@ -59,5 +63,6 @@ bool takeMethodTexts(RecordReader &reader, quint64 &first, std::vector<MethodTex
 bool takeText(RecordReader &reader, QString &text);
 bool takeAxes(RecordReader &reader, AxisValues &axes);
 bool takeCounts(RecordReader &reader, ChartCounts &counts);
+bool takeProvenance(RecordReader &reader, Provenance &provenance);
 
 } // namespace ostrel

@@ -58,6 +58,23 @@ quint32 headSum(const char *bytes, quint64 identity) {
     return crc32Of(0, checked, sizeof checked);
 }
 
+/// The identity enters the checksum of a record's header first. So the checksum, taken back over the bytes of the
+/// header, shows what the identity must have led to: an identity that leads to the same.
+quint64 identityBehind(const char (&bytes)[RecordHead::size]) {
+    constexpr quint32 polynomial = 0xedb88320;
+    quint32 state = 0;
+    get(bytes + sizeof bytes - sizeof state, state);
+    state = ~state;
+    constexpr int identityBytes = 8;
+    for (int i = static_cast<int>(sizeof bytes - sizeof state) - 1; i >= -identityBytes; --i) {
+        for (int bit = 0; bit < 8; ++bit)
+            state = (state >> 31) != 0 ? (state ^ polynomial) << 1 | 1 : state << 1;
+        if (i >= 0)
+            state ^= static_cast<unsigned char>(bytes[i]);
+    }
+    return static_cast<quint32>(~state);
+}
+
 } // namespace
 
 QByteArray FileHead::bytes() const {
@@ -175,6 +192,27 @@ bool RecordReader::isBlankAt(quint64 position) {
            std::all_of(bytes, bytes + sizeof bytes, [](char byte) { return byte == 0; });
 }
 
+bool RecordReader::presumeFromRecords() {
+    constexpr quint64 searched = 1 << 20; // bytes
+    char bytes[RecordHead::size];
+    for (quint64 position = FileHead::size; position < searched; position += 8) {
+        if (position + sizeof bytes > size_ || !read(bytes, sizeof bytes, position))
+            return false;
+        quint32 kind = 0;
+        get(bytes, kind);
+        const quint64 identity = isKind(kind) ? identityBehind(bytes) : 0;
+        const std::optional<RecordHead> record = RecordHead::from(bytes, identity);
+        if (!record || record->length > size_ - position)
+            continue;
+        const quint64 next = position + sizeof bytes + filledUp(record->length);
+        if (next + sizeof bytes <= size_ && read(bytes, sizeof bytes, next) && RecordHead::from(bytes, identity)) {
+            head_ = FileHead{.identity = identity};
+            return true;
+        }
+    }
+    return false;
+}
+
 RecordReader::Found RecordReader::next() {
     if (!head_)
         return Found::Damage;
@@ -249,8 +287,8 @@ bool RecordReader::finish() {
             return false;
     }
     const quint64 gap = filledUp(recordEnd_) - recordEnd_;
-    return sum_ == record_.payloadSum && recordEnd_ + gap <= size_ && read(rest, gap, recordEnd_) &&
-           std::memcmp(rest, zeros, gap) == 0;
+    padded_ = recordEnd_ + gap <= size_ && read(rest, gap, recordEnd_) && std::memcmp(rest, zeros, gap) == 0;
+    return sum_ == record_.payloadSum && (padded_ || ignoresPadding_);
 }
 
 /// Reads large pieces directly into the caller's memory, small ones through the buffer.

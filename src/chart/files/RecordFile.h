@@ -102,6 +102,10 @@ public:
     const std::optional<FileHead> &head() const { return head_; }
     /// Reads on as if the file began with this header: records may be intact behind a damaged file header.
     void presume(const FileHead &head) { head_ = head; }
+    /// The same when nothing of the header is left: finds out from two intact records in a row, within the first MiB,
+    /// what the checksums of all records need to know. Kind and version of the header are then 0. False without such
+    /// records.
+    bool presumeFromRecords();
     quint64 fileSize() const { return size_; }
     /// Bytes that the file takes on the disk, at most its size: the holes of a sparse file hold no data.
     quint64 filledSize() const { return filled_; }
@@ -110,6 +114,8 @@ public:
     /// There are zeros at `position`, as many as a record header has bytes: nothing was ever written there.
     bool isBlankAt(quint64 position);
 
+    /// Goes back to the beginning of the first record.
+    void rewind() { recordEnd_ = taken_ = FileHead::size; }
     /// Goes to the next record and skips the rest of the present one.
     Found next();
     /// After damage: searches all multiples of eight bytes for the next intact record header of this file. False when
@@ -132,8 +138,12 @@ public:
     bool take(void *to, std::size_t size);
     /// Reads the rest of the payload.
     bool take(QByteArray &to);
-    /// Reads to the end of the record. True when the payload's checksum and the padding zeros are right.
+    /// Reads to the end of the record. True when the payload's checksum is right, and the padding zeros are, unless
+    /// they do not matter.
     bool finish();
+    void ignorePadding() { ignoresPadding_ = true; }
+    /// The padding zeros of the record that was read last are right.
+    bool padded() const { return padded_; }
 
 private:
     std::error_code open(const QString &path);
@@ -151,6 +161,8 @@ private:
     quint64 filled_ = 0;
     quint64 searchable_ = std::numeric_limits<quint64>::max();
     bool cutOff_ = false;
+    bool ignoresPadding_ = false;
+    bool padded_ = true;
     RecordHead record_;
     quint64 recordPosition_ = 0;
     quint64 taken_ = 0;     ///< position in the file

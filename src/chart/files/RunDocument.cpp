@@ -2,6 +2,7 @@
 #include "chart/files/RunDocument.h"
 
 #include "base/ErrorNumbers.h"
+#include "base/ProgramVersion.h"
 #include "chart/files/ChartFile.h"
 #include "chart/run/Succeeds.h"
 
@@ -22,16 +23,25 @@ bool RunDocument::LoadDataFile(const QString &FileName) {
     fileName_ = loaded ? FileName : QString();
     holdsNothing_ = !loaded;
     replace(loaded ? std::move(run) : ChartData(), axes);
+    inFile_ = loaded ? std::optional(contents()) : std::nullopt;
     if (!loaded && ChartError)
         ChartError(damagedLog ? ErrorNumber::LogDamaged : ErrorNumber::OpenFailed);
     return loaded;
 }
 
 bool RunDocument::SaveDataFile(const QString &FileName) {
-    const bool saved = !holdsNothing_ && succeeds([&] { return !saveChartFile(FileName, dataFile, data(), axes()); });
-    if (saved)
-        fileName_ = FileName;
-    return saved;
+    Provenance before = data().provenance;
+    const bool saved = !holdsNothing_ && succeeds([&] {
+        provenance().noteSave({QDateTime::currentDateTime(), programVersion(), changeInWords()});
+        return !saveChartFile(FileName, dataFile, data(), axes());
+    });
+    if (!saved) {
+        provenance() = std::move(before);
+        return false;
+    }
+    fileName_ = FileName;
+    inFile_ = contents();
+    return true;
 }
 
 bool RunDocument::SaveSelectedData(const QString &FileName) {
@@ -41,7 +51,30 @@ bool RunDocument::SaveSelectedData(const QString &FileName) {
 void RunDocument::ClearData() {
     clear();
     fileName_.clear();
+    inFile_.reset();
     holdsNothing_ = false;
+}
+
+RunDocument::Contents RunDocument::contents() const {
+    return {data().title, data().notes, data().samples.size(), data().marks.size(), data().methodTexts.size(), axes()};
+}
+
+QString RunDocument::changeInWords() const {
+    if (!inFile_)
+        return QStringLiteral("first saved");
+    const Contents now = contents();
+    QStringList changed;
+    const auto tell = [&](bool differs, const char *what) {
+        if (differs)
+            changed << QLatin1String(what);
+    };
+    tell(now.title != inFile_->title, "title");
+    tell(now.notes != inFile_->notes, "notes");
+    tell(now.samples != inFile_->samples, "samples");
+    tell(now.marks != inFile_->marks, "marks");
+    tell(now.methodTexts != inFile_->methodTexts, "method");
+    tell(now.axes != inFile_->axes, "axes");
+    return changed.isEmpty() ? QStringLiteral("nothing") : changed.join(QStringLiteral(", "));
 }
 
 } // namespace ostrel

@@ -2,6 +2,7 @@
 #include "chart/files/RunLog.h"
 
 #include "base/ErrorNumbers.h"
+#include "base/ProgramVersion.h"
 #include "base/RunTimeError.h"
 #include "chart/files/ChartFile.h"
 #include "chart/files/LogWastebasket.h"
@@ -31,8 +32,10 @@ qint16 RunLog::SaveLogAs(const QString &LogDirectory, qint16, const QString &New
     constexpr qint16 failed = 1;
     bool whole = true;
     const bool saved = succeeds([&] {
-        const RecoveredLog log = readRunningLog(LogDirectory);
+        RecoveredLog log = readRunningLog(LogDirectory);
         whole = log.whole();
+        log.data.provenance.noteSave(
+            {QDateTime::currentDateTime(), programVersion(), QStringLiteral("saved from the running log")});
         return !log.empty() && !saveChartFile(NewFileName, logFile, log.data, log.axes());
     });
     // The rest has been saved; the user is told that something is missing.

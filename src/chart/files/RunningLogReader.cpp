@@ -44,12 +44,14 @@ struct Numbered {
     Item item;
 };
 
-/// A text of which only the latest counts: that in the file with the highest number in its name.
-struct LatestText {
+/// What a log has many times, and of which only the latest counts: that in the file with the highest number in its
+/// name.
+template <typename Item>
+struct Latest {
     int file = -1;
-    QString text;
+    Item item;
 
-    void take(int number, const QString &found) {
+    void take(int number, const Item &found) {
         if (number >= file)
             *this = {number, found};
     }
@@ -123,6 +125,7 @@ private:
     bool takeItems(RecordReader &reader, std::vector<Numbered<Item>> &to, Take take);
     void endRun(std::size_t gaps);
     void addNotes();
+    void addProvenance();
     bool seenEnough() const { return quickLook_ && (log_.data.samples.size() > 0 || !marks_.empty()); }
     void addBadFile(const QString &path, std::error_code error);
 
@@ -138,8 +141,10 @@ private:
     quint64 nextSample_ = 0; ///< of the run
     std::vector<Numbered<EventMark>> marks_;
     std::vector<Numbered<MethodText>> methodTexts_;
-    LatestText title_;
-    LatestText notes_;
+    Latest<QString> title_;
+    Latest<QString> notes_;
+    Latest<Provenance> provenance_;
+    qint64 firstOfRun_ = 0; ///< number of the run's first sample in the log
     LogPromises promises_;
     std::vector<SamplePair> samples_; ///< of the present record
 };
@@ -243,6 +248,8 @@ void LogJoiner::joinRun(std::vector<DataFile> &run) {
     });
     nextSample_ = 0;
     title_ = notes_ = {};
+    provenance_ = {};
+    firstOfRun_ = log_.data.samples.size();
     promises_ = {};
     const std::size_t gaps = log_.gaps.size();
     for (const DataFile &file : run)
@@ -263,18 +270,45 @@ void LogJoiner::endRun(std::size_t gaps) {
     log_.lostMethodTexts += texts;
     log_.lostTexts |= promises_.lostTexts(log_.gaps.size() > gaps || marks > 0 || texts > 0);
     if (log_.data.title.isEmpty())
-        log_.data.title = title_.text;
+        log_.data.title = title_.item;
     addNotes();
+    addProvenance();
+}
+
+/// The first run of several gives the log its identity. Of the last stretch the running log does not tell the end.
+void LogJoiner::addProvenance() {
+    Provenance &run = provenance_.item;
+    const double last = static_cast<double>(log_.data.samples.size() - 1 - firstOfRun_) / samplesPerMinute;
+    if (!run.stretches.empty()) {
+        constexpr double msPerMinute = 60000;
+        Provenance::Stretch &open = run.stretches.back();
+        open.to = std::max(open.from, last);
+        open.ended = open.begun.addMSecs(std::llround((open.to - open.from) * msPerMinute));
+    }
+    const double shift = static_cast<double>(firstOfRun_) / samplesPerMinute;
+    for (Provenance::Stretch &stretch : run.stretches) {
+        stretch.from += shift;
+        stretch.to += shift;
+    }
+    for (Provenance::ClockStep &step : run.clockSteps)
+        step.minutes += shift;
+    Provenance &all = log_.data.provenance;
+    if (all.empty()) {
+        all = std::move(run);
+        return;
+    }
+    all.stretches.insert(all.stretches.end(), run.stretches.begin(), run.stretches.end());
+    all.clockSteps.insert(all.clockSteps.end(), run.clockSteps.begin(), run.clockSteps.end());
 }
 
 /// Joins the notes of the runs. A text that is already contained is not repeated.
 void LogJoiner::addNotes() {
     QString &notes = log_.data.notes;
-    if (notes_.text.isEmpty() || notes.contains(notes_.text))
+    if (notes_.item.isEmpty() || notes.contains(notes_.item))
         return;
     if (!notes.isEmpty())
         notes += QStringLiteral("\r\n");
-    notes += notes_.text;
+    notes += notes_.item;
 }
 
 void LogJoiner::takeFile(const DataFile &file) {
@@ -331,6 +365,13 @@ bool LogJoiner::takeRecord(RecordReader &reader, int file) {
             return false;
         (reader.record().kind == titleRecord ? title_ : notes_).take(file, text);
         return true;
+    case provenanceRecord: {
+        Provenance provenance;
+        if (!takeProvenance(reader, provenance))
+            return false;
+        provenance_.take(file, provenance);
+        return true;
+    }
     default:
         return true;
     }

@@ -28,6 +28,16 @@ ChartCounts countsOf(const ChartData &data) {
     return {static_cast<quint64>(data.samples.size()), data.marks.size(), data.methodTexts.size()};
 }
 
+/// Only what does not change with every sample: a reader knows from the samples when the last stretch has ended.
+Provenance withoutEnd(const Provenance &whole) {
+    Provenance provenance = whole;
+    if (!provenance.stretches.empty()) {
+        provenance.stretches.back().to = 0;
+        provenance.stretches.back().ended = {};
+    }
+    return provenance;
+}
+
 /// The items from number `first` to before `last`.
 template <typename Item>
 std::span<const Item> part(const std::vector<Item> &items, quint64 first, quint64 last) {
@@ -85,7 +95,9 @@ std::error_code RunningLogWriter::bringUp(const ChartData &data, qint16 instance
         const bool last = until.samples == all.samples;
         if (last)
             until = all;
-        if (begins || until != safe_ || safeTitle_ != data.title || safeNotes_ != data.notes) {
+        Provenance provenance = withoutEnd(data.provenance);
+        if (begins || until != safe_ || safeTitle_ != data.title || safeNotes_ != data.notes ||
+            safeProvenance_ != provenance) {
             gather(data, until);
             if (const std::error_code error = file_.flush())
                 return error;
@@ -93,6 +105,7 @@ std::error_code RunningLogWriter::bringUp(const ChartData &data, qint16 instance
             safe_ = until;
             safeTitle_ = data.title;
             safeNotes_ = data.notes;
+            safeProvenance_ = std::move(provenance);
             established_ = true;
         }
         if (last)
@@ -117,8 +130,9 @@ std::error_code RunningLogWriter::beginFile(qint16 instance) {
     file_.add(bytes.constData(), static_cast<std::size_t>(bytes.size()));
     recordNumber_ = 0;
     firstInFile_ = safe_.samples;
-    safeTitle_.reset(); // each file gets title and notes
+    safeTitle_.reset(); // each file gets title, notes and provenance
     safeNotes_.reset();
+    safeProvenance_.reset();
     return {};
 }
 
@@ -175,6 +189,7 @@ void RunningLogWriter::gather(const ChartData &data, const ChartCounts &until) {
     }
     gatherText(titleRecord, data.title, safeTitle_);
     gatherText(notesRecord, data.notes, safeNotes_);
+    gatherProvenance(withoutEnd(data.provenance));
     RecordPieces promise(endRecord);
     putCounts(promise, until);
     gather(promise);
@@ -185,6 +200,14 @@ void RunningLogWriter::gatherText(quint32 kind, const QString &text, const std::
         return;
     RecordPieces record(kind);
     putText(record, text);
+    gather(record);
+}
+
+void RunningLogWriter::gatherProvenance(const Provenance &provenance) {
+    if (safeProvenance_ == provenance || (provenance.empty() && !safeProvenance_))
+        return;
+    RecordPieces record(provenanceRecord);
+    putProvenance(record, provenance);
     gather(record);
 }
 

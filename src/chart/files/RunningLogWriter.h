@@ -45,6 +45,7 @@ private:
     void startOver();
     void gather(const ChartData &data, const ChartCounts &until);
     void gatherText(quint32 kind, const QString &text, const std::optional<QString> &safe);
+    void gatherProvenance(const Provenance &provenance);
     void gather(RecordPieces &record);
 
     FileOperations &operations_;
@@ -59,7 +60,8 @@ private:
     ChartCounts safe_;                 ///< how much of the run is on the disk
     std::optional<QString> safeTitle_; ///< as flushed to the present file; likewise the notes
     std::optional<QString> safeNotes_;
-    std::vector<DataFile> files_; ///< of this run
+    std::optional<Provenance> safeProvenance_; ///< without the end of what is being recorded
+    std::vector<DataFile> files_;              ///< of this run
 };
 
 } // namespace ostrel

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/run/Provenance.h"
 
+#include <QRandomGenerator>
+
 #include <algorithm>
 #include <cmath>
 
@@ -19,6 +21,38 @@ QDateTime Provenance::dateAt(double minutes) const {
             ms += step.seconds * 1000;
     }
     return stretch.begun.addMSecs(std::llround(ms));
+}
+
+Provenance Provenance::part(double from, double to) const {
+    Provenance part = *this;
+    part.identity = newIdentity();
+    part.parent = Parent{identity, from, to};
+    part.stretches.clear();
+    for (const Stretch &stretch : stretches) {
+        const double begin = std::max(stretch.from, from);
+        const double end = std::min(stretch.to, to);
+        if (begin <= end)
+            part.stretches.push_back(
+                {begin - from, end - from, dateAt(begin), end < stretch.to ? dateAt(end) : stretch.ended});
+    }
+    std::erase_if(part.clockSteps, [&](const ClockStep &step) { return !(from < step.minutes && step.minutes <= to); });
+    for (ClockStep &step : part.clockSteps)
+        step.minutes -= from;
+    return part;
+}
+
+void Provenance::noteSave(const Save &save) {
+    if (identity.isEmpty())
+        identity = newIdentity();
+    history.push_back(save);
+}
+
+QString Provenance::newIdentity() {
+    constexpr int digits = 16;
+    const auto half = [] {
+        return QString::number(QRandomGenerator::system()->generate64(), 16).rightJustified(digits, QLatin1Char('0'));
+    };
+    return half() + half();
 }
 
 } // namespace ostrel

@@ -64,6 +64,14 @@ struct Provenance {
     QDateTime ended() const { return stretches.empty() ? QDateTime() : stretches.back().ended; }
     /// The computer's date and time at a minute of the run; invalid where nothing was recorded.
     QDateTime dateAt(double minutes) const;
+
+    /// Of the part of the run between these minutes, which begin at 0 there: a run of its own, whose parent is this
+    /// one.
+    Provenance part(double from, double to) const;
+    /// Notes that a file is written. A run that has no identity yet gets one.
+    void noteSave(const Save &save);
+
+    static QString newIdentity();
 };
 
 } // namespace ostrel

@@ -70,6 +70,8 @@ public:
     void SetNotes(const QString &Notes) { data_.notes = Notes; }
     QString GetMethodText() const; ///< all method texts in the order of their times
 
+    Provenance &provenance() { return data_.provenance; }
+
     const ChartData &data() const { return data_; }
     const AxisValues &axes() const { return axes_; }
     /// The number of the run, from 0. It changes whenever the data are cleared or replaced.
