@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "acquisition/Acquisition.h"
 
+#include "base/Steps.h"
+
 namespace ostrel {
 
 namespace {
@@ -19,28 +21,37 @@ Acquisition::Acquisition(const Uses &on)
               on.notices, on.values.options, on.clock),
       session(on.values.run, on.values.link, on.values.tabs, *on.timers.CheckComData, *on.timers.SaveLog, on.window,
               on.notices),
+      recorderKeeper(on.recorder, {on.values.identity, on.ComPort, on.directory, on.clock}),
+      logKeeper(on.log, {on.values.identity, on.ComPort, on.directory, on.clock}),
       setup(on.ComPort, on.CommTmp, *on.timers.CheckComData, on.values.options, on.values.link, on.directory,
             on.prompts),
       search(setup, on.ComPort, *on.timers.CheckComData, on.values.options, on.values.identity, on.dialog, on.prompts,
              on.commands, on.errors),
-      ComPort_(on.ComPort), timers_(on.timers), recorder_(on.recorder), run_(on.values.run), window_(on.window) {}
+      ComPort_(on.ComPort), timers_(on.timers), recorder_(on.recorder), run_(on.values.run),
+      options_(on.values.options), window_(on.window) {}
 
 void Acquisition::bind(Commands &commands, const Guard &guard) {
     commands.bind(QStringLiteral("mnuStart"), [this] { session.mnuStart_Click(); });
-    commands.bind(QStringLiteral("mnuStop"), [this] { session.mnuStop_Click(); });
+    commands.bind(QStringLiteral("mnuStop"), [this] {
+        session.mnuStop_Click();
+        takeNotes();
+    });
     commands.bind(QStringLiteral("mnuComPort"), [this] { search.mnuComPort_Click(); });
 
     ComPort_.setRThreshold(bytesToRaise);
     ComPort_.OnComm = guard("ComPort_OnComm", [this] { receiver.ComPort_OnComm(); });
     timers_.Process->Tick = guard("TimerProcess_Timer", [this] {
         const float before = recorder_.GetLastTime();
-        decoder.TimerProcess_Timer();
+        EveryStep tick;
+        tick.run([this] { decoder.TimerProcess_Timer(); });
+        tick.run([this] { takeNotes(); });
         // Samples of the pass that ended the recording: the live view has not brought them into view.
         if (!run_.Recording && recorder_.GetLastTime() > before)
-            window_.UpdateLiveView();
+            tick.run([this] { window_.UpdateLiveView(); });
         else
             recorder_.DrawNewData();
         showNow();
+        tick.raise();
     });
     timers_.CheckComData->Tick = guard("TimerCheckComData_Timer", [this] {
         ComPort_.lookAtLine(); // bytes that have just arrived show that the link is alive, too
@@ -48,6 +59,12 @@ void Acquisition::bind(Commands &commands, const Guard &guard) {
     });
     timers_.StopWaitForMethod->Tick =
         guard("TimerStopWaitForMethod_Timer", [this] { intake.TimerStopWaitForMethod_Timer(); });
+}
+
+/// Of where the samples come from that the charts have got.
+void Acquisition::takeNotes() {
+    recorderKeeper.look(run_.Recording && !run_.ChartPaused);
+    logKeeper.look(options_.DataLogging && !run_.LogPaused);
 }
 
 void Acquisition::showNow() {

@@ -4,6 +4,7 @@
 #include "acquisition/DataReceiver.h"
 #include "acquisition/PortSearch.h"
 #include "acquisition/PortSetup.h"
+#include "acquisition/ProvenanceKeeper.h"
 #include "acquisition/ReceiveRing.h"
 #include "acquisition/RecordingSession.h"
 #include "acquisition/RunNews.h"
@@ -47,16 +48,20 @@ struct Acquisition {
     SampleIntake intake;
     StreamDecoder decoder;
     RecordingSession session;
+    ProvenanceKeeper recorderKeeper;
+    ProvenanceKeeper logKeeper;
     PortSetup setup;
     PortSearch search;
 
 private:
+    void takeNotes();
     void showNow();
 
     SerialControl &ComPort_;
     const MainTimers &timers_;
     Run &recorder_;
     const RunState &run_;
+    const Options &options_;
     AcquisitionWindow &window_;
 };
 

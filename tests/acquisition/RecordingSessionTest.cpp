@@ -56,3 +56,34 @@ TEST_F(RecordingSessionTest, AnyOtherEventOfThePortIsToldAndHoldsOffTheAlarm) {
     EXPECT_FALSE(window.told.contains("no data"));
     EXPECT_EQ(errors.codes, std::vector<qint32>(10, ErrorNumber::Break));
 }
+
+TEST_F(RecordingSessionTest, ARunKnowsWhenAndWhereEachOfItsStretchesWasRecorded) {
+    values.identity.SystemName = "Velquin 2";
+    directory.facts[1].device = "/dev/ttyUSB0";
+    const QDateTime begin = clock.now();
+    play("R1 . . .");
+    play(". . .");
+    commands.run("mnuStop");
+    play(". . .");
+    commands.run("mnuStart");
+    play(". . .");
+    clock.shift += 1h; // somebody sets the clock
+    play(". . .");
+    clock.advance(4s); // the computer has slept
+    play(". .");
+    const Provenance &known = chart.data().provenance;
+    EXPECT_EQ(known.identity.size(), 32);
+    EXPECT_TRUE(known.system == "Velquin 2" && known.program.startsWith("Ostrel MS ") && known.interval == 0.2);
+    EXPECT_EQ(known.device, "/dev/ttyUSB0");
+    ASSERT_EQ(known.stretches.size(), 3U);
+    EXPECT_LE(std::abs(begin.secsTo(known.begun())), 1);
+    EXPECT_EQ(known.stretches[0].to, ChartData::timeOf(5));
+    EXPECT_EQ(known.stretches[1].from, ChartData::timeOf(6));
+    EXPECT_EQ(known.stretches[2].from, ChartData::timeOf(12));
+    EXPECT_LT(known.ended().msecsTo(clock.now()), 700);
+    ASSERT_EQ(known.clockSteps.size(), 1U);
+    EXPECT_EQ(known.clockSteps[0].seconds, 3600);
+    EXPECT_GT(known.dateAt(known.stretches[1].to).msecsTo(clock.now()), 4000);
+    EXPECT_EQ(log.data().provenance.stretches.size(), 2U); // the log has not been stopped
+    EXPECT_NE(log.data().provenance.identity, known.identity);
+}

@@ -50,6 +50,13 @@ TEST_F(StreamDecoderTest, AnErrorOnTheWayCostsThePassNothing) {
     ComPort.arrive(stream("E2 . ."));
     EXPECT_EQ(errorNumberOf([&] { tick(); }), ErrorNumber::Overflow);
     EXPECT_EQ(count(log), 6);
+
+    run.ChartEventNumber = 0;
+    const int seen = window.liveUpdates;
+    ComPort.arrive(stream("R0 . . E5")); // the last samples of the run come into view all the same
+    EXPECT_EQ(errorNumberOf([&] { tick(); }), ErrorNumber::DiskFull);
+    EXPECT_FALSE(run.Recording);
+    EXPECT_EQ(window.liveUpdates, seen + 1);
 }
 
 TEST_F(StreamDecoderTest, AfterAnErrorARingThatCannotBeTrustedIsEmptied) {
