@@ -2,6 +2,7 @@
 #include "archive/Conversions.h"
 
 #include "archive/RunFile.h"
+#include "chart/files/ChartRecords.h"
 #include "chart/report/ReportPrinter.h"
 #include "chart/table/ExportedPoints.h"
 #include "chart/table/TextExport.h"
@@ -155,9 +156,10 @@ ExitCode pdf(const ArchiveCall &call) {
         file.axes.timeMin = 0;
         file.axes.timeMax = file.run.lastTime();
     }
-    const QPageLayout sheet(QPageSize(paper == "a4" ? QPageSize::A4 : QPageSize::Letter), QPageLayout::Portrait, {});
-    const std::optional<QByteArray> document =
-        reportAsPdf(sheet, {file.run, file.axes, call.operand(0), QDateTime::currentDateTime()}, parts.options());
+    const QPageLayout sheet(QPageSize(paper == "a4" ? QPageSize::A4 : QPageSize::Letter), QPageLayout::Landscape, {});
+    const std::optional<QByteArray> document = reportAsPdf(
+        sheet, {file.run, file.axes, call.operand(0), QDateTime::currentDateTime(), sumOf(file.run.samples)},
+        parts.options());
     if (!document)
         throw EarlyEnd{Failed, call.operand(1) + ": cannot be painted"};
     if (document->isEmpty())

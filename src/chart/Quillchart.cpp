@@ -4,6 +4,7 @@
 #include "base/ErrorNumbers.h"
 #include "chart/AccessibleChart.h"
 #include "chart/files/ChartFile.h"
+#include "chart/files/ChartRecords.h"
 #include "chart/plot/ChartPicture.h"
 #include "chart/plot/PlotPainter.h"
 #include "chart/plot/SpokenChart.h"
@@ -233,7 +234,9 @@ qint16 Quillchart::ExportData(const QString &FileName, qint16 IncludeUV, qint16 
 }
 
 void Quillchart::PrintChart(bool PrintChromatogram, bool PrintMethod, bool PrintNotes, qint32 TraceFlags) {
-    const ReportContents contents{run_.data(), run_.axes(), run_.fileName(), QDateTime::currentDateTime()};
+    const ReportContents contents{
+        run_.data(),          run_.axes(), run_.fileName(), QDateTime::currentDateTime(), sumOf(run_.data().samples),
+        run_.unsavedInWords()};
     const ReportOptions options{PrintChromatogram, PrintMethod, PrintNotes, TraceFlags};
     if (!printer_.print || !succeeds([&] { return printReport(printer_, contents, options); }))
         Q_EMIT ChartError(index_, ErrorNumber::PrintFailed);

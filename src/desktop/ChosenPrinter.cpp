@@ -145,6 +145,7 @@ std::unique_ptr<QPrinter> usualPrinter() {
     const QPageSize paper = QPrinterInfo(*printer).defaultPageSize();
     const bool american = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
     printer->setPageSize(paper.isValid() ? paper : QPageSize(american ? QPageSize::Letter : QPageSize::A4));
+    printer->setPageOrientation(QPageLayout::Landscape); // of the chromatogram
     return printer;
 }
 

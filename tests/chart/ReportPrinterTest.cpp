@@ -4,6 +4,7 @@
 #include "chart/plot/TracePath.h"
 
 #include <QLineF>
+#include <QXmlStreamReader>
 #include <gtest/gtest.h>
 
 using namespace ostrel;
@@ -31,6 +32,42 @@ TEST_F(ReportPages, takesAPageForTheChromatogramAndAsManyAsTheTextsNeed) {
     data.notes.clear();
     EXPECT_EQ(pages({.chromatogram = false, .method = false}), 1); // says that there are none
     EXPECT_EQ(printed({.chromatogram = false, .method = false, .notes = false}), "");
+}
+
+TEST_F(ReportPages, knowsItsTitleItsSystemAndItsParts) {
+    data.title = QString("office ") + QChar(0xd800) + QChar(0) + ")>> <x>&";
+    data.provenance.system = "Velquin (2)";
+    data.marks = {{"S\t1", 0, 1, 0}, {"E", 0, 1, 5}};
+    data.notes = "ok";
+    const QByteArray report = printed();
+    const QByteArray appended = report.mid(report.indexOf("%%EOF"));
+    const auto text = [](const char *latin) {
+        QByteArray hex("<feff");
+        for (const char *c = latin; *c != 0; ++c)
+            hex += "00" + QByteArray(c, 1).toHex();
+        return hex + '>';
+    };
+    EXPECT_TRUE(appended.contains("/Author " + text("Velquin (2)")));
+    for (const char *part : {"Chromatogram", "Event marks", "Method", "Notes"})
+        EXPECT_EQ(appended.count("/Title " + text(part)), 1) << part;
+    const qsizetype table = appended.mid(appended.lastIndexOf("startxref") + 10).split('\n')[0].toLongLong();
+    EXPECT_TRUE(report.mid(table).startsWith("xref\n")); // a wrong place would leave a reader with the old details
+    const qsizetype xmp = report.indexOf("<x:xmpmeta");
+    QXmlStreamReader xml(report.mid(xmp, report.indexOf("<?xpacket end") - xmp));
+    while (!xml.atEnd())
+        xml.readNext();
+    EXPECT_FALSE(xml.hasError()) << qPrintable(xml.errorString());
+}
+
+TEST_F(ReportPages, theChromatogramLiesAsThePaperAndTextsStand) {
+    data.notes = "ok";
+    const auto boxes = [&](QPageLayout::Orientation orientation) {
+        const QPageLayout paper(QPageSize(QPageSize::A4), orientation, {});
+        const QByteArray report = *reportAsPdf(paper, {data, axes, {}, {}}, {});
+        return std::pair(report.count("[0 0 842."), report.count("[0 0 595."));
+    };
+    EXPECT_EQ(boxes(QPageLayout::Landscape), std::pair(qsizetype{1}, qsizetype{1}));
+    EXPECT_EQ(boxes(QPageLayout::Portrait), std::pair(qsizetype{0}, qsizetype{2}));
 }
 
 TEST_F(ReportPages, drawsLinesWhoseNumberThePaperDecides) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "chart/files/ChartRecords.h"
 
+#include "chart/files/Crc32.h"
 #include "chart/files/ProvenanceJson.h"
 
 #include <QJsonDocument>
@@ -125,6 +126,16 @@ void putSamples(RecordPieces &record, quint64 first, const SampleStore &samples,
         record.add(stretch.data(), stretch.size_bytes());
         from += static_cast<qint64>(stretch.size());
     }
+}
+
+quint32 sumOf(const SampleStore &samples) {
+    quint32 sum = 0;
+    for (qint64 from = 0; from < samples.size();) {
+        const std::span<const SamplePair> stretch = samples.stretchFrom(from);
+        sum = crc32Of(sum, stretch.data(), stretch.size_bytes());
+        from += static_cast<qint64>(stretch.size());
+    }
+    return sum;
 }
 
 std::optional<SampleNumbers> takeSampleNumbers(RecordReader &reader) {

@@ -46,6 +46,8 @@ struct SampleNumbers {
 /// Puts the samples `from` to before `to`, bit for bit; the first gets the number `first`. The store must outlive the
 /// record.
 void putSamples(RecordPieces &record, quint64 first, const SampleStore &samples, qint64 from, qint64 to);
+/// The checksum of all samples, in the form in which files hold them.
+quint32 sumOf(const SampleStore &samples);
 /// Put marks and method texts; the first gets the number `first`.
 void putMarks(RecordPieces &record, quint64 first, std::span<const EventMark> marks);
 void putMethodTexts(RecordPieces &record, quint64 first, std::span<const MethodText> texts);

@@ -59,11 +59,10 @@ RunDocument::Contents RunDocument::contents() const {
     return {data().title, data().notes, data().samples.size(), data().marks.size(), data().methodTexts.size(), axes()};
 }
 
-QString RunDocument::changeInWords() const {
-    if (!inFile_)
-        return QStringLiteral("first saved");
-    const Contents now = contents();
+/// What is not as in the file, apart from the axes.
+QStringList RunDocument::changes() const {
     QStringList changed;
+    const Contents now = contents();
     const auto tell = [&](bool differs, const char *what) {
         if (differs)
             changed << QLatin1String(what);
@@ -73,8 +72,20 @@ QString RunDocument::changeInWords() const {
     tell(now.samples != inFile_->samples, "samples");
     tell(now.marks != inFile_->marks, "marks");
     tell(now.methodTexts != inFile_->methodTexts, "method");
-    tell(now.axes != inFile_->axes, "axes");
+    return changed;
+}
+
+QString RunDocument::changeInWords() const {
+    if (!inFile_)
+        return QStringLiteral("first saved");
+    QStringList changed = changes();
+    if (axes() != inFile_->axes)
+        changed << QStringLiteral("axes");
     return changed.isEmpty() ? QStringLiteral("nothing") : changed.join(QStringLiteral(", "));
+}
+
+QString RunDocument::unsavedInWords() const {
+    return inFile_ ? changes().join(QStringLiteral(", ")) : QStringLiteral("the whole run");
 }
 
 } // namespace ostrel

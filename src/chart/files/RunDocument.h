@@ -3,6 +3,8 @@
 
 #include "chart/run/Run.h"
 
+#include <QStringList>
+
 #include <functional>
 #include <optional>
 
@@ -27,6 +29,9 @@ public:
     /// The file that the run was last read from or saved to; empty for a run that was never in a file.
     const QString &fileName() const { return fileName_; }
 
+    /// What the run holds and its file does not, in words; empty when it is all in the file.
+    QString unsavedInWords() const;
+
     std::function<void(qint16 ErrorCode)> ChartError; ///< called when a load fails; may be empty
 
 private:
@@ -41,6 +46,7 @@ private:
     };
 
     Contents contents() const;
+    QStringList changes() const;
     QString changeInWords() const;
 
     QString fileName_;

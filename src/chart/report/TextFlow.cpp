@@ -2,7 +2,6 @@
 #include "chart/report/TextFlow.h"
 
 #include <QFontMetricsF>
-#include <QTextOption>
 
 namespace ostrel {
 
@@ -14,7 +13,8 @@ constexpr int columnsToTab = 8;
 
 } // namespace
 
-void TextFlow::add(const QString &heading, const QStringList &paragraphs, const QFont &font) {
+int TextFlow::add(const QString &heading, const QStringList &paragraphs, const QFont &font,
+                  const QList<QTextOption::Tab> &tabs) {
     const double headingHeight = QFontMetricsF(headingFont_).height() * lineSpacing;
     const double together = headingHeight + linesWithHeading * QFontMetricsF(font).height() * lineSpacing;
     if (y_ > 0)
@@ -22,15 +22,18 @@ void TextFlow::add(const QString &heading, const QStringList &paragraphs, const 
     if (y_ + together > page_.height())
         startPage();
     addParagraph(heading, headingFont_);
+    const int page = current_;
     y_ += headingHeight / 4;
     for (const QString &paragraph : paragraphs)
-        addParagraph(paragraph, font);
+        addParagraph(paragraph, font, tabs);
+    return page;
 }
 
-void TextFlow::addParagraph(const QString &text, const QFont &font) {
+void TextFlow::addParagraph(const QString &text, const QFont &font, const QList<QTextOption::Tab> &tabs) {
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     option.setTabStopDistance(columnsToTab * QFontMetricsF(font).horizontalAdvance(QLatin1Char(' ')));
+    option.setTabs(tabs);
     QTextLayout &layout = *layouts_.emplace_back(std::make_unique<QTextLayout>(text, font));
     layout.setTextOption(option);
     layout.beginLayout();

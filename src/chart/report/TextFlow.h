@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QSizeF>
 #include <QTextLayout>
+#include <QTextOption>
 
 #include <memory>
 #include <vector>
@@ -17,8 +18,10 @@ class TextFlow {
 public:
     TextFlow(const QSizeF &page, const QFont &headingFont) : page_(page), headingFont_(headingFont) {}
 
-    /// Adds a section behind the last one. There is a tab stop at every eighth column.
-    void add(const QString &heading, const QStringList &paragraphs, const QFont &font);
+    /// Adds a section behind the last one. There is a tab stop at every eighth column, unless others are given. Returns
+    /// the page of the heading, from 0.
+    int add(const QString &heading, const QStringList &paragraphs, const QFont &font,
+            const QList<QTextOption::Tab> &tabs = {});
 
     /// The height of the texts on their first page.
     double firstHeight() const;
@@ -32,7 +35,7 @@ private:
         double y;
     };
 
-    void addParagraph(const QString &text, const QFont &font);
+    void addParagraph(const QString &text, const QFont &font, const QList<QTextOption::Tab> &tabs = {});
     void startPage();
 
     QSizeF page_;
