@@ -241,11 +241,13 @@ private:
 
     double lineHeight() const { return heightOf(smallFont_); }
     /// Above the chromatogram stand the title and the facts in two columns, above the texts a line.
-    double factLines() const { return std::ceil(static_cast<double>(facts_.size()) / 2); }
+    std::size_t factLines() const { return std::max<std::size_t>(1, (facts_.size() + 1) / 2); }
     double headHeight(int page) const {
         const bool first = page == 0;
         const double title = first ? title_.firstHeight() : lineHeight();
-        return title + (first && options_.chromatogram ? factLines() * lineHeight() + lineGap : 0) + 2 * lineGap;
+        return title +
+               (first && options_.chromatogram ? static_cast<double>(factLines()) * lineHeight() + lineGap : 0) +
+               2 * lineGap;
     }
     double footHeight() const { return lineHeight() + 3 * lineGap; }
     QRectF body(int page) const { return page_.adjusted(0, headHeight(page), 0, -footHeight()); }
@@ -277,7 +279,7 @@ private:
 
     void paintFacts(double top) {
         const double column = page_.width() / 2;
-        const auto rows = static_cast<std::size_t>(factLines());
+        const std::size_t rows = factLines();
         for (std::size_t i = 0; i < facts_.size(); ++i) {
             const double left = page_.left() + (i < rows ? 0 : column);
             const double y = top + static_cast<double>(i % rows) * lineHeight();
