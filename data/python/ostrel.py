@@ -765,7 +765,8 @@ def _lines(provenance: dict[str, Any]) -> Iterator[tuple[str, str]]:
         yield key.capitalize(), provenance[key] or "unknown"
     yield "Interval", f"{provenance['interval']:g} s" if provenance["interval"] else "unknown"
     yield "Recorded", f"{provenance['begun'] or 'unknown'} to {provenance['ended'] or 'unknown'}"
-    for name, key in (("Stretch", "stretches"), ("Clock set", "clockSteps"), ("Part of", "parent"), ("Saved", "history")):
+    lists = (("Stretch", "stretches"), ("Clock set", "clockSteps"), ("Part of", "parent"), ("Saved", "history"))
+    for name, key in lists:
         items = provenance[key] or []
         for item in items if isinstance(items, list) else [items]:
             yield name, ", ".join(f"{key} {value}" for key, value in (item or {}).items() if value is not None)
