@@ -144,7 +144,8 @@ _RECORD = struct.Struct("<4sIQII")
 _NUMBER = struct.Struct("<Q")
 _COUNTS = struct.Struct("<3Q")
 _AXES = struct.Struct("<6f")
-_ANY_RECORD = re.compile(b"TITL|AXES|NOTE|SIZE|PROV|METH|MARK|SAMP|END ")
+# Of a length below 2^40, so that few checksums need be computed in a search.
+_ANY_RECORD = re.compile(rb"(?s)(?:TITL|AXES|NOTE|SIZE|PROV|METH|MARK|SAMP|END )(?=.{9}\0\0\0)")
 _MOST_HOLES = 64  # times what is on the disk; a file of nothing but zeros in its samples has fewer
 
 
@@ -205,7 +206,7 @@ def _likely_key(data: bytes) -> Optional[int]:
         at = match.start()
         if at % 8 == 0 and at + _RECORD.size <= len(data):
             behind = _behind(at, _RECORD.unpack_from(data, at)[2])
-            if _ANY_RECORD.match(data[behind : behind + 4]) and _key_at(data, at) == _key_at(data, behind):
+            if _ANY_RECORD.match(data[behind : behind + 16]) and _key_at(data, at) == _key_at(data, behind):
                 keys[_key_at(data, at)] += 1
     return keys.most_common(1)[0][0] if keys else None
 
@@ -657,7 +658,8 @@ def _read_log(folder: str, strict: bool) -> Run:
         if texts[b"NOTE"] not in notes:
             notes += ("\r\n" if notes else "") + texts[b"NOTE"]
     if strict and missing:
-        raise Damaged(f"{folder}: is missing " + ", ".join(missing))
+        more = f", {len(missing) - 5} more" if len(missing) > 5 else ""
+        raise Damaged(f"{folder}: is missing {', '.join(missing[:5])}{more}")
     parts.texts = {b"TITL": title, b"NOTE": notes}
     parts.axes = Axes(time_max=max(0, parts.held - 1) / SAMPLES_PER_MINUTE)
     return parts.run("running log", 1, begun)
