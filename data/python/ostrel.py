@@ -109,7 +109,7 @@ class Run:
     axes: Axes
     marks: list[Mark]
     method: list[MethodText]
-    provenance: Optional[dict[str, Any]]  #: where the run comes from, see ostrel-chart(5); None from an older file
+    provenance: Optional[dict[str, Any]]  #: where it comes from, see ostrel-chart(5); None when the file does not tell
     missing: list[str]  #: what is missing, in words; empty for a whole file
 
     @property
@@ -340,28 +340,24 @@ _PROVENANCE = {
 }
 
 
-def _shaped(value: Any, form: Any, strict: bool) -> Any:
-    """The value with exactly the keys of this form. What is of another type is an error, or else missing."""
-    if isinstance(form, list) and isinstance(value, list):
-        return [_shaped(item, form[0], strict) for item in value]
-    if isinstance(form, dict) and isinstance(value, dict):
-        return {key: _shaped(value.get(key), item, strict) for key, item in form.items()}
-    if isinstance(form, type) and isinstance(value, form) and (form is str or math.isfinite(value)):
-        return value
-    if strict and value is not None:
-        raise ValueError("of another type")
-    return [] if isinstance(form, list) else None
+def _shaped(value: Any, form: Any) -> Any:
+    """The value with exactly the keys of this form. What is missing or of another type is None or an empty list."""
+    if isinstance(form, list):
+        return [_shaped(item, form[0]) for item in value if isinstance(item, dict)] if isinstance(value, list) else []
+    if isinstance(form, dict):
+        return {key: _shaped(value.get(key), item) for key, item in form.items()} if isinstance(value, dict) else None
+    return value if isinstance(value, form) and (form is str or math.isfinite(value)) else None
 
 
-def _provenance(payload: memoryview, strict: bool) -> dict[str, Any]:
+def _provenance(payload: memoryview) -> dict[str, Any]:
     try:
-        # A whole number becomes a float, too: who made the file decides how many digits it has.
-        value = json.loads(str(payload, "utf-8"), parse_int=float)
+        # Whole numbers become floats, too, since they may have any number of digits; int refuses NaN, which is no JSON.
+        provenance = _shaped(json.loads(str(payload, "utf-8"), parse_int=float, parse_constant=int), _PROVENANCE)
     except RecursionError:
-        value = ()
-    if not isinstance(value, dict):
+        provenance = None
+    if provenance is None:
         raise ValueError("no JSON object")
-    return _shaped(value, _PROVENANCE, strict)
+    return provenance
 
 
 _LAST_NUMBER = 1 << 48  # beyond any run
@@ -372,8 +368,8 @@ _NO_SAMPLE = struct.pack("<2f", math.nan, math.nan)
 class _Parts:
     """The parts of a run, put together from its records. `room` is for how many samples that fill gaps."""
 
-    def __init__(self, room: int = 0, strict: bool = False):
-        self.room, self.strict = room, strict
+    def __init__(self, room: int):
+        self.room = room
         self.texts: dict[bytes, str] = {}
         self.axes: Optional[Axes] = None
         self.provenance: Optional[dict[str, Any]] = None
@@ -384,6 +380,8 @@ class _Parts:
         self.numbered: dict[bytes, dict[int, Any]] = {b"MARK": {}, b"METH": {}}
         self.items: dict[bytes, list[Any]] = {b"MARK": [], b"METH": []}
         self.missing: list[str] = []
+        self.kinds: set[bytes] = set()  # of the records that were there, whole or not
+        self.ends = False  # the last record has the number that it should have
 
     def take(self, kind: bytes, payload: memoryview) -> None:
         """Raises a ValueError or a struct.error when the payload is not of its kind's form, and takes nothing then."""
@@ -392,7 +390,7 @@ class _Parts:
         elif kind == b"AXES":
             self.axes = Axes._make(_AXES.unpack(payload))
         elif kind == b"PROV":
-            self.provenance = _provenance(payload, self.strict)
+            self.provenance = _provenance(payload)
         elif kind in (b"SIZE", b"END "):
             self.counts[kind] = _COUNTS.unpack(payload)
         elif kind == b"SAMP":
@@ -467,7 +465,7 @@ class _Parts:
             axes=_usable(self.axes or Axes()),
             marks=self.items[b"MARK"],
             method=self.items[b"METH"],
-            provenance=None if version < 2 else self.provenance or _shaped({}, _PROVENANCE, False),
+            provenance=self.provenance,
             missing=self.missing,
         )
 
@@ -522,16 +520,18 @@ def _read_file(path: str, data: bytes, strict: bool) -> Run:
     if key is None:
         raise NotAChart(f"{path}: is not a chart file, from byte 0 on", 0)
 
-    parts = _Parts(room=len(data) // _PAIR, strict=strict)
+    parts = _Parts(room=len(data) // _PAIR)
     _take_file(data, key, head, parts, fault)
-    version = head.version if head else 2 if parts.provenance or b"SIZE" in parts.counts else 1
+    version = head.version if head else 2 if parts.kinds & {b"SIZE", b"PROV"} else 1
+    parts.end_run(tuple(map(max, zip((0, 0, 0), *parts.counts.values()))), fill=False)
+    if not parts.counts and not parts.ends:
+        parts.missing.append(f"whatever the run held from minute {parts.held / SAMPLES_PER_MINUTE:.2f} on")
     once = {"the title": parts.texts.get(b"TITL"), "the axes": parts.axes, "the notes": parts.texts.get(b"NOTE")}
     once["where the run comes from"] = parts.provenance if version > 1 else {}
     once["when the file was saved"] = head
-    parts.missing[:0] = [name for name, part in once.items() if part is None]
-    if not parts.counts:
-        parts.missing.append(f"whatever the run held from minute {parts.held / SAMPLES_PER_MINUTE:.2f} on")
-    parts.end_run(tuple(map(max, zip((0, 0, 0), *parts.counts.values()))), fill=False)
+    parts.missing += [name for name, part in once.items() if part is None]
+    if version > 1 and parts.provenance is None:
+        parts.provenance = _shaped({}, _PROVENANCE)
     is_log = head.kind == b"LOG " if head else path.lower().endswith(".chl")
     return parts.run("log" if is_log else "data", version, _date(head))
 
@@ -553,6 +553,8 @@ def _take_file(data: bytes, key: int, head: Optional[_Head], parts: _Parts, faul
     if head and (head.sequence != 0 or head.instance != 0):
         fault(Damaged, 32, "is damaged", ": only files of a running log have a number here")
     for count, (at, kind, number, payload) in enumerate(_records(data, key, fault)):
+        parts.kinds.add(kind)
+        parts.ends = kind == b"END " and number == count
         last, place = place, order.index(kind) if kind in order else -1
         goes_on = parts.number_of(kind)
         wrong = ""
@@ -583,7 +585,8 @@ def _take_file(data: bytes, key: int, head: Optional[_Head], parts: _Parts, faul
 # --- The running log ---
 
 _LOG_NAME = re.compile(r"Log([0-9]{5,9})\.dat")
-_ORDER = (b"SAMP", b"MARK", b"METH", b"TITL", b"NOTE", b"END ")  # within one writing
+_ORDER = (b"SAMP", b"MARK", b"METH", b"TITL", b"NOTE", b"PROV", b"END ")  # within one writing
+_WHOLE = (b"TITL", b"NOTE", b"PROV")  # written again as a whole when they change
 
 
 class _LogFile(NamedTuple):
@@ -602,7 +605,7 @@ class _Promises:
 
     def __init__(self) -> None:
         self.counts = (0, 0, 0)
-        self.lost: set[bytes] = set()  # title, notes, or b"" for a record of unknown kind, perhaps one of these
+        self.lost: set[bytes] = set()  # kinds of _WHOLE, or b"" for a record of unknown kind, perhaps one of these
         self._writing: set[bytes] = set()  # the same of the present writing
         self._open: Optional[tuple[int, ...]] = None  # a promise that does not count yet
         self._torn = False
@@ -625,7 +628,7 @@ class _Promises:
                 self._keep(counts)
             else:
                 self._open, self._torn = counts, False
-        elif record.kind in (b"TITL", b"NOTE"):
+        elif record.kind in _WHOLE:
             self.lost.discard(record.kind) if whole else self._writing.add(record.kind)
 
     def _find_lost(self, record: _Record) -> None:
@@ -634,9 +637,9 @@ class _Promises:
         place = _ORDER.index(record.kind) if record.kind in _ORDER else len(_ORDER)
         next_writing = place <= self._place  # one that is missing there was a promise, which is no loss
         if gone > 1 or (gone == 1 and not next_writing):
-            for text in (b"TITL", b"NOTE"):
-                if next_writing or self._place < _ORDER.index(text) < place:
-                    self._writing.add(text if place - self._place == 2 else b"")
+            for kind in _WHOLE:
+                if next_writing or self._place < _ORDER.index(kind) < place:
+                    self._writing.add(kind if place - self._place == 2 else b"")
         self._number, self._place = record.number + 1, place
 
     def _keep(self, counts: tuple[int, ...]) -> None:
@@ -653,10 +656,18 @@ def _read_log(folder: str, strict: bool) -> Run:
     parts.missing = missing
     title, notes = "", ""
     for run in runs:
-        texts = _join(run, parts)
-        title = title or texts[b"TITL"]
-        if texts[b"NOTE"] not in notes:
-            notes += ("\r\n" if notes else "") + texts[b"NOTE"]
+        latest = _join(run, parts)
+        title = title or latest[b"TITL"]
+        if latest[b"NOTE"] not in notes:
+            notes += ("\r\n" if notes else "") + latest[b"NOTE"]
+        if parts.provenance is None:
+            parts.provenance = latest[b"PROV"]
+        elif latest[b"PROV"] is not None:
+            for key in ("stretches", "clockSteps"):
+                parts.provenance[key] += latest[b"PROV"][key]
+    if parts.provenance and parts.provenance["stretches"]:
+        stretches = parts.provenance["stretches"]
+        parts.provenance.update(begun=stretches[0]["begun"], ended=stretches[-1]["ended"])
     if strict and missing:
         more = f", {len(missing) - 5} more" if len(missing) > 5 else ""
         raise Damaged(f"{folder}: is missing {', '.join(missing[:5])}{more}")
@@ -718,11 +729,11 @@ def _log_files(folder: str, strict: bool) -> tuple[list[list[_LogFile]], Optiona
     return [sorted(run, key=lambda file: file[:2]) for run in runs.values()], _date(first), missing
 
 
-def _join(files: list[_LogFile], parts: _Parts) -> dict[bytes, str]:
-    """Adds one run to the parts. Answers its latest title and notes."""
+def _join(files: list[_LogFile], parts: _Parts) -> dict[bytes, Any]:
+    """Adds one run to the parts. Answers its latest title, notes and provenance."""
     promises = _Promises()
-    texts = {b"TITL": (-1, ""), b"NOTE": (-1, "")}
-    told = len(parts.missing)
+    latest: dict[bytes, tuple[int, Any]] = {b"TITL": (-1, ""), b"NOTE": (-1, ""), b"PROV": (-1, None)}
+    told, first = len(parts.missing), parts.held
     for file in files:
         promises.begin_file()
         for record in _records(file.data, file.key):
@@ -730,9 +741,10 @@ def _join(files: list[_LogFile], parts: _Parts) -> dict[bytes, str]:
             try:
                 if whole and record.kind == b"END ":
                     counts = _COUNTS.unpack(record.payload)
-                elif whole and record.kind in texts:
-                    found = (file.number, _text(record.payload))
-                    texts[record.kind] = found if found[0] >= texts[record.kind][0] else texts[record.kind]
+                elif whole and record.kind in latest:
+                    found = (_provenance if record.kind == b"PROV" else _text)(record.payload)
+                    if file.number >= latest[record.kind][0]:
+                        latest[record.kind] = (file.number, found)
                 elif whole:
                     parts.take(record.kind, record.payload)
             except (ValueError, struct.error):
@@ -743,8 +755,25 @@ def _join(files: list[_LogFile], parts: _Parts) -> dict[bytes, str]:
     samples = samples if samples <= _LAST_NUMBER else 0
     parts.end_run((samples, min(marks, _LAST_NUMBER), min(method, _LAST_NUMBER)), fill=True)
     if promises.lost - ({b""} if len(parts.missing) > told else set()):
-        parts.missing.append("the notes or the name of the system, perhaps")
-    return {kind: text for kind, (_, text) in texts.items()}
+        parts.missing.append("the notes, the name of the system or where the run comes from, perhaps")
+    if latest[b"PROV"][1]:
+        _end_stretch(latest[b"PROV"][1], first, parts.held)
+    return {kind: found for kind, (_, found) in latest.items()}
+
+
+def _end_stretch(provenance: dict[str, Any], first: int, end: int) -> None:
+    """Ends the last stretch with the samples of the run, and moves all times behind the runs before."""
+    for stretch in provenance["stretches"][-1:]:
+        begin = stretch["from"] or 0.0
+        stretch["to"] = max(begin, (end - 1 - first) / SAMPLES_PER_MINUTE)
+        try:
+            ended = datetime.fromisoformat(stretch["begun"]) + timedelta(minutes=stretch["to"] - begin)
+            stretch["ended"] = ended.isoformat(timespec="seconds")
+        except (TypeError, ValueError, OverflowError):
+            pass  # nobody knows when it was begun
+    for item in provenance["stretches"] + provenance["clockSteps"]:
+        for key in {"from", "to", "minutes"} & item.keys():
+            item[key] = (item[key] or 0.0) + first / SAMPLES_PER_MINUTE
 
 
 # --- The summary ---

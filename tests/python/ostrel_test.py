@@ -124,8 +124,11 @@ class Files(Case):
         self.assertEqual(set(run.provenance), wanted | {"parent", "history"})
         self.assertEqual(run.provenance["stretches"], [{"from": 0, "to": 1, "begun": None, "ended": None}])
         self.assertEqual((run.provenance["history"], run.provenance["system"]), ([], None))
-        chart.records[4] = (b"PROV", b'{"later": {"x": [1e999]}, "system": null, "history": null}')
+        chart.records[4] = (b"PROV", b'{"later": [1], "system": 7, "parent": [], "history": null, "interval": 1e999}')
         self.assertEqual(set(map(str, ostrel.read(self.lay(chart.bytes())).provenance.values())), {"None", "[]"})
+        run = ostrel.read(root / "tests/golden/version2.chl")
+        self.assertEqual((run.kind, run.version, run.missing), ("log", 2, []))
+        self.assertEqual(run.provenance["clockSteps"], [{"minutes": 0.03125, "seconds": -90.5}])
 
     def test_anything_else_is_refused_with_its_place(self):
         def changed(at, kind, payload, **options):
@@ -167,9 +170,8 @@ class Files(Case):
             ("Damaged form", changed(7, b"MARK", marks(2, "x").replace(b"\xf7\xff\0", b"\xf7\xff\1"))),
             ("Damaged form", changed(9, b"SAMP", samples(8, 7)[:-1])),
         ]
-        no_json = (b"", b"[]", b"\xef\xbb\xbf{}", b'{"a": "\xff"}', b"[" * 9**6)
-        no_provenance = (b'{"system": 1}', b'{"interval": 1e999}', b'{"history": [7]}', b'{"parent": {"from": []}}')
-        bad += [("Damaged form", changed(4, b"PROV", payload)) for payload in no_json + no_provenance]
+        no_json = (b"", b"[]", b"\xef\xbb\xbf{}", b'{"a": "\xff"}', b'{"interval": NaN}', b"[" * 9**6)
+        bad += [("Damaged form", changed(4, b"PROV", payload)) for payload in no_json]
         for kind, data in bad:
             with self.subTest(kind, data=data[:200]), self.assertRaises(ostrel.OstrelError) as caught:
                 ostrel.read(self.lay(data))
@@ -211,7 +213,7 @@ class Files(Case):
         self.assertEqual((content(left), left.missing), (content(run), ["when the file was saved"]))
         gap = whole.index(b"SAMP") + 8
         left = self.left(b"\xa5" * 80 + whole[80:gap] + b"x" + whole[gap + 1 :])
-        self.assertEqual(left.missing, ["the title", "when the file was saved", "minutes 0.00 to 0.02 (8 samples)"])
+        self.assertEqual(left.missing, ["minutes 0.00 to 0.02 (8 samples)", "the title", "when the file was saved"])
         self.assertTrue(all(map(math.isnan, left.uv[:8])))
         self.assertEqual((len(left.uv), left.conductivity[8], left.times[8]), (20, 8, 8 / 300))
         forged = Chart()
@@ -249,6 +251,8 @@ class RunningLog(Case):
         file = Chart(1, b"TICK", identity, number)
         file.records = [(b"SAMP", samples(10 * number, 10)), (b"MARK", marks(number, str(number)))]
         file.records += [(b"TITL", text("Anna")), (b"NOTE", text(f"note {number}"))]
+        stretches = [{"from": 0, "begun": "2026-03-29T01:59:58+01:00", "to": None}]
+        file.records += [(b"PROV", json.dumps({"system": "Anna", "stretches": stretches}).encode())]
         file.records += [(b"END ", struct.pack("<3Q", 10 * number + 10, number + 1, 0))] if promise else []
         return self.lay(file.bytes() + bytes(end), f"Log{number + 1:05}.dat")
 
@@ -272,6 +276,7 @@ class RunningLog(Case):
         run, missing = self.missing()
         self.assertEqual((run.kind, run.title, run.notes, missing), ("running log", "Anna", "note 3", []))
         self.assertEqual(list(run.conductivity), list(range(40)))
+        self.assertEqual(run.provenance["ended"], "2026-03-29T02:00:05+01:00")
         data = files[1].read_bytes()
         files[1].write_bytes(data[:16] + b"another!" + data[24:])  # the file beside it tells the identity
         self.assertEqual(content(self.missing()[0]), content(run))
@@ -284,7 +289,9 @@ class RunningLog(Case):
             with tempfile.TemporaryDirectory() as other:
                 call = [recorder, "salvage", self.folder, other + "/new.chd"]
                 self.assertEqual(subprocess.run(call, capture_output=True).returncode, 3)
-                self.assertEqual(content(ostrel.read(other + "/new.chd"))[:2], content(left)[:2])
+                salvaged = ostrel.read(other + "/new.chd")
+            self.assertEqual(content(salvaged)[:2], content(left)[:2])
+            self.assertEqual(salvaged.provenance["ended"], left.provenance["ended"])
 
     def test_every_wrong_byte_of_a_log_is_told_or_does_no_harm(self):
         run = (self.tick(0), self.tick(1), ostrel.read(self.folder))[2]
@@ -313,6 +320,8 @@ class RunningLog(Case):
         run, missing = self.missing()
         self.assertEqual((len(run.uv), run.conductivity[10], missing), (20, 0, []))
         self.assertAlmostEqual(run.marks[1].minutes, 0.5 + 10 / 300)
+        second = run.provenance["stretches"][1]
+        self.assertEqual((round(second["from"], 6), round(second["to"], 6)), (0.033333, 0.063333))
         self.lay(Chart(2, b"TICK").bytes(), "Log00006.dat")
         self.assertRegex(ostrel.read(self.folder, strict=False).missing[0], "newer")
         self.assertRaises(ostrel.NewerVersion, ostrel.read, self.folder)
