@@ -60,6 +60,8 @@ endforeach()
 foreach(program ostrel ostrel-file velquin-sim)
     ostrel_install_compressed(${CMAKE_SOURCE_DIR}/docs/man/${program}.1 ${CMAKE_INSTALL_MANDIR}/man1)
 endforeach()
+ostrel_install_compressed(${CMAKE_SOURCE_DIR}/docs/man/ostrel-chart.5 ${CMAKE_INSTALL_MANDIR}/man5)
+install(FILES data/python/ostrel.py DESTINATION lib/python3/dist-packages) # the same for each architecture
 install(FILES .reuse/dep5 DESTINATION ${doc} RENAME copyright)
 install(FILES docs/file-format.md docs/text-export.md DESTINATION ${doc})
 install(DIRECTORY data/simulator/ DESTINATION ${doc}/examples)

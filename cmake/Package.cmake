@@ -15,7 +15,7 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Qt loads what draws the tool bar's icons at run time, where no tool sees it; fonts and keyboard tables come with Qt.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS libqt6svg6)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS cups)
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "cups, python3, python3-numpy")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "chart recorder for the Velquin chromatography system")
 set(CPACK_PACKAGE_DESCRIPTION
 "Ostrel MS listens to a Velquin low-pressure chromatography system on a
@@ -25,5 +25,6 @@ that outlives a power failure. Runs are saved, compared in tabs, printed and
 exported as tables; several instruments can be recorded at a time.
 
 The package also holds ostrel-file, which looks into, checks, converts and
-salvages saved runs without a display, and velquin-sim, a simulated instrument.")
+salvages saved runs without a display, a module for Python that reads them, and
+velquin-sim, a simulated instrument.")
 include(CPack)

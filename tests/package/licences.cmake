@@ -3,7 +3,7 @@ cmake_minimum_required(VERSION 3.25)
 
 # Every source names its licence in one of its first two lines.
 
-set(named "(\\.(cpp|h|cmake|awk|jq|xml|desktop|1|sh|svg|qrc|html|css|velquin|hlp)|/CMakeLists\\.txt|/scripts/[^.]+|/\\.ci/run)$")
+set(named "(\\.(cpp|h|cmake|awk|jq|xml|desktop|1|5|py|sh|svg|qrc|html|css|velquin|hlp)|/CMakeLists\\.txt|/scripts/[^.]+|/\\.ci/run)$")
 set(unnamed)
 foreach(folder .ci benchmarks cmake data docs scripts src tests)
     file(GLOB_RECURSE files ${SOURCE}/${folder}/*)
