@@ -60,9 +60,13 @@ bool bearsChartMark(const QString &path);
 ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes,
                               FileOperations &operations = FileOperations::system());
 
-/// The same for a damaged file, also with a damaged header: keeps the samples up to the first that is missing, and all
-/// intact marks and method texts. The report has the first fault. Nothing is read from a file that is not a chart's, is
-/// of a newer version, ends within its header or cannot be read at its beginning.
+/// The report of loadChartFile, without the run: however many samples there are, they take less than a megabyte.
+/// Several threads may check files at once.
+ChartFileReport checkChartFile(const QString &path, FileOperations &operations = FileOperations::system());
+
+/// The same as loadChartFile for a damaged file, also with a damaged header: keeps the samples up to the first that is
+/// missing, and all intact marks and method texts. The report has the first fault. Nothing is read from a file that is
+/// not a chart's, is of a newer version, ends within its header or cannot be read at its beginning.
 ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes,
                                  FileOperations &operations = FileOperations::system());
 

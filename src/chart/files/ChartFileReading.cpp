@@ -30,10 +30,13 @@ void mendAxes(AxisValues &axes) {
         std::tie(axes.timeMin, axes.timeMax) = std::pair(fresh.timeMin, fresh.timeMax);
 }
 
+enum class Samples { Kept, OnlyChecked };
+
 /// Reads a file into the members `run` and `axes`.
 class Reading {
 public:
-    Reading(const QString &path, FileOperations &operations) : path_(path), reader_(path, operations) {}
+    Reading(const QString &path, FileOperations &operations, Samples samples = Samples::Kept)
+        : path_(path), keepsSamples_(samples == Samples::Kept), reader_(path, operations) {}
 
     /// Checks the file header. False when it has a fault.
     bool beginsWell();
@@ -63,10 +66,12 @@ private:
     void noteTrailing();
     void note(ChartFileFault fault, quint64 position);
     ChartCounts held() const {
-        return {static_cast<quint64>(run.samples.size()), run.marks.size(), run.methodTexts.size()};
+        return {static_cast<quint64>(run.samples.size()) + dropped_, run.marks.size(), run.methodTexts.size()};
     }
 
     QString path_;
+    bool keepsSamples_;
+    quint64 dropped_ = 0; ///< samples that were good and are not kept
     RecordReader reader_;
     quint32 records_ = 0;
     std::size_t place_ = 0; ///< of the last record's kind in the order of kinds
@@ -84,7 +89,7 @@ bool Reading::beginsWell() {
         note(ChartFileFault::NotAChart, 0);
     else if (report.head->version > chartFileVersion)
         note(ChartFileFault::NewerVersion, 0);
-    else
+    else if (keepsSamples_)
         run.samples.expect(static_cast<qint64>(reader_.filledSize() / sizeof(SamplePair)));
     return report.good();
 }
@@ -224,17 +229,21 @@ bool Reading::takeItems(std::vector<Item> &items, bool (*takeFrom)(RecordReader 
     return continues;
 }
 
-/// Reads directly into the store, without a copy. Samples that fail the check are not appended.
+/// Reads directly into the store, without a copy. Samples that fail the check are not appended. Samples that are not
+/// kept come to the same place one record after the other.
 bool Reading::takeSamples() {
     const auto numbers = takeSampleNumbers(reader_);
-    const auto size = static_cast<quint64>(run.samples.size());
+    const quint64 size = held().samples;
     if (!numbers || numbers->count == 0 || numbers->first != size ||
         numbers->count > SampleStore::chunkSize - size % SampleStore::chunkSize)
         return false;
     const std::span<SamplePair> samples = run.samples.room().first(static_cast<std::size_t>(numbers->count));
     if (!reader_.take(samples.data(), samples.size_bytes()) || !reader_.finish())
         return false;
-    run.samples.appendFromRoom(samples.size());
+    if (keepsSamples_)
+        run.samples.appendFromRoom(samples.size());
+    else
+        dropped_ += samples.size();
     return true;
 }
 
@@ -245,6 +254,13 @@ bool Reading::takeEnd() {
         return false;
     report.counts = counts;
     return counts == held();
+}
+
+ChartFileReport outOfMemory() {
+    ChartFileReport report;
+    report.fault = ChartFileFault::Unreadable;
+    report.error = std::make_error_code(std::errc::not_enough_memory);
+    return report;
 }
 
 ChartFileReport readChartFile(const QString &path, ChartData &run, AxisValues &axes, bool salvage,
@@ -263,10 +279,7 @@ ChartFileReport readChartFile(const QString &path, ChartData &run, AxisValues &a
     }
     return reading.report;
 } catch (const std::bad_alloc &) {
-    ChartFileReport report;
-    report.fault = ChartFileFault::Unreadable;
-    report.error = std::make_error_code(std::errc::not_enough_memory);
-    return report;
+    return outOfMemory();
 }
 
 } // namespace
@@ -280,6 +293,15 @@ bool bearsChartMark(const QString &path) {
 
 ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes, FileOperations &operations) {
     return readChartFile(path, run, axes, false, operations);
+}
+
+ChartFileReport checkChartFile(const QString &path, FileOperations &operations) try {
+    Reading reading(path, operations, Samples::OnlyChecked);
+    if (reading.beginsWell())
+        reading.readStrictly();
+    return reading.report;
+} catch (const std::bad_alloc &) {
+    return outOfMemory();
 }
 
 ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes, FileOperations &operations) {
