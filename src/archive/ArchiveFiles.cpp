@@ -116,9 +116,10 @@ QString placeOf(const QString &path) {
 
 ArchiveFiles findArchiveFiles(const QStringList &operands) {
     ArchiveFiles found;
-    for (const QString &path : operands) {
-        if (const QFileInfo operand(path); operand.isDir())
-            found.folders.push_back({withoutSeparator(path), withoutSeparator(operand.canonicalFilePath())});
+    for (const QString &operand : operands) {
+        const QString path = withoutSeparator(operand);
+        if (const QFileInfo named(operand); named.isDir())
+            found.folders.push_back({path, withoutSeparator(named.canonicalFilePath())});
         else
             found.files.push_back({path, placeOf(path)});
     }

@@ -24,7 +24,7 @@ constexpr int any = std::numeric_limits<int>::max();
 constexpr ArchiveCommand commands[] = {
     // name     operands                           summary                                          operands  options           routine
     {"info",    "FILE",                            "Say what is in a file.",                         1, 1,    declareInfo,      info},
-    {"check",   "FILE|FOLDER...",                  "Say of each file whether it is whole.",          1, any,  declareCheck,     check},
+    {"check",   "FILE|FOLDER...",                  "Say which files are whole, and unchanged.",      1, any,  declareCheck,     check},
     {"text",    "FILE OUT.txt",                    "Write a run as a table for a spreadsheet.",      2, 2,    declareText,      text},
     {"pdf",     "FILE OUT.pdf",                    "Write the report of a run.",                     2, 2,    declareReport,    pdf},
     {"salvage", "FILE|DIRECTORY OUT.chd|OUT.chl",  "Save what is left of a damaged file, or the running log of a dead "
@@ -41,9 +41,8 @@ QString overview() {
         text += QString("  %1 %2\n        %3\n").arg(command.name, command.operands, command.summary);
     return text +
            "\n\"ostrel-file COMMAND --help\" tells a command's options.\n"
-           "Exit codes: 0 good, 1 a file is not whole, not as in the manifest, or cannot be read or written, or\n"
-           "nothing is left to save,\n"
-           "2 the command line is not understood, 3 something was saved and something is missing.";
+           "Exit codes: 0 good, 1 a file is not whole, not as in the manifest, or cannot be read or written, or nothing\n"
+           "is left to save, 2 the command line is not understood, 3 something was saved and something is missing.";
 }
 
 const ArchiveCommand &commandOf(const QString &name) {
