@@ -41,8 +41,9 @@ QString overview() {
         text += QString("  %1 %2\n        %3\n").arg(command.name, command.operands, command.summary);
     return text +
            "\n\"ostrel-file COMMAND --help\" tells a command's options.\n"
-           "Exit codes: 0 good, 1 a file is not whole, not as in the manifest, or cannot be read or written, or nothing\n"
-           "is left to save, 2 the command line is not understood, 3 something was saved and something is missing.";
+           "Exit codes: 0 good, 1 a file is not whole, not as in the manifest, or cannot be read or written, or\n"
+           "nothing is left to save, 2 the command line is not understood, 3 something was saved and something is\n"
+           "missing.";
 }
 
 const ArchiveCommand &commandOf(const QString &name) {
