@@ -4,6 +4,8 @@
 #include "archive/Manifest.h"
 #include "fuzz/Scenario.h"
 
+#include <QByteArrayList>
+
 /// Reads arbitrary bytes as a manifest, and as the names of files, with a zero between, that are written into one. What
 /// was written comes back; cut or changed anywhere it is refused. The first two bytes tell where. Throws
 /// std::logic_error otherwise.
