@@ -5,7 +5,6 @@
 #include "chart/files/RunningLogFiles.h"
 #include "files/TemporaryFiles.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>

@@ -68,7 +68,7 @@ QByteArray lastLine(std::size_t count, const QByteArray &above) {
            '\n';
 }
 
-/// What the file at the place is not: a manifest. In words.
+/// Why it is refused.
 QString inWords(Manifest::Fault fault) {
     switch (fault) {
     case Manifest::Fault::None:
