@@ -165,7 +165,7 @@ bool Check::tell(const ArchiveFile &file, const CheckedFile &checked) {
         told_.append(object);
         return true;
     }
-    const qint64 samples = checked.report.counts ? static_cast<qint64>(checked.report.counts->samples) : 0;
+    const auto samples = static_cast<qint64>(checked.report.samples);
     const auto minutes = static_cast<float>(ChartData::timeOf(std::max<qint64>(samples - 1, 0))); // as info tells it
     QStringList words{isWhole ? "whole, " + duration(minutes) : fault};
     if (!against.isEmpty() && !isMissing)

@@ -41,7 +41,7 @@ struct ChartFileTest : testing::Test {
         EXPECT_TRUE(report.good() || print(back, backAxes) == before);
         const ChartFileReport checked = checkChartFile(path);
         EXPECT_TRUE(checked.fault == report.fault && checked.position == report.position &&
-                    checked.trailing == report.trailing && checked.counts == report.counts &&
+                    checked.trailing == report.trailing && checked.samples == report.samples &&
                     checked.record.has_value() == report.record.has_value());
         return report;
     }

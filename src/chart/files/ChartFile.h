@@ -47,6 +47,7 @@ struct ChartFileReport {
     bool lost = false;                 ///< a record is damaged or missing
     std::optional<FileHead> head;      ///< set when the file begins with an intact one
     std::optional<ChartCounts> counts; ///< as written, when the last record is intact
+    quint64 samples = 0;               ///< read before the first fault
 
     bool good() const { return fault == ChartFileFault::None; }
 };

@@ -117,6 +117,7 @@ std::optional<FileHead> Reading::likelyHead() {
 void Reading::readStrictly() {
     while (!ended_ && report.good())
         next();
+    report.samples = held().samples;
 }
 
 void Reading::readLeniently() {
