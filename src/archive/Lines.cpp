@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "archive/Lines.h"
 
-#include <QIODevice>
+#include <QFileDevice>
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -45,7 +46,10 @@ QString escaped(const QString &text, QString (*escape)(QChar c)) {
 
 } // namespace
 
-void Lines::tell(const QString &line) { stream_ << escaped(line, plainEscape) << '\n'; }
+void Lines::tell(const QString &line) {
+    show({});
+    stream_ << escaped(line, plainEscape) << '\n';
+}
 
 void Lines::tell(const QJsonDocument &document) {
     stream_ << escaped(QString::fromUtf8(document.toJson()), jsonEscape);
@@ -54,6 +58,19 @@ void Lines::tell(const QJsonDocument &document) {
 bool Lines::deliver() {
     stream_.flush();
     return stream_.status() == QTextStream::Ok;
+}
+
+bool Lines::isTerminal() const {
+    const auto *file = qobject_cast<QFileDevice *>(stream_.device());
+    return file != nullptr && ::isatty(file->handle()) != 0;
+}
+
+void Lines::show(const QString &status) {
+    if (shown_ > 0)
+        stream_ << '\r' << QString(shown_, ' ') << '\r';
+    stream_ << status;
+    stream_.flush();
+    shown_ = status.size();
 }
 
 QString Lines::error() const { return stream_.device() != nullptr ? stream_.device()->errorString() : QString(); }

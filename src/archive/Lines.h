@@ -22,8 +22,13 @@ public:
     /// The reason of a failed write.
     QString error() const;
 
+    bool isTerminal() const;
+    /// For a terminal: the last line, which stands until the next status or line takes its place; empty for none.
+    void show(const QString &status);
+
 private:
     QTextStream &stream_;
+    qsizetype shown_ = 0; ///< characters of the status
 };
 
 } // namespace ostrel

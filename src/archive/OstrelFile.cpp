@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "archive/OstrelFile.h"
 
+#include "archive/ArchiveCheck.h"
 #include "archive/ArchiveCommand.h"
 #include "archive/Conversions.h"
-#include "archive/FileChecks.h"
+#include "archive/FileFacts.h"
 #include "archive/RunFile.h"
 #include "archive/RunningLogs.h"
 #include "archive/Salvage.h"
@@ -23,7 +24,7 @@ constexpr int any = std::numeric_limits<int>::max();
 constexpr ArchiveCommand commands[] = {
     // name     operands                           summary                                          operands  options           routine
     {"info",    "FILE",                            "Say what is in a file.",                         1, 1,    declareInfo,      info},
-    {"check",   "FILE...",                         "Say of each file whether it is whole.",          1, any,  nullptr,          check},
+    {"check",   "FILE|FOLDER...",                  "Say which files are whole, and unchanged.",      1, any,  declareCheck,     check},
     {"text",    "FILE OUT.txt",                    "Write a run as a table for a spreadsheet.",      2, 2,    declareText,      text},
     {"pdf",     "FILE OUT.pdf",                    "Write the report of a run.",                     2, 2,    declareReport,    pdf},
     {"salvage", "FILE|DIRECTORY OUT.chd|OUT.chl",  "Save what is left of a damaged file, or the running log of a dead "
@@ -40,8 +41,9 @@ QString overview() {
         text += QString("  %1 %2\n        %3\n").arg(command.name, command.operands, command.summary);
     return text +
            "\n\"ostrel-file COMMAND --help\" tells a command's options.\n"
-           "Exit codes: 0 good, 1 a file is not whole or cannot be read or written, or nothing is left to save,\n"
-           "2 the command line is not understood, 3 something was saved and something is missing.";
+           "Exit codes: 0 good, 1 a file is not whole, not as in the manifest, or cannot be read or written, or\n"
+           "nothing is left to save, 2 the command line is not understood, 3 something was saved and something is\n"
+           "missing.";
 }
 
 const ArchiveCommand &commandOf(const QString &name) {

@@ -94,6 +94,8 @@ QByteArray TemporaryFiles::newName() {
     return prefix + parts.join('-') + suffix;
 }
 
+bool TemporaryFiles::isName(const QByteArray &name) { return writerOf(name).has_value(); }
+
 void TemporaryFiles::clearDead(const QByteArray &folder, FileOperations &operations) {
     int count = 0;
     // An error is ignored: a file can be saved in a folder that cannot be listed.

@@ -17,6 +17,8 @@ namespace TemporaryFiles {
 
 /// Another one each time, without a folder.
 QByteArray newName();
+/// A name of this form, without a folder: the file is unfinished, or left by a killed program.
+bool isName(const QByteArray &name);
 
 /// Removes the files that killed programs left in a folder, given with its trailing separator. Files that a live
 /// program may own stay: those of another computer, those whose process number any program uses, and undecidable ones

@@ -1,16 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "archive/OstrelFile.h"
-
-#include "archive/ArchiveCommand.h"
+#include "archive/ArchiveFixture.h"
 #include "archive/Interruptions.h"
-#include "chart/RunFiles.h"
-#include "chart/files/ChartFile.h"
 #include "chart/files/LogWastebasket.h"
 #include "chart/files/RunningLogWriter.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QThread>
 #include <sys/wait.h>
@@ -20,46 +15,7 @@
 
 namespace {
 
-/// An archive of one run of two minutes, with a mark and a method. The program is called in its folder.
-class OstrelFileTest : public testing::Test {
-protected:
-    OstrelFileTest() {
-        QDir::setCurrent(archive.path());
-        for (int i = 0; i <= 600; ++i)
-            run.samples.append({static_cast<float>(i) / 1000, 20});
-        run.marks.push_back({"S", 0xff, 10, 0.5F});
-        run.methodTexts.push_back({"Load\r\nWash\r\n", 0.1F});
-        run.title = "Größe";
-        save("run.chd");
-        whole = content("run.chd");
-    }
-
-    void save(const QString &name) const { EXPECT_FALSE(saveChartFile(name, dataFile, run, {})); }
-    int call(const QString &line) { return call(line.split(' ')); }
-    int call(const QStringList &arguments) {
-        said.clear();
-        complaint.clear();
-        QTextStream out(&said);
-        QTextStream complaints(&complaint);
-        return ostrelFile(QStringList{"ostrel-file"} + arguments, out, complaints);
-    }
-    /// The program as shipped: its exit code and what it complains of.
-    static std::string callByShell(const QString &before, const QString &arguments) {
-        QProcess shell;
-        shell.start("sh", {"-c", before + OSTREL_FILE " " + arguments});
-        EXPECT_TRUE(shell.waitForFinished());
-        return std::to_string(shell.exitCode()) + ": " + shell.readAllStandardError().toStdString();
-    }
-    bool holdsTheRun(const QString &name) {
-        return call("check " + name) == Good && said.endsWith(": whole, 2.00 minutes (0:02:00)\n");
-    }
-
-    QTemporaryDir archive;
-    ChartData run;
-    QByteArray whole; ///< the run's file
-    QString said;
-    QString complaint;
-};
+using OstrelFileTest = ArchiveFixture;
 
 TEST_F(OstrelFileTest, infoTellsWhatIsInAFile) {
     EXPECT_EQ(call("info run.chd"), Good);
@@ -101,7 +57,8 @@ TEST_F(OstrelFileTest, checkNamesEachFileThatIsNotWhole) {
                             "e: damaged at byte %1\n"
                             "f: goes on behind its end at byte %3\n"
                             "none: cannot be read: No such file or directory\n"
-                            "run.chd: whole, 2.00 minutes (0:02:00)\n")
+                            "run.chd: whole, 2.00 minutes (0:02:00)\n"
+                            "8 files: 1 whole, 7 damaged\n")
                         .arg(samples)
                         .arg(whole.indexOf("END "))
                         .arg(whole.size()));

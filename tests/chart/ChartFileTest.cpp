@@ -82,6 +82,10 @@ struct ChartFileTest : testing::Test {
         const QByteArray before = print(back, backAxes);
         const ChartFileReport report = loadChartFile(path, back, backAxes);
         EXPECT_TRUE(report.good() || print(back, backAxes) == before);
+        const ChartFileReport checked = checkChartFile(path);
+        EXPECT_TRUE(checked.fault == report.fault && checked.position == report.position &&
+                    checked.trailing == report.trailing && checked.samples == report.samples &&
+                    checked.record.has_value() == report.record.has_value());
         return report;
     }
     /// Where the head of the file and each record begin, and the end.

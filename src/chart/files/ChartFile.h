@@ -68,6 +68,7 @@ struct ChartFileReport {
     bool trailing = false;            ///< the only fault is that bytes follow the last record
     std::optional<FileHead> head;     ///< set when the file begins with an intact one
     ChartFileLosses losses;           ///< known when the file was salvaged
+    quint64 samples = 0;              ///< read before the first fault
 
     bool good() const { return fault == ChartFileFault::None; }
 };
@@ -81,10 +82,14 @@ bool bearsChartMark(const QString &path);
 ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes,
                               FileOperations &operations = FileOperations::system());
 
-/// The same for a damaged file, also with a damaged header: keeps every record that is intact, with the times that it
-/// had. Samples that are missing in between are filled in as not-a-number, unless there are far more than the file has
-/// room for. The report has the first fault. Nothing is read from a file that is not a chart's, is of a newer version,
-/// or cannot be read at its beginning.
+/// The report of loadChartFile, without the run: however many samples there are, they take less than a megabyte.
+/// Several threads may check files at once.
+ChartFileReport checkChartFile(const QString &path, FileOperations &operations = FileOperations::system());
+
+/// The same as loadChartFile for a damaged file, also with a damaged header: keeps every record that is intact, with
+/// the times that it had. Samples that are missing in between are filled in as not-a-number, unless there are far more
+/// than the file has room for. The report has the first fault. Nothing is read from a file that is not a chart's, is of
+/// a newer version, or cannot be read at its beginning.
 ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes,
                                  FileOperations &operations = FileOperations::system());
 

@@ -37,10 +37,13 @@ struct ItemNumbers {
     quint64 lost = 0;
 };
 
+enum class Samples { Kept, OnlyChecked };
+
 /// Reads a file into the members `run` and `axes`.
 class Reading {
 public:
-    Reading(const QString &path, FileOperations &operations) : path_(path), reader_(path, operations) {}
+    Reading(const QString &path, FileOperations &operations, Samples samples = Samples::Kept)
+        : path_(path), keepsSamples_(samples == Samples::Kept), reader_(path, operations) {}
 
     /// Checks the file header. False when it has a fault.
     bool beginsWell();
@@ -79,6 +82,8 @@ private:
     ChartCounts held() const { return {nextSample_, marks_.next, methodTexts_.next}; }
 
     QString path_;
+    bool keepsSamples_;
+    quint64 dropped_ = 0; ///< samples that were good and are not kept
     RecordReader reader_;
     bool lenient_ = false;
     quint32 records_ = 0;
@@ -105,7 +110,7 @@ bool Reading::beginsWell() {
         note(ChartFileFault::NotAChart, 0);
     else if (report.head->version > chartFileVersion)
         note(ChartFileFault::NewerVersion, 0);
-    else
+    else if (keepsSamples_)
         run.samples.expect(static_cast<qint64>(reader_.filledSize() / sizeof(SamplePair)));
     return report.good();
 }
@@ -142,6 +147,7 @@ std::optional<FileHead> Reading::likelyHead() {
 void Reading::readStrictly() {
     while (!ended_ && report.good())
         next();
+    report.samples = held().samples;
 }
 
 void Reading::readLeniently() {
@@ -302,19 +308,23 @@ bool Reading::takeItems(std::vector<Item> &items, ItemNumbers &numbers,
     return missing == 0;
 }
 
-/// Reads directly into the store, without a copy. Samples that fail the check are not appended.
+/// Reads directly into the store, without a copy. Samples that fail the check are not appended. Samples that are not
+/// kept come to the same place one record after the other.
 bool Reading::takeSamples() {
     const auto numbers = takeSampleNumbers(reader_);
     if (!numbers || numbers->count == 0 ||
         numbers->count > SampleStore::chunkSize - numbers->first % SampleStore::chunkSize)
         return false;
     const auto size = static_cast<quint64>(run.samples.size());
-    if (numbers->first != nextSample_ || nextSample_ != size)
+    if (numbers->first != nextSample_ || nextSample_ != size + dropped_)
         return lenient_ && numbers->first >= nextSample_ && takeSamplesBehindGap(*numbers);
     const std::span<SamplePair> samples = run.samples.room().first(static_cast<std::size_t>(numbers->count));
     if (!reader_.take(samples.data(), samples.size_bytes()) || !reader_.finish())
         return false;
-    run.samples.appendFromRoom(samples.size());
+    if (keepsSamples_)
+        run.samples.appendFromRoom(samples.size());
+    else
+        dropped_ += samples.size();
     nextSample_ += numbers->count;
     return true;
 }
@@ -356,6 +366,13 @@ void Reading::countLosses() {
         losses.gaps.push_back({run.samples.size(), static_cast<qint64>(missing), false});
 }
 
+ChartFileReport outOfMemory() {
+    ChartFileReport report;
+    report.fault = ChartFileFault::Unreadable;
+    report.error = std::make_error_code(std::errc::not_enough_memory);
+    return report;
+}
+
 ChartFileReport readChartFile(const QString &path, ChartData &run, AxisValues &axes, bool salvage,
                               FileOperations &operations) try {
     Reading reading(path, operations);
@@ -372,10 +389,7 @@ ChartFileReport readChartFile(const QString &path, ChartData &run, AxisValues &a
     }
     return reading.report;
 } catch (const std::bad_alloc &) {
-    ChartFileReport report;
-    report.fault = ChartFileFault::Unreadable;
-    report.error = std::make_error_code(std::errc::not_enough_memory);
-    return report;
+    return outOfMemory();
 }
 
 } // namespace
@@ -389,6 +403,15 @@ bool bearsChartMark(const QString &path) {
 
 ChartFileReport loadChartFile(const QString &path, ChartData &run, AxisValues &axes, FileOperations &operations) {
     return readChartFile(path, run, axes, false, operations);
+}
+
+ChartFileReport checkChartFile(const QString &path, FileOperations &operations) try {
+    Reading reading(path, operations, Samples::OnlyChecked);
+    if (reading.beginsWell())
+        reading.readStrictly();
+    return reading.report;
+} catch (const std::bad_alloc &) {
+    return outOfMemory();
 }
 
 ChartFileReport salvageChartFile(const QString &path, ChartData &run, AxisValues &axes, FileOperations &operations) {

@@ -9,7 +9,4 @@ namespace ostrel {
 void declareInfo(QCommandLineParser &line);
 ExitCode info(const ArchiveCall &call);
 
-/// Writes a line for each file: whole, or its first fault. Checks all records up to that.
-ExitCode check(const ArchiveCall &call);
-
 } // namespace ostrel

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "archive/FileChecks.h"
+#include "archive/FileFacts.h"
 
 #include "archive/Facts.h"
 #include "archive/RunFile.h"
@@ -103,21 +103,6 @@ ExitCode info(const ArchiveCall &call) {
     for (const EventMark &mark : file.run.marks)
         call.out.tell(QString(16, ' ') + QString("%1 min  ").arg(mark.time, 10, 'f', 3) + mark.label);
     return Good;
-}
-
-ExitCode check(const ArchiveCall &call) {
-    ExitCode result = Good;
-    for (const QString &path : call.operands) {
-        ChartData run;
-        AxisValues axes;
-        const ChartFileReport report = loadChartFile(path, run, axes);
-        call.out.tell(path + ": " + describe(report) + (report.good() ? ", " + duration(run.lastTime()) : QString()));
-        if (!report.good())
-            result = Failed;
-        if (!call.out.deliver())
-            break; // the other results could not be written either
-    }
-    return result;
 }
 
 } // namespace ostrel
