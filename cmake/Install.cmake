@@ -61,7 +61,7 @@ foreach(program ostrel ostrel-file velquin-sim)
     ostrel_install_compressed(${CMAKE_SOURCE_DIR}/docs/man/${program}.1 ${CMAKE_INSTALL_MANDIR}/man1)
 endforeach()
 install(FILES .reuse/dep5 DESTINATION ${doc} RENAME copyright)
-install(FILES docs/file-format.md docs/text-export.md DESTINATION ${doc})
+install(FILES docs/file-format.md docs/interchange.md docs/text-export.md DESTINATION ${doc})
 install(DIRECTORY data/simulator/ DESTINATION ${doc}/examples)
 ostrel_install_compressed(${CMAKE_SOURCE_DIR}/data/debian/changelog ${doc} changelog.Debian)
 

@@ -4,6 +4,7 @@
 #include <QIODevice>
 
 #include <algorithm>
+#include <utility>
 
 namespace ostrel {
 
@@ -45,7 +46,28 @@ QString escaped(const QString &text, QString (*escape)(QChar c)) {
 
 } // namespace
 
-void Lines::tell(const QString &line) { stream_ << escaped(line, plainEscape) << '\n'; }
+void Lines::tell(const QString &line) {
+    clearPassing();
+    stream_ << escaped(line, plainEscape) << '\n';
+}
+
+void Lines::tellInPassing(const QString &line) {
+    if (!onTerminal_)
+        return;
+    constexpr int width = 72; // a longer one would not go away as a whole
+    clearPassing();
+    stream_ << escaped(line, plainEscape).left(width);
+    stream_.flush();
+    passing_ = true;
+}
+
+void Lines::clearPassing() {
+    constexpr QLatin1String clearLine("\r\x1b[K");
+    if (std::exchange(passing_, false)) {
+        stream_ << clearLine;
+        stream_.flush();
+    }
+}
 
 void Lines::tell(const QJsonDocument &document) {
     stream_ << escaped(QString::fromUtf8(document.toJson()), jsonEscape);
