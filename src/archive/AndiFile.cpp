@@ -39,9 +39,10 @@ constexpr SignalRow condRow{&SamplePair::cond, "Conductivity", "mS/cm", nullptr}
 /// A netCDF file of the classic format, made in memory. Its first failure is kept, and found in finish().
 class ClassicFile {
 public:
-    explicit ClassicFile(std::size_t expectedSize) {
+    /// `leastSize`: more than the file would have makes it longer than it is.
+    explicit ClassicFile(std::size_t leastSize) {
         ::setenv("NCRCENV_IGNORE", "1", 0); // no settings from the user's folder or the present one
-        take(::nc_create_mem("run", NC_CLOBBER, expectedSize, &id_));
+        take(::nc_create_mem("run", NC_CLOBBER, leastSize, &id_));
         int previous = 0;
         take(::nc_set_fill(id_, NC_NOFILL, &previous)); // everything is written
     }
@@ -234,8 +235,7 @@ std::error_code write(DurableFile &target, QByteArrayView content) {
 }
 
 std::error_code write(DurableFile &target, const ChartData &run, const AndiOrigin &origin, const SignalRow &row) {
-    constexpr std::size_t head = 1 << 16;
-    ClassicFile file(static_cast<std::size_t>(run.samples.size()) * sizeof(float) + head);
+    ClassicFile file(static_cast<std::size_t>(run.samples.size()) * sizeof(float));
     const std::error_code error = make(file, run, origin, row);
     return error ? error : write(target, file.content());
 }

@@ -13,6 +13,7 @@
 #include <QSvgGenerator>
 
 #include <algorithm>
+#include <cmath>
 
 namespace ostrel {
 
@@ -54,21 +55,23 @@ double enlargement(const QSize &size) {
     return std::max(1.0, std::min(size.width() / designed.width(), size.height() / designed.height()));
 }
 
-void paint(QPainter &painter, const RunFile &file, const Look &look) {
-    const double scale = enlargement(look.size);
+QFont fontOfPicture() {
     QFont font = QGuiApplication::font();
     font.setPixelSize(fontPixels);
-    painter.fillRect(QRect(QPoint(), look.size), look.theme.ground);
-    painter.scale(scale, scale);
-    const PlotLayout layout = PlotLayout::of(QSizeF(look.size) / scale, scale, file.axes, font, file.run.title);
-    paintChart(painter, file.run, layout, look.theme, {}, columnsToPixel * scale);
+    return font;
 }
 
 QByteArray png(const RunFile &file, const Look &look) {
-    QImage image(look.size, QImage::Format_RGB32);
-    QPainter painter(&image);
-    paint(painter, file, look);
-    painter.end();
+    const double scale = enlargement(look.size);
+    const auto logical = [scale](int pixels) { return static_cast<int>(std::ceil(pixels / scale)); };
+    const QImage picture = pictureOf(file.run, {.size = {logical(look.size.width()), logical(look.size.height())},
+                                                .pixelRatio = scale,
+                                                .font = fontOfPicture(),
+                                                .theme = look.theme,
+                                                .axes = file.axes,
+                                                .title = file.run.title});
+    QImage image = picture.copy(QRect(QPoint(), look.size)); // up to a logical pixel of the margin goes
+    image.setDevicePixelRatio(1);
     QBuffer bytes;
     bytes.open(QIODevice::WriteOnly);
     image.save(&bytes, "PNG");
@@ -84,8 +87,13 @@ QByteArray svg(const RunFile &file, const Look &look) {
     constexpr int dotsPerInch = 96; // of CSS
     drawing.setResolution(dotsPerInch);
     drawing.setTitle(file.run.title.toHtmlEscaped()); // Qt writes it as it is
+    const double scale = enlargement(look.size);
     QPainter painter(&drawing);
-    paint(painter, file, look);
+    painter.fillRect(QRect(QPoint(), look.size), look.theme.ground);
+    painter.scale(scale, scale);
+    const PlotLayout layout =
+        PlotLayout::of(QSizeF(look.size) / scale, scale, file.axes, fontOfPicture(), file.run.title);
+    paintChart(painter, file.run, layout, look.theme, {}, columnsToPixel * scale);
     painter.end();
     return bytes.data();
 }
