@@ -6,13 +6,18 @@
 
 #include <QTemporaryDir>
 
+#include <map>
+#include <string>
+
 using namespace ostrel;
 
 namespace {
 
 const ChartData &run(qint64 pairs) {
     static std::map<qint64, ChartData> runs;
-    return runs.try_emplace(pairs, BenchRun::ofPairs(pairs)).first->second;
+    if (!runs.contains(pairs))
+        runs[pairs] = BenchRun::ofPairs(pairs);
+    return runs[pairs];
 }
 
 QString target(const char *name) {

@@ -67,7 +67,11 @@ public:
     int scalar(const char *name) { return variable(name, 0, nullptr); }
     int list(const char *name, int dimension) { return variable(name, 1, &dimension); }
     void endDefinitions() { take(::nc_enddef(id_)); }
-    void write(int variable, const float *values) { take(::nc_put_var_float(id_, variable, values)); }
+    void write(int variable, float value) { take(::nc_put_var_float(id_, variable, &value)); }
+    void write(int variable, std::size_t from, const std::vector<float> &values) {
+        const std::size_t count = values.size();
+        take(::nc_put_vara_float(id_, variable, &from, &count, values.data()));
+    }
 
     std::error_code finish() {
         const int status = ::nc_close_memio(id_, &content_);
@@ -103,49 +107,52 @@ struct Gap {
     qint64 count;
 };
 
-/// The values of a signal, and where there were none: readers know no gaps.
-struct FilledValues {
-    std::vector<float> values;
+/// Where a signal has no values, which readers do not know.
+std::vector<Gap> gapsOf(const SampleStore &samples, float SamplePair::*value) {
     std::vector<Gap> gaps;
-    bool empty = true; ///< there is no value at all
-};
-
-/// A gap gets the last value before it; at the start, the first one.
-FilledValues filled(const SampleStore &samples, float SamplePair::*value) {
-    FilledValues filled;
-    filled.values.resize(static_cast<std::size_t>(samples.size()), 0);
-    float last = 0;
-    for (qint64 i = 0; i < samples.size(); ++i) {
-        if (const float measured = samples.at(i).*value; std::isfinite(measured)) {
-            if (filled.empty)
-                std::fill_n(filled.values.begin(), i, measured);
-            filled.empty = false;
-            last = measured;
-        } else if (!filled.gaps.empty() && filled.gaps.back().from + filled.gaps.back().count == i) {
-            ++filled.gaps.back().count;
-        } else {
-            filled.gaps.push_back({i, 1});
+    for (qint64 number = 0; number < samples.size();) {
+        for (const SamplePair &sample : samples.stretchFrom(number)) {
+            if (!std::isfinite(sample.*value)) {
+                if (gaps.empty() || gaps.back().from + gaps.back().count < number)
+                    gaps.push_back({number, 0});
+                ++gaps.back().count;
+            }
+            ++number;
         }
-        filled.values[static_cast<std::size_t>(i)] = last;
     }
-    return filled;
+    return gaps;
+}
+
+/// Writes all values; a gap gets the last value before it, at the start the first one.
+void writeValues(ClassicFile &file, int variable, const SampleStore &samples, float SamplePair::*value,
+                 const std::vector<Gap> &gaps) {
+    const qint64 first = gaps.empty() || gaps.front().from > 0 ? 0 : gaps.front().count;
+    float last = first < samples.size() ? samples.at(first).*value : 0;
+    std::vector<float> values;
+    for (qint64 number = 0; number < samples.size(); number += static_cast<qint64>(values.size())) {
+        values.clear();
+        for (const SamplePair &sample : samples.stretchFrom(number)) {
+            last = std::isfinite(sample.*value) ? sample.*value : last;
+            values.push_back(last);
+        }
+        file.write(variable, static_cast<std::size_t>(number), values);
+    }
 }
 
 QString seconds(qint64 samples) { return QString::number(static_cast<double>(samples) * interval, 'f', 1); }
 
 /// Where values were filled in; empty without gaps.
-QString gapsInWords(const FilledValues &filled) {
-    if (filled.gaps.empty())
+QString gapsInWords(const std::vector<Gap> &gaps, qint64 samples) {
+    if (gaps.empty())
         return {};
-    if (filled.empty)
+    if (gaps.front().count == samples)
         return QStringLiteral("No value was measured: all are given as 0.");
     QStringList places;
-    for (std::size_t i = 0; i < std::min(filled.gaps.size(), mostGapsTold); ++i)
+    for (std::size_t i = 0; i < std::min(gaps.size(), mostGapsTold); ++i)
         places << QStringLiteral("from minute %1 for %2 s")
-                      .arg(QString::number(ChartData::timeOf(filled.gaps[i].from), 'f', 4),
-                           seconds(filled.gaps[i].count));
-    if (const std::size_t more = filled.gaps.size() - static_cast<std::size_t>(places.size()); more > 0)
-        places << QStringLiteral("and %1 times more").arg(more);
+                      .arg(QString::number(ChartData::timeOf(gaps[i].from), 'f', 4), seconds(gaps[i].count));
+    if (gaps.size() > mostGapsTold)
+        places << QStringLiteral("and %1 times more").arg(gaps.size() - mostGapsTold);
     return QStringLiteral("No value was measured %1. The last value before is given instead, at the start the first "
                           "one behind.")
         .arg(places.join(QStringLiteral(", ")));
@@ -169,7 +176,7 @@ float runTime(qint64 samples) {
 }
 
 void describe(ClassicFile &file, const ChartData &run, const AndiOrigin &origin, const SignalRow &row,
-              const FilledValues &filled) {
+              const std::vector<Gap> &gaps) {
     const auto known = [&](const char *name, const QString &text) {
         if (const QString line = oneLine(text); !line.isEmpty())
             file.text(name, line);
@@ -179,7 +186,7 @@ void describe(ClassicFile &file, const ChartData &run, const AndiOrigin &origin,
     known("aia_template_revision", "1.0");
     known("netcdf_revision", QString(::nc_inq_libvers()).section(' ', 0, 0));
     known("languages", "English");
-    known("administrative_comments", gapsInWords(filled));
+    known("administrative_comments", gapsInWords(gaps, run.samples.size()));
     known("dataset_origin", run.provenance.system);
     known("dataset_date_time_stamp", stamp(origin.made));
     if (run.provenance.begun().isValid())
@@ -202,8 +209,11 @@ void describe(ClassicFile &file, const ChartData &run, const AndiOrigin &origin,
 
 /// The file of one signal in `file`.
 std::error_code make(ClassicFile &file, const ChartData &run, const AndiOrigin &origin, const SignalRow &row) {
-    const FilledValues filled = ostrel::filled(run.samples, row.value);
-    const auto [least, greatest] = std::minmax_element(filled.values.begin(), filled.values.end());
+    const std::vector<Gap> gaps = gapsOf(run.samples, row.value);
+    const Extent extent = run.samples.extent(0, run.samples.size());
+    const bool isUv = row.value == &SamplePair::uv;
+    const float least = isUv ? extent.uvMin() : extent.condMin();
+    const float greatest = isUv ? extent.uvMax() : extent.condMax();
     const struct {
         const char *name;
         float value;
@@ -211,19 +221,20 @@ std::error_code make(ClassicFile &file, const ChartData &run, const AndiOrigin &
         {"actual_delay_time", 0},
         {"actual_sampling_interval", static_cast<float>(interval)},
         {"actual_run_time_length", runTime(run.samples.size())},
-        {"detector_maximum_value", *greatest},
-        {"detector_minimum_value", *least},
+        {"detector_maximum_value", std::isfinite(greatest) ? greatest : 0},
+        {"detector_minimum_value", std::isfinite(least) ? least : 0},
     };
-    describe(file, run, origin, row, filled);
+    describe(file, run, origin, row, gaps);
     std::vector<int> variables;
     for (const auto &scalar : scalars)
         variables.push_back(file.scalar(scalar.name));
-    const int values = file.list("ordinate_values", file.dimension("point_number", filled.values.size()));
+    const int values =
+        file.list("ordinate_values", file.dimension("point_number", static_cast<std::size_t>(run.samples.size())));
     file.text(values, "uniform_sampling_flag", "Y");
     file.endDefinitions();
     for (std::size_t i = 0; i < variables.size(); ++i)
-        file.write(variables[i], &scalars[i].value);
-    file.write(values, filled.values.data());
+        file.write(variables[i], scalars[i].value);
+    writeValues(file, values, run.samples, row.value, gaps);
     return file.finish();
 }
 

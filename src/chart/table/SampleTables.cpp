@@ -19,7 +19,7 @@ namespace {
 constexpr int uvDecimals = 6;
 constexpr int condDecimals = 4;
 constexpr int longestRow = 3 * longestNumber + 8;
-constexpr qint64 rowsAtOnce = SheetWriter::mostAtOnce / longestRow;
+constexpr std::size_t rowsAtOnce = SheetWriter::mostAtOnce / longestRow;
 
 constexpr qint64 perMinute = static_cast<qint64>(samplesPerMinute);
 constexpr int fractionLength = 7; // ".003333"
@@ -61,11 +61,12 @@ template <int decimals>
 void writeXy(SheetWriter &file, const SampleStore &samples, float SamplePair::*value) {
     Minutes minutes;
     for (qint64 row = 0; row < samples.size();) {
+        const std::span<const SamplePair> stretch = samples.stretchFrom(row);
         char *at = file.room();
-        for (const qint64 end = std::min(row + rowsAtOnce, samples.size()); row < end; ++row) {
-            at = minutes.write(at, row);
+        for (const SamplePair &sample : stretch.first(std::min(stretch.size(), rowsAtOnce))) {
+            at = minutes.write(at, row++);
             *at++ = '\t';
-            const float number = samples.at(row).*value;
+            const float number = sample.*value;
             if (std::isfinite(number)) {
                 at = writeFixed<decimals>(at, number);
             } else {
@@ -90,7 +91,7 @@ void writeCsv(SheetWriter &sheet, const SampleStore &samples, const ExportRows &
     for (qint64 row = 0; row < samples.size();) {
         const qint64 labelled = labels.row();
         char *at = sheet.room();
-        for (const qint64 end = std::min({row + rowsAtOnce, labelled + 1, rows.count()}); row < end; ++row) {
+        for (const qint64 end = std::min({row + qint64{rowsAtOnce}, labelled + 1, rows.count()}); row < end; ++row) {
             const SamplePair sample = samples.at(row);
             at = minutes.write(at, row);
             at = cell<uvDecimals>(at, sample.uv);
