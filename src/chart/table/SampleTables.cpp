@@ -70,8 +70,8 @@ void writeXy(SheetWriter &file, const SampleStore &samples, float SamplePair::*v
             if (std::isfinite(number)) {
                 at = writeFixed<decimals>(at, number);
             } else {
-                std::memcpy(at, "NaN", 3);
-                at += 3;
+                for (const char letter : {'N', 'a', 'N'})
+                    *at++ = letter;
             }
             *at++ = '\n';
         }
