@@ -63,7 +63,7 @@ endforeach()
 ostrel_install_compressed(${CMAKE_SOURCE_DIR}/docs/man/ostrel-chart.5 ${CMAKE_INSTALL_MANDIR}/man5)
 install(FILES data/python/ostrel.py DESTINATION lib/python3/dist-packages) # the same for each architecture
 install(FILES .reuse/dep5 DESTINATION ${doc} RENAME copyright)
-install(FILES docs/file-format.md docs/text-export.md DESTINATION ${doc})
+install(FILES docs/file-format.md docs/interchange.md docs/text-export.md DESTINATION ${doc})
 install(DIRECTORY data/simulator/ DESTINATION ${doc}/examples)
 ostrel_install_compressed(${CMAKE_SOURCE_DIR}/data/debian/changelog ${doc} changelog.Debian)
 

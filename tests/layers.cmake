@@ -24,7 +24,7 @@ set(may_shell base files platform forms chart/run chart/files documents)
 set(may_help base platform forms)
 set(may_app base files platform desktop help forms chart acquisition documents view reports shell)
 set(may_simulator base acquisition/StreamFormat.h)
-set(may_archive base files chart/run chart/files chart/table chart/report)
+set(may_archive base files chart/run chart/files chart/table chart/plot chart/report)
 
 # The room of a file under src.
 function(room_of path room)

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "BareWrite.h"
 #include "BenchRun.h"
 #include "chart/table/TextExport.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
 
 #include <charconv>
 #include <cstdio>
@@ -15,12 +14,6 @@ using namespace ostrel;
 namespace {
 
 constexpr qint64 pairs = 432000;
-
-/// Does not flush, since the time of a flush depends only on the disk. Used for all rows.
-class UnflushedDisk : public FileOperations {
-public:
-    int sync(int) override { return 0; }
-};
 
 const ChartData &run() {
     static const ChartData data = BenchRun::ofPairs(pairs);
@@ -40,37 +33,15 @@ void exportRun() {
     exportText(target(), run(), options, disk);
 }
 
-/// Writes as the export does: to a temporary file, which then replaces the old one.
-class Replacement {
-public:
-    void write(const void *data, std::size_t size) { writeAll(disk_, fd_, data, size); }
-    ~Replacement() {
-        disk_.close(fd_);
-        disk_.rename(beside_.constData(), QFile::encodeName(target()).constData());
-    }
-    int fd() const { return fd_; }
-
-private:
-    UnflushedDisk disk_;
-    QByteArray beside_ = QFile::encodeName(target()) + ".new";
-    int fd_ = disk_.open(beside_.constData(), O_WRONLY | O_CREAT | O_EXCL, 0644);
-};
-
 void ours(benchmark::State &state) {
     run();
     for (auto _ : state)
         exportRun();
 }
 
-/// The lowest cost: writes the same text, ready in memory.
 void write(benchmark::State &state) {
     exportRun();
-    QFile file(target());
-    file.open(QIODevice::ReadOnly);
-    const QByteArray text = file.readAll();
-    for (auto _ : state)
-        Replacement().write(text.constData(), static_cast<std::size_t>(text.size()));
-    state.counters["bytes"] = static_cast<double>(text.size());
+    writeAgain(state, {target()});
 }
 
 void toChars(benchmark::State &state) {
@@ -90,14 +61,14 @@ void toChars(benchmark::State &state) {
             *at++ = '\r';
             *at++ = '\n';
         }
-        Replacement().write(text.data(), static_cast<std::size_t>(at - text.data()));
+        Replacement(target()).write(text.data(), static_cast<std::size_t>(at - text.data()));
     }
 }
 
 void print(benchmark::State &state) {
     const SampleStore &samples = run().samples;
     for (auto _ : state) {
-        const Replacement replacement;
+        const Replacement replacement(target());
         std::FILE *file = fdopen(dup(replacement.fd()), "w");
         for (qint64 i = 0; i < pairs; ++i) {
             const SamplePair sample = samples.at(i);

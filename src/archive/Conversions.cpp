@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "archive/Conversions.h"
 
+#include "archive/NewFiles.h"
 #include "archive/RunFile.h"
+#include "archive/Stretch.h"
 #include "chart/files/ChartRecords.h"
 #include "chart/report/ReportPrinter.h"
 #include "chart/table/ExportedPoints.h"
+#include "chart/table/SampleTables.h"
 #include "chart/table/TextExport.h"
 #include "files/DurableFile.h"
 
 #include <QDateTime>
-#include <QFileInfo>
 #include <QPageLayout>
 
 #include <algorithm>
@@ -34,29 +36,6 @@ void leaveOut(const QCommandLineParser &line, Options &options, const Content<Op
             throw EarlyEnd{Misused, QString("--without does not know \"%1\"").arg(name)};
         options.*content->wanted = false;
     }
-}
-
-double numberOf(const QCommandLineParser &line, const char *option, double least, double most) {
-    bool good = false;
-    const double value = line.value(option).toDouble(&good);
-    if (!good || !(value >= least && value <= most))
-        throw EarlyEnd{Misused, QString("--%1 is a number from %2 to %3").arg(option).arg(least).arg(most, 0, 'g', 7)};
-    return value;
-}
-
-/// Minutes.
-struct Stretch {
-    float from;
-    float to;
-};
-
-Stretch stretchAsked(const QCommandLineParser &line) {
-    constexpr double longest = 1000000;
-    const double from = numberOf(line, "from", 0, longest);
-    const double to = line.isSet("to") ? numberOf(line, "to", 0, longest) : longest;
-    if (from > to)
-        throw EarlyEnd{Misused, "--from is behind --to"};
-    return {static_cast<float>(from), static_cast<float>(to)};
 }
 
 /// The parts of a report.
@@ -86,9 +65,8 @@ MethodPosition methodPosition(const QString &place) {
 } // namespace
 
 void declareText(QCommandLineParser &line) {
+    declareStretch(line);
     line.addOptions({
-        {"from", "First minute (0).", "minutes", "0"},
-        {"to", "Last minute (that of the last sample).", "minutes"},
         {"rate", "Rows a second, 0.01 to 5 (1); each is the mean of its time.", "number", "1"},
         {"without", "Leave out: uv, conductivity, events, notes, method, with commas between.", "what"},
         {"method", "Where the method is placed: before or after the data, or in a column (before).", "place", "before"},
@@ -109,20 +87,43 @@ ExitCode text(const ArchiveCall &call) {
     options.position = methodPosition(call.line.value("method"));
     options.sampleRate = static_cast<float>(numberOf(call.line, "rate", 0.01, 5));
     const Stretch asked = stretchAsked(call.line);
-    mayConvertInto(call, call.operand(0), call.operand(1));
+    const auto convert = [&](const QString &from, const QString &to) {
+        const RunFile file = wholeFile(from);
+        const float last = file.run.lastTime();
+        beginWithin(asked, from, file.run);
+        ExportOptions chosen = options;
+        chosen.from = asked.from;
+        chosen.to = std::min(asked.to.value_or(last), last);
+        chosen.pointCount =
+            static_cast<qint32>(std::max(0.0, exportedPoints(chosen.from, chosen.to, chosen.sampleRate)));
+        chosen.sourceFile = from;
+        chosen.exported = QDateTime::currentDateTime();
+        written(to, exportText(to, file.run, chosen));
+    };
+    return convertEach(call, {".txt"}, convert);
+}
 
-    const RunFile file = wholeFile(call.operand(0));
-    const float last = file.run.lastTime();
-    if (asked.from > last)
-        throw EarlyEnd{Misused, QString("--from is behind the end of the run, which takes %1").arg(duration(last))};
-    options.from = asked.from;
-    options.to = std::min(asked.to, last);
-    options.pointCount =
-        static_cast<qint32>(std::max(0.0, exportedPoints(options.from, options.to, options.sampleRate)));
-    options.sourceFile = call.operand(0);
-    options.exported = QDateTime::currentDateTime();
-    written(call.operand(1), exportText(call.operand(1), file.run, options));
-    return Good;
+ExitCode csv(const ArchiveCall &call) {
+    return convertEach(call, {".csv"}, [](const QString &from, const QString &to) {
+        const RunFile file = wholeFile(from);
+        written(to, exportCsv(to, file.run));
+    });
+}
+
+void declareXy(QCommandLineParser &line) {
+    line.addOption({"signal", "The values: uv or conductivity (uv).", "which", "uv"});
+    declareOverwrite(line);
+}
+
+ExitCode xy(const ArchiveCall &call) {
+    const QString name = call.line.value("signal");
+    if (name != "uv" && name != "conductivity")
+        throw EarlyEnd{Misused, "--signal is uv or conductivity"};
+    const Signal signal = name == "uv" ? Signal::Uv : Signal::Cond;
+    return convertEach(call, {".txt"}, [signal](const QString &from, const QString &to) {
+        const RunFile file = wholeFile(from);
+        written(to, exportXy(to, file.run, signal));
+    });
 }
 
 void declareReport(QCommandLineParser &line) {
@@ -144,28 +145,27 @@ ExitCode pdf(const ArchiveCall &call) {
                                                         {"notes", &ReportParts::notes}};
     ReportParts parts;
     leaveOut(call.line, parts, contents);
+    if (!(parts.chromatogram || parts.method || parts.notes))
+        throw EarlyEnd{Misused, "--without leaves nothing for the report"};
     const QString paper = call.line.value("paper");
     if (paper != "a4" && paper != "letter")
         throw EarlyEnd{Misused, "--paper is a4 or letter"};
-    mayConvertInto(call, call.operand(0), call.operand(1));
-
-    RunFile file = wholeFile(call.operand(0));
-    if (call.line.isSet("title"))
-        file.run.title = call.line.value("title");
-    if (!call.line.isSet("as-saved")) {
-        file.axes.timeMin = 0;
-        file.axes.timeMax = file.run.lastTime();
-    }
     const QPageLayout sheet(QPageSize(paper == "a4" ? QPageSize::A4 : QPageSize::Letter), QPageLayout::Landscape, {});
-    const std::optional<QByteArray> document = reportAsPdf(
-        sheet, {file.run, file.axes, call.operand(0), QDateTime::currentDateTime(), sumOf(file.run.samples)},
-        parts.options());
-    if (!document)
-        throw EarlyEnd{Failed, call.operand(1) + ": cannot be painted"};
-    if (document->isEmpty())
-        throw EarlyEnd{Misused, "--without leaves nothing for the report"};
-    written(call.operand(1), replaceFile(call.operand(1), *document));
-    return Good;
+    const auto convert = [&](const QString &from, const QString &to) {
+        RunFile file = wholeFile(from);
+        if (call.line.isSet("title"))
+            file.run.title = call.line.value("title");
+        if (!call.line.isSet("as-saved")) {
+            file.axes.timeMin = 0;
+            file.axes.timeMax = file.run.lastTime();
+        }
+        const std::optional<QByteArray> document = reportAsPdf(
+            sheet, {file.run, file.axes, from, QDateTime::currentDateTime(), sumOf(file.run.samples)}, parts.options());
+        if (!document)
+            throw EarlyEnd{Failed, to + ": cannot be painted"};
+        written(to, replaceFile(to, *document));
+    };
+    return convertEach(call, {".pdf"}, convert);
 }
 
 } // namespace ostrel

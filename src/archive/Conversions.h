@@ -9,6 +9,13 @@ namespace ostrel {
 void declareText(QCommandLineParser &line);
 ExitCode text(const ArchiveCall &call);
 
+/// Writes every sample as a table with commas.
+ExitCode csv(const ArchiveCall &call);
+
+/// Writes minutes and values of one signal.
+void declareXy(QCommandLineParser &line);
+ExitCode xy(const ArchiveCall &call);
+
 /// Writes the printed report as a PDF file.
 void declareReport(QCommandLineParser &line);
 ExitCode pdf(const ArchiveCall &call);

@@ -62,15 +62,19 @@ bool Lines::deliver() {
 
 bool Lines::isTerminal() const {
     const auto *file = qobject_cast<QFileDevice *>(stream_.device());
-    return file != nullptr && ::isatty(file->handle()) != 0;
+    return watched_ || (file != nullptr && ::isatty(file->handle()) != 0);
 }
 
 void Lines::show(const QString &status) {
-    if (shown_ > 0)
-        stream_ << '\r' << QString(shown_, ' ') << '\r';
-    stream_ << status;
+    constexpr QLatin1String clearLine("\r\x1b[K");
+    constexpr int width = 72; // a longer one would not go away as a whole
+    if (!isTerminal() || (status.isEmpty() && !shows_))
+        return;
+    if (shows_)
+        stream_ << clearLine;
+    stream_ << escaped(status, plainEscape).left(width);
     stream_.flush();
-    shown_ = status.size();
+    shows_ = !status.isEmpty();
 }
 
 QString Lines::error() const { return stream_.device() != nullptr ? stream_.device()->errorString() : QString(); }

@@ -11,7 +11,11 @@ namespace ostrel {
 /// characters, and characters that change the direction of the text, are escaped.
 class Lines {
 public:
-    explicit Lines(QTextStream &stream) : stream_(stream) {}
+    /// `watched`: somebody looks at the output while the command works, also where it is no terminal of this process.
+    explicit Lines(QTextStream &stream, bool watched = false) : stream_(stream), watched_(watched) {}
+    ~Lines() { show({}); }
+    Lines(const Lines &) = delete;
+    Lines &operator=(const Lines &) = delete;
 
     /// Such characters, line ends too, are written as their numbers: "\x1b", "\u202e".
     void tell(const QString &line);
@@ -23,12 +27,14 @@ public:
     QString error() const;
 
     bool isTerminal() const;
-    /// For a terminal: the last line, which stands until the next status or line takes its place; empty for none.
+    /// On a terminal, the last line, which stands until the next status or line takes its place; empty for none.
+    /// Elsewhere nothing.
     void show(const QString &status);
 
 private:
     QTextStream &stream_;
-    qsizetype shown_ = 0; ///< characters of the status
+    bool watched_;
+    bool shows_ = false; ///< a status
 };
 
 } // namespace ostrel

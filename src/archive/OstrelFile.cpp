@@ -5,6 +5,8 @@
 #include "archive/ArchiveCommand.h"
 #include "archive/Conversions.h"
 #include "archive/FileFacts.h"
+#include "archive/Interchange.h"
+#include "archive/Pictures.h"
 #include "archive/RunFile.h"
 #include "archive/RunningLogs.h"
 #include "archive/Salvage.h"
@@ -25,8 +27,14 @@ constexpr ArchiveCommand commands[] = {
     // name     operands                           summary                                          operands  options           routine
     {"info",    "FILE",                            "Say what is in a file.",                         1, 1,    declareInfo,      info},
     {"check",   "FILE|FOLDER...",                  "Say which files are whole, and unchanged.",      1, any,  declareCheck,     check},
-    {"text",    "FILE OUT.txt",                    "Write a run as a table for a spreadsheet.",      2, 2,    declareText,      text},
-    {"pdf",     "FILE OUT.pdf",                    "Write the report of a run.",                     2, 2,    declareReport,    pdf},
+    {"text",    "FILE... OUT.txt|FOLDER",          "Write a run as a table for a spreadsheet.",      2, any,  declareText,      text},
+    {"csv",     "FILE... OUT.csv|FOLDER",          "Write every sample of a run, with commas.",      2, any,  declareOverwrite, csv},
+    {"xy",      "FILE... OUT.txt|FOLDER",          "Write minutes and values of one signal, without a head.",
+                                                                                                     2, any,  declareXy,        xy},
+    {"andi",    "FILE... OUT.cdf|FOLDER",          "Write a run for other programs, as ASTM E1947 (ANDI, AIA) netCDF.",
+                                                                                                     2, any,  declareOverwrite, andi},
+    {"picture", "FILE... OUT.png|OUT.svg|FOLDER",  "Write the chart of a run as a picture.",         2, any,  declarePicture,   picture},
+    {"pdf",     "FILE... OUT.pdf|FOLDER",          "Write the report of a run.",                     2, any,  declareReport,    pdf},
     {"salvage", "FILE|DIRECTORY OUT.chd|OUT.chl",  "Save what is left of a damaged file, or the running log of a dead "
                                                    "computer.",                                      2, 2,    declareOverwrite, salvage},
     {"logs",    "[FOLDER]",                        "List the running logs, those that were thrown away too.",
@@ -40,6 +48,7 @@ QString overview() {
     for (const ArchiveCommand &command : commands)
         text += QString("  %1 %2\n        %3\n").arg(command.name, command.operands, command.summary);
     return text +
+           "\nOf several files, or into a folder, each is written there under its own name.\n"
            "\n\"ostrel-file COMMAND --help\" tells a command's options.\n"
            "Exit codes: 0 good, 1 a file is not whole, not as in the manifest, or cannot be read or written, or\n"
            "nothing is left to save, 2 the command line is not understood, 3 something was saved and something is\n"
@@ -95,9 +104,11 @@ ExitCode answer(const QStringList &arguments, Lines &out, Lines &complaints) {
 
 } // namespace
 
-int ostrelFile(const QStringList &arguments, QTextStream &out, QTextStream &complaints) {
+bool paints(const QString &command) { return command == "pdf" || command == "picture"; }
+
+int ostrelFile(const QStringList &arguments, QTextStream &out, QTextStream &complaints, bool watched) {
     Lines answers(out);
-    Lines errors(complaints);
+    Lines errors(complaints, watched);
     ExitCode result = Good;
     try {
         result = answer(arguments, answers, errors);

@@ -9,16 +9,15 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstring>
 #include <memory>
 
 using namespace ostrel;
 
 namespace {
 
-/// Only painting a report needs fonts, and so a platform plugin; the one used here needs no display.
+/// Only painting needs fonts, and so a platform plugin; the one used here needs no display.
 std::unique_ptr<QCoreApplication> application(int &argc, char *argv[]) {
-    if (argc < 2 || std::strcmp(argv[1], "pdf") != 0)
+    if (argc < 2 || !paints(QString::fromLocal8Bit(argv[1])))
         return std::make_unique<QCoreApplication>(argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QLoggingCategory::setFilterRules("default.warning=false"); // warnings about a missing desktop
@@ -43,5 +42,5 @@ int main(int argc, char *argv[]) {
     answers.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
     QTextStream out(&answers);
     QTextStream complaints(stderr);
-    return ostrelFile(QCoreApplication::arguments(), out, complaints);
+    return ostrelFile(QCoreApplication::arguments(), out, complaints, ::isatty(STDERR_FILENO) != 0);
 }

@@ -39,7 +39,7 @@ DurableFile::DurableFile(const QString &path, FileOperations &operations, Links 
 }
 
 DurableFile::~DurableFile() {
-    if (fd_ >= 0)
+    if (!temporary_.isEmpty())
         failWith(ECANCELED);
 }
 
@@ -62,7 +62,7 @@ void DurableFile::openTemporary() {
     const mode_t mode = mode_ >= 0 ? S_IRUSR | S_IWUSR : S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
     TemporaryFiles::clearDead(folder_, operations_);
     temporary_ = folder_ + TemporaryFiles::newName();
-    TemporaryFiles::setUnfinished(temporary_.constData());
+    TemporaryFiles::begun(temporary_.constData());
     fd_ = operations_.open(temporary_.constData(), O_WRONLY | O_CREAT | O_EXCL, mode);
     if (fd_ < 0 || (mode_ >= 0 && operations_.chmod(fd_, static_cast<mode_t>(mode_)) != 0))
         failWith(errno);
@@ -74,12 +74,16 @@ bool DurableFile::write(QByteArrayView data) {
     return !error_;
 }
 
-std::error_code DurableFile::commit() {
-    if (!error_ && operations_.sync(fd_) != 0)
+bool DurableFile::bringToDisk() {
+    if (!error_ && fd_ >= 0 && operations_.sync(fd_) != 0)
         failWith(errno);
-    if (!error_)
-        closeTemporary();
-    if (!error_ && operations_.rename(temporary_.constData(), path_.constData()) != 0)
+    if (!error_ && fd_ >= 0 && operations_.close(std::exchange(fd_, -1)) != 0)
+        failWith(errno);
+    return !error_;
+}
+
+std::error_code DurableFile::commit() {
+    if (bringToDisk() && operations_.rename(temporary_.constData(), path_.constData()) != 0)
         failWith(errno);
     if (!error_)
         syncFolder();
@@ -91,19 +95,16 @@ void DurableFile::failWith(std::error_code error) {
     error_ = error;
     if (const int fd = std::exchange(fd_, -1); fd >= 0)
         operations_.close(fd);
-    if (!temporary_.isEmpty())
-        operations_.remove(temporary_.constData());
-    TemporaryFiles::setUnfinished(nullptr);
-}
-
-void DurableFile::closeTemporary() {
-    if (operations_.close(std::exchange(fd_, -1)) != 0)
-        failWith(errno);
+    if (temporary_.isEmpty())
+        return;
+    operations_.remove(temporary_.constData());
+    TemporaryFiles::ended(temporary_.constData());
+    temporary_.clear();
 }
 
 /// The new file already has its name; a failure here only means that a power cut may bring the old file back.
 void DurableFile::syncFolder() {
-    TemporaryFiles::setUnfinished(nullptr);
+    TemporaryFiles::ended(temporary_.constData());
     temporary_.clear();
     if (!ostrel::syncFolder(operations_, folder_.constData()))
         failWith(errno);

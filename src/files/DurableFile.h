@@ -30,7 +30,10 @@ public:
     /// Not buffered: each call is a call of the operating system, so pass large pieces. After a failure nothing more is
     /// written, and commit() returns the failure too. False when there was one.
     bool write(QByteArrayView data);
-    /// Without an error the new file is on the disk, under its name.
+    /// Brings the data to the disk, while the old file still has its place: of several files that belong together none
+    /// need be replaced when one of them cannot be written. False when that failed.
+    bool bringToDisk();
+    /// Does the same, then replaces. Without an error the new file is on the disk, under its name.
     std::error_code commit();
 
 private:
@@ -38,13 +41,12 @@ private:
     bool replaceable();
     void failWith(int error) { failWith({error, std::generic_category()}); }
     void failWith(std::error_code error);
-    void closeTemporary();
     void syncFolder();
 
     FileOperations &operations_;
-    QByteArray path_;   ///< the file itself, not a link to it
-    QByteArray folder_; ///< with a trailing separator
-    QByteArray temporary_;
+    QByteArray path_;      ///< the file itself, not a link to it
+    QByteArray folder_;    ///< with a trailing separator
+    QByteArray temporary_; ///< empty when there is none
     int fd_ = -1;
     int mode_ = -1; ///< permissions of the old file, -1 for none
     std::error_code error_;

@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -24,7 +25,7 @@ constexpr char suffix[] = ".tmp";
 constexpr int mostEntries = 10000;
 constexpr std::time_t doubtful = 3600; // seconds; no writer pauses that long
 
-std::atomic<const char *> unfinished = nullptr;
+std::array<std::atomic<const char *>, 8> unfinished{};
 
 struct Writer {
     QByteArray computer; ///< empty, like session and token, for a name without them
@@ -105,11 +106,26 @@ void TemporaryFiles::clearDead(const QByteArray &folder, FileOperations &operati
     });
 }
 
-void TemporaryFiles::setUnfinished(const char *path) { unfinished = path; }
+void TemporaryFiles::begun(const char *path) {
+    for (std::atomic<const char *> &place : unfinished) {
+        const char *none = nullptr;
+        if (place.compare_exchange_strong(none, path))
+            return;
+    }
+}
+
+void TemporaryFiles::ended(const char *path) {
+    for (std::atomic<const char *> &place : unfinished) {
+        const char *ended = path;
+        place.compare_exchange_strong(ended, nullptr);
+    }
+}
 
 void TemporaryFiles::removeUnfinished() {
-    if (const char *path = unfinished)
-        ::unlink(path);
+    for (const std::atomic<const char *> &place : unfinished) {
+        if (const char *path = place)
+            ::unlink(path);
+    }
 }
 
 } // namespace ostrel

@@ -25,9 +25,10 @@ bool isName(const QByteArray &name);
 /// for an hour. Lists the folder once, and only its first ten thousand entries.
 void clearDead(const QByteArray &folder, FileOperations &operations);
 
-/// Names the file that is being written; null for none. The path must stay valid until the next call.
-void setUnfinished(const char *path);
-/// Removes that file. For a signal handler in a program that writes one file at a time.
+/// Tells of a file that is being written, and that it no longer is. The path must stay valid between the two.
+void begun(const char *path);
+void ended(const char *path);
+/// Removes the files that are being written, up to eight of them. For a signal handler.
 void removeUnfinished();
 
 } // namespace TemporaryFiles

@@ -46,7 +46,7 @@ QByteArray svg(const Quillchart &chart) {
     drawing.setSize(chart.size());
     drawing.setViewBox(chart.rect());
     drawing.setResolution(chart.logicalDpiX());
-    drawing.setTitle(chart.ChartTitle());
+    drawing.setTitle(chart.ChartTitle().toHtmlEscaped()); // Qt writes it as it is
     QPainter painter(&drawing);
     chart.paintPicture(painter);
     painter.end();

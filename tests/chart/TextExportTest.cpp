@@ -6,6 +6,7 @@
 #include "chart/table/Digits.h"
 #include "chart/table/ExportRows.h"
 #include "chart/table/ExportedPoints.h"
+#include "chart/table/SheetWriter.h"
 
 #include <QRegularExpression>
 
@@ -57,6 +58,33 @@ TEST_F(TextExport, writesTheLayoutOfTheGoldenFile) {
     options.pointCount = 4;
     EXPECT_EQ(text(), content(GOLDEN_FOLDER "/export.txt"));
     EXPECT_EQ(isoDate(QDateTime(QDate(2024, 5, 2), QTime(14, 3, 11), Qt::UTC)), "2024-05-02T14:03:11+00:00");
+}
+
+TEST_F(TextExport, tellsInItsHeadWhereTheRunComesFrom) {
+    const auto at = [](int minute) {
+        return QDateTime(QDate(2026, 11, 22), QTime(9, minute), Qt::OffsetFromUTC, 3600);
+    };
+    data.provenance.identity = "5f3a";
+    data.provenance.system = "Cold room";
+    data.provenance.program = "Ostrel MS 2.0";
+    data.provenance.stretches = {{0, 4, at(0), at(4)}, {4, 9, at(7), QDateTime()}};
+    const QString known = "System\tCold room\r\nRun\t5f3a\r\nRecorded from\t2026-11-22T09:00:00+01:00\r\n";
+    EXPECT_TRUE(QString(text()).contains(known + "Recorded with\tOstrel MS 2.0\r\n")) << text().toStdString();
+    data.provenance.stretches.back().ended = at(12);
+    EXPECT_TRUE(QString(text()).contains(known + "Recorded to\t2026-11-22T09:12:00+01:00\r\nRecorded with"));
+}
+
+TEST_F(TextExport, noTextLeavesItsCellOrIsComputed) {
+    const QString half = QString("a") + QChar(0xd800);
+    for (const auto &[text, cell] : {std::pair(QString("=2+3"), "'=2+3"),
+                                     {"\t=2+3", "\"'\t=2+3\""},
+                                     {" \t@a", "\"' \t@a\""},
+                                     {"\x01-1", "' -1"},
+                                     {"5 =2+3", "5 =2+3"},
+                                     {half + "\t=2+3", "\"a?\t=2+3\""},
+                                     {half + "\r\n=2+3\x7f\v \f", "a? =2+3 "},
+                                     {half + "\"", "\"a?\"\"\""}})
+        EXPECT_EQ(cellOf(text).toStdString(), cell);
 }
 
 TEST_F(TextExport, holdsWhatWasChosenWhereItWasChosen) {

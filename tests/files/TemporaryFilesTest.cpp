@@ -60,4 +60,19 @@ TEST_F(TemporaryFilesTest, whatMayBeInUseOrIsNoneOfOursStays) {
     EXPECT_THAT(folder.names(), testing::UnorderedElementsAreArray(kept << "run.chd"));
 }
 
+TEST_F(TemporaryFilesTest, allThatAreBeingWrittenGoWhenTheProgramIsEnded) {
+    folder.lay("b", "old");
+    for (const bool onDisk : {false, true}) {
+        DurableFile written(folder.at("a"));
+        EXPECT_FALSE(written.commit());
+        DurableFile first(folder.at("b"));
+        DurableFile second(folder.at("c"));
+        EXPECT_TRUE(first.write("new") && (!onDisk || first.bringToDisk()));
+        EXPECT_EQ(folder.names().size(), 4);
+        TemporaryFiles::removeUnfinished();
+        EXPECT_EQ(folder.names(), (QStringList{"a", "b"}));
+        EXPECT_EQ(folder.content("b"), "old");
+    }
+}
+
 } // namespace

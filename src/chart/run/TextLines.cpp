@@ -1,17 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include "chart/run/TextLines.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 
 namespace ostrel {
 
+namespace {
+
+bool endsLine(QChar c) { return QStringLiteral("\n\r\f\v\u0085\u2028\u2029").contains(c); }
+
+bool isControl(QChar c) { return (c < QLatin1Char(' ') && c != QLatin1Char('\t')) || c == QChar(0x7f); }
+
+} // namespace
+
+// Character by character: a regular expression finds nothing at all in a text that has half a surrogate pair.
 QStringList linesOf(const QString &text) {
-    static const QRegularExpression lineEnd(QStringLiteral("\r\n|[\n\r\f\v\\x{85}\\x{2028}\\x{2029}]"));
-    static const QRegularExpression control(QStringLiteral("[\\x{00}-\\x{08}\\x{0e}-\\x{1f}\\x{7f}]"));
-    QStringList lines = text.split(lineEnd);
-    lines.replaceInStrings(control, QStringLiteral(" "));
+    QStringList lines{QString()};
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (!endsLine(c))
+            lines.last() += isControl(c) ? QLatin1Char(' ') : c;
+        else if (c != QLatin1Char('\n') || i == 0 || text[i - 1] != QLatin1Char('\r'))
+            lines << QString();
+    }
     while (!lines.isEmpty() && lines.last().trimmed().isEmpty())
         lines.removeLast();
     return lines;

@@ -3,8 +3,6 @@
 
 #include "chart/run/TextLines.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 #include <cstring>
 
@@ -12,30 +10,36 @@ namespace ostrel {
 
 namespace {
 
-/// The text in one line, an apostrophe in front of a formula, and in quotes if a reader would split the cell.
+/// A spreadsheet would compute it. Some skip blanks and tabs in front.
+bool isFormula(const QString &cell) {
+    const auto *const first = std::find_if_not(cell.constBegin(), cell.constEnd(), [](QChar c) { return c.isSpace(); });
+    return first != cell.constEnd() && QStringLiteral("=+-@").contains(*first);
+}
+
+} // namespace
+
+// Character by character: a regular expression finds nothing at all in a text that has half a surrogate pair.
 QByteArray cellOf(const QString &text) {
     QString cell = linesOf(text).join(QLatin1Char(' '));
-    if (!cell.isEmpty() && QStringLiteral("=+-@").contains(cell.front()))
+    if (isFormula(cell))
         cell.prepend(QLatin1Char('\''));
-    static const QRegularExpression breaking(QStringLiteral("[\t\",;]"));
-    if (cell.contains(breaking)) {
+    if (std::any_of(cell.cbegin(), cell.cend(), [](QChar c) { return QStringLiteral("\t\",;").contains(c); })) {
         cell.replace(QLatin1Char('"'), QStringLiteral("\"\""));
         cell = QLatin1Char('"') + cell + QLatin1Char('"');
     }
     return cell.toUtf8();
 }
 
-} // namespace
-
-SheetWriter::SheetWriter(const QString &path, FileOperations &operations)
-    : file_(path, operations), buffer_(pieceSize + mostAtOnce, Qt::Uninitialized) {
-    put("\xef\xbb\xbf"); // tells a spreadsheet that this is UTF-8
+SheetWriter::SheetWriter(const QString &path, FileOperations &operations, SheetForm form)
+    : file_(path, operations), separator_(form.separator), buffer_(pieceSize + mostAtOnce, Qt::Uninitialized) {
+    if (form.byteOrderMark)
+        put("\xef\xbb\xbf"); // tells a spreadsheet that this is UTF-8
 }
 
 void SheetWriter::row(const QStringList &cells) {
     for (qsizetype i = 0; i < cells.size(); ++i) {
         if (i > 0)
-            put("\t");
+            put({&separator_, 1});
         text(cells[i]);
     }
     put("\r\n");

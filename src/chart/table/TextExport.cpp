@@ -6,6 +6,7 @@
 #include "chart/run/TextLines.h"
 #include "chart/table/Digits.h"
 #include "chart/table/ExportRows.h"
+#include "chart/table/RowLabels.h"
 #include "chart/table/SheetWriter.h"
 
 #include <algorithm>
@@ -19,30 +20,18 @@ namespace {
 constexpr int uvDecimals = 6; // a millionth of an AU: on the finest scale a thousandth of its height
 constexpr int condDecimals = 4;
 
-/// The marks within the stretch, in the order of their times.
-std::vector<const EventMark *> marksWithin(const std::vector<EventMark> &marks, float from, float to) {
-    std::vector<const EventMark *> within;
-    for (const EventMark &mark : marks) {
-        if (mark.time >= from && mark.time <= to)
-            within.push_back(&mark);
-    }
-    std::stable_sort(within.begin(), within.end(),
-                     [](const EventMark *a, const EventMark *b) { return a->time < b->time; });
-    return within;
-}
-
 /// The table: a row for each point, then one for each mark behind the last point, then the rest of the method's column.
 /// Without values only the marks make rows.
 class Table {
 public:
     Table(SheetWriter &sheet, const ChartData &data, const ExportOptions &options)
         : sheet_(sheet), options_(options), rows_(data.samples, options.from, options.to, options.sampleRate,
-                                                  options.uv || options.cond ? options.pointCount : 0) {
+                                                  options.uv || options.cond ? options.pointCount : 0),
+          labels_(rows_) {
         if (options.events)
-            marks_ = marksWithin(data.marks, options.from, options.to);
+            labels_.add(data.marks, options.from, options.to);
         if (hasMethod())
             method_ = methodLines(data.methodTexts);
-        findMarkedRow();
     }
 
     const ExportRows &rows() const { return rows_; }
@@ -63,8 +52,8 @@ public:
             else
                 numbersAndTexts(row++);
         }
-        while (mark_ < marks_.size())
-            lateMark(*marks_[mark_++]);
+        while (const EventMark *mark = labels_.takeLate())
+            lateMark(*mark);
         while (line_ < method_.size()) {
             emptyCells(options_.uv + options_.cond + options_.events);
             endRow();
@@ -88,9 +77,7 @@ private:
     }
 
     /// The next row with a label or a line of the method.
-    qint64 nextText(qint64 row) const {
-        return line_ < method_.size() ? row : markedRow_ >= 0 ? markedRow_ : rows_.count();
-    }
+    qint64 nextText(qint64 row) const { return line_ < method_.size() ? row : labels_.row(); }
 
     /// Writes rows without texts. In a long run nearly all rows are such.
     qint64 numbersAlone(qint64 row, qint64 end) {
@@ -110,8 +97,8 @@ private:
     void numbersAndTexts(qint64 row) {
         sheet_.taken(numbers(sheet_.room(), row, {options_.uv, options_.cond}));
         emptyCells(options_.events);
-        if (row == markedRow_)
-            sheet_.text(takeLabels());
+        if (row == labels_.row())
+            sheet_.text(labels_.take());
         endRow();
     }
 
@@ -136,15 +123,6 @@ private:
         return std::isfinite(value) ? writeFixed<decimals>(at, value) : at;
     }
 
-    void findMarkedRow() { markedRow_ = mark_ < marks_.size() ? rows_.rowOf(marks_[mark_]->time) : -1; }
-
-    QString takeLabels() {
-        QStringList labels;
-        for (const qint64 row = markedRow_; row == markedRow_; findMarkedRow())
-            labels << marks_[mark_++]->label;
-        return labels.join(QStringLiteral(" & "));
-    }
-
     void lateMark(const EventMark &mark) {
         sheet_.taken(writeFixed<4>(sheet_.room(), mark.time));
         emptyCells(options_.uv + options_.cond);
@@ -167,11 +145,9 @@ private:
     SheetWriter &sheet_;
     const ExportOptions &options_;
     ExportRows rows_;
-    std::vector<const EventMark *> marks_;
-    std::size_t mark_ = 0;  // the next one to write; likewise the method's line
-    qint64 markedRow_ = -1; // of the next mark, -1 for none
+    RowLabels labels_;
     QStringList method_;
-    qsizetype line_ = 0;
+    qsizetype line_ = 0; // the next one to write
 };
 
 QString minutes(float time) { return QString::number(static_cast<double>(time), 'f', 4); }
@@ -183,6 +159,11 @@ void writeHead(SheetWriter &sheet, const ChartData &data, const ExportOptions &o
     };
     entry(QStringLiteral("Title"), data.title);
     entry(QStringLiteral("File"), options.sourceFile);
+    entry(QStringLiteral("System"), data.provenance.system);
+    entry(QStringLiteral("Run"), data.provenance.identity);
+    entry(QStringLiteral("Recorded from"), isoDate(data.provenance.begun()));
+    entry(QStringLiteral("Recorded to"), isoDate(data.provenance.ended()));
+    entry(QStringLiteral("Recorded with"), data.provenance.program);
     entry(QStringLiteral("Exported"), isoDate(options.exported));
     if (table.exists())
         sheet.row({QStringLiteral("Range (min)"), minutes(options.from), minutes(options.to)});
