@@ -118,7 +118,7 @@ QStringList missingOf(const RecoveredLog &log) {
     tellLost(missing, log.lostMarks, "event marks");
     tellLost(missing, log.lostMethodTexts, "method texts");
     if (log.lostTexts)
-        missing << "the notes or the name of the system, perhaps";
+        missing << "the notes, the name of the system or where the run comes from, perhaps";
     return missing;
 }
 

@@ -50,7 +50,10 @@ QByteArray svg(const Quillchart &chart) {
     QPainter painter(&drawing);
     chart.paintPicture(painter);
     painter.end();
-    return file.data();
+    QByteArray made = file.data();
+    // Control characters of a title or a label, which no XML may hold.
+    made.removeIf([](char byte) { return byte >= 0 && byte < ' ' && byte != '\n'; });
+    return made;
 }
 
 } // namespace

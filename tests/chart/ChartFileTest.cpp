@@ -203,6 +203,10 @@ TEST_F(ChartFileTest, salvageGoesOnBehindAHeadOfWhichNothingIsLeft) {
     EXPECT_FALSE(salvageChartFile(path, back, backAxes).losses.any());
     EXPECT_EQ(print(back, backAxes), print(goldenRun(), goldenAxes));
 
+    lay(path, whole.left(48) + whole.mid(whole.lastIndexOf("END ")) + whole.mid(48)); // the last record twice
+    EXPECT_FALSE(salvageChartFile(path, back, backAxes).losses.any());
+    EXPECT_EQ(print(back.samples), print(run.samples));
+
     run.marks.resize(6000, {"1", 0, 10, 1}); // in two records, the first of which gets lost
     const QByteArray marked = saved();
     lay(path, flipped(marked, marked.indexOf("MARK")));

@@ -144,21 +144,28 @@ TEST_F(RunningLogTest, aLogCutAnywhereHoldsAllBeforeTheCut) {
 }
 
 TEST_F(RunningLogTest, aByteGoneBadCostsItsRecordAloneAndIsTold) {
-    run.title = "Anna 2";
-    for (int i = 0; i < 4; ++i) {
-        run.notes = QString("column %1").arg(i / 3);
-        record();
-    }
-    run.methodTexts.push_back({"the last of all", run.lastTime()});
-    ASSERT_FALSE(tick());
-    const QByteArray all = content(file(1));
-    for (qsizetype place = 0; place < written(all); ++place) {
-        SCOPED_TRACE(place);
-        lay(file(1), flipped(all, place));
-        const RecoveredLog log = readRunningLog(path);
-        EXPECT_EQ(log.whole(), print(log.data) == print(run));
-        EXPECT_EQ(log.data.samples.size(), run.samples.size());
-        EXPECT_LE(log.gaps.size() + log.lostMarks + log.lostMethodTexts + (log.lostTexts ? 1 : 0), 1U);
+    for (const char *identity : {"", "abc"}) { // a log that does not know its birth, as older ones, and one that does
+        run = {};
+        run.title = "Anna 2";
+        run.provenance.identity = identity;
+        writer.close();
+        QFile::remove(file(1));
+        for (int i = 0; i < 4; ++i) {
+            run.notes = QString("column %1").arg(i / 3);
+            record();
+        }
+        run.methodTexts.push_back({"the last of all", run.lastTime()});
+        ASSERT_FALSE(tick());
+        const QByteArray all = content(file(1));
+        for (qsizetype place = 0; place < written(all); ++place) {
+            SCOPED_TRACE(place);
+            lay(file(1), flipped(all, place));
+            const RecoveredLog log = readRunningLog(path);
+            const bool same = print(log.data) == print(run) && log.data.provenance == run.provenance;
+            EXPECT_EQ(log.whole(), same);
+            EXPECT_EQ(log.data.samples.size(), run.samples.size());
+            EXPECT_LE(log.gaps.size() + log.lostMarks + log.lostMethodTexts + (log.lostTexts ? 1 : 0), 1U);
+        }
     }
 }
 

@@ -158,7 +158,8 @@ void Reading::readLeniently() {
     fillable_ = reader_.filledSize() / sizeof(SamplePair) + slack;
     ChartFileLosses &losses = report.losses;
     losses.title = losses.axes = losses.notes = losses.provenance = true; // until their records are found
-    while (!ended_) {
+    // The last record may stand there twice, with others behind it.
+    while (!ended_ || reader_.nextPosition() < reader_.fileSize()) {
         if (next())
             continue;
         if (!reader_.searchNext())
@@ -359,7 +360,7 @@ void Reading::countLosses() {
     const ChartCounts counts = counts_.value_or(held());
     // Without the counts a last record in its place tells as much.
     losses.openEnd = !counts_ && !(ended_ && endsInOrder_);
-    losses.provenance &= sized_;
+    losses.provenance &= sized_ || (report.head && report.head->version > 1);
     losses.marks = marks_.lost + beyond(counts.marks, marks_.next);
     losses.methodTexts = methodTexts_.lost + beyond(counts.methodTexts, methodTexts_.next);
     if (const quint64 missing = beyond(counts.samples, nextSample_); missing > 0)

@@ -10,9 +10,11 @@ namespace ostrel {
 namespace {
 
 // The order within a flush. A kind without anything new is left out; the promise is always written.
-constexpr std::array order{samplesRecord, marksRecord, methodRecord, titleRecord, notesRecord, endRecord};
+constexpr std::array order{samplesRecord, marksRecord,      methodRecord, titleRecord,
+                           notesRecord,   provenanceRecord, endRecord};
 constexpr int titlePlace = 3;
 constexpr int notesPlace = 4;
+constexpr int provenancePlace = 5;
 constexpr int beforeFirst = -1;
 
 int placeOf(quint32 kind) { return static_cast<int>(std::find(order.begin(), order.end(), kind) - order.begin()); }
@@ -30,6 +32,8 @@ void LogPromises::see(const RecordHead &record, bool isWhole) {
         (isWhole ? latest_ : writing_).title = !isWhole;
     else if (record.kind == notesRecord)
         (isWhole ? latest_ : writing_).notes = !isWhole;
+    else if (record.kind == provenanceRecord)
+        (isWhole ? latest_ : writing_).provenance = !isWhole;
 }
 
 void LogPromises::promise(const RecordHead &record, const ChartCounts &counts) {
@@ -48,14 +52,19 @@ void LogPromises::count(const RecordHead &record) {
     if (open_)
         keep(*std::exchange(open_, {}));
     const quint32 missing = record.number - std::min(counted_, record.number);
-    const int place = placeOf(record.kind);
+    hasProvenance_ |= record.kind == provenanceRecord;
+    // In a log that has none the promise comes right behind the notes, but for one that is missing there.
+    const bool isNext = record.kind == endRecord && !hasProvenance_ && place_ < notesPlace;
+    const int place = placeOf(record.kind) - (isNext ? 1 : 0);
     const bool isNextWriting = place <= place_;
     const auto couldBe = [&](int such) { return isNextWriting || (place_ < such && such < place); };
     const bool isCertain = place - place_ == 2;
     if (missing > 1 || (missing == 1 && !isNextWriting)) {
         writing_.title |= isCertain && couldBe(titlePlace);
         writing_.notes |= isCertain && couldBe(notesPlace);
-        writing_.other |= !isCertain && (couldBe(titlePlace) || couldBe(notesPlace));
+        writing_.provenance |= isCertain && !isNext && couldBe(provenancePlace);
+        writing_.other |=
+            !isCertain && (couldBe(titlePlace) || couldBe(notesPlace) || (hasProvenance_ && couldBe(provenancePlace)));
     }
     counted_ = record.number + 1;
     place_ = place;
@@ -66,6 +75,7 @@ void LogPromises::keep(const Promise &promise) {
                std::max(counts_.methodTexts, promise.counts.methodTexts)};
     latest_.title |= promise.missing.title;
     latest_.notes |= promise.missing.notes;
+    latest_.provenance |= promise.missing.provenance;
     latest_.other |= promise.missing.other;
 }
 

@@ -23,14 +23,18 @@ public:
 
     /// How much the run must hold at least.
     const ChartCounts &counts() const { return counts_; }
-    /// The latest notes or title are missing. With `otherLoss` a missing record of unknown kind counts as that loss.
-    bool lostTexts(bool otherLoss) const { return latest_.title || latest_.notes || (latest_.other && !otherLoss); }
+    /// The latest notes, title or provenance are missing. With `otherLoss` a missing record of unknown kind counts as
+    /// that loss.
+    bool lostTexts(bool otherLoss) const {
+        return latest_.title || latest_.notes || latest_.provenance || (latest_.other && !otherLoss);
+    }
 
 private:
     /// The kinds of which a record is missing.
     struct Missing {
         bool title = false;
         bool notes = false;
+        bool provenance = false;
         bool other = false; ///< a record of unknown kind, perhaps one of these
     };
     struct Promise {
@@ -41,10 +45,11 @@ private:
     void count(const RecordHead &record);
     void keep(const Promise &promise);
 
-    quint32 counted_ = 0; ///< records of the file so far
-    int place_ = 0;       ///< of the last record's kind in the order of a flush
-    bool torn_ = false;   ///< since the last promise there were zeros where a record should begin
-    Missing writing_;     ///< in the present flush
+    quint32 counted_ = 0;        ///< records of the file so far
+    int place_ = 0;              ///< of the last record's kind in the order of a flush
+    bool hasProvenance_ = false; ///< a record of it has been seen
+    bool torn_ = false;          ///< since the last promise there were zeros where a record should begin
+    Missing writing_;            ///< in the present flush
     Missing latest_;
     std::optional<Promise> open_; ///< does not count yet
     ChartCounts counts_;

@@ -218,6 +218,12 @@ void LogJoiner::lookBehindHead(const QString &path) {
             return addBadFile(path, reader.error());
         gaveUp_ |= reader.gaveUp();
     }
+    RecordReader reader(path, operations_);
+    if (reader.presumeFromRecords()) {
+        const FileHead head = *reader.head();
+        if (const quint64 first = firstSampleOf(reader); first != nowhere)
+            return addToRun({path, head, reader.filledSize(), first});
+    }
     // A blank header is no fault, whatever follows it: its first flush never ended, so nothing was reported as safe.
     if (!isBlank(beginning.first(headSize)))
         addBadFile(path, std::make_error_code(std::errc::bad_message));
