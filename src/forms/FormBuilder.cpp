@@ -110,6 +110,8 @@ void FormBuilder::build(std::span<const ControlRow> rows) {
         widget->setObjectName(QLatin1String(row.name));
         if (row.spoken != nullptr) {
             widget->setAccessibleName(QString::fromUtf8(row.spoken));
+            if (row.kind == Kind::Combo) // which takes what it shows for its name
+                widget->setAccessibleDescription(widget->accessibleName());
             if (auto *line = widget->findChild<QLineEdit *>()) // of a combo box: a control of its own to a reader
                 line->setAccessibleName(widget->accessibleName());
         }
