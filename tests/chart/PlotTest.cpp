@@ -90,6 +90,20 @@ TEST_F(Picture, liesWithinAPixelOfEverySamplePaintedByItself) {
     }
 }
 
+TEST_F(Picture, aSteepFlankOfALongRunWeighsAsMuchAsAFlatLine) {
+    view.axes.timeMax = 500;
+    const QImage grid = drawn();
+    for (int i = 0; i < 150000; ++i)
+        data.samples.append({i < 80000 ? 0.0F : 1.5F, NAN});
+    const QImage traces = drawn();
+    const int row = static_cast<int>(grid.height() * (2 - 0.77) / 2.2); // between two grid lines
+    const double full = 255 - qGray(view.theme.uv.rgb());
+    double ink = 0;
+    for (int x = 0; x < grid.width(); ++x)
+        ink += (qGray(grid.pixel(x, row)) - qGray(traces.pixel(x, row))) / full;
+    EXPECT_NEAR(ink, 2 * tracePenRadius, 0.1);
+}
+
 TEST_F(Picture, newDataDrawnOnGiveWhatAFullDrawingGives) {
     for (const double ratio : {1.0, 1.5, 2.0})
         for (const float minutes : {0.5F, 10.0F, 500.0F}) {

@@ -14,11 +14,19 @@ using EightAnywhere = int __attribute__((vector_size(32), aligned(4), may_alias)
 struct Reach {
     explicit Reach(const BlockSpans &spans) {
         for (int i = 0; i < 16; ++i) {
-            const bool empty = spans.tops[i] >= spans.bottoms[i];
-            allTop = std::max(allTop, spans.tops[i]);
-            allBottom = std::min(allBottom, empty ? 0 : spans.bottoms[i]);
-            anyTop = std::min(anyTop, empty ? anyTop : spans.tops[i]);
-            anyBottom = std::max(anyBottom, empty ? 0 : spans.bottoms[i]);
+            const bool empty = spans.full.tops[i] >= spans.full.bottoms[i];
+            allTop = std::max(allTop, spans.full.tops[i]);
+            allBottom = std::min(allBottom, empty ? 0 : spans.full.bottoms[i]);
+        }
+        add(spans.full);
+        if (spans.hasFlanks)
+            add(spans.flanks);
+    }
+    void add(const BlockSpans::Rows &rows) {
+        for (int i = 0; i < 16; ++i) {
+            const bool empty = rows.tops[i] >= rows.bottoms[i];
+            anyTop = std::min(anyTop, empty ? anyTop : rows.tops[i]);
+            anyBottom = std::max(anyBottom, empty ? 0 : rows.bottoms[i]);
         }
     }
     bool everywhere(int row) const { return row >= allTop && row < allBottom; }
@@ -30,21 +38,64 @@ struct Reach {
     int anyBottom = 0;
 };
 
+[[gnu::always_inline]] inline const EightAnywhere &at(const void *place) {
+    return *static_cast<const EightAnywhere *>(place);
+}
+
+[[gnu::always_inline]] inline void mixQuarter(const Eight &from, const Eight &to, Eight &mixed) {
+    constexpr int parts = 0x7f7f7f7f; // of a colour, halved
+    const Eight half = ((from ^ to) >> 1 & parts) + (from & to);
+    mixed = ((from ^ half) >> 1 & parts) + (from & half);
+}
+
+/// One trace in eight columns of a block.
+struct OctetSpans {
+    [[gnu::always_inline]] OctetSpans(const BlockSpans &spans, int first, const Eight &ground)
+        : tops(at(&spans.full.tops[first])), bottoms(at(&spans.full.bottoms[first])),
+          flankTops(at(&spans.flanks.tops[first])), flankBottoms(at(&spans.flanks.bottoms[first])),
+          colour(Eight{} + static_cast<int>(spans.colour)), hasFlanks(spans.hasFlanks) {
+        mixQuarter(ground, colour, onGround);
+    }
+
+    [[gnu::always_inline]] void addFlanks(Eight &pixels, int row, const Eight &mixed) const {
+        if (hasFlanks)
+            pixels = ((flankTops <= row) & (flankBottoms > row)) ? mixed : pixels;
+    }
+    [[gnu::always_inline]] void addFull(Eight &pixels, int row) const {
+        pixels = ((tops <= row) & (bottoms > row)) ? colour : pixels;
+    }
+
+    Eight tops, bottoms, flankTops, flankBottoms, colour;
+    Eight onGround; ///< the flanks' colour where there is no grid line
+    bool hasFlanks;
+};
+
 /// Eight columns of a block.
 struct Octet {
-    [[gnu::always_inline]] Octet(const PixelBlock &block, const BlockSpans &lower, const BlockSpans &upper, int first)
-        : lowerTops(at(&lower.tops[first])), lowerBottoms(at(&lower.bottoms[first])), upperTops(at(&upper.tops[first])),
-          upperBottoms(at(&upper.bottoms[first])), ground(at(block.ground.columns + first)) {}
-
-    [[gnu::always_inline]] static const EightAnywhere &at(const void *place) {
-        return *static_cast<const EightAnywhere *>(place);
-    }
-    [[gnu::always_inline]] void addTraces(int row, const Eight &lower, const Eight &upper, Eight &pixels) const {
-        pixels = ((lowerTops <= row) & (lowerBottoms > row)) ? lower : pixels;
-        pixels = ((upperTops <= row) & (upperBottoms > row)) ? upper : pixels;
+    [[gnu::always_inline]] Octet(const PixelBlock &block, const BlockSpans &lowerSpans, const BlockSpans &upperSpans,
+                                 int first)
+        : ground(at(block.ground.columns + first)), lower(lowerSpans, first, ground), upper(upperSpans, first, ground) {
     }
 
-    Eight lowerTops, lowerBottoms, upperTops, upperBottoms, ground;
+    /// `grid`: the colour of the row's grid line, 0 for none.
+    [[gnu::always_inline]] void addTraces(int row, int grid, Eight &pixels) const {
+        if (grid == 0) {
+            lower.addFlanks(pixels, row, lower.onGround);
+            upper.addFlanks(pixels, row, upper.onGround);
+        } else {
+            const Eight line = Eight{} + grid;
+            Eight onLine;
+            mixQuarter(line, lower.colour, onLine);
+            lower.addFlanks(pixels, row, onLine);
+            mixQuarter(line, upper.colour, onLine);
+            upper.addFlanks(pixels, row, onLine);
+        }
+        lower.addFull(pixels, row);
+        upper.addFull(pixels, row);
+    }
+
+    Eight ground;
+    OctetSpans lower, upper;
 };
 
 } // namespace
@@ -61,19 +112,17 @@ void fillRows(const PixelBlock &block, const BlockSpans &lower, const BlockSpans
     const Reach upperReach(upper);
     const Octet left(block, lower, upper, 0);
     const Octet right(block, lower, upper, 8);
-    const Eight lowerColour = Eight{} + static_cast<int>(lower.colour);
-    const Eight upperColour = Eight{} + static_cast<int>(upper.colour);
     auto *pixels = reinterpret_cast<EightAnywhere *>(block.pixels + top * block.stride);
     for (int row = top; row < bottom; ++row) {
-        Eight first = upperColour;
-        Eight second = upperColour;
+        Eight first = left.upper.colour;
+        Eight second = left.upper.colour;
         if (!upperReach.everywhere(row)) {
             const int grid = static_cast<int>(block.ground.rows[row]);
             first = grid != 0 ? Eight{} + grid : left.ground;
             second = grid != 0 ? Eight{} + grid : right.ground;
             if (lowerReach.somewhere(row) || upperReach.somewhere(row)) {
-                left.addTraces(row, lowerColour, upperColour, first);
-                right.addTraces(row, lowerColour, upperColour, second);
+                left.addTraces(row, grid, first);
+                right.addTraces(row, grid, second);
             }
         }
         pixels[0] = first;

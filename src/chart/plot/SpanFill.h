@@ -15,12 +15,24 @@ struct PlotGround {
     QRgb at(int column, int row) const { return rows[row] != 0 ? rows[row] : columns[column]; }
 };
 
-/// The rows, from `tops` to before `bottoms`, that a trace covers fully in each of sixteen adjacent columns.
+/// The rows, from `tops` to before `bottoms`, that a trace covers fully in each of sixteen adjacent columns, and those
+/// of which its flanks in the columns beside cover a quarter: these lie on the ground, below both traces.
 struct BlockSpans {
-    std::array<int, 16> tops;
-    std::array<int, 16> bottoms;
-    QRgb colour;
+    struct Rows {
+        std::array<int, 16> tops{};
+        std::array<int, 16> bottoms{};
+    };
+    Rows full;
+    Rows flanks;
+    bool hasFlanks = false;
+    QRgb colour = 0;
 };
+
+/// A quarter of the way from one colour to another.
+constexpr QRgb quarterWay(QRgb from, QRgb to) {
+    const auto half = [](QRgb a, QRgb b) { return ((a ^ b) >> 1 & 0x7f7f7f7f) + (a & b); };
+    return half(from, half(from, to));
+}
 
 /// Sixteen columns of the plot; `pixels` is their upper left one, `ground` starts at the first of them.
 struct PixelBlock {

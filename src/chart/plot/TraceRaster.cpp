@@ -100,6 +100,8 @@ void TraceRaster::paintGround(QImage &image) const {
 
 void TraceRaster::draw(QImage &image, const TraceColumns &traces, int first, int end) {
     releaseWideRegisters();
+    first = std::max(first - 1, 0); // flanks reach into the columns beside them
+    end = std::min(end + 1, plot_.width());
     QRgb *plot = pixelsOf(image);
     stride_ = image.bytesPerLine() / 4;
     if (end - first < blockWidth) {
@@ -112,7 +114,36 @@ void TraceRaster::draw(QImage &image, const TraceColumns &traces, int first, int
         drawBlock(plot, traces, std::min(column, end - blockWidth));
 }
 
-void TraceRaster::measure(const TraceColumns &traces, int column) {
+void TraceRaster::measure(const TraceColumns &traces, int first, int end) {
+    const auto take = [&](int column, const std::array<Column, traceCount> &measured) {
+        for (const auto trace : {UvTrace, CondTrace})
+            drawn_[trace][column] = measured[trace];
+    };
+    const auto flanked = [](std::array<Column, traceCount> &own, const std::array<Column, traceCount> &beside) {
+        for (const auto trace : {UvTrace, CondTrace})
+            own[trace].flanks = own[trace].flanks.with(flank(own[trace].full, beside[trace].full));
+    };
+    std::array<Column, traceCount> left;
+    std::array<Column, traceCount> own = measured(traces, first);
+    const bool hasFlanks = traces.column(first).count == 1;
+    if (hasFlanks && first > 0)
+        left = measured(traces, first - 1);
+    for (int column = first; column < end; ++column) {
+        const bool last = column + 1 == (hasFlanks ? plot_.width() : end);
+        const std::array<Column, traceCount> right =
+            last ? std::array<Column, traceCount>{} : measured(traces, column + 1);
+        std::array<Column, traceCount> drawn = own;
+        if (hasFlanks) {
+            flanked(drawn, left);
+            flanked(drawn, right);
+        }
+        take(column, drawn);
+        left = own;
+        own = right;
+    }
+}
+
+std::array<TraceRaster::Column, traceCount> TraceRaster::measured(const TraceColumns &traces, int column) const {
     // Lanes as in a Strip: the outermost of all strips are the ends of the ink, the innermost those of the full rows.
     const TraceColumns::Column &covered = traces.column(column);
     const auto height = static_cast<float>(plot_.height());
@@ -127,24 +158,44 @@ void TraceRaster::measure(const TraceColumns &traces, int column) {
     }
     const auto floored = [](float value) { return static_cast<int>(value); }; // none is negative
     const auto ceiled = [](float value) { return static_cast<int>(value) + (value > std::trunc(value)); };
+    std::array<Column, traceCount> measured;
     for (const auto trace : {UvTrace, CondTrace}) {
-        Column &drawn = drawn_[trace][column];
+        Column &drawn = measured[trace];
         drawn.ink = {floored(outer[trace]), ceiled(-outer[traceCount + trace])};
         drawn.full = {ceiled(inner[trace]), floored(-inner[traceCount + trace])};
         if (drawn.full.bottom - drawn.full.top < atOnce)
             drawn.full = {drawn.ink.bottom, drawn.ink.bottom};
     }
+    return measured;
+}
+
+/// The rows of a column beside that stand out of this one: there the trace is a flank, which a pen broader than a
+/// column would have drawn into this one. Columns of noise cover each other for the most part, and have none.
+TraceRaster::Rows TraceRaster::flank(Rows own, Rows beside) {
+    const Rows shared = beside.common(own);
+    const int longer = std::max(beside.bottom - beside.top, own.bottom - own.top);
+    return beside.empty() || 2 * (shared.bottom - shared.top) > longer ? Rows{} : beside;
 }
 
 void TraceRaster::drawColumn(QRgb *plot, const TraceColumns &traces, int column) {
     const std::array<Column, traceCount> before{drawn_[UvTrace][column], drawn_[CondTrace][column]};
-    measure(traces, column);
+    measure(traces, column, column + 1);
     const Rows kept = before[UvTrace].full.common(drawn_[UvTrace][column].full);
     for (const Column &drawn : before)
-        restore(plot, column, drawn.ink, kept);
+        restore(plot, column, drawn.reach(), kept);
+    for (const auto trace : {CondTrace, UvTrace})
+        addFlanks(plot, column, drawn_[trace][column].flanks, kept, colours_[trace]);
     for (const auto trace : {CondTrace, UvTrace}) {
         fill(plot, column, drawn_[trace][column].full, kept, colours_[trace]);
+    }
+    for (const auto trace : {CondTrace, UvTrace})
         blendEdges(plot, traces, trace, column);
+}
+
+void TraceRaster::addFlanks(QRgb *plot, int column, Rows rows, Rows kept, QRgb colour) const {
+    for (const Rows part : rows.without(kept)) {
+        for (int row = part.top; row < part.bottom; ++row)
+            plot[row * stride_ + column] = quarterWay(ground().at(column, row), colour);
     }
 }
 
@@ -162,18 +213,23 @@ void TraceRaster::drawBlock(QRgb *plot, const TraceColumns &traces, int first) {
     std::array<Stretch, 2 * traceCount> stretches; // old ink and new full rows of each trace: much may lie between them
     std::array<BlockSpans, traceCount> spans;
     Rows kept{0, plot_.height()}; // rows that UV covers fully in all columns, before and now
-    for (int i = 0; i < blockWidth; ++i) {
-        const int column = first + i;
+    for (int column = first; column < first + blockWidth; ++column) {
         for (const auto trace : {UvTrace, CondTrace})
-            stretches[trace].add(drawn_[trace][column].ink);
+            stretches[trace].add(drawn_[trace][column].reach());
         kept = kept.common(drawn_[UvTrace][column].full);
-        measure(traces, column);
-        kept = kept.common(drawn_[UvTrace][column].full);
-        for (const auto trace : {UvTrace, CondTrace}) {
-            const Rows full = drawn_[trace][column].full;
-            stretches[traceCount + trace].add(full);
-            spans[trace].tops[i] = full.top;
-            spans[trace].bottoms[i] = full.bottom;
+    }
+    measure(traces, first, first + blockWidth);
+    for (const auto trace : {UvTrace, CondTrace}) {
+        for (int i = 0; i < blockWidth; ++i) {
+            const Column &drawn = drawn_[trace][first + i];
+            if (trace == UvTrace)
+                kept = kept.common(drawn.full);
+            stretches[traceCount + trace].add(drawn.full.with(drawn.flanks));
+            spans[trace].full.tops[i] = drawn.full.top;
+            spans[trace].full.bottoms[i] = drawn.full.bottom;
+            spans[trace].flanks.tops[i] = drawn.flanks.top;
+            spans[trace].flanks.bottoms[i] = drawn.flanks.bottom;
+            spans[trace].hasFlanks |= !drawn.flanks.empty();
         }
     }
     for (const auto trace : {UvTrace, CondTrace})

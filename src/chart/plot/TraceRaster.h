@@ -33,6 +33,11 @@ private:
         int bottom = 0;
         bool empty() const { return top >= bottom; }
         bool holds(int row) const { return row >= top && row < bottom; }
+        Rows with(Rows other) const {
+            if (empty() || other.empty())
+                return empty() ? other : *this;
+            return {std::min(top, other.top), std::max(bottom, other.bottom)};
+        }
         Rows common(Rows other) const { return {std::max(top, other.top), std::min(bottom, other.bottom)}; }
         /// The rows above the others and the rows below them.
         std::array<Rows, 2> without(Rows others) const {
@@ -41,16 +46,23 @@ private:
             return {Rows{top, std::min(bottom, others.top)}, Rows{std::max(top, others.bottom), bottom}};
         }
     };
-    /// The rows of a column that a trace covers in part or wholly (ink), and wholly (full).
+    /// The rows of a column that a trace covers in part or wholly (ink), and wholly (full), and those that its flanks
+    /// in the columns beside it reach into.
     struct Column {
         Rows ink;
         Rows full;
+        Rows flanks;
+
+        Rows reach() const { return ink.with(flanks); }
     };
 
     QRgb *pixelsOf(QImage &image) const;
     void drawColumn(QRgb *plot, const TraceColumns &traces, int column);
     void drawBlock(QRgb *plot, const TraceColumns &traces, int first);
-    void measure(const TraceColumns &traces, int column);
+    void measure(const TraceColumns &traces, int first, int end);
+    std::array<Column, traceCount> measured(const TraceColumns &traces, int column) const;
+    static Rows flank(Rows own, Rows beside);
+    void addFlanks(QRgb *plot, int column, Rows rows, Rows kept, QRgb colour) const;
     void blendEdges(QRgb *plot, const TraceColumns &traces, Trace trace, int column) const;
     // Rows `kept` are wholly covered by UV before and after, and are not written.
     void fill(QRgb *plot, int column, Rows rows, Rows kept, QRgb colour) const;
