@@ -19,6 +19,21 @@ TEST_F(ChartTabsTest, EmptyTabIsRefused) {
     }
 }
 
+TEST_F(ChartTabsTest, KeysStepThroughTheTabsInUse) {
+    open("a.chd", 1);
+    open("b.chd", 1);
+    QWidget *window = find<QWidget>("frmMain");
+    QApplication::setActiveWindow(window); // shortcuts are those of the active window
+    const auto press = [&](int key, Qt::KeyboardModifiers modifiers) {
+        QTest::keyClick(window->focusWidget() != nullptr ? window->focusWidget() : window, Qt::Key(key), modifiers);
+        return find<QTabBar>("TabChart")->currentIndex();
+    };
+    EXPECT_EQ(press(Qt::Key_Tab, Qt::ControlModifier), 0); // from the last one, past the empty ones
+    EXPECT_EQ(press(Qt::Key_Tab, Qt::ControlModifier), 1);
+    EXPECT_EQ(press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier), 0);
+    EXPECT_EQ(press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier), 2);
+}
+
 TEST_F(ChartTabsTest, ToolbarNamesWhatItSavesAndCloses) {
     open("A&B.chd", 1);
     EXPECT_EQ(toolbar(), "Close: Close A&B, Save A&B");

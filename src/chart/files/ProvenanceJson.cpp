@@ -66,7 +66,7 @@ QJsonArray listOf(const std::vector<Item> &items) {
 template <typename Item>
 void takeList(const QJsonValue &list, std::vector<Item> &items) {
     const QJsonArray all = list.toArray();
-    for (const QJsonValue &value : all) {
+    for (const auto &value : all) {
         if (value.isObject())
             take(value.toObject(), items.emplace_back());
     }
