@@ -37,6 +37,14 @@ Pixels blended(Pixels below, QRgb above, Lanes coverage) {
     return Pixels(redBlue) | Pixels(alphaGreen) << 8;
 }
 
+/// The same for one pixel.
+QRgb blended(QRgb below, QRgb above, float coverage) {
+    constexpr quint32 parts = 0x00ff00ff;
+    const auto share = static_cast<quint32>(coverage * 256.0F + 0.5F);
+    const auto mix = [&](quint32 from, quint32 to) { return (from * (256 - share) + to * share) >> 8 & parts; };
+    return mix(below & parts, above & parts) | mix(below >> 8 & parts, above >> 8 & parts) << 8;
+}
+
 Lanes least(Lanes a, Lanes b) { return a < b ? a : b; }
 Lanes greatest(Lanes a, Lanes b) { return a > b ? a : b; }
 Lanes all(float value) { return Lanes{value, value, value, value}; }
@@ -58,6 +66,12 @@ struct ColumnEdges {
         for (int i = 0; i < count; ++i)
             covered += greatest(least(below, all(bottoms[i])) - greatest(above, all(tops[i])), all(0));
         return covered * all(count == 1 ? 1.0F : 1.0F / TraceColumns::mostStrips);
+    }
+
+    /// That of one row of a column that is a single strip.
+    float coverageOfOne(int row) const {
+        const auto start = static_cast<float>(row);
+        return std::max(std::min(start + 1, bottoms[0]) - std::max(start, tops[0]), 0.0F);
     }
 
     int count;
@@ -254,6 +268,12 @@ void TraceRaster::blendEdges(QRgb *plot, const TraceColumns &traces, Trace trace
     const Rows hidden = trace == CondTrace ? drawn_[UvTrace][column].full : Rows{};
     const ColumnEdges edges(traces.column(column), trace);
     for (const Rows rows : {Rows{drawn.ink.top, drawn.full.top}, Rows{drawn.full.bottom, drawn.ink.bottom}}) {
+        if (edges.count == 1 && rows.bottom - rows.top == 1) { // as most are where there are many samples
+            QRgb &pixel = plot[rows.top * stride_ + column];
+            if (!hidden.holds(rows.top))
+                pixel = blended(pixel, colours_[trace], edges.coverageOfOne(rows.top));
+            continue;
+        }
         for (int row = rows.top; row < rows.bottom; row += atOnce) {
             const int count = std::min(atOnce, rows.bottom - row);
             QRgb *pixels = plot + row * stride_ + column;
