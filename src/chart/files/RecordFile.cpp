@@ -25,8 +25,8 @@ namespace {
 constexpr char magic[8] = {'\x89', 'O', 'S', 'T', 'R', '\r', '\n', '\x1a'};
 constexpr std::size_t checkedHead = 44; // bytes of the file header; their checksum follows
 constexpr std::size_t bufferSize = 1 << 15;
-constexpr std::size_t large = 1 << 14;
-constexpr std::size_t ahead = 1 << 12; // bytes fetched behind a large piece: they hold the next record's header
+constexpr std::size_t large = 1 << 13; // bytes; less goes through the buffer
+constexpr std::size_t ahead = 1 << 8; // bytes fetched behind a large piece: they hold the next record's header
 constexpr quint64 mostZeros = 1 << 24; // bytes; no writer preallocates more, and a hole in the file can be very long
 constexpr char zeros[8] = {};
 constexpr quint64 blockSize = 512; // bytes; the unit of st_blocks
