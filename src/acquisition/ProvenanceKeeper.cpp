@@ -3,6 +3,7 @@
 
 #include "base/ProgramVersion.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace ostrel {
@@ -33,13 +34,14 @@ void ProvenanceKeeper::takeNote(qint64 size) {
     const QDateTime now = reads_.clock.now();
     const auto uptime = reads_.clock.uptime();
     // Samples that waited in a buffer while the program was busy came in without a break.
-    const qint64 silence = (uptime - lastLook_).count() - (size - seen_) * sampleMs;
+    const qint64 sinceLook = (uptime - lastLook_).count();
+    const qint64 silence = sinceLook - (size - seen_) * sampleMs;
     if (silence > silenceMs)
         open_ = false;
     lastLook_ = uptime;
     Provenance &provenance = run_.provenance();
     if (!open_)
-        begin(provenance, seen_, now.addMSecs(-(size - 1 - seen_) * sampleMs));
+        begin(provenance, seen_, now.addMSecs(-std::min((size - 1 - seen_) * sampleMs, sinceLook)));
     watchClock(provenance, now);
     provenance.system = reads_.identity.SystemName; // the operator may name it while samples come in
     provenance.stretches.back().to = ChartData::timeOf(size - 1);

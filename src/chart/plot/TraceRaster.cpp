@@ -40,7 +40,7 @@ Pixels blended(Pixels below, QRgb above, Lanes coverage) {
 /// The same for one pixel.
 QRgb blended(QRgb below, QRgb above, float coverage) {
     constexpr quint32 parts = 0x00ff00ff;
-    const auto share = static_cast<quint32>(coverage * 256.0F + 0.5F);
+    const auto share = (static_cast<quint32>(coverage * 512.0F) + 1) / 2; // rounded
     const auto mix = [&](quint32 from, quint32 to) { return (from * (256 - share) + to * share) >> 8 & parts; };
     return mix(below & parts, above & parts) | mix(below >> 8 & parts, above >> 8 & parts) << 8;
 }
