@@ -34,7 +34,7 @@ void Acquisition::bind(Commands &commands, const Guard &guard) {
     commands.bind(QStringLiteral("mnuStart"), [this] { session.mnuStart_Click(); });
     commands.bind(QStringLiteral("mnuStop"), [this] {
         session.mnuStop_Click();
-        takeNotes();
+        takeNotes(); // here, since a pass may stop and start the recording
     });
     commands.bind(QStringLiteral("mnuComPort"), [this] { search.mnuComPort_Click(); });
 

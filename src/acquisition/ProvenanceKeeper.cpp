@@ -10,11 +10,10 @@ namespace ostrel {
 
 namespace {
 
-constexpr double sampleInterval = 60 / samplesPerMinute; // seconds
-constexpr qint64 sampleMs = 200;
+constexpr double msPerSecond = 1000;
+constexpr auto sampleMs = static_cast<qint64>(sampleInterval * msPerSecond);
 constexpr qint64 silenceMs = 3000;   // so long without samples the run has stood still, as in a sleep of the computer
 constexpr qint64 clockStepMs = 2000; // less is the clock's own correction
-constexpr double msPerSecond = 1000;
 
 } // namespace
 
@@ -57,16 +56,16 @@ void ProvenanceKeeper::begin(Provenance &provenance, qint64 first, const QDateTi
     provenance.device = reads_.directory.factsOf(reads_.ComPort.CommPort(), 0).device;
     provenance.stretches.push_back({ChartData::timeOf(first), 0, begun, {}});
     open_ = true;
-    clockAhead_ = 0;
+    clockAhead_.reset();
 }
 
 /// The date against a clock that nobody sets.
 void ProvenanceKeeper::watchClock(Provenance &provenance, const QDateTime &now) {
     const qint64 ahead = now.toMSecsSinceEpoch() - reads_.clock.uptime().count();
-    const qint64 step = ahead - clockAhead_;
-    if (clockAhead_ != 0 && std::abs(step) > clockStepMs)
+    const qint64 step = ahead - clockAhead_.value_or(ahead);
+    if (std::abs(step) > clockStepMs)
         provenance.clockSteps.push_back({ChartData::timeOf(seen_), static_cast<double>(step) / msPerSecond});
-    if (clockAhead_ == 0 || std::abs(step) > clockStepMs)
+    if (!clockAhead_ || std::abs(step) > clockStepMs)
         clockAhead_ = ahead;
 }
 

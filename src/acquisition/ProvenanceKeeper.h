@@ -7,6 +7,8 @@
 #include "platform/PortDirectory.h"
 #include "platform/SerialControl.h"
 
+#include <optional>
+
 namespace ostrel {
 
 /// Notes in a run where and when its samples came in: the instrument's system and link, each stretch that was recorded
@@ -37,7 +39,7 @@ private:
     qint64 seen_ = 0;                       ///< samples
     bool open_ = false;                     ///< samples that come in go on with the last stretch
     std::chrono::milliseconds lastLook_{0}; ///< that found samples, by the clock's uptime
-    qint64 clockAhead_ = 0;                 ///< milliseconds of the computer's date beyond the uptime
+    std::optional<qint64> clockAhead_; ///< milliseconds of the computer's date beyond the uptime, when last in step
 };
 
 } // namespace ostrel

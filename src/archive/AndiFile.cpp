@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "archive/AndiFile.h"
 
-#include "archive/OneLine.h"
+#include "base/ProgramVersion.h"
+#include "chart/run/IsoDate.h"
+#include "chart/run/TextLines.h"
 #include "chart/table/Digits.h"
 #include "chart/table/SheetWriter.h"
 #include "files/DurableFile.h"
@@ -22,7 +24,6 @@ namespace ostrel {
 
 namespace {
 
-constexpr double interval = 60 / samplesPerMinute; // seconds
 constexpr std::size_t mostGapsTold = 200;
 
 /// What differs between the two files.
@@ -139,7 +140,7 @@ void writeValues(ClassicFile &file, int variable, const SampleStore &samples, fl
     }
 }
 
-QString seconds(qint64 samples) { return QString::number(static_cast<double>(samples) * interval, 'f', 1); }
+QString seconds(qint64 samples) { return QString::number(static_cast<double>(samples) * sampleInterval, 'f', 1); }
 
 /// Where values were filled in; empty without gaps.
 QString gapsInWords(const std::vector<Gap> &gaps, qint64 samples) {
@@ -156,13 +157,6 @@ QString gapsInWords(const std::vector<Gap> &gaps, qint64 samples) {
     return QStringLiteral("No value was measured %1. The last value before is given instead, at the start the first "
                           "one behind.")
         .arg(places.join(QStringLiteral(", ")));
-}
-
-QString stamp(const QDateTime &when) {
-    const int minutes = when.offsetFromUtc() / 60;
-    const auto two = [](int number) { return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0')); };
-    return when.toString(QStringLiteral("yyyyMMddHHmmss")) + QLatin1Char(minutes < 0 ? '-' : '+') +
-           two(std::abs(minutes) / 60) + two(std::abs(minutes) % 60);
 }
 
 /// Seconds from the first sample to the last, rounded up: a reader that divides this by the number of intervals and
@@ -188,15 +182,15 @@ void describe(ClassicFile &file, const ChartData &run, const AndiOrigin &origin,
     known("languages", "English");
     known("administrative_comments", gapsInWords(gaps, run.samples.size()));
     known("dataset_origin", run.provenance.system);
-    known("dataset_date_time_stamp", stamp(origin.made));
+    known("dataset_date_time_stamp", compactDate(origin.made));
     if (run.provenance.begun().isValid())
-        known("injection_date_time_stamp", stamp(run.provenance.begun()));
+        known("injection_date_time_stamp", compactDate(run.provenance.begun()));
     known("experiment_title", title);
     known("operator_name", "unknown");
     if (row.experiment != nullptr)
         known("separation_experiment_type", row.experiment);
     known("pre_experiment_program_name", run.provenance.program);
-    known("post_experiment_program_name", "Ostrel MS " OSTREL_VERSION);
+    known("post_experiment_program_name", programVersion());
     known("source_file_reference", origin.file);
     known("sample_id", run.provenance.identity);
     known("sample_name", title);
@@ -219,7 +213,7 @@ std::error_code make(ClassicFile &file, const ChartData &run, const AndiOrigin &
         float value;
     } scalars[] = {
         {"actual_delay_time", 0},
-        {"actual_sampling_interval", static_cast<float>(interval)},
+        {"actual_sampling_interval", static_cast<float>(sampleInterval)},
         {"actual_run_time_length", runTime(run.samples.size())},
         {"detector_maximum_value", std::isfinite(greatest) ? greatest : 0},
         {"detector_minimum_value", std::isfinite(least) ? least : 0},
@@ -240,9 +234,8 @@ std::error_code make(ClassicFile &file, const ChartData &run, const AndiOrigin &
 
 /// Brings the content to the disk, beside the old file.
 std::error_code write(DurableFile &target, QByteArrayView content) {
-    if (target.write(content) && target.bringToDisk())
-        return {};
-    return target.commit(); // the failure
+    target.write(content);
+    return target.bringToDisk();
 }
 
 std::error_code write(DurableFile &target, const ChartData &run, const AndiOrigin &origin, const SignalRow &row) {

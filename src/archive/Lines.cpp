@@ -62,7 +62,7 @@ bool Lines::deliver() {
 
 bool Lines::isTerminal() const {
     const auto *file = qobject_cast<QFileDevice *>(stream_.device());
-    return watched_ || (file != nullptr && ::isatty(file->handle()) != 0);
+    return file != nullptr && ::isatty(file->handle()) != 0;
 }
 
 void Lines::show(const QString &status) {

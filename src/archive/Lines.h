@@ -11,8 +11,7 @@ namespace ostrel {
 /// characters, and characters that change the direction of the text, are escaped.
 class Lines {
 public:
-    /// `watched`: somebody looks at the output while the command works, also where it is no terminal of this process.
-    explicit Lines(QTextStream &stream, bool watched = false) : stream_(stream), watched_(watched) {}
+    explicit Lines(QTextStream &stream) : stream_(stream) {}
     ~Lines() { show({}); }
     Lines(const Lines &) = delete;
     Lines &operator=(const Lines &) = delete;
@@ -33,7 +32,6 @@ public:
 
 private:
     QTextStream &stream_;
-    bool watched_;
     bool shows_ = false; ///< a status
 };
 

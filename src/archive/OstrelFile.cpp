@@ -106,9 +106,9 @@ ExitCode answer(const QStringList &arguments, Lines &out, Lines &complaints) {
 
 bool paints(const QString &command) { return command == "pdf" || command == "picture"; }
 
-int ostrelFile(const QStringList &arguments, QTextStream &out, QTextStream &complaints, bool watched) {
+int ostrelFile(const QStringList &arguments, QTextStream &out, QTextStream &complaints) {
     Lines answers(out);
-    Lines errors(complaints, watched);
+    Lines errors(complaints);
     ExitCode result = Good;
     try {
         result = answer(arguments, answers, errors);

@@ -2,15 +2,14 @@
 #include "archive/Pictures.h"
 
 #include "archive/NewFiles.h"
-#include "archive/OneLine.h"
 #include "archive/RunFile.h"
 #include "archive/Stretch.h"
 #include "chart/plot/ChartPicture.h"
+#include "chart/plot/SvgDrawing.h"
 #include "files/DurableFile.h"
 
 #include <QBuffer>
 #include <QGuiApplication>
-#include <QSvgGenerator>
 
 #include <algorithm>
 #include <cmath>
@@ -79,26 +78,18 @@ QByteArray png(const RunFile &file, const Look &look) {
 }
 
 QByteArray svg(const RunFile &file, const Look &look) {
-    QBuffer bytes;
-    QSvgGenerator drawing;
-    drawing.setOutputDevice(&bytes);
-    drawing.setSize(look.size);
-    drawing.setViewBox(QRect(QPoint(), look.size));
     constexpr int dotsPerInch = 96; // of CSS
-    drawing.setResolution(dotsPerInch);
-    drawing.setTitle(file.run.title.toHtmlEscaped()); // Qt writes it as it is
-    const double scale = enlargement(look.size);
-    QPainter painter(&drawing);
-    painter.fillRect(QRect(QPoint(), look.size), look.theme.ground);
-    painter.scale(scale, scale);
-    const PlotLayout layout =
-        PlotLayout::of(QSizeF(look.size) / scale, scale, file.axes, fontOfPicture(), file.run.title);
-    paintChart(painter, file.run, layout, look.theme, {}, columnsToPixel * scale);
-    painter.end();
-    return bytes.data();
+    return svgOf(look.size, dotsPerInch, file.run.title, [&](QPainter &painter) {
+        const double scale = enlargement(look.size);
+        painter.fillRect(QRect(QPoint(), look.size), look.theme.ground);
+        painter.scale(scale, scale);
+        const PlotLayout layout =
+            PlotLayout::of(QSizeF(look.size) / scale, scale, file.axes, fontOfPicture(), file.run.title);
+        paintChart(painter, file.run, layout, look.theme, {}, columnsToPixel * scale);
+    });
 }
 
-/// The run as it is shown: the asked stretch, and texts that any format can hold.
+/// The run with the axes of the asked stretch.
 RunFile shown(const QString &path, const Stretch &stretch) {
     RunFile file = wholeFile(path);
     beginWithin(stretch, path, file.run);
@@ -107,9 +98,6 @@ RunFile shown(const QString &path, const Stretch &stretch) {
         file.axes.timeMax = stretch.to.value_or(file.run.lastTime());
     if (!(file.axes.timeMax > file.axes.timeMin))
         throw EarlyEnd{Misused, path + ": nothing lies between --from and --to"};
-    file.run.title = oneLine(file.run.title);
-    for (EventMark &mark : file.run.marks)
-        mark.label = oneLine(mark.label);
     return file;
 }
 

@@ -123,6 +123,25 @@ void written(const QString &path, std::error_code error) {
         throw EarlyEnd{Failed, path + ": cannot be written: " + words(error)};
 }
 
+QStringList inWords(const std::vector<SampleGap> &gaps, qint64 end) {
+    QStringList lines;
+    for (const SampleGap &gap : gaps) {
+        const bool movesUp = !gap.filled && gap.from < end;
+        lines << QString("minutes %1 to %2 (%3 samples)%4")
+                     .arg(minuteOf(gap.from), minuteOf(gap.from + gap.count - 1))
+                     .arg(gap.count)
+                     .arg(movesUp ? "; later times have moved up" : "");
+    }
+    return lines;
+}
+
+void tellLost(QStringList &missing, quint64 lost, const char *what) {
+    if (lost > 0)
+        missing << QString("%1 %2").arg(lost).arg(what);
+}
+
+QString minuteOf(qint64 sample) { return QString::number(ChartData::timeOf(sample), 'f', 2); }
+
 QString duration(double minutes) {
     const qint64 seconds = std::llrint(minutes * 60);
     return QString("%1 minutes (%2:%3:%4)")

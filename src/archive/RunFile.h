@@ -30,6 +30,14 @@ void mayConvertInto(const ArchiveCall &call, const QString &from, const QString 
 /// Ends the command when `error` says that writing has failed.
 void written(const QString &path, std::error_code error);
 
+/// A line for each: "minutes 3.41 to 10.24 (2048 samples)". `end`: how many samples the run has as it was read.
+QStringList inWords(const std::vector<SampleGap> &gaps, qint64 end);
+
+/// "3 event marks", if any are lost.
+void tellLost(QStringList &missing, quint64 lost, const char *what);
+
+/// "3.41", the time of a sample.
+QString minuteOf(qint64 sample);
 /// "12.35 minutes (0:12:21)"
 QString duration(double minutes);
 

@@ -26,13 +26,6 @@ struct FoundLog {
     std::vector<Fact> facts;
 };
 
-QString minutes(double value) { return QString::number(value, 'f', 2); }
-
-void tellLost(QStringList &missing, quint64 lost, const char *what) {
-    if (lost > 0)
-        missing << QString("%1 %2").arg(lost).arg(what);
-}
-
 qint64 bytesIn(const QString &folder) {
     qint64 bytes = 0;
     for (const QFileInfo &file : QDir(folder).entryInfoList(QDir::Files | QDir::Hidden | QDir::NoSymLinks))
@@ -111,10 +104,7 @@ void tell(const ArchiveCall &call, const QString &appPath, const std::vector<Fou
 
 QStringList missingOf(const RecoveredLog &log) {
     QStringList missing = inWords(log.badFiles);
-    for (const RecoveredLog::Gap &gap : log.gaps)
-        missing << QString("%1 minutes of samples from minute %2 on%3")
-                       .arg(minutes(gap.length), minutes(gap.at))
-                       .arg(gap.filled ? "" : "; later times have moved up");
+    missing += inWords(log.gaps, log.data.samples.size());
     tellLost(missing, log.lostMarks, "event marks");
     tellLost(missing, log.lostMethodTexts, "method texts");
     if (log.lostTexts)

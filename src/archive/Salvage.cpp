@@ -3,7 +3,7 @@
 
 #include "archive/RunFile.h"
 #include "archive/RunningLogs.h"
-#include "base/ProgramVersion.h"
+#include "chart/files/SaveNote.h"
 
 #include <QFileInfo>
 
@@ -17,31 +17,17 @@ struct Salvaged {
     QStringList missing;
 };
 
-QString minutes(double value) { return QString::number(value, 'f', 2); }
-
 /// The run has nothing worth saving.
 bool isEmpty(const ChartData &run) {
     return run.samples.size() == 0 && run.marks.empty() && run.methodTexts.empty() && run.notes.isEmpty();
 }
 
-void tellLost(QStringList &missing, quint64 lost, const char *what) {
-    if (lost > 0)
-        missing << QString("%1 %2").arg(lost).arg(what);
-}
-
 /// The parts that the file had and that could not be read.
 QStringList missingOf(const ChartFileLosses &losses, const ChartData &run) {
-    QStringList missing;
     const qint64 end = run.samples.size();
-    for (const ChartFileLosses::Gap &gap : losses.gaps) {
-        const bool movesUp = !gap.filled && gap.from < end;
-        missing << QString("minutes %1 to %2 (%3 samples)%4")
-                       .arg(minutes(ChartData::timeOf(gap.from)), minutes(ChartData::timeOf(gap.from + gap.count - 1)))
-                       .arg(gap.count)
-                       .arg(movesUp ? "; later times have moved up" : "");
-    }
+    QStringList missing = inWords(losses.gaps, end);
     if (losses.openEnd)
-        missing << QString("whatever the run held from minute %1 on").arg(minutes(ChartData::timeOf(end)));
+        missing << QString("whatever the run held from minute %1 on").arg(minuteOf(end));
     tellLost(missing, losses.marks, "event marks");
     tellLost(missing, losses.methodTexts, "method texts");
     const std::pair<bool, const char *> parts[] = {{losses.title, "the title"},
@@ -98,7 +84,7 @@ ExitCode salvage(const ArchiveCall &call) {
     Salvaged salvaged = QFileInfo(from).isDir() ? fromDirectory(from, call.out) : fromFile(from, call.out);
     ChartData &run = salvaged.run;
     if (!isEmpty(run)) {
-        run.provenance.noteSave({QDateTime::currentDateTime(), programVersion(), "salvaged"});
+        noteSave(run.provenance, "salvaged");
         written(to, saveChartFile(to, kind, run, salvaged.axes));
         call.out.tell(to + QString(": %1 samples, ").arg(run.samples.size()) + duration(run.lastTime()) +
                       QString(", %1 event marks").arg(run.marks.size()));

@@ -42,5 +42,5 @@ int main(int argc, char *argv[]) {
     answers.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
     QTextStream out(&answers);
     QTextStream complaints(stderr);
-    return ostrelFile(QCoreApplication::arguments(), out, complaints, ::isatty(STDERR_FILENO) != 0);
+    return ostrelFile(QCoreApplication::arguments(), out, complaints);
 }

@@ -74,16 +74,16 @@ bool DurableFile::write(QByteArrayView data) {
     return !error_;
 }
 
-bool DurableFile::bringToDisk() {
+std::error_code DurableFile::bringToDisk() {
     if (!error_ && fd_ >= 0 && operations_.sync(fd_) != 0)
         failWith(errno);
     if (!error_ && fd_ >= 0 && operations_.close(std::exchange(fd_, -1)) != 0)
         failWith(errno);
-    return !error_;
+    return error_;
 }
 
 std::error_code DurableFile::commit() {
-    if (bringToDisk() && operations_.rename(temporary_.constData(), path_.constData()) != 0)
+    if (!bringToDisk() && operations_.rename(temporary_.constData(), path_.constData()) != 0)
         failWith(errno);
     if (!error_)
         syncFolder();

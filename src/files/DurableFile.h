@@ -31,8 +31,8 @@ public:
     /// written, and commit() returns the failure too. False when there was one.
     bool write(QByteArrayView data);
     /// Brings the data to the disk, while the old file still has its place: of several files that belong together none
-    /// need be replaced when one of them cannot be written. False when that failed.
-    bool bringToDisk();
+    /// need be replaced when one of them cannot be written.
+    std::error_code bringToDisk();
     /// Does the same, then replaces. Without an error the new file is on the disk, under its name.
     std::error_code commit();
 

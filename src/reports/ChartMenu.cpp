@@ -3,6 +3,7 @@
 
 #include "base/HelpContexts.h"
 #include "base/Steps.h"
+#include "chart/plot/SvgDrawing.h"
 #include "chart/table/ShownValues.h"
 #include "files/DurableFile.h"
 
@@ -10,7 +11,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
-#include <QSvgGenerator>
 
 #include <algorithm>
 #include <utility>
@@ -40,20 +40,8 @@ QByteArray png(const Quillchart &chart) {
 }
 
 QByteArray svg(const Quillchart &chart) {
-    QBuffer file;
-    QSvgGenerator drawing;
-    drawing.setOutputDevice(&file);
-    drawing.setSize(chart.size());
-    drawing.setViewBox(chart.rect());
-    drawing.setResolution(chart.logicalDpiX());
-    drawing.setTitle(chart.ChartTitle().toHtmlEscaped()); // Qt writes it as it is
-    QPainter painter(&drawing);
-    chart.paintPicture(painter);
-    painter.end();
-    QByteArray made = file.data();
-    // Control characters of a title or a label, which no XML may hold.
-    made.removeIf([](char byte) { return byte >= 0 && byte < ' ' && byte != '\n'; });
-    return made;
+    return svgOf(chart.size(), chart.logicalDpiX(), chart.ChartTitle(),
+                 [&](QPainter &painter) { chart.paintPicture(painter); });
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "archive/ArchiveFixture.h"
+#include "archive/ArchiveFolder.h"
 #include "chart/files/RunningLogWriter.h"
 #include "fuzz/Corpus.h"
 #include "fuzz/ManifestScenario.h"
@@ -8,13 +8,11 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QThread>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
 /// Beside run.chd the archive has "sub" with two whole runs, one under a name of its own, and a damaged one.
-class ArchiveCheckTest : public ArchiveFixture {
+class ArchiveCheckTest : public ArchiveOfOne {
 protected:
     ArchiveCheckTest() {
         QDir().mkpath("sub/deep");
@@ -43,7 +41,7 @@ TEST_F(ArchiveCheckTest, aFolderIsGoneThroughAndWhatIsNoChartFileOfTheArchivePas
     lay("log/renamed", content("log/Log00001.dat"));
     lay("log/Log00002.dat", flipped(whole, 20));
     lay("sub/.ostrel-17-0.tmp", whole.left(3000));
-    ASSERT_TRUE(QFile::link(archive.path(), "sub/deep/loop.chd") && QFile::link("../run.chd", "sub/link.chd") &&
+    ASSERT_TRUE(QFile::link(folder.path(), "sub/deep/loop.chd") && QFile::link("../run.chd", "sub/link.chd") &&
                 QFile::link("none", "sub/dangling.chd") && QFile::link("none", "sub/dangling"));
     const QString expected = "./run.chd: whole\n"
                              "./sub/bad.chd: damaged at byte 0, in its head\n"
@@ -172,21 +170,12 @@ TEST_F(ArchiveCheckTest, aManifestThatIsCutOrChangedAnywhereIsRefusedAndNothingE
     playCorpus<ManifestScenario>(MANIFEST_CORPUS);
 }
 
-struct DiskFullForWriting : FileOperations {
-    DiskFullForWriting() { standIn(this); }
-    ~DiskFullForWriting() override { standIn(nullptr); }
-    ssize_t write(int, const void *, std::size_t) override {
-        errno = ENOSPC;
-        return -1;
-    }
-};
-
 TEST_F(ArchiveCheckTest, noFirstManifestIsMadeOfAnArchiveThatIsNotWholeNorHalfAManifest) {
     EXPECT_EQ(call("check --manifest list ."), Failed);
     EXPECT_TRUE(complaint.contains("list: was not written, since not all files are whole")) << complaint.toStdString();
     EXPECT_TRUE(said.endsWith("\n4 files: 3 whole, 1 damaged\n")) << said.toStdString();
     {
-        const DiskFullForWriting disk;
+        const FullForWriting disk;
         EXPECT_EQ(call("check --manifest list run.chd"), Failed);
         EXPECT_TRUE(complaint.contains("list: cannot be written: No space left")) << complaint.toStdString();
     }
@@ -213,25 +202,13 @@ TEST_F(ArchiveCheckTest, resultsComeInOrderAndATerminalShowsHowFarTheCheckIs) {
         lay(name, i % 2 == 0 ? whole : whole.left(3000));
         expected += name + (i % 2 == 0 ? ": whole\n" : ": cut off at byte 3000\n");
     }
-    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
-    ASSERT_TRUE(terminal >= 0 && ::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0);
-    QFile screen;
-    ASSERT_TRUE(screen.open(::open(::ptsname(terminal), O_RDWR | O_NOCTTY), QIODevice::WriteOnly,
-                            QFileDevice::AutoCloseHandle));
     {
         const SlowFile disk;
-        QTextStream out(&said);
-        QTextStream complaints(&screen);
-        EXPECT_EQ(ostrelFile({"ostrel-file", "check", "many"}, out, complaints), Failed);
+        EXPECT_EQ(callAtTerminal("check many"), Failed);
     }
     EXPECT_EQ(words(), expected + "40 files: 20 whole, 20 damaged\n");
-    screen.close();
-    QByteArray shown;
-    for (char c = 0; ::read(terminal, &c, 1) == 1;) // up to the end of the terminal
-        shown += c;
-    EXPECT_TRUE(shown.startsWith("0 of 40 files, 0 damaged\r")) << shown.toStdString();
-    EXPECT_TRUE(shown.endsWith("\r\x1b[K")) << shown.toStdString(); // and is taken away at the end
-    ::close(terminal);
+    EXPECT_TRUE(complaint.startsWith("0 of 40 files, 0 damaged\r")) << complaint.toStdString();
+    EXPECT_TRUE(complaint.endsWith("\r\x1b[K")) << complaint.toStdString(); // and is taken away at the end
 }
 
 } // namespace

@@ -76,7 +76,7 @@ TEST_F(NewFiles, ofSeveralRunsEachIsMadeInTheFolderUnderItsOwnName) {
                          "ostrel-file: out/named.csv: is there already; --overwrite replaces it\n");
     EXPECT_EQ(names("out"), "a.b.csv named.csv run.csv");
     EXPECT_EQ(content("out/named.csv"), "stays");
-    EXPECT_EQ(call("csv --overwrite run.chd named out/", true), Good);
+    EXPECT_EQ(callAtTerminal("csv --overwrite run.chd named out/"), Good);
     EXPECT_EQ(complaint, "1 of 2  run.chd\r\x1b[K2 of 2  named\r\x1b[K");
     EXPECT_EQ(head("out/named.csv"), head("out/run.csv"));
     for (const char *command : {"text", "pdf", "xy", "picture", "andi"})
@@ -137,21 +137,11 @@ TEST_F(NewFiles, aDrawingIsGoodXmlWhateverTheRunSays) {
     EXPECT_GT(texts, 20);
 }
 
-/// A full disk, which can still be read.
-struct NoRoom : FileOperations {
-    NoRoom() { standIn(this); }
-    ~NoRoom() override { standIn(nullptr); }
-    ssize_t write(int, const void *, std::size_t) override {
-        errno = ENOSPC;
-        return -1;
-    }
-};
-
 TEST_F(NewFiles, aFullDiskLeavesTheOldFile) {
     for (const char *command : {"csv", "xy", "picture", "andi"}) {
         const QString target = QString("old") + (*command == 'p' ? ".png" : *command == 'a' ? ".cdf" : ".txt");
         lay(target, "old");
-        const NoRoom full;
+        const FullForWriting disk;
         EXPECT_EQ(call(QString("%1 --overwrite run.chd %2").arg(command, target)), Failed);
         EXPECT_TRUE(complaint.contains("No space left on device")) << complaint.toStdString();
         EXPECT_EQ(content(target), "old");

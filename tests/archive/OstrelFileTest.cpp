@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "archive/ArchiveFixture.h"
+#include "archive/ArchiveFolder.h"
 #include "archive/Interruptions.h"
 #include "chart/files/LogWastebasket.h"
 #include "chart/files/RunningLogWriter.h"
@@ -15,7 +15,7 @@
 
 namespace {
 
-using OstrelFileTest = ArchiveFixture;
+using OstrelFileTest = ArchiveOfOne;
 
 TEST_F(OstrelFileTest, infoTellsWhatIsInAFile) {
     EXPECT_EQ(call("info run.chd"), Good);
@@ -133,11 +133,11 @@ TEST_F(OstrelFileTest, salvagePutsTheLogOfADirectoryTogether) {
 }
 
 TEST_F(OstrelFileTest, logsListsTheRunningLogsAndThoseThatWereThrownAway) {
-    const auto log = [&](const QString &folder, const char *system) {
+    const auto log = [&](const QString &directory, const char *system) {
         run.title = system;
         RunningLogWriter writer;
-        EXPECT_TRUE(QDir().mkpath(folder));
-        EXPECT_FALSE(writer.write(run, folder, 1, 24));
+        EXPECT_TRUE(QDir().mkpath(directory));
+        EXPECT_FALSE(writer.write(run, directory, 1, 24));
         QThread::msleep(2); // the logs are sorted by their beginnings
     };
     EXPECT_EQ(call("logs none"), Failed);
@@ -147,11 +147,11 @@ TEST_F(OstrelFileTest, logsListsTheRunningLogsAndThoseThatWereThrownAway) {
     log("Log/2", "second");
     lay("Log/2/Log00001.dat", content("Log/2/Log00001.dat").replace(300, 3000, QByteArray(3000, '?')));
     log("Log", "third");
-    ASSERT_TRUE(QDir().mkpath("Log/empty") && QFile::link(archive.path(), "Log/link"));
+    ASSERT_TRUE(QDir().mkpath("Log/empty") && QFile::link(folder.path(), "Log/link"));
     EXPECT_EQ(call("logs ."), Good) << complaint.toStdString();
     qsizetype place = 0;
     for (const char *next : {"/Discarded/1-2026-11-22\n", "yes", "first", "2.00 minutes", "601", "nothing\n\n",
-                             "/Log/2\n", "no\n", "minutes of samples from minute 0.00", "/Log\n", "third"}) {
+                             "/Log/2\n", "no\n", "minutes 0.00 to ", "/Log\n", "third"}) {
         place = said.indexOf(next, place);
         ASSERT_GE(place, 0) << next << " in\n" << said.toStdString();
     }

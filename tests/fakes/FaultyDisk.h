@@ -73,6 +73,16 @@ private:
     int count_ = 0;
 };
 
+/// The computer's own disk is full, and can still be read, as long as this is there.
+struct FullForWriting : FileOperations {
+    FullForWriting() { standIn(this); }
+    ~FullForWriting() override { standIn(nullptr); }
+    ssize_t write(int, const void *, std::size_t) override {
+        errno = ENOSPC;
+        return -1;
+    }
+};
+
 /// The computer's own disk is full, as long as this is there.
 struct FullDisk : FaultyDisk {
     FullDisk() : FaultyDisk(0, ENOSPC, 0) { standIn(this); }

@@ -29,12 +29,7 @@ std::error_code saveChartStretch(const QString &path, const ChartData &run, cons
 
 /// What is missing of a damaged file.
 struct ChartFileLosses {
-    struct Gap {
-        qint64 from = 0; ///< number of the first sample that is missing, in the run as it is read
-        qint64 count = 0;
-        bool filled = false; ///< by samples that are no number, so that the times behind it stay right
-    };
-    std::vector<Gap> gaps;
+    std::vector<SampleGap> gaps;
     quint64 marks = 0;
     quint64 methodTexts = 0;
     bool title = false;

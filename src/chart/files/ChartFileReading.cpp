@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <limits>
 #include <new>
 #include <tuple>
 #include <utility>
@@ -88,7 +87,7 @@ private:
     bool lenient_ = false;
     quint32 records_ = 0;
     std::size_t place_ = 0; ///< of the last record's kind in the order of kinds
-    bool sized_ = false;    ///< there was a record of the size, as there is from version 2 on
+    bool isNew_ = false;    ///< it has a record that there is from version 2 on
     bool ended_ = false;
     bool endsInOrder_ = false;          ///< the last record bears the number that it should
     std::optional<ChartCounts> counts_; ///< as the file tells
@@ -246,7 +245,7 @@ bool Reading::take() {
     case notesRecord:
         return takeText(run.notes, report.losses.notes);
     case sizeRecord:
-        sized_ = true;
+        isNew_ = true;
         return takeCounts();
     case provenanceRecord:
         return takeProvenance();
@@ -279,7 +278,7 @@ bool Reading::takeAxes() {
 }
 
 bool Reading::takeProvenance() {
-    sized_ = true; // they come together
+    isNew_ = true;
     if (!ostrel::takeProvenance(reader_, run.provenance))
         return false;
     report.losses.provenance = false;
@@ -349,9 +348,7 @@ void Reading::bridge(quint64 first) {
     if (!filled)
         return;
     fillable_ -= missing;
-    constexpr float none = std::numeric_limits<float>::quiet_NaN();
-    for (quint64 i = 0; i < missing; ++i)
-        run.samples.append(SamplePair{none, none});
+    run.samples.appendMissing(static_cast<qint64>(missing));
 }
 
 void Reading::countLosses() {
@@ -360,7 +357,7 @@ void Reading::countLosses() {
     const ChartCounts counts = counts_.value_or(held());
     // Without the counts a last record in its place tells as much.
     losses.openEnd = !counts_ && !(ended_ && endsInOrder_);
-    losses.provenance &= sized_ || (report.head && report.head->version > 1);
+    losses.provenance &= isNew_ || (report.head && report.head->version > 1);
     losses.marks = marks_.lost + beyond(counts.marks, marks_.next);
     losses.methodTexts = methodTexts_.lost + beyond(counts.methodTexts, methodTexts_.next);
     if (const quint64 missing = beyond(counts.samples, nextSample_); missing > 0)

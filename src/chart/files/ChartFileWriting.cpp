@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "base/ProgramVersion.h"
 #include "chart/files/ChartFile.h"
+#include "chart/files/SaveNote.h"
 #include "files/DurableFile.h"
 
 #include <algorithm>
@@ -157,7 +157,7 @@ std::error_code saveChartStretch(const QString &path, const ChartData &run, cons
     moved.timeMin = 0;
     moved.timeMax = axes.timeMax - axes.timeMin;
     Provenance provenance = run.provenance.part(start, start + length);
-    provenance.noteSave({QDateTime::currentDateTime(), programVersion(), stretchInWords(start, start + length)});
+    noteSave(provenance, stretchInWords(start, start + length));
     return save(path, dataFile, {run, from, to, marks, methodTexts, moved, provenance}, operations);
 }
 

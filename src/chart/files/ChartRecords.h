@@ -37,6 +37,13 @@ struct ChartCounts {
     bool operator==(const ChartCounts &) const = default;
 };
 
+/// Samples that are missing of a run as it was read.
+struct SampleGap {
+    qint64 from = 0; ///< number of the first one, in the run as it is read
+    qint64 count = 0;
+    bool filled = false; ///< by samples that are no number, so that the times behind it stay right
+};
+
 /// Which samples a record holds.
 struct SampleNumbers {
     quint64 first = 0;

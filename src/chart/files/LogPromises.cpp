@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <utility>
 
 namespace ostrel {
@@ -16,6 +17,16 @@ constexpr int titlePlace = 3;
 constexpr int notesPlace = 4;
 constexpr int provenancePlace = 5;
 constexpr int beforeFirst = -1;
+
+constexpr unsigned everyKind = (1U << order.size()) - 1;
+
+/// Behind the one and before the other.
+unsigned kindsBetween(int first, int second) {
+    unsigned kinds = 0;
+    for (int place = first + 1; place < second; ++place)
+        kinds |= 1U << place;
+    return kinds;
+}
 
 int placeOf(quint32 kind) { return static_cast<int>(std::find(order.begin(), order.end(), kind) - order.begin()); }
 
@@ -52,22 +63,29 @@ void LogPromises::count(const RecordHead &record) {
     if (open_)
         keep(*std::exchange(open_, {}));
     const quint32 missing = record.number - std::min(counted_, record.number);
-    hasProvenance_ |= record.kind == provenanceRecord;
-    // In a log that has none the promise comes right behind the notes, but for one that is missing there.
-    const bool isNext = record.kind == endRecord && !hasProvenance_ && place_ < notesPlace;
-    const int place = placeOf(record.kind) - (isNext ? 1 : 0);
+    const int place = placeOf(record.kind);
     const bool isNextWriting = place <= place_;
-    const auto couldBe = [&](int such) { return isNextWriting || (place_ < such && such < place); };
-    const bool isCertain = place - place_ == 2;
-    if (missing > 1 || (missing == 1 && !isNextWriting)) {
-        writing_.title |= isCertain && couldBe(titlePlace);
-        writing_.notes |= isCertain && couldBe(notesPlace);
-        writing_.provenance |= isCertain && !isNext && couldBe(provenancePlace);
-        writing_.other |=
-            !isCertain && (couldBe(titlePlace) || couldBe(notesPlace) || (hasProvenance_ && couldBe(provenancePlace)));
-    }
+    hasProvenance_ |= record.kind == provenanceRecord;
+    if (missing > 1 || (missing == 1 && !isNextWriting))
+        noteMissing(isNextWriting ? everyKind : kindsBetween(place_, place));
     counted_ = record.number + 1;
     place_ = place;
+}
+
+/// `kinds`: what may be missing, a bit for each place in the order. A log without provenance is not taken to miss it
+/// unless it can be nothing else.
+void LogPromises::noteMissing(unsigned kinds) {
+    constexpr unsigned provenance = 1U << provenancePlace;
+    constexpr unsigned texts = 1U << titlePlace | 1U << notesPlace | provenance;
+    if (!hasProvenance_ && kinds != provenance)
+        kinds &= ~provenance;
+    if (std::has_single_bit(kinds)) {
+        writing_.title |= kinds == 1U << titlePlace;
+        writing_.notes |= kinds == 1U << notesPlace;
+        writing_.provenance |= kinds == provenance;
+    } else {
+        writing_.other |= (kinds & texts) != 0;
+    }
 }
 
 void LogPromises::keep(const Promise &promise) {

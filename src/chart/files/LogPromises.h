@@ -43,6 +43,7 @@ private:
     };
 
     void count(const RecordHead &record);
+    void noteMissing(unsigned kinds);
     void keep(const Promise &promise);
 
     quint32 counted_ = 0;        ///< records of the file so far

@@ -2,8 +2,8 @@
 #include "chart/files/RunDocument.h"
 
 #include "base/ErrorNumbers.h"
-#include "base/ProgramVersion.h"
 #include "chart/files/ChartFile.h"
+#include "chart/files/SaveNote.h"
 #include "chart/run/Succeeds.h"
 
 #include <utility>
@@ -32,7 +32,7 @@ bool RunDocument::LoadDataFile(const QString &FileName) {
 bool RunDocument::SaveDataFile(const QString &FileName) {
     Provenance before = data().provenance;
     const bool saved = !holdsNothing_ && succeeds([&] {
-        provenance().noteSave({QDateTime::currentDateTime(), programVersion(), changeInWords()});
+        noteSave(provenance(), changeInWords());
         return !saveChartFile(FileName, dataFile, data(), axes());
     });
     if (!saved) {

@@ -2,12 +2,12 @@
 #include "chart/files/RunLog.h"
 
 #include "base/ErrorNumbers.h"
-#include "base/ProgramVersion.h"
 #include "base/RunTimeError.h"
 #include "chart/files/ChartFile.h"
 #include "chart/files/LogWastebasket.h"
 #include "chart/files/RunningLogFiles.h"
 #include "chart/files/RunningLogReader.h"
+#include "chart/files/SaveNote.h"
 #include "chart/run/Succeeds.h"
 
 #include <utility>
@@ -34,8 +34,7 @@ qint16 RunLog::SaveLogAs(const QString &LogDirectory, qint16, const QString &New
     const bool saved = succeeds([&] {
         RecoveredLog log = readRunningLog(LogDirectory);
         whole = log.whole();
-        log.data.provenance.noteSave(
-            {QDateTime::currentDateTime(), programVersion(), QStringLiteral("saved from the running log")});
+        noteSave(log.data.provenance, QStringLiteral("saved from the running log"));
         return !log.empty() && !saveChartFile(NewFileName, logFile, log.data, log.axes());
     });
     // The rest has been saved; the user is told that something is missing.

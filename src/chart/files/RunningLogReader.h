@@ -1,41 +1,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "chart/files/ChartRecords.h"
+#include "chart/files/RunningLogSearch.h"
 #include "chart/run/ChartData.h"
 #include "chart/run/Scale.h"
 #include "files/FileOperations.h"
 
 #include <QString>
-#include <QStringList>
 
-#include <system_error>
 #include <vector>
 
 namespace ostrel {
 
-/// A file of a running log that cannot be used.
-struct BadLogFile {
-    QString path;
-    std::error_code error; ///< bad_message: its header is damaged and no record of samples behind it is intact;
-                           ///< not_supported: of a newer version; anything else is the operating system's
-
-    /// It may hold parts of the log that cannot be read at this moment or by this program.
-    bool isUnread() const { return error != std::errc::bad_message; }
-};
-
 /// A running log as it was found: the intact records of all data files in a directory, put together. It counts as no
 /// loss that a failed call or a power cut left the end of a file half-written; anything else that is missing is a loss.
 struct RecoveredLog {
-    /// Samples that no file holds. Samples that are not a number fill the gap, so that later times stay right. A gap
-    /// longer than the files have room for is not filled, and the times behind it move up.
-    struct Gap {
-        double at;     ///< minutes in `data`
-        double length; ///< minutes
-        bool filled;
-    };
-
     ChartData data; ///< several runs one after the other; the title is the name of the system
-    std::vector<Gap> gaps;
+    /// Samples that no file holds. A gap longer than the files have room for is not filled, and the times behind it
+    /// move up.
+    std::vector<SampleGap> gaps;
     quint64 lostMarks = 0;
     quint64 lostMethodTexts = 0;
     bool lostTexts = false; ///< the latest notes or name of the system, or all of them
@@ -64,8 +48,5 @@ enum class LogFinding {
     Unread   ///< a file that cannot be read at this moment, or by this program
 };
 LogFinding findRunningLog(const QString &directory, FileOperations &operations = FileOperations::system());
-
-/// One line for each file: its path and what is wrong with it.
-QStringList inWords(const std::vector<BadLogFile> &files);
 
 } // namespace ostrel

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart/plot/MarkLayout.h"
 
+#include "chart/run/TextLines.h"
+
 #include <QFontMetricsF>
 #include <QStringList>
 
@@ -39,7 +41,7 @@ Group grouped(const std::vector<const EventMark *> &marks) {
         const auto known = std::find_if(group.members.begin(), group.members.end(), sameKind);
         if (known == group.members.end()) {
             group.members.push_back(mark);
-            labels << mark->label;
+            labels << oneLine(mark->label);
         } else if (heightOf(mark) > heightOf(*known)) {
             *known = mark;
         }

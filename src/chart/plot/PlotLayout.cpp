@@ -3,6 +3,7 @@
 
 #include "chart/run/AxisTitles.h"
 #include "chart/run/PlainLocale.h"
+#include "chart/run/TextLines.h"
 
 #include <QFontInfo>
 #include <QFontMetricsF>
@@ -255,7 +256,7 @@ PlotLayout PlotLayout::of(const QSizeF &size, double pixelRatio, const AxisValue
     layout.titleFont = layout.font;
     layout.titleFont.setPixelSize(qRound(pixels * 1.15));
     layout.titleFont.setWeight(QFont::DemiBold);
-    Builder(layout).build(title);
+    Builder(layout).build(title ? std::optional(oneLine(*title)) : std::nullopt);
     return layout;
 }
 

@@ -42,12 +42,6 @@ struct Reach {
     return *static_cast<const EightAnywhere *>(place);
 }
 
-[[gnu::always_inline]] inline void mixQuarter(const Eight &from, const Eight &to, Eight &mixed) {
-    constexpr int parts = 0x7f7f7f7f; // of a colour, halved
-    const Eight half = ((from ^ to) >> 1 & parts) + (from & to);
-    mixed = ((from ^ half) >> 1 & parts) + (from & half);
-}
-
 /// One trace in eight columns of a block.
 struct OctetSpans {
     [[gnu::always_inline]] OctetSpans(const BlockSpans &spans, int first, const Eight &ground)

@@ -28,10 +28,12 @@ struct BlockSpans {
     QRgb colour = 0;
 };
 
-/// A quarter of the way from one colour to another.
-constexpr QRgb quarterWay(QRgb from, QRgb to) {
-    const auto half = [](QRgb a, QRgb b) { return ((a ^ b) >> 1 & 0x7f7f7f7f) + (a & b); };
-    return half(from, half(from, to));
+/// Makes `mixed` of three parts of one colour and one of another: of one pixel (QRgb), or of several in a vector.
+template <typename Colours>
+[[gnu::always_inline]] inline void mixQuarter(const Colours &from, const Colours &to, Colours &mixed) {
+    constexpr int parts = 0x7f7f7f7f; // of a colour, halved
+    const Colours half = ((from ^ to) >> 1 & parts) + (from & to);
+    mixed = ((from ^ half) >> 1 & parts) + (from & half);
 }
 
 /// Sixteen columns of the plot; `pixels` is their upper left one, `ground` starts at the first of them.

@@ -209,7 +209,7 @@ void TraceRaster::drawColumn(QRgb *plot, const TraceColumns &traces, int column)
 void TraceRaster::addFlanks(QRgb *plot, int column, Rows rows, Rows kept, QRgb colour) const {
     for (const Rows part : rows.without(kept)) {
         for (int row = part.top; row < part.bottom; ++row)
-            plot[row * stride_ + column] = quarterWay(ground().at(column, row), colour);
+            mixQuarter(ground().at(column, row), colour, plot[row * stride_ + column]);
     }
 }
 

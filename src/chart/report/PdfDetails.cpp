@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "chart/report/PdfDetails.h"
 
+#include "base/Values.h"
+#include "chart/run/IsoDate.h"
+#include "chart/run/TextLines.h"
+
 #include <QPdfWriter>
 #include <QRegularExpression>
 #include <QXmlStreamWriter>
@@ -12,17 +16,7 @@ namespace ostrel {
 
 namespace {
 
-constexpr QLatin1String programName("Ostrel MS");
 constexpr QLatin1String producer("Qt " QT_VERSION_STR);
-
-/// Without what XML cannot hold, and halves of characters.
-QString plain(const QString &text) {
-    QString plain;
-    for (const char32_t c : text.toUcs4())
-        plain += c < U' ' || c == 0xfffe || c == 0xffff || (c >= 0xd800 && c < 0xe000) ? QStringLiteral(" ")
-                                                                                       : QString::fromUcs4(&c, 1);
-    return plain;
-}
 
 /// A text string: UTF-16 in hexadecimal digits, so that no character of it has a meaning for the format.
 QByteArray pdfText(const QString &text) {
@@ -36,10 +30,9 @@ QByteArray pdfText(const QString &text) {
 
 /// D:20261122073149+01'00'
 QByteArray pdfDate(const QDateTime &date) {
-    const int minutes = date.offsetFromUtc() / 60;
-    const auto two = [](int number) { return QByteArray::number(number).rightJustified(2, '0'); };
-    return date.toString(QStringLiteral("'D:'yyyyMMddHHmmss")).toLatin1() + (minutes < 0 ? '-' : '+') +
-           two(std::abs(minutes) / 60) + '\'' + two(std::abs(minutes) % 60) + '\'';
+    const QByteArray compact = compactDate(date).toLatin1();
+    constexpr qsizetype minutes = 2; // digits
+    return "D:" + compact.chopped(minutes) + '\'' + compact.last(minutes) + '\'';
 }
 
 QByteArray xmpOf(const PdfDetails &details) {
@@ -66,15 +59,14 @@ QByteArray xmpOf(const PdfDetails &details) {
         xml.writeStartElement(rdf, QStringLiteral("li"));
         if (QLatin1String(list) == QLatin1String("Alt"))
             xml.writeAttribute(QStringLiteral("xml:lang"), QStringLiteral("x-default"));
-        xml.writeCharacters(plain(text));
+        xml.writeCharacters(oneLine(text));
         for (int i = 0; i < 3; ++i)
             xml.writeEndElement();
     };
     listed("title", "Alt", details.title);
     listed("creator", "Seq", details.author);
-    const QString date = details.created.toOffsetFromUtc(details.created.offsetFromUtc()).toString(Qt::ISODate);
-    xml.writeTextElement(xmp, QStringLiteral("CreateDate"), date);
-    xml.writeTextElement(xmp, QStringLiteral("CreatorTool"), programName);
+    xml.writeTextElement(xmp, QStringLiteral("CreateDate"), isoDate(details.created));
+    xml.writeTextElement(xmp, QStringLiteral("CreatorTool"), QLatin1String(AppTitle));
     xml.writeTextElement(pdf, QStringLiteral("Producer"), producer);
     xml.writeTextElement(pdfaid, QStringLiteral("part"), QStringLiteral("1"));
     xml.writeTextElement(pdfaid, QStringLiteral("conformance"), QStringLiteral("B"));
@@ -107,9 +99,9 @@ public:
     }
 
     QByteArray written(const PdfDetails &details) {
-        objects_[info_] = "<< /Title " + pdfText(plain(details.title)) + " /Author " + pdfText(plain(details.author)) +
-                          " /Creator " + pdfText(programName) + " /Producer " + pdfText(producer) + " /CreationDate (" +
-                          pdfDate(details.created) + ") >>";
+        objects_[info_] = "<< /Title " + pdfText(oneLine(details.title)) + " /Author " +
+                          pdfText(oneLine(details.author)) + " /Creator " + pdfText(QLatin1String(AppTitle)) +
+                          " /Producer " + pdfText(producer) + " /CreationDate (" + pdfDate(details.created) + ") >>";
         addBookmarks(details.bookmarks);
         return document_ + (document_.endsWith('\n') ? "" : "\n") + appendix();
     }
@@ -177,8 +169,8 @@ private:
 
 void describe(QPdfWriter &writer, const PdfDetails &details) {
     writer.setPdfVersion(QPagedPaintDevice::PdfVersion_A1b);
-    writer.setTitle(plain(details.title));
-    writer.setCreator(programName);
+    writer.setTitle(oneLine(details.title));
+    writer.setCreator(QLatin1String(AppTitle));
     writer.setDocumentXmpMetadata(xmpOf(details));
 }
 

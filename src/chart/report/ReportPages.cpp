@@ -75,7 +75,7 @@ TextFlow titleOf(const QString &text, double width) {
 
 /// In three lines at most; a longer one ends in dots.
 TextFlow titleFor(const QString &text, double width) {
-    const QString whole = linesOf(text).join(QLatin1Char(' '));
+    const QString whole = oneLine(text);
     TextFlow title = titleOf(whole, width);
     qsizetype fits = 0;
     for (qsizetype tooLong = whole.size(); title.pages() > 1;) {
@@ -111,7 +111,7 @@ std::vector<Fact> factsOf(const ReportContents &contents) {
     std::vector<Fact> facts;
     const auto add = [&](const char *name, const QString &value) {
         if (!value.isEmpty())
-            facts.push_back({QLatin1String(name), linesOf(value).join(QLatin1Char(' '))});
+            facts.push_back({QLatin1String(name), oneLine(value)});
     };
     add("System", provenance.system);
     if (provenance.begun().isValid())
@@ -227,8 +227,7 @@ private:
             const double place = std::round(double(mark.time) * samplesPerMinute);
             const bool known = place >= 0 && place < static_cast<double>(samples.size());
             const SamplePair pair = known ? samples.at(static_cast<qint64>(place)) : SamplePair{NAN, NAN};
-            const QString label =
-                linesOf(mark.label).join(QLatin1Char(' ')).replace(QLatin1Char('\t'), QLatin1Char(' '));
+            const QString label = oneLine(mark.label);
             lines << QStringLiteral("\t%1\t%2\t%3\t")
                              .arg(number(mark.time, 3), number(pair.uv, 4), number(pair.cond, 2)) +
                          label;
@@ -291,7 +290,7 @@ private:
 
     void paintText(const QFont &font, double left, double top, double width, const QString &text, Qt::Alignment side,
                    Qt::TextElideMode elide = Qt::ElideRight) {
-        const QString line = linesOf(text).join(QLatin1Char(' '));
+        const QString line = oneLine(text);
         painter_.setFont(font);
         painter_.setPen(theme_.text);
         painter_.drawText(QRectF(left, top, width, heightOf(font)), side | Qt::TextSingleLine,

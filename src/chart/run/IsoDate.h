@@ -13,4 +13,10 @@ inline QString isoDate(const QDateTime &when) {
     return text.endsWith(QLatin1Char('Z')) ? text.chopped(1) + QLatin1String("+00:00") : text;
 }
 
+/// The same as other formats want it: 20261121073149+0100.
+inline QString compactDate(const QDateTime &when) {
+    constexpr int offset = 6; // characters, with a colon
+    return when.toString(QStringLiteral("yyyyMMddHHmmss")) + isoDate(when).right(offset).remove(QLatin1Char(':'));
+}
+
 } // namespace ostrel

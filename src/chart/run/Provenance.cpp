@@ -41,10 +41,20 @@ Provenance Provenance::part(double from, double to) const {
     return part;
 }
 
-void Provenance::noteSave(const Save &save) {
-    if (identity.isEmpty())
-        identity = newIdentity();
-    history.push_back(save);
+void Provenance::join(const Provenance &later, double minute) {
+    Provenance moved = later;
+    for (Stretch &stretch : moved.stretches) {
+        stretch.from += minute;
+        stretch.to += minute;
+    }
+    for (ClockStep &step : moved.clockSteps)
+        step.minutes += minute;
+    if (empty()) {
+        *this = moved;
+        return;
+    }
+    stretches.insert(stretches.end(), moved.stretches.begin(), moved.stretches.end());
+    clockSteps.insert(clockSteps.end(), moved.clockSteps.begin(), moved.clockSteps.end());
 }
 
 QString Provenance::newIdentity() {

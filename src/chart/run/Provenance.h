@@ -68,8 +68,8 @@ struct Provenance {
     /// Of the part of the run between these minutes, which begin at 0 there: a run of its own, whose parent is this
     /// one.
     Provenance part(double from, double to) const;
-    /// Notes that a file is written. A run that has no identity yet gets one.
-    void noteSave(const Save &save);
+    /// Puts that of another run, which begins at this minute, behind this one; the first of them gives the identity.
+    void join(const Provenance &later, double minute);
 
     static QString newIdentity();
 };

@@ -53,6 +53,12 @@ void SampleStore::append(std::span<const SamplePair> samples) {
     }
 }
 
+void SampleStore::appendMissing(qint64 count) {
+    constexpr float none = std::numeric_limits<float>::quiet_NaN();
+    for (; count > 0; --count)
+        append(SamplePair{none, none});
+}
+
 std::span<SamplePair> SampleStore::room() {
     const auto place = static_cast<std::size_t>(size_ % chunkSize);
     if (place == 0)

@@ -18,6 +18,7 @@ struct SamplePair {
 };
 
 inline constexpr double samplesPerMinute = 300;
+inline constexpr double sampleInterval = 60 / samplesPerMinute; ///< seconds
 
 /// Four floats that the processor handles at once.
 using Lanes = float __attribute__((vector_size(16)));
@@ -64,6 +65,8 @@ public:
             closeBoxes(place);
     }
     void append(std::span<const SamplePair> samples);
+    /// Adds samples that are not a number, in the place of missing ones.
+    void appendMissing(qint64 count);
     /// Adds many samples without a copy: write them to room(), which is the free part of the last chunk, then call
     /// appendFromRoom(). room() alone adds no sample.
     std::span<SamplePair> room();

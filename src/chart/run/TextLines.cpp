@@ -28,6 +28,20 @@ QStringList linesOf(const QString &text) {
     return lines;
 }
 
+QString oneLine(const QString &text) {
+    QString line = linesOf(text).join(QLatin1Char(' '));
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        QChar &c = line[i];
+        if (c.category() == QChar::Other_Control)
+            c = QLatin1Char(' ');
+        else if (c.isHighSurrogate() && i + 1 < line.size() && line.at(i + 1).isLowSurrogate())
+            ++i;
+        else if (c.isSurrogate() || c >= QChar(0xfffe))
+            c = QChar::ReplacementCharacter;
+    }
+    return line;
+}
+
 QStringList methodLines(const std::vector<MethodText> &texts) {
     std::vector<const MethodText *> order;
     order.reserve(texts.size());
