@@ -67,7 +67,7 @@ TEST_F(TemporaryFilesTest, allThatAreBeingWrittenGoWhenTheProgramIsEnded) {
         EXPECT_FALSE(written.commit());
         DurableFile first(folder.at("b"));
         DurableFile second(folder.at("c"));
-        EXPECT_TRUE(first.write("new") && (!onDisk || first.bringToDisk()));
+        EXPECT_TRUE(first.write("new") && (!onDisk || !first.bringToDisk()));
         EXPECT_EQ(folder.names().size(), 4);
         TemporaryFiles::removeUnfinished();
         EXPECT_EQ(folder.names(), (QStringList{"a", "b"}));

@@ -76,18 +76,15 @@ TextFlow titleOf(const QString &text, double width) {
 /// In three lines at most; a longer one ends in dots.
 TextFlow titleFor(const QString &text, double width) {
     const QString whole = oneLine(text);
-    TextFlow title = titleOf(whole, width);
+    if (TextFlow title = titleOf(whole, width); title.pages() <= 1)
+        return title;
+    const auto cut = [&](qsizetype letters) { return titleOf(whole.left(letters) + QChar(0x2026), width); };
     qsizetype fits = 0;
-    for (qsizetype tooLong = whole.size(); title.pages() > 1;) {
+    for (qsizetype tooLong = whole.size(); tooLong - fits > 1;) {
         const qsizetype middle = (fits + tooLong) / 2;
-        TextFlow shorter = titleOf(whole.left(middle) + QChar(0x2026), width);
-        (shorter.pages() > 1 ? tooLong : fits) = middle;
-        if (shorter.pages() == 1 && tooLong - fits <= 1)
-            return shorter;
-        if (tooLong - fits <= 1)
-            return titleOf(whole.left(fits) + QChar(0x2026), width);
+        (cut(middle).pages() > 1 ? tooLong : fits) = middle;
     }
-    return title;
+    return cut(fits);
 }
 
 QString number(double value, int decimals) {
