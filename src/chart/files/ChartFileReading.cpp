@@ -329,15 +329,17 @@ bool Reading::takeSamples() {
     return true;
 }
 
+/// False when samples are missing before them: a record without damage has then been lost, or tells a wrong number.
 bool Reading::takeSamplesBehindGap(const SampleNumbers &numbers) {
     samples_.resize(numbers.count);
     if (!reader_.take(samples_.data(), samples_.size() * sizeof(SamplePair)) || !reader_.finish())
         return false;
-    if (numbers.first > nextSample_)
+    const bool continues = numbers.first == nextSample_;
+    if (!continues)
         bridge(numbers.first);
     run.samples.append(samples_);
     nextSample_ = numbers.first + numbers.count;
-    return true;
+    return continues;
 }
 
 /// Fills in what is missing up to the sample of this number.
